@@ -1,0 +1,27 @@
+# A floor is one folder and one static library. Its headers are visible to those that link it, so that a source
+# can include only what stands on the floors that its folder names here: the build enforces the drawing.
+#   frigana_floor(NAME below...)   all *.cpp of the current folder; a folder of headers alone becomes an interface
+function(frigana_floor name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ARGN})
+  else()
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} INTERFACE ${ARGN})
+  endif()
+endfunction()
+
+# One test program for the sources of a tests/ folder, found by ctest case by case.
+#   frigana_test(NAME floors...)
+function(frigana_test name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support)
+  target_compile_definitions(${name} PRIVATE
+    FRIGANA_DATA="${CMAKE_SOURCE_DIR}/data" FRIGANA_TESTS="${CMAKE_SOURCE_DIR}/tests")
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()

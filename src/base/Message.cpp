@@ -1,0 +1,3 @@
+#include "Message.h"
+
+namespace frigana {}
