@@ -48,8 +48,9 @@ class FixedText {
 
     // Positions first to last (both included); an empty text where last < first.
     constexpr std::string_view slice(int first, int last) const {
-        return last < first ? std::string_view{} : view().substr(static_cast<std::size_t>(first - 1),
-                                                                 static_cast<std::size_t>(last - first + 1));
+        return last < first
+                   ? std::string_view{}
+                   : view().substr(static_cast<std::size_t>(first - 1), static_cast<std::size_t>(last - first + 1));
     }
 
     // Position of the last character that is not a blank; 0 in a blank text.

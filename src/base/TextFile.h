@@ -1,17 +1,21 @@
-// Text files behind small unit numbers, read and written by lines.
+// Text files behind small unit numbers, read and written by lines. No routine takes memory from the heap.
 #pragma once
 
 #include <string_view>
 
 #include "FixedText.h"
+#include "Message.h"
+#include "Platform.h"
 
 namespace frigana {
 
-enum class FileStatus { unknown, old };        // unknown creates a missing file when it is written to
 enum class ReadStatus { ok, endOfFile, malformed };
 
 inline constexpr int largestUnit = 99;
+inline constexpr int mostOpenUnits = 16;
+inline constexpr int longestLine = 8192;  // what stands behind this column is not seen
 
+// Units. A unit that is open is closed before it is opened again.
 // Opens path (backslashes, slashes or a mix) for reading by lines. False if there is no such readable file.
 bool openForReading(int unit, std::string_view path);
 // Opens path for writing from its beginning, creating it if it is missing. False if that cannot be done.
@@ -19,13 +23,18 @@ bool openForWriting(int unit, std::string_view path);
 bool unitIsOpen(int unit);
 // First unit number from start upward that is not open.
 int firstFreeUnit(int start);
+// The next read takes the first line, also of a file that has just been written.
 void rewindUnit(int unit);
-void closeUnit(int unit);
+// False if something that was written did not reach the file.
+bool closeUnit(int unit);
 void closeAndDelete(int unit);
-// Number of the line that was read last (1 for the first), for messages.
+void closeAllUnits();
+// Number of the line that was read or written last (1 for the first), for messages.
 int lineNumber(int unit);
 // Path that the unit was opened with.
 std::string_view unitPath(int unit);
+// The line that was read last, without its end; valid until the next read.
+std::string_view currentLine(int unit);
 
 // One line as it stands: its first `width` characters into a field, padded with blanks.
 ReadStatus readTextField(int unit, char* field, int fieldSize, int width);
@@ -34,27 +43,43 @@ ReadStatus readText(int unit, FixedText<N>& field, int width = N) {
     return readTextField(unit, field.data(), N, width);
 }
 ReadStatus skipLine(int unit);
+// Passes over blank lines and one line that holds something.
+ReadStatus skipFilledLine(int unit);
 
-// A free-form record: values separated by blanks or commas, text bare or quoted, exponents with e or d. Blank lines
-// are passed over, a record with too few values goes on in the next line, and the rest of the last line is dropped.
+// A free-form record: values separated by blanks (or tabs) or by one comma, text bare or quoted, exponents with e, d
+// or a sign alone. Blank lines are passed over, a record with too few values goes on in the next line, and the rest of
+// the last line is dropped.
+//   Notes     3*0.0 stands for three values. Nothing between two commas, or 3*, leaves the variables as they were. A
+//             slash in the place of a number ends the record, and the values that are left stay as they were; in
+//             bare text it is a character like any other, since names and paths hold it.
+//             Quoted text ends on its own line; a doubled quote stands for one.
 class FreeRecord {
   public:
     explicit FreeRecord(int unit) : unit_(unit) {}
+    // Values out of a text in memory instead of a file; its end is the end of the file.
+    explicit FreeRecord(std::string_view text) : line_(text), position_(0) {}
     ReadStatus read(int& value);
     ReadStatus read(double& value);
     template <int N>
     ReadStatus read(FixedText<N>& value) {
         return readTextValue(value.data(), N);
     }
-    // What stood where the value was expected, for messages.
-    std::string_view offendingText() const;
+    // What stood where the value was expected, for messages; empty at the end of the file.
+    std::string_view offendingText() const { return item_; }
 
   private:
+    enum class Found { item, null, endOfFile, malformed };
     ReadStatus readTextValue(char* field, int size);
-    ReadStatus nextItem();
-    int unit_;
-    int position_ = -1;  // in the current line; -1 before the first line
-    int itemFirst_ = 0, itemLast_ = 0, repeat_ = 0;
+    Found nextItem(bool numeric);
+
+    int unit_ = 0;  // 0: out of memory
+    std::string_view line_{};
+    int position_ = -1;  // next character of the line; -1 before the first line
+    std::string_view item_{};
+    int repeats_ = 0;            // how often the last item is still to be given
+    bool commaAllowed_ = false;  // behind an item one comma belongs to it
+    bool ended_ = false;
+    bool repeatsNull_ = false;
 };
 
 // Reads all values of one free-form record; stops at the first that fails.
@@ -65,5 +90,23 @@ ReadStatus readValues(int unit, Value&... values) {
     (void)((status = record.read(values), status == ReadStatus::ok) && ...);
     return status;
 }
+
+// Writing. Failures are kept and told by closeUnit.
+// One line in fixed format out of the pieces of Message.h.
+void writeRaw(int unit, std::string_view characters);  // no line end
+void endLine(int unit);
+template <class... Piece>
+void writeLine(int unit, const Piece&... pieces) {
+    char line[longestLine];
+    Composer composer(line, longestLine);
+    (composer.add(pieces), ...);
+    writeRaw(unit, std::string_view(line, static_cast<std::size_t>(composer.used())));
+    endLine(unit);
+}
+// One value in free form on a line of its own, a blank before it.
+void writeFree(int unit, double value);
+void writeFree(int unit, float value);
+void writeFree(int unit, int value);
+void writeFree(int unit, std::string_view text);
 
 }  // namespace frigana

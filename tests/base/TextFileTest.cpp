@@ -1,0 +1,326 @@
+// Units, lines and free-form records.
+#include "TextFile.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+
+namespace frigana {
+namespace {
+
+namespace fs = std::filesystem;
+
+class TextFile : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder = fs::temp_directory_path() / ("frigana-base-" + std::to_string(getpid()));
+        fs::create_directories(folder);
+        path = (folder / "file.txt").string();
+    }
+    void TearDown() override {
+        closeAllUnits();
+        fs::remove_all(folder);
+    }
+    void contents(std::string_view bytes) const {
+        std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+    std::string contents() const {
+        std::ostringstream all;
+        all << std::ifstream(path, std::ios::binary).rdbuf();
+        return all.str();
+    }
+    bool open(std::string_view bytes) const {
+        contents(bytes);
+        return openForReading(1, path);
+    }
+    fs::path folder;
+    std::string path;
+};
+
+TEST_F(TextFile, NumbersInEveryUsualForm) {
+    struct Row {
+        const char* text;
+        double expected;
+    };
+    const Row rows[] = {
+        {"1", 1.0},         {"-1", -1.0},          {"+1.5", 1.5},
+        {".5", 0.5},        {"5.", 5.0},           {"1e3", 1000.0},
+        {"1.5D-3", 1.5e-3}, {"1.5d+03", 1500.0},   {"2+2", 200.0},
+        {"2.-2", 0.02},     {"-1.25E-01", -0.125}, {"1e-400", 0.0},
+        {"0.1", 0.1},       {"1Q2", 100.0},        {"\t 7 ", 7.0},
+        {"7,", 7.0},        {"3 ! note", 3.0},     {"-Infinity", -HUGE_VAL},
+        {"inf", HUGE_VAL},  {"00012.50", 12.5},    {"4/", 4.0},
+    };
+    for (const Row& row : rows) {
+        ASSERT_TRUE(open(row.text));
+        double value = -99.0;
+        EXPECT_EQ(readValues(1, value), ReadStatus::ok) << row.text;
+        EXPECT_EQ(value, row.expected) << row.text;
+    }
+    ASSERT_TRUE(open("NaN"));
+    double value = 0.0;
+    EXPECT_EQ(readValues(1, value), ReadStatus::ok);
+    EXPECT_TRUE(std::isnan(value));
+}
+
+TEST_F(TextFile, WhatIsNoNumberIsRefused) {
+    for (const char* text : {"x", "1x", "1e", "1e+", "--1", "1..2", "+", ".", "-", "1e400", "R134A.FLD", "\"1\"", "0*1",
+                             "1e5.0", "1_0", "e5", "99999999999*1", "1e1e1", "\x80"}) {
+        ASSERT_TRUE(open(text));
+        double value = 7.0;
+        EXPECT_EQ(readValues(1, value), ReadStatus::malformed) << text;
+        EXPECT_EQ(value, 7.0) << text;
+    }
+    for (const char* text : {"1.5", "2147483648", "-2147483649", "1e2", "x", "+-1", "1d0", "+"}) {
+        ASSERT_TRUE(open(text));
+        int value = 7;
+        FreeRecord record(1);
+        EXPECT_EQ(record.read(value), ReadStatus::malformed) << text;
+        EXPECT_EQ(value, 7) << text;
+        EXPECT_EQ(record.offendingText(), text);
+    }
+}
+
+TEST_F(TextFile, IntegersReachTheirLimits) {
+    ASSERT_TRUE(open("2147483647 -2147483648 +12"));
+    int a = 0, b = 0, c = 0;
+    EXPECT_EQ(readValues(1, a, b, c), ReadStatus::ok);
+    EXPECT_EQ(a, 2147483647);
+    EXPECT_EQ(b, -2147483647 - 1);
+    EXPECT_EQ(c, 12);
+}
+
+TEST_F(TextFile, BlanksCommasAndTabsSeparate) {
+    ASSERT_TRUE(open("  1,2.5 ,  'a, b'\tR134A.FLD, 4"));
+    int i = 0, last = 0;
+    double d = 0.0;
+    Text255 quoted, bare;
+    EXPECT_EQ(readValues(1, i, d, quoted, bare, last), ReadStatus::ok);
+    EXPECT_EQ(i, 1);
+    EXPECT_EQ(d, 2.5);
+    EXPECT_EQ(quoted, "a, b");
+    EXPECT_EQ(bare, "R134A.FLD");
+    EXPECT_EQ(last, 4);
+}
+
+TEST_F(TextFile, RepeatedSeparatorsAndCountsLeaveOrRepeatValues) {
+    ASSERT_TRUE(open("1,,3*4.5,2*,9\n"));
+    double v[8] = {-1, -1, -1, -1, -1, -1, -1, -1};
+    EXPECT_EQ(readValues(1, v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7]), ReadStatus::ok);
+    const double expected[8] = {1, -1, 4.5, 4.5, 4.5, -1, -1, 9};
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(v[i], expected[i]) << i;
+}
+
+TEST_F(TextFile, ASlashEndsANumericRecordAndBelongsToText) {
+    ASSERT_TRUE(open("5 / 7\n/home/plant.fld,R22/R134a\n"));
+    int a = 0, b = -3;
+    EXPECT_EQ(readValues(1, a, b), ReadStatus::ok);
+    EXPECT_EQ(a, 5);
+    EXPECT_EQ(b, -3);
+    Text255 path255, name;
+    EXPECT_EQ(readValues(1, path255, name), ReadStatus::ok);
+    EXPECT_EQ(path255, "/home/plant.fld");
+    EXPECT_EQ(name, "R22/R134a");
+}
+
+TEST_F(TextFile, ARecordGoesOnInTheNextLineAndDropsTheRestOfItsLast) {
+    ASSERT_TRUE(open("\n   \n1 2\n\n3 rest is dropped\n4\n"));
+    int a = 0, b = 0, c = 0, d = 0;
+    EXPECT_EQ(readValues(1, a, b, c), ReadStatus::ok);
+    EXPECT_EQ(c, 3);
+    EXPECT_EQ(lineNumber(1), 5);
+    EXPECT_EQ(readValues(1, d), ReadStatus::ok);
+    EXPECT_EQ(d, 4);
+    EXPECT_EQ(lineNumber(1), 6);
+    EXPECT_EQ(readValues(1, d), ReadStatus::endOfFile);
+}
+
+TEST_F(TextFile, EveryLineEndIsAccepted) {
+    for (const char* bytes : {"1\n2\n", "1\r\n2\r\n", "1\n2", "1\r\n2"}) {
+        ASSERT_TRUE(open(bytes));
+        int a = 0, b = 0, c = 0;
+        EXPECT_EQ(readValues(1, a), ReadStatus::ok);
+        EXPECT_EQ(readValues(1, b), ReadStatus::ok);
+        EXPECT_EQ(a, 1);
+        EXPECT_EQ(b, 2);
+        EXPECT_EQ(readValues(1, c), ReadStatus::endOfFile);
+    }
+    ASSERT_TRUE(open("title\r\nnext\r\n"));
+    FixedText<10> title;
+    EXPECT_EQ(readText(1, title), ReadStatus::ok);
+    EXPECT_EQ(title.view(), "title     ");
+}
+
+TEST_F(TextFile, AFixedTextIsTakenAsItStands) {
+    ASSERT_TRUE(open("  K\xfchlung, 'x'  " + std::string(100, 'y') + "\n\nlast"));
+    Text255 text;
+    EXPECT_EQ(readText(1, text, 80), ReadStatus::ok);
+    EXPECT_EQ(text.view().substr(0, 18), "  K\xfchlung, 'x'  yy");
+    EXPECT_EQ(text.length(), 80);
+    EXPECT_EQ(readText(1, text, 80), ReadStatus::ok);
+    EXPECT_TRUE(text.blank());
+    EXPECT_EQ(readText(1, text, 80), ReadStatus::ok);
+    EXPECT_EQ(text, "last");
+    EXPECT_EQ(readText(1, text, 80), ReadStatus::endOfFile);
+}
+
+TEST_F(TextFile, QuotesMayBeDoubledAndMustBeClosed) {
+    ASSERT_TRUE(open("'it''s' \"a \"\"b\"\"\" ''\n'open\n"));
+    Text255 a, b, c{"old"};
+    EXPECT_EQ(readValues(1, a, b, c), ReadStatus::ok);
+    EXPECT_EQ(a, "it's");
+    EXPECT_EQ(b, "a \"b\"");
+    EXPECT_TRUE(c.blank());
+    EXPECT_EQ(readValues(1, a), ReadStatus::malformed);
+}
+
+TEST_F(TextFile, ALongTextIsCutAtItsField) {
+    ASSERT_TRUE(open("DEFAULT 3*abc"));
+    Text3 code;
+    Text12 star;
+    EXPECT_EQ(readValues(1, code, star), ReadStatus::ok);
+    EXPECT_EQ(code, "DEF");
+    EXPECT_EQ(star, "3*abc");
+}
+
+TEST_F(TextFile, WhatIsWrittenReadsBackBitForBit) {
+    std::mt19937_64 random(20240229);
+    std::vector<double> values = {0.0,
+                                  -0.0,
+                                  1.0,
+                                  -777.0,
+                                  0.1,
+                                  5e-324,
+                                  2.2250738585072014e-308,
+                                  1.7976931348623157e308,
+                                  99999999999999999.0,
+                                  0.099999999999999999};
+    while (values.size() < 20000) {
+        const auto value = std::bit_cast<double>(random());
+        if (std::isfinite(value)) values.push_back(value);
+    }
+    ASSERT_TRUE(openForWriting(2, path));
+    for (double value : values) writeFree(2, value);
+    EXPECT_EQ(lineNumber(2), 20000);
+    EXPECT_TRUE(closeUnit(2));
+    ASSERT_TRUE(openForReading(2, path));
+    for (double value : values) {
+        double back = 1.0;
+        ASSERT_EQ(readValues(2, back), ReadStatus::ok);
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(back), std::bit_cast<std::uint64_t>(value)) << value;
+    }
+}
+
+TEST_F(TextFile, LinesOfEveryFormat) {
+    ASSERT_TRUE(openForWriting(1, path));
+    writeFree(1, 0);
+    writeFree(1, std::string_view("CYCLE data for graphic P-h "));
+    writeFree(1, 0.25f);
+    writeLine(1, Integer{1, 1});
+    writeLine(1, FixedPoint{16, 6, 273.15}, Blanks{1}, Character{3, "x"});
+    writeFree(1, std::string_view(""));
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_EQ(contents(), " 0\n CYCLE data for graphic P-h \n 0.250000000\n1\n      273.150000 x  \n \n");
+}
+
+TEST_F(TextFile, StatusUnknownReplacesAndDeleteRemoves) {
+    contents("a long old content\n");
+    ASSERT_TRUE(openForWriting(1, path));
+    writeFree(1, 1);
+    rewindUnit(1);
+    int value = 0;
+    EXPECT_EQ(readValues(1, value), ReadStatus::ok);
+    EXPECT_EQ(value, 1);
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_EQ(contents(), " 1\n");
+    ASSERT_TRUE(openForReading(1, path));
+    closeAndDelete(1);
+    EXPECT_FALSE(fs::exists(path));
+    EXPECT_FALSE(unitIsOpen(1));
+    EXPECT_FALSE(openForReading(1, path));
+}
+
+TEST_F(TextFile, PathsOfEveryKindAndCaseAreFound) {
+    fs::create_directories(folder / "fluids");
+    std::ofstream(folder / "fluids" / "HMX.BNC") << "7\n";
+    const std::string base = folder.string();
+    for (const char* rest : {"\\fluids\\HMX.BNC", "/fluids/HMX.BNC", "\\fluids/hmx.bnc", "/FLUIDS\\HMX.bnc   "}) {
+        EXPECT_TRUE(openForReading(12, base + rest)) << rest;
+        int value = 0;
+        EXPECT_EQ(readValues(12, value), ReadStatus::ok);
+        EXPECT_EQ(value, 7);
+    }
+    EXPECT_FALSE(openForReading(12, base + "\\fluids\\HMX.BN"));
+    EXPECT_FALSE(openForReading(12, base + "\\fluids"));
+    EXPECT_FALSE(openForReading(12, ""));
+    EXPECT_FALSE(openForReading(12, base + "\\" + std::string(2000, 'x')));
+    EXPECT_FALSE(openForWriting(12, base + "\\nowhere\\x.txt"));
+    EXPECT_EQ(lastSeparator("C:\\work/plant.fi1"), 8);
+    EXPECT_EQ(lastSeparator("plant.fi1"), 0);
+}
+
+TEST_F(TextFile, UnitsAreIndependentAndBounded) {
+    contents("1\n2\n");
+    for (int unit = 12; unit < 12 + mostOpenUnits; ++unit) {
+        EXPECT_EQ(firstFreeUnit(12), unit);
+        EXPECT_TRUE(openForReading(unit, path));
+    }
+    EXPECT_FALSE(openForReading(1, path));
+    int value = 0;
+    EXPECT_EQ(readValues(13, value), ReadStatus::ok);
+    EXPECT_EQ(readValues(12, value), ReadStatus::ok);
+    EXPECT_EQ(value, 1);
+    EXPECT_EQ(unitPath(12), path);
+    closeAllUnits();
+    EXPECT_EQ(firstFreeUnit(1), 1);
+    EXPECT_FALSE(openForReading(0, path));
+    EXPECT_FALSE(openForReading(100, path));
+    EXPECT_EQ(readValues(5, value), ReadStatus::endOfFile);
+}
+
+TEST_F(TextFile, LinesLongerThanTheBufferKeepTheirOrder) {
+    std::string bytes;
+    for (int i = 0; i < 9; ++i) bytes += std::to_string(i) + std::string(40000, ' ') + "99\n";
+    ASSERT_TRUE(open(bytes));
+    for (int i = 0; i < 9; ++i) {
+        int value = -1;
+        ASSERT_EQ(readValues(1, value), ReadStatus::ok);
+        EXPECT_EQ(value, i);
+    }
+}
+
+TEST_F(TextFile, SkippedLinesMustHoldSomething) {
+    ASSERT_TRUE(open("one\n\n  \n'two\nthree 3\n4"));
+    EXPECT_EQ(skipFilledLine(1), ReadStatus::ok);
+    EXPECT_EQ(skipFilledLine(1), ReadStatus::ok);
+    EXPECT_EQ(currentLine(1), "'two");
+    EXPECT_EQ(skipLine(1), ReadStatus::ok);
+    int value = 0;
+    EXPECT_EQ(readValues(1, value), ReadStatus::ok);
+    EXPECT_EQ(value, 4);
+    EXPECT_EQ(skipFilledLine(1), ReadStatus::endOfFile);
+}
+
+TEST(FreeText, ValuesComeOutOfAText) {
+    FreeRecord record("  0.5, 1d2 7");
+    double a = 0.0, b = 0.0;
+    int c = 0;
+    EXPECT_EQ(record.read(a), ReadStatus::ok);
+    EXPECT_EQ(record.read(b), ReadStatus::ok);
+    EXPECT_EQ(record.read(c), ReadStatus::ok);
+    EXPECT_EQ(a, 0.5);
+    EXPECT_EQ(b, 100.0);
+    EXPECT_EQ(c, 7);
+    EXPECT_EQ(record.read(c), ReadStatus::endOfFile);
+}
+
+}  // namespace
+}  // namespace frigana
