@@ -45,6 +45,11 @@ bool nativePath(std::string_view path, char* native) {
     return true;
 }
 
+void writeStandardError(std::string_view text) {
+    constexpr int standardError = 2;
+    writeFile(standardError, text.data(), static_cast<long>(text.size()));
+}
+
 #ifdef _WIN32
 
 int openFileToRead(const char* native) {

@@ -27,6 +27,8 @@ bool writeFile(int handle, const char* bytes, long count);
 bool rewindFile(int handle);
 void closeFile(int handle);
 
+void writeStandardError(std::string_view text);
+
 bool removeFile(std::string_view path);
 bool fileExists(std::string_view path);
 

@@ -230,6 +230,16 @@ void closeAllUnits() {
     for (int unit = 1; unit <= largestUnit; ++unit) closeUnit(unit);
 }
 
+void abandonAllUnits() {
+    for (int unit = 1; unit <= largestUnit; ++unit) {
+        const OpenFile* file = fileOf(unit);
+        if (file != nullptr && file->writing)
+            closeAndDelete(unit);
+        else
+            closeUnit(unit);
+    }
+}
+
 int lineNumber(int unit) {
     const OpenFile* file = fileOf(unit);
     return file == nullptr ? 0 : file->number;

@@ -29,6 +29,8 @@ void rewindUnit(int unit);
 bool closeUnit(int unit);
 void closeAndDelete(int unit);
 void closeAllUnits();
+// Closes what a failed run left open; what was being written is incomplete and is deleted.
+void abandonAllUnits();
 // Number of the line that was read or written last (1 for the first), for messages.
 int lineNumber(int unit);
 // Path that the unit was opened with.

@@ -1,0 +1,19 @@
+// The system's trap on an integer division by zero: how a failed run leaves all layers at once, and how the border of
+// the library contains it.
+#pragma once
+
+namespace frigana {
+
+// Divides 3 by a variable that holds 0. Never returns: where the division does not trap, the same signal is raised.
+[[noreturn]] void divideByZero();
+
+// Runs a routine and contains the trap.
+//   Given     run      routine to be called with context
+//   Returned  (value)  true if it returned, false if it ended in the trap
+//   Notes     For the time of the call the signal SIGFPE goes to this routine and is not blocked, and the
+//   floating-point
+//             environment is the ordinary one (no floating-point traps, round to nearest); both are the caller's
+//             own again afterwards. A trap in another thread goes where it would have gone. Calls may be nested.
+bool runContained(void (*run)(void* context), void* context);
+
+}  // namespace frigana

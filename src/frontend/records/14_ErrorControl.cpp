@@ -1,0 +1,122 @@
+#include "14_ErrorControl.h"
+
+#include <cmath>
+
+#include "Message.h"
+#include "TextFile.h"
+#include "Trap.h"
+
+namespace frigana {
+
+Text255 ADDRESS;
+Text255 TEMPORALFILEOUT;
+int temporalLength = 0;
+char FNDFLDFLAG = 'N';
+Text255 ERRORFILEOUT;
+RunReport runReport;
+
+namespace {
+
+constexpr int resultUnit = 1;
+constexpr int longestFound = 60;  // of what stood in the file, more would bury the message
+
+[[noreturn]] void endInRuntimeError(std::string_view line) {
+    writeStandardError(line);
+    runReport.end = RunEnd::runtimeError;
+    runReport.HERR = line.substr(0, line.find('\n'));
+    divideByZero();
+}
+
+void openResult(const Text255& path) {
+    if (!openForReading(resultUnit, path.view())) fileError(path.view(), "cannot be read");
+}
+
+}  // namespace
+
+void ERRORCONTROL(int IERR, const Text255& HERR) {
+    if (IERR <= 0) return;
+    if (!openForWriting(resultUnit, ERRORFILEOUT.view())) fileError(ERRORFILEOUT.view(), "cannot be written");
+    writeFree(resultUnit, 0);
+    writeFree(resultUnit, IERR);
+    writeFree(resultUnit, HERR.view());
+    if (!closeUnit(resultUnit)) fileError(ERRORFILEOUT.view(), "cannot be written");
+    runReport.end = RunEnd::refused;
+    runReport.IERR = IERR;
+    runReport.HERR = HERR;
+    divideByZero();
+}
+
+[[noreturn]] void readError(int unit, std::string_view expected, std::string_view found) {
+    FixedText<1600> text;
+    Composer line(text.data(), text.size);
+    line.add("frigana: ");
+    line.add(unitPath(unit));
+    line.add(", line ");
+    line.add(Integer{0, found.empty() ? lineNumber(unit) + 1 : lineNumber(unit)});
+    line.add(": expected ");
+    line.add(expected);
+    if (found.empty()) {
+        line.add(", found the end of the file");
+    } else {
+        line.add(", found \"");
+        for (char character : found.substr(0, longestFound))
+            line.add(static_cast<unsigned char>(character) < ' ' ? '?' : character);
+        line.add(found.size() > longestFound ? "...\"" : "\"");
+    }
+    line.add("\n");
+    endInRuntimeError(text.trimmed());
+}
+
+[[noreturn]] void fileError(std::string_view path, std::string_view problem) {
+    FixedText<1600> text;
+    message(text, "frigana: ", trimRight(path), ": ", problem, "\n");
+    endInRuntimeError(text.trimmed());
+}
+
+[[noreturn]] void operationNotBuilt(std::string_view name) {
+    FixedText<400> text;
+    message(text, "frigana: ", name, " is not part of this build\n");
+    writeStandardError(text.trimmed());
+    runReport.end = RunEnd::notBuilt;
+    runReport.HERR = name;
+    divideByZero();
+}
+
+void MYNROUND(double X, int N, double& R) {
+    const double whole = std::floor(X);
+    // The conversion of what no 32-bit integer holds is the one that the processor makes of it.
+    const int I = whole >= -2147483648.0 && whole <= 2147483647.0 ? static_cast<int>(whole) : -2147483647 - 1;
+    const auto multiple = static_cast<double>(std::pow(10.0f, static_cast<float>(N)));
+    R = I - std::fmod(static_cast<double>(I), multiple);
+}
+
+void DATARECOVERY(const Text255& FILEIN, int LINE, double& VALUE) {
+    openResult(FILEIN);
+    for (int line = 1; line < LINE; ++line)
+        if (skipLine(resultUnit) != ReadStatus::ok) readError(resultUnit, "a line of a result", {});
+    FreeRecord record(resultUnit);
+    if (record.read(VALUE) != ReadStatus::ok) readError(resultUnit, "a number", record.offendingText());
+    closeUnit(resultUnit);
+}
+
+void DATARECOVERS(const Text255& FILEIN, int LINE, Text255& RCTEXT) {
+    constexpr int columns = 80;
+    openResult(FILEIN);
+    for (int line = 1; line < LINE; ++line)
+        if (skipLine(resultUnit) != ReadStatus::ok) readError(resultUnit, "a line of a result", {});
+    if (readText(resultUnit, RCTEXT, columns) != ReadStatus::ok) readError(resultUnit, "a line of text", {});
+    closeUnit(resultUnit);
+}
+
+void MYFINDFI1(const Text255& STRINPUT, int& POS) {
+    for (int i = 1; i <= Text255::size - 3; ++i) {
+        const auto letter = [&](int offset) { return STRINPUT[i + offset]; };
+        if (letter(0) == '.' && (letter(1) == 'F' || letter(1) == 'f') && (letter(2) == 'I' || letter(2) == 'i') &&
+            letter(3) == '1') {
+            POS = i + 3;
+            return;
+        }
+    }
+}
+
+}  // namespace frigana

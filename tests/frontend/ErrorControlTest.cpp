@@ -1,0 +1,218 @@
+// The road of a failure and the helpers of every operation.
+#include "14_ErrorControl.h"
+
+#include <gtest/gtest.h>
+
+#include <cfenv>
+#include <csignal>
+#include <thread>
+
+#include "TemporaryFolder.h"
+#include "TextFile.h"
+#include "Trap.h"
+
+namespace frigana {
+namespace {
+
+using test::readFile;
+using test::TemporaryFolder;
+using test::writeFile;
+
+// True if the routine came back, false if it ended in the trap.
+template <class Routine>
+bool comesBack(Routine routine) {
+    const bool back = runContained([](void* context) { (*static_cast<Routine*>(context))(); }, &routine);
+    abandonAllUnits();
+    return back;
+}
+
+struct ErrorControl : testing::Test {
+    TemporaryFolder folder;
+    std::string result = folder.path("plant.fo1");
+    void SetUp() override {
+        ERRORFILEOUT = Text255(std::string_view(result));
+        runReport = {};
+    }
+};
+
+TEST_F(ErrorControl, APositiveCodeWritesTheFailureFormAndEndsTheRun) {
+    writeFile(result, "an older and longer result\n1\n2\n3\n4\n5\n");
+    bool reached = false;
+    EXPECT_FALSE(comesBack([&] {
+        ERRORCONTROL(201300, "Error: wet compression, increase the inlet superheat");
+        reached = true;
+    }));
+    EXPECT_FALSE(reached);
+    const std::string text = "Error: wet compression, increase the inlet superheat";
+    EXPECT_EQ(readFile(result), " 0\n 201300\n " + text + std::string(255 - text.size(), ' ') + "\n");
+    EXPECT_EQ(runReport.end, RunEnd::refused);
+    EXPECT_EQ(runReport.IERR, 201300);
+}
+
+TEST_F(ErrorControl, ZeroAndNegativeCodesDoNothingAndTheRunGoesOn) {
+    for (int code : {0, -1, -117, -2147483647}) {
+        bool reached = false;
+        EXPECT_TRUE(comesBack([&] {
+            ERRORCONTROL(code, "a warning");
+            reached = true;
+        }));
+        EXPECT_TRUE(reached);
+    }
+    EXPECT_EQ(readFile(result), "");
+}
+
+TEST_F(ErrorControl, AResultThatCannotBeWrittenIsARuntimeError) {
+    ERRORFILEOUT = Text255(std::string_view(folder.path("missing/plant.fo1")));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(comesBack([] { ERRORCONTROL(1, "text"); }));
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot be written"), std::string::npos);
+    EXPECT_EQ(runReport.end, RunEnd::runtimeError);
+}
+
+TEST_F(ErrorControl, LinesOfAResultAreFoundByNumber) {
+    writeFile(result, " 2\n 1\n a title, with a comma\n R134A.FLD 1430\n EVAPORATOR\n   243.5  rest\n");
+    double value = 0.0;
+    Text255 text;
+    EXPECT_TRUE(comesBack([&] {
+        DATARECOVERY(Text255(std::string_view(result)), 6, value);
+        DATARECOVERS(Text255(std::string_view(result)), 4, text);
+    }));
+    EXPECT_EQ(value, 243.5);
+    EXPECT_EQ(text, " R134A.FLD 1430");
+}
+
+TEST_F(ErrorControl, ALineBeyondTheEndOfAScratchFileEndsTheRun) {
+    writeFile(result, " 2\n 1\n");
+    for (int line : {3, 4, 100}) {
+        double value = 0.0;
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(comesBack([&] { DATARECOVERY(Text255(std::string_view(result)), line, value); }));
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_NE(said.find("plant.fo1, line 3: expected"), std::string::npos) << said;
+        EXPECT_NE(said.find("found the end of the file"), std::string::npos) << said;
+    }
+    Text255 text;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(comesBack([&] { DATARECOVERS(Text255(std::string_view(result)), 3, text); }));
+    EXPECT_FALSE(comesBack([&] { DATARECOVERS("no such file", 1, text); }));
+    testing::internal::GetCapturedStderr();
+}
+
+TEST_F(ErrorControl, TextInTheLineOfANumberEndsTheRun) {
+    writeFile(result, " 2\n EVAPORATOR\n");
+    double value = 0.0;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(comesBack([&] { DATARECOVERY(Text255(std::string_view(result)), 2, value); }));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("line 2: expected a number, found \"EVAPORATOR\""), std::string::npos) << said;
+    EXPECT_FALSE(unitIsOpen(1));
+}
+
+TEST(MyNRound, CutsTowardsZeroBehindTheFloor) {
+    struct Row {
+        double X;
+        int N;
+        double expected;
+    };
+    const Row rows[] = {{273.9, 1, 270.0}, {273.9, 2, 200.0}, {9.99, 1, 0.0},   {-15.5, 1, -10.0},
+                        {-5.0, 1, 0.0},    {100.0, 2, 100.0}, {99.999, 2, 0.0}, {4059.28, 2, 4000.0},
+                        {0.0, 1, 0.0},     {273.9, 0, 273.0}, {-0.5, 0, -1.0}};
+    for (const Row& row : rows) {
+        double R = row.X;
+        MYNROUND(R, row.N, R);
+        EXPECT_EQ(R, row.expected) << row.X << " " << row.N;
+    }
+}
+
+TEST(MyFindFi1, TheFirstHitFromTheLeftInAnyCase) {
+    struct Row {
+        const char* path;
+        int expected;
+    };
+    const Row rows[] = {{"C:\\work\\plant.fi1", 17},
+                        {"plant.Fi1", 9},
+                        {"plant.fI1 and text", 9},
+                        {"plant.FI1", 9},
+                        {"a.fi1.fi1", 5},
+                        {"plant.fi2", -5},
+                        {"plant.f1", -5},
+                        {"", -5},
+                        {".fi1", 4}};
+    for (const Row& row : rows) {
+        int POS = -5;
+        MYFINDFI1(row.path, POS);
+        EXPECT_EQ(POS, row.expected) << row.path;
+    }
+    for (int start : {251, 252}) {
+        Text255 path;
+        path.assign(start, 255, ".fi1");
+        int POS = -5;
+        MYFINDFI1(path, POS);
+        EXPECT_EQ(POS, start + 3);
+    }
+}
+
+TEST(Trap, TheHostsDispositionMaskAndEnvironmentAreItsOwnAgain) {
+    static volatile int heard = 0;
+    struct sigaction own {};
+    own.sa_handler = [](int) { heard = heard + 1; };
+    struct sigaction before;
+    sigaction(SIGFPE, &own, &before);
+    sigset_t mask, old;
+    sigemptyset(&mask);
+    sigaddset(&mask, SIGFPE);
+    pthread_sigmask(SIG_BLOCK, &mask, &old);
+    std::fesetround(FE_UPWARD);
+
+    EXPECT_FALSE(comesBack([] {
+        EXPECT_EQ(std::fegetround(), FE_TONEAREST);
+        divideByZero();
+    }));
+    EXPECT_TRUE(comesBack([] {}));
+
+    EXPECT_EQ(std::fegetround(), FE_UPWARD);
+    std::fesetround(FE_TONEAREST);
+    sigset_t now;
+    pthread_sigmask(SIG_SETMASK, &old, &now);
+    EXPECT_EQ(sigismember(&now, SIGFPE), 1);
+    struct sigaction after;
+    sigaction(SIGFPE, &before, &after);
+    EXPECT_EQ(after.sa_handler, own.sa_handler);
+    EXPECT_EQ(heard, 0);
+}
+
+TEST(Trap, CallsMayBeNestedAndTheInnermostContains) {
+    bool innerBack = true, afterInner = false;
+    EXPECT_FALSE(comesBack([&] {
+        innerBack = comesBack([] { divideByZero(); });
+        afterInner = true;
+        divideByZero();
+    }));
+    EXPECT_FALSE(innerBack);
+    EXPECT_TRUE(afterInner);
+}
+
+TEST(Trap, ASignalInAnotherThreadGoesToTheHostsHandler) {
+    static volatile int heard = 0;
+    struct sigaction own {};
+    own.sa_handler = [](int) { heard = heard + 1; };
+    struct sigaction before;
+    sigaction(SIGFPE, &own, &before);
+    EXPECT_TRUE(comesBack([] { std::thread([] { raise(SIGFPE); }).join(); }));
+    sigaction(SIGFPE, &before, nullptr);
+    EXPECT_EQ(heard, 1);
+}
+
+using ErrorControlDeathTest = ErrorControl;
+TEST_F(ErrorControlDeathTest, WithoutABorderTheTrapEndsTheProcess) {
+    EXPECT_EXIT(
+        {
+            std::signal(SIGFPE, SIG_DFL);
+            ERRORCONTROL(5, "text");
+        },
+        testing::KilledBySignal(SIGFPE), "");
+    EXPECT_EQ(readFile(result).substr(0, 6), " 0\n 5\n");
+}
+
+}  // namespace
+}  // namespace frigana
