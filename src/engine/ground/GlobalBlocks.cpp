@@ -2,6 +2,7 @@
 #include "FluidFiles.h"
 #include "ModelTags.h"
 #include "ReferenceState.h"
+#include "SaturationSpline.h"
 
 namespace frigana {
 
@@ -9,6 +10,7 @@ ModelTags modelTags;
 FluidConstants fluidConstants;
 FluidFiles fluidFiles;
 ReferenceState referenceState;
+SaturationSpline saturationSpline;
 
 ModelTags::ModelTags() {
     for (SlotArray<Text3>* tags : {&HMXEOS, &HMODCP, &HETA, &HTCX, &HSTENK, &HDIELK, &HMELTK, &HSUBLK, &HPSK, &HPLK,
