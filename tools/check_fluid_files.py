@@ -596,6 +596,14 @@ def load(*path):
         return json.load(f)
 
 
+def guarded(c, check, *args):
+    """A file that cannot be read at all is a difference like any other."""
+    try:
+        check(c, *args)
+    except (AssertionError, IndexError, KeyError, OSError, ValueError) as e:
+        c.bad.append("cannot be read: %s %s" % (type(e).__name__, e))
+
+
 def report(name, c):
     for line in c.bad:
         print("%-12s %s" % (name, line))
@@ -611,23 +619,20 @@ def main():
     bad = numbers = 0
     for n in names:
         c = Compare()
-        try:
-            check_fluid(c, fluids[n], os.path.join(data, "fluids", n + ".FLD"))
-        except (AssertionError, IndexError, KeyError, ValueError) as e:
-            c.bad.append("cannot be read: %s %s" % (type(e).__name__, e))
+        guarded(c, check_fluid, fluids[n], os.path.join(data, "fluids", n + ".FLD"))
         b, k = report(n, c)
         bad, numbers = bad + b, numbers + k
     c = Compare()
     critical = "critical_lines.json"
-    check_mixture_parameters(c, os.path.join(data, "fluids", "HMX.BNC"), load("mixtures", "binary_pairs.json"),
-                             load("mixtures", "departure_functions.json"),
-                             load(critical) if os.path.exists(os.path.join(HERE, "fluid_tables", critical)) else {})
+    guarded(c, check_mixture_parameters, os.path.join(data, "fluids", "HMX.BNC"),
+            load("mixtures", "binary_pairs.json"), load("mixtures", "departure_functions.json"),
+            load(critical) if os.path.exists(os.path.join(HERE, "fluid_tables", critical)) else {})
     b, k = report("HMX.BNC", c)
     bad, numbers = bad + b, numbers + k
     blends = load("mixtures", "blends.json")["blends"]
     for blend in blends:
         c = Compare()
-        check_blend(c, os.path.join(data, "mixtures", blend["file"]), blend, fluids)
+        guarded(c, check_blend, os.path.join(data, "mixtures", blend["file"]), blend, fluids)
         b, k = report(blend["name"], c)
         bad, numbers = bad + b, numbers + k
     print("%d fluids, %d blends, %d numbers compared, %d differences" % (len(names), len(blends), numbers, bad))
