@@ -42,16 +42,16 @@ struct Condition {
 // One parameter. In the rows of a stage the index counts from the stage's base, codes are those of stage 1, and the
 // gap sign in a text gives way to a number.
 struct CheckRow {
-    int index;                     // k of TDAT(k) and VDAT(k)
-    std::string_view name;         // the parameter as an engineer knows it
-    OptionRange options;           // allowed TDAT(k)
-    ValueLimits limits;            // allowed VDAT(k) by option
+    int index;              // k of TDAT(k) and VDAT(k)
+    std::string_view name;  // the parameter as an engineer knows it
+    OptionRange options;    // allowed TDAT(k)
+    ValueLimits limits;     // allowed VDAT(k) by option
     int optionCode;
     std::string_view optionText;
     int valueCode = 0;
     std::string_view valueText = {};
-    OptionRange refused = {};      // options within the allowed range that are refused all the same
-    Condition onlyIf[2] = {};      // all must hold
+    OptionRange refused = {};  // options within the allowed range that are refused all the same
+    Condition onlyIf[2] = {};  // all must hold
 };
 
 inline constexpr std::string_view stageNumberGap = "##";

@@ -61,7 +61,7 @@ Settings firstSettings(int reqsub) {
             append(settings, {{1, 0}, {1, 0.5}, {1, 0}, {1, 0}, {1, 0}, {1, 0}});
             return settings;
         case 6:  // parameters 8 and 12 do not exist in this cycle
-            return {{1, 373.15}, {2, 5}, {1, 0}, {2, 0}, {1, 0},   {1, 100}, {1, 0.8}, {0, 0},   {2, 0},   {1, 0},
+            return {{1, 373.15}, {2, 5}, {1, 0}, {2, 0},   {1, 0}, {1, 100}, {1, 0.8}, {0, 0},   {2, 0},   {1, 0},
                     {1, 303.15}, {0, 0}, {1, 0}, {1, 0.6}, {2, 0}, {1, 0},   {1, 400}, {1, 350}, {1, 290}, {1, 300}};
         case 7:
             return transcriticalCycle();

@@ -121,10 +121,12 @@ TEST(RangeChecks, ValuesOnBothSidesOfTheirLimits) {
             const double aboveLower = std::nextafter(limit.lower, infinity);
             const double belowUpper = std::nextafter(limit.upper, -infinity);
             const double aboveUpper = std::nextafter(limit.upper, infinity);
-            for (const double value : {limit.strict ? aboveLower : limit.lower, limit.strict ? belowUpper : limit.upper}) {
+            for (const double value :
+                 {limit.strict ? aboveLower : limit.lower, limit.strict ? belowUpper : limit.upper}) {
                 expectAccepted(requestFor(row, limit.option, value), nameOf(row));
             }
-            for (const double value : {limit.strict ? limit.lower : belowLower, limit.strict ? limit.upper : aboveUpper}) {
+            for (const double value :
+                 {limit.strict ? limit.lower : belowLower, limit.strict ? limit.upper : aboveUpper}) {
                 expectRefused(requestFor(row, limit.option, value), row, Refusal::value);
             }
             sides += 2;
@@ -177,10 +179,9 @@ TEST(RangeChecks, TheFirstBadParameterInTheOrderOfCheckingIsReported) {
         if (row->reqsub == 11 && row->k > 16) continue;  // the stages are walked in a test of their own
         CycleRequest request = passingRequest(row->reqsub);
         for (const ParameterCase* later = row; later != end && later->reqsub == row->reqsub; ++later) {
-            for (const Change& change : row->setting) request.set(change);
-            if (row->reqsub == 5 && row->k > 30 && later != row) continue;
             request.set({later->record, later->k, -1, 1e30});
         }
+        for (const Change& change : row->setting) request.set(change);
         expectRefused(request, *row, Refusal::option);
     }
 }
@@ -211,7 +212,7 @@ TEST(RangeChecks, OnlyTheLimitsOfTheChosenOptionMatter) {
 }
 
 TEST(RangeChecks, DecimalLimitsAreThoseOfSinglePrecision) {
-    // 0.1 and 0.2 widen to a little more, 0.0001 and 0.34 to a little less and a little more.
+    // 0.1, 0.2, 0.001 and 0.34 widen to a little more, 0.0001 to a little less.
     EXPECT_EQ(checkWith(1, {{1, 1, 2, 0.1}}).code, 201102);
     EXPECT_EQ(checkWith(1, {{1, 1, 2, 0.10000000149011612}}).kind, Refusal::none);
     EXPECT_EQ(checkWith(1, {{1, 6, 2, 0.2}}).code, 201112);
@@ -351,6 +352,6 @@ TEST(RangeChecks, CodesCarryTheirCycleAndTellOptionFromValue) {
     for (const ParameterCase& row : parameterCases) {
         EXPECT_EQ(row.optionCode / 1000, 200 + row.reqsub);
         EXPECT_EQ(row.optionCode % 2, 1);
-        if (row.valueCode > 0) EXPECT_EQ(row.valueCode, row.optionCode + 1);
+        EXPECT_TRUE(row.valueCode == 0 || row.valueCode == row.optionCode + 1) << row.optionCode;
     }
 }
