@@ -124,6 +124,12 @@ Refusal walkAll(const RequestCheck& check, const CYCLEIN& first, const CYCLEIN& 
 }
 
 void endAtRefusal(const Refusal& refusal) {
+    if (refusal.kind == Refusal::beyondRecord) {
+        Text255 problem;
+        message(problem, "the stages ask for parameter ", Integer{2, refusal.parameter}, ", a record holds ",
+                Integer{2, mostParameters});
+        fileError("cycle request", problem.trimmed());
+    }
     if (refusal.kind != Refusal::none) ERRORCONTROL(refusal.code, refusal.text);
 }
 
