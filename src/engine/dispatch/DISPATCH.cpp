@@ -64,9 +64,12 @@ void REDK(int icomp, double& tz, double& rhoz) {
         CRTBWR(icomp, tz, pc, rhoz);
     else if (is(tag, 'E', 'C', 'S'))
         CRTECS(icomp, tz, pc, rhoz);
-    else if (begins(tag, 'P', 'R'))
-        CRTPR(icomp, tz, pc, rhoz);
-    else
+    else if (begins(tag, 'P', 'R')) {
+        // The switch to this model leaves the reducing values of the fluid's own equation in place, and these need not be
+        // its critical point.
+        tz = fluidConstants.TZ[icomp];
+        rhoz = fluidConstants.RHOZ[icomp];
+    } else
         tz = rhoz = noSuchModel;
 }
 
