@@ -1,0 +1,246 @@
+#include "41_BasicCycle.h"
+
+#include "21_InitSubstance.h"
+#include "22_InitVaporDome.h"
+#include "23_SpecificPoints.h"
+#include "31_FluidInformation.h"
+#include "CycleBricks.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr CondensingChecks condensing{
+    {201201, "Error: Condenser temperature > Critical temperature (", " K)"},
+    {201202, "Error: Condenser pressure > Critical pressure (", " kPa)"},
+    {201205, "Error: Condenser outlet pressure was less or  equal than zero!"},
+};
+constexpr SubcooledChecks condenserOutlet{
+    {201206, "Error: Condenser - outlet temperature is out of range!"},
+    {201207, "Error: Condenser - subcooling is out of range!"},
+};
+constexpr DropChecks liquidLineDrop{
+    {201208, "Error: Liquid line - pressure drop is out of range!"},
+    {201209, "Error: Liquid line - drop of saturation temperature is out of range!"},
+};
+constexpr Check liquidLinePressure{201210, "Error: Liquid line - outlet pressure was less or equal than zero!"};
+constexpr Check liquidLineFall{201211, "Error: Liquid line - change temperature is out of range!"};
+constexpr Check liquidLineSubcooling{201212, "Error: Liquid line - outlet subcooling is out of range!"};
+constexpr EvaporatingChecks evaporating{
+    {201213, "Error: Evaporating temperature > Critical temperature (", " K)"},
+    {201214, "Error: Evaporator temperature > Condenser temperature!"},
+    {201215, "Error: Evaporating pressure > Critical pressure (", " kPa)"},
+    {201216, "Error: Evaporating pressure > condenser pressure!"},
+    {201219, "Error: Evaporator - inlet pressure > condenser pressure!"},
+    {201220, "Error: Evaporator - outlet pressure was less or equal than zero!"},
+};
+constexpr Check evaporatorSuperheat{201221, "Error: Evaporator - superheat is out of range!"};
+constexpr DropChecks suctionLineDrop{
+    {201222, "Error: Suction line - pressure drop is out of range!"},
+    {201223, "Error: Suction line - drop of saturation temperature is out of range!"},
+};
+constexpr Check compressorPressure{201224, "Error: Compressor - inlet pressure was less or equal than zero!"};
+constexpr Check suctionLineAboveTC{201225, "Error: Suction line - outlet temperature > critical temperature (", " K)"};
+constexpr Check suctionLineRise{201226, "Error: Suction line - temperature change is out of range!"};
+// The text speaks of the saturation temperature while it guards the superheat; front ends know it so.
+constexpr Check suctionLineSuperheat{201227, "Error: Suction line drop of saturation temperature is out of range!"};
+constexpr DropChecks dischargeLineDrop{
+    {201228, "Error: Discharge line - pressure drop is out of range!"},
+    {201229, "Error: Discharge line - drop of saturation temperature is out of range!"},
+};
+constexpr Check dischargeLineFall{201230, "Error: Discharge line - temperature change is out of range!"};
+constexpr Check wetCompression{201300, "Error: wet compression, increase the inlet superheat"};
+
+// Everything that a run works out; each begins with it at zero.
+struct Cycle {
+    Level condenser, evaporator;
+    OutletSetting subcooling, superheat;
+    double inletSuperheat;
+    PressureChange liquidDrop, suctionDrop, dischargeDrop;
+    TemperatureChange liquid, suction, discharge;
+    STATEPT condenserOutlet, expansionInlet, evaporatorInlet, evaporatorOutlet, compressorInlet, compressorOutlet,
+        condenserInlet;
+    Flow flow;
+    double power, ratio;
+    Performance performance;
+    Device compressorRows, dischargeRows, condenserRows, liquidRows, expansionRows, evaporatorRows, suctionRows;
+};
+
+Cycle c;
+
+void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
+    condensingLevel(substance, parameter(cycle, 11), parameter(cycle, 13), condensing, c.condenser);
+    const double outletP = c.condenser.outletP();
+    c.subcooling = subcooledOutlet(substance, parameter(cycle, 12), outletP, c.condenser.bubble.T, condenserOutlet,
+                                   c.condenserOutlet);
+
+    c.liquidDrop = pressureChange(substance, parameter(cycle, 15), outletP, bubbleSide, liquidLineDrop);
+    const double lineP = outletP - c.liquidDrop.DP;
+    refuseIf(lineP <= 0.0, liquidLinePressure);
+
+    c.liquid = fallWithSubcooling(substance, parameter(cycle, 14), c.subcooling.T, lineP);
+    refuseOutside(c.liquid.change, changeLimits, liquidLineFall);
+    refuseOutside(c.liquid.degree, changeLimits, liquidLineSubcooling);
+    linePoint(substance, c.condenserOutlet, c.liquidDrop.DP, c.liquid.change, lineP, c.liquid.T, c.expansionInlet);
+}
+
+void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
+    const double inletH = c.expansionInlet.H;  // expansion is isenthalpic
+    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), inletH, c.condenser.T, c.condenser.P,
+                     evaporating, c.evaporator);
+    PROPSIMPLEPH(substance, c.evaporator.inletP(), inletH, c.evaporatorInlet);
+
+    const double outletP = c.evaporator.outletP();
+    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), outletP, c.evaporator.dew.T, evaporatorSuperheat,
+                                    c.evaporatorOutlet);
+
+    c.suctionDrop = pressureChange(substance, parameter(cycle, 5), outletP, dewSide, suctionLineDrop);
+    const double lineP = outletP - c.suctionDrop.DP;
+    refuseIf(lineP <= 0.0, compressorPressure);
+
+    c.suction = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, lineP);
+    refuseAbove(c.suction.T, substance.TC, suctionLineAboveTC);
+    refuseOutside(c.suction.change, changeLimits, suctionLineRise);
+    refuseOutside(c.suction.degree, changeLimits, suctionLineSuperheat);
+    linePoint(substance, c.evaporatorOutlet, c.suctionDrop.DP, c.suction.change, lineP, c.suction.T, c.compressorInlet);
+}
+
+void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
+    const double condenserP = c.condenser.inletP();
+    c.dischargeDrop = pressureChangeBackwards(substance, parameter(cycle, 10), condenserP, dischargeLineDrop);
+    compress(substance, cycle.VDAT[7], c.compressorInlet, condenserP + c.dischargeDrop.DP, c.condenser.dew.H,
+             wetCompression, c.compressorOutlet);
+
+    c.discharge = temperatureFall(parameter(cycle, 9), c.compressorOutlet.T);
+    refuseOutside(c.discharge.change, changeLimits, dischargeLineFall);
+    PROPSIMPLEPT(substance, condenserP, c.discharge.T, c.condenserInlet);
+    c.inletSuperheat = c.discharge.T - c.condenser.dew.T;
+}
+
+void flowsAndPerformance(const CYCLEIN& cycle) {
+    c.flow = massFlow(parameter(cycle, 6), c.compressorInlet.D, cycle.VDAT[8], c.condenserInlet.H - c.condenserOutlet.H,
+                      c.evaporatorOutlet.H - c.evaporatorInlet.H);
+    c.power = c.flow.M * (c.compressorOutlet.H - c.compressorInlet.H);
+    c.ratio = c.compressorOutlet.P / c.compressorInlet.P;
+    c.performance = performanceOf(c.flow.evaporator, c.flow.condenser, c.power);
+}
+
+void deviceRowsOfCircuit(SUBSTANCE& substance) {
+    c.compressorRows = {c.compressorInlet, c.compressorOutlet};
+    c.dischargeRows = {c.compressorOutlet, c.condenserInlet};
+    c.condenserRows = {c.condenserInlet, c.condenserOutlet};
+    c.liquidRows = {c.condenserOutlet, c.expansionInlet};
+    c.expansionRows = {c.expansionInlet, c.evaporatorInlet};
+    c.evaporatorRows = {c.evaporatorInlet, c.evaporatorOutlet};
+    c.suctionRows = {c.evaporatorOutlet, c.compressorInlet};
+
+    INITDATADOME(substance, domeStart * c.evaporator.P);
+
+    for (STATEPT* row :
+         {&c.evaporatorRows.outlet, &c.suctionRows.inlet, &c.suctionRows.outlet, &c.compressorRows.inlet,
+          &c.compressorRows.outlet, &c.dischargeRows.inlet, &c.dischargeRows.outlet, &c.condenserRows.inlet})
+        finishRow(substance, dewSide, *row);
+    for (STATEPT* row : {&c.condenserRows.outlet, &c.liquidRows.inlet, &c.liquidRows.outlet, &c.expansionRows.inlet})
+        finishRow(substance, bubbleSide, *row);
+    finishTwoPhaseRow(c.expansionRows.outlet);
+    finishTwoPhaseRow(c.evaporatorRows.inlet);
+
+    const double M = c.flow.M;
+    finishDevice(c.evaporatorRows, M, Heat::gained);
+    finishDevice(c.suctionRows, M, Heat::gained);
+    finishDevice(c.compressorRows, M, Heat::gained);
+    finishDevice(c.dischargeRows, M, Heat::lost);
+    finishDevice(c.condenserRows, M, Heat::lost);
+    finishDevice(c.liquidRows, M, Heat::lost);
+    finishDevice(c.expansionRows, M, Heat::lost);
+}
+
+void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT) {
+    const double M = c.flow.M;
+    const double isentropic = cycle.VDAT[7];
+    const double volumetric = cycle.VDAT[8];
+    ResultWriter writer(FILEOUT);
+    resultHeader(writer, cycle, substance);
+
+    deviceRows(writer, "EVAPORATOR", c.evaporatorRows);
+    writer.value("Glide", "K", c.evaporator.glide);
+    writer.value("Drop of saturation temperature", "K", c.evaporator.DT);
+    writer.value("Superheat", "K", c.superheat.degree);
+    writer.value("Mass flow", "kg/s", M);
+    writer.value("Pressure drop", "kPa", c.evaporatorRows.DP);
+    writer.value("Capacity", "kW", c.evaporatorRows.heat);
+
+    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suctionDrop, "Temperature rise", c.suction.change,
+                "Heat gain");
+
+    deviceRows(writer, "COMPRESSOR", c.compressorRows);
+    writer.value("Isentropic efficiency", "-", isentropic);
+    writer.value("Volumetric efficiency", "-", volumetric);
+    writer.value("Swept volume", "m3/s", c.flow.V);
+    writer.value("Pressure ratio", "-", c.ratio);
+    writer.value("Mass flow", "kg/s", M);
+    writer.value("Power", "kW", c.power);
+
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.dischargeDrop, "Temperature fall", c.discharge.change,
+                "Heat loss");
+
+    deviceRows(writer, "CONDENSER", c.condenserRows);
+    writer.value("Glide", "K", c.condenser.glide);
+    writer.value("Drop of saturation temperature", "K", c.condenser.DT);
+    writer.value("Superheat at the inlet", "K", c.inletSuperheat);
+    writer.value("Subcooling", "K", c.subcooling.degree);
+    writer.value("Mass flow", "kg/s", M);
+    writer.value("Pressure drop", "kPa", c.condenserRows.DP);
+    writer.value("Capacity", "kW", c.condenserRows.heat);
+
+    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquidDrop, "Temperature fall", c.liquid.change, "Heat loss");
+
+    deviceRows(writer, "EXPANSION DEVICE", c.expansionRows);
+    writer.value("Mass flow", "kg/s", M);
+    writer.value("Pressure drop", "kPa", c.expansionRows.DP);
+    writer.value("Enthalpy change times mass flow", "kW", c.expansionRows.heat);
+
+    writer.heading("PERFORMANCE PARAMETERS");
+    writer.value("Mass flow", "kg/s", M);
+    writer.value("Volumetric cooling capacity", "kJ/m3", c.evaporatorRows.heat / c.flow.V);
+    writer.value("Volumetric heating capacity", "kJ/m3", c.condenserRows.heat / c.flow.V);
+    writer.value("Evaporator capacity", "kW", c.evaporatorRows.heat);
+    writer.value("Condenser capacity", "kW", c.condenserRows.heat);
+    writer.value("Compressor power", "kW", c.power);
+    writer.value("Isentropic efficiency", "-", isentropic);
+    writer.value("Volumetric efficiency", "-", volumetric);
+    writer.value("Swept volume", "m3/s", c.flow.V);
+    performanceRows(writer, c.performance);
+    writer.value("Subcooling at the liquid line outlet", "K", c.liquid.degree);
+    writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
+    writer.value("Superheat at the suction line outlet", "K", c.suction.degree);
+    writer.value("Specific cooling effect", "kJ/kg", c.evaporatorRows.heat / M);
+    writer.value("Specific heat rejection", "kJ/kg", c.condenserRows.heat / M);
+    writer.value("Mean condensing temperature", "K", c.condenser.T);
+    writer.value("Mean evaporating temperature", "K", c.evaporator.T);
+
+    const STATEPT* const points[] = {&c.compressorInlet,  &c.compressorOutlet,
+                                     &c.condenserInlet,   &dewPointOfGraph(c.condenserInlet, c.condenser.dew),
+                                     &c.condenser.bubble, &c.condenserOutlet,
+                                     &c.expansionInlet,   &c.evaporatorInlet,
+                                     &c.evaporator.dew,   &c.evaporatorOutlet,
+                                     &c.compressorInlet};
+    graphs(writer, points, substance);
+    writer.close();
+}
+
+}  // namespace
+
+void SOLBASICCYCLE(SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT) {
+    c = {};
+    INITSUBSTANCE(substance);
+    FLUIDGWP(substance);
+    condenserToExpansion(substance, cycle);
+    evaporatorToCompressor(substance, cycle);
+    compressorToCondenser(substance, cycle);
+    flowsAndPerformance(cycle);
+    deviceRowsOfCircuit(substance);
+    writeResult(substance, cycle, FILEOUT);
+}
+
+}  // namespace frigana

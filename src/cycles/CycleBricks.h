@@ -1,0 +1,192 @@
+// The pieces that all cycle solvers are made of: one routine per step of a circuit. A solver hands over the request's
+// parameters and the codes and texts of its own checks as data, and reads like its circuit.
+//
+// Units: K, kPa, kg/m3, kJ/kg, kJ/(kg K), kg/s, kW, m3/s throughout. Drops, rises and falls are positive in the
+// direction of the flow. A check ends the run; one with the code 0 stands for a check that the solver does not make.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "12_MyVariables.h"
+#include "26_SaturatTempDrop.h"
+#include "ResultWriter.h"
+
+namespace frigana {
+
+// ---- checks ---------------------------------------------------------------------------------------------------------
+
+// Code and message of a check. Where the message quotes a limit, it stands between text and tail (F12.4, trimmed).
+struct Check {
+    int code = 0;
+    std::string_view text{};
+    std::string_view tail{};
+};
+
+// Closed range; the limits are single-precision constants, widened for the comparison.
+struct Limits {
+    float low, high;
+};
+inline constexpr Limits temperatureLimits{100.0f, 600.0f};  // K
+inline constexpr Limits changeLimits{0.0f, 200.0f};         // K: change, subcooling, superheat, saturation drop
+inline constexpr Limits pressureDropLimits{0.0f, 1000.0f};  // kPa
+
+void refuseIf(bool condition, const Check& check);
+void refuseAbove(double value, double limit, const Check& check);  // the message quotes the limit
+void refuseOutside(double value, const Limits& limits, const Check& check);
+
+// ---- parameters -----------------------------------------------------------------------------------------------------
+
+// How a parameter is to be read, and its value.
+struct Parameter {
+    int option;
+    double value;
+};
+Parameter parameter(const CYCLEIN& cycle, int k);
+
+// ---- pressure and temperature levels --------------------------------------------------------------------------------
+
+// Mean level of a condenser or an evaporator, with its saturation points.
+struct Level {
+    double T = 0, P = 0;    // mean temperature and pressure
+    double DP = 0, DT = 0;  // drop of pressure and of saturation temperature
+    double glide = 0;
+    STATEPT bubble{}, dew{};
+    double inletP() const { return P + DP / 2.0; }
+    double outletP() const { return P - DP / 2.0; }
+};
+
+struct CondensingChecks {
+    Check aboveTC, abovePC, outletPressure;
+};
+// Level 1: mean temperature, 2: mean pressure; drop 1: of pressure, 2: of saturation temperature. Checks the level
+// before, the outlet pressure after the solution.
+void condensingLevel(const SUBSTANCE& substance, Parameter level, Parameter drop, const CondensingChecks& checks,
+                     Level& condenser);
+
+struct EvaporatingChecks {
+    Check aboveTC, notBelowCondenserT, abovePC, notBelowCondenserP, inletAboveCondenser, outletPressure;
+};
+// As above with the enthalpy of the two-phase inlet.
+//   Given     highT, highP  the level that the evaporator must stay below, mean condensing temperature and pressure
+void evaporatingLevel(const SUBSTANCE& substance, Parameter level, Parameter drop, double inletH, double highT,
+                      double highP, const EvaporatingChecks& checks, Level& evaporator);
+
+// Pressure change of a line or of a side of an exchanger.
+struct PressureChange {
+    double DP = 0;  // drop of pressure
+    double DT = 0;  // drop of saturation temperature
+};
+struct DropChecks {
+    Check pressure, temperature;
+};
+// Option 1: drop of pressure given, 2: drop of saturation temperature; side is that of the fluid in the line.
+PressureChange pressureChange(const SUBSTANCE& substance, Parameter drop, double inletP, int side,
+                              const DropChecks& checks);
+// The same for a line worked out backwards from the pressure at its outlet, on the dew side.
+PressureChange pressureChangeBackwards(const SUBSTANCE& substance, Parameter drop, double outletP,
+                                       const DropChecks& checks);
+
+// Temperature change of a line.
+struct TemperatureChange {
+    double T = 0;       // at the outlet
+    double change = 0;  // fall of a liquid or discharge line, rise of a suction line
+    double degree = 0;  // subcooling or superheat at the outlet
+};
+// Option 1: outlet temperature given, 2: fall given.
+TemperatureChange temperatureFall(Parameter given, double inletT);
+// Option 1: outlet temperature given, 2: rise given.
+TemperatureChange temperatureRise(Parameter given, double inletT);
+// The same with the subcooling at the outlet pressure; option 3: subcooling given.
+TemperatureChange fallWithSubcooling(const SUBSTANCE& substance, Parameter given, double inletT, double outletP);
+// The same with the superheat; option 3: superheat given.
+TemperatureChange riseWithSuperheat(const SUBSTANCE& substance, Parameter given, double inletT, double outletP);
+
+// Outlet of a line: a copy of its inlet where nothing changes, otherwise the state at P and T.
+void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,
+               STATEPT& outlet);
+
+// Temperature of a condenser's or an evaporator's outlet, and its distance from saturation.
+struct OutletSetting {
+    double T = 0;
+    double degree = 0;  // subcooling or superheat
+};
+// Outlet of a condenser. Option 1: temperature given, 2: subcooling. A subcooling of exactly 0 is the bubble point.
+struct SubcooledChecks {
+    Check temperature, subcooling;
+};
+OutletSetting subcooledOutlet(const SUBSTANCE& substance, Parameter given, double P, double bubbleT,
+                              const SubcooledChecks& checks, STATEPT& outlet);
+// Outlet of an evaporator. Option 1: temperature given, 2: superheat. A superheat of exactly 0 is the dew point.
+OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT, const Check& range,
+                                STATEPT& outlet);
+
+// ---- flows and devices ----------------------------------------------------------------------------------------------
+
+// Compressor with isentropic efficiency; an outlet enthalpy below that of dewH is wet compression.
+void compress(const SUBSTANCE& substance, double efficiency, const STATEPT& inlet, double outletP, double dewH,
+              const Check& wet, STATEPT& outlet);
+
+// Mass flow and capacities.
+struct Flow {
+    double M = 0;          // mass flow
+    double V = 0;          // swept volume flow
+    double condenser = 0;  // capacities
+    double evaporator = 0;
+};
+// Option 1: swept volume given, 2: condenser capacity, 3: evaporator capacity.
+//   Given   D     density at the compressor inlet;  ETAV  volumetric efficiency
+//           HC    enthalpy fall of the condenser;   HE    enthalpy rise of the evaporator
+Flow massFlow(Parameter capacity, double D, double ETAV, double HC, double HE);
+
+double energyEfficiencyRatio(double COP);
+
+// A device or line with its own copies of the points at its ends.
+struct Device {
+    STATEPT inlet{}, outlet{};
+    double M = 0;
+    double heat = 0;  // positive in the device's normal direction
+    double DP = 0;
+};
+enum class Heat { gained, lost };
+void finishDevice(Device& device, double M, Heat direction);
+
+// TSAT of a row at its own pressure, and its quality held within 0 to 1.
+void finishRow(const SUBSTANCE& substance, int side, STATEPT& row);
+// The same for a two-phase row, which takes its own temperature.
+void finishTwoPhaseRow(STATEPT& row);
+
+// The dome tables start from this part of the mean evaporating pressure.
+inline constexpr double domeStart = static_cast<double>(0.95f);
+
+// ---- report ---------------------------------------------------------------------------------------------------------
+
+// REQTYPE, REQSUB, TITLE, and the fluid with its global warming potential: four lines.
+void resultHeader(ResultWriter& writer, const CYCLEIN& cycle, const SUBSTANCE& substance);
+
+// P, T, D, H, S, Q, TSAT: seven lines. The names begin with where, such as "Inlet".
+void stateRow(ResultWriter& writer, std::string_view where, const STATEPT& point);
+// P, T, D, H, S: five lines.
+void shortStateRow(ResultWriter& writer, std::string_view where, const STATEPT& point);
+
+// Heading and the rows of both ends.
+void deviceRows(ResultWriter& writer, std::string_view heading, const Device& device);
+
+// A line: rows, pressure drop, drop of saturation temperature, temperature change, mass flow, heat.
+void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
+                 std::string_view changeName, double change, std::string_view heatName);
+
+// The four coefficients of performance.
+struct Performance {
+    double coolingCOP, coolingEER, heatingCOP, heatingEER;
+};
+Performance performanceOf(double evaporatorCapacity, double condenserCapacity, double power);
+void performanceRows(ResultWriter& writer, const Performance& performance);
+
+// The dew point, or the condenser inlet once more where that inlet lies inside the dome or at its edge.
+const STATEPT& dewPointOfGraph(const STATEPT& condenserInlet, const STATEPT& dew);
+
+// Both diagrams: the cycle's points in order as pairs, and the dome.
+void graphs(ResultWriter& writer, std::span<const STATEPT* const> points, const SUBSTANCE& substance);
+
+}  // namespace frigana

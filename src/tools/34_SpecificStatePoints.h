@@ -1,0 +1,12 @@
+// One state from two of temperature, pressure and density.
+#pragma once
+
+#include "12_MyVariables.h"
+
+namespace frigana {
+
+//   Codes     104201 to 104215
+//   Notes     A state that cannot be computed is no error: the file holds what was asked for and -777.
+void SPECIFSTATEPOINT(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT);
+
+}  // namespace frigana
