@@ -14,9 +14,10 @@ enum class RunEnd {
 };
 struct RunReport {
     RunEnd end = RunEnd::returned;
-    int IERR = 0;        // code of a refusal
-    Text255 HERR;        // its text; the line on standard error; the name of the operation that is not built
-    bool stray = false;  // a trap that nobody raised on purpose
+    int type = 0, sub = 0;  // what was asked for
+    int IERR = 0;           // code of a refusal
+    Text255 HERR;           // its text; the line on standard error; the name of the operation that is not built
+    Text255 resultPath;     // the result file, or the mixture file that was asked for
 };
 extern RunReport runReport;
 

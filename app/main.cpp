@@ -1,0 +1,94 @@
+// The program frigana: runs one request and says what came of it.
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "14_ErrorControl.h"
+#include "Installation.h"
+#include "Platform.h"
+#include "Report.h"
+#include "frigana.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace frigana;
+
+constexpr int usageError = 1;
+constexpr int runtimeError = 3;
+
+int complain(int status, const std::string& text) {
+    std::cerr << "frigana: " << text << '\n';
+    return status;
+}
+
+// The entry cuts paths at 255 characters: a request or an installation that lies deeper is told so.
+bool fits(const std::string& path) {
+    return path.size() <= static_cast<std::size_t>(Text255::size);
+}
+
+bool writeTo(const std::string& path, const app::RunResult& result,
+             void (*print)(std::ostream&, const app::RunResult&)) {
+    if (path.empty()) return true;
+    if (path == "-") {
+        print(std::cout, result);
+        return true;
+    }
+    std::ofstream file(path);
+    print(file, result);
+    file.close();
+    return static_cast<bool>(file);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CLI::App options{
+        "Runs one refrigeration request and says what came of it.\n"
+        "Exit status: 0 done, 1 wrong command line, 2 the request was refused (code and message are "
+        "shown),\n3 the request cannot be read or the result cannot be written, 4 the operation is not "
+        "part of this build.",
+        "frigana"};
+    std::string request, data, json, csv;
+    options
+        .add_option("REQUEST", request, "request file, with the extension .fi1; the result file .fo1 is left beside it")
+        ->required();
+    options.add_option("--data", data, "folder that holds fluids and mixtures (default: the one of this program)");
+    options.add_option("--json", json, "write the values with names and units as JSON to this file (- for here)");
+    options.add_option("--csv", csv, "write the values with names and units as CSV to this file (- for here)");
+    options.set_version_flag("--version", "frigana " FRIGANA_VERSION);
+    try {
+        options.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return options.exit(error) == 0 ? 0 : usageError;
+    }
+
+    Text255 path{std::string_view(request)};
+    int position = 0;
+    MYFINDFI1(path, position);
+    if (!fits(request) || position == 0)
+        return complain(usageError,
+                        request + ": the path of a request has the extension .fi1 and at most 255 characters");
+    if (data.empty()) data = app::defaultInstallation();
+    if (data.empty()) return complain(runtimeError, "no data folder found; name one with --data");
+    const std::string address = data + "/frigana";
+    if (!fits(address)) return complain(usageError, data + ": the path is too long");
+
+    // A result of an earlier run shall never be taken for that of this one.
+    const std::string resultPath(trimRight(path.slice(1, position - 4)));
+    removeFile(resultPath + ".fo1");
+
+    app::RunResult result;
+    app::gatherEntries(result.entries);
+    Frigana(request.data(), address.data(), static_cast<int>(request.size()), static_cast<int>(address.size()));
+    listenToResult(nullptr, nullptr);
+
+    result.report = runReport;
+    result.resultExists = fileExists(runReport.resultPath.view());
+    if (json != "-" && csv != "-") app::printReport(std::cout, result);
+    if (!writeTo(json, result, app::printJson)) return complain(runtimeError, json + ": cannot be written");
+    if (!writeTo(csv, result, app::printCsv)) return complain(runtimeError, csv + ": cannot be written");
+    return app::exitStatus(result);
+}

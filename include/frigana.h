@@ -1,0 +1,37 @@
+/* Frigana: refrigeration calculations. The C interface of libfrigana.
+ *
+ * A request is a text file with the extension .fi1; the answer is the text file of the same name with the extension
+ * .fo1, left beside it. The result file is the only channel back: its first line is the type of the request, or 0 when
+ * the request was refused, in which case a code and a text follow. When the request itself cannot be read (missing,
+ * short or malformed), one line goes to standard error and no result file is written.
+ *
+ * The library keeps its state from call to call, runs one request at a time, and is not re-entrant. Control always
+ * comes back to the caller, and the handling of signals is the caller's own again.
+ */
+#ifndef FRIGANA_H
+#define FRIGANA_H
+
+#if defined(_WIN32)
+#define FRIGANA_API __declspec(dllexport)
+#else
+#define FRIGANA_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Runs one request.
+ *   FILEIN          full path of the request file (backslashes, slashes or a mix); text behind ".fi1" is ignored
+ *   ADDRESS         full path of a file in the installation folder, which holds the folders fluids and mixtures; only
+ *                   the part up to the last separator counts
+ *   FILEIN_LENGTH,  lengths of the two texts in characters; what lies beyond 255 is cut. The texts need no null
+ *   ADDRESS_LENGTH  character at their end
+ */
+FRIGANA_API void Frigana(const char* FILEIN, const char* ADDRESS, int FILEIN_LENGTH, int ADDRESS_LENGTH);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

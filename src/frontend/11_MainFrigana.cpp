@@ -1,0 +1,113 @@
+#include "11_MainFrigana.h"
+
+#include "13_ReadInputData.h"
+#include "14_ErrorControl.h"
+#include "Message.h"
+#include "Operations.h"
+#include "Platform.h"
+#include "TextFile.h"
+#include "Trap.h"
+
+namespace frigana {
+
+namespace {
+
+// A field that a request does not give keeps the value of the request before.
+SUBSTANCE substance1, substance2;
+CYCLEIN cycle1, cycle2;
+PROPREQ propertyRequest;
+Text255 FILEIN, FILEOUT;
+
+constexpr int storeNewMixture = 7;
+
+void runPropertyRequest(int sub) {
+    int stepFlag = 0;
+    READINPUTPROPS(FILEIN, substance1, propertyRequest, stepFlag);
+    if (propertyPreparation.initialise == nullptr) operationNotBuilt("Property request");
+    propertyPreparation.initialise(substance1);
+    propertyPreparation.lookUp(substance1);
+    // Setting up wrote over the record: it shall stand as the request gave it.
+    READINPUTPROPS(FILEIN, substance1, propertyRequest, stepFlag);
+
+    if (sub == storeNewMixture) {
+        message(FILEOUT, ADDRESS.slice(1, lastSeparator(ADDRESS.view())), "mixtures\\", substance1.MIXNAME.trimmed(),
+                ".mix");
+        runReport.resultPath = FILEOUT;
+    }
+    for (const PropertyOperation& operation : propertyOperations) {
+        if (operation.sub != sub) continue;
+        const auto tool = operation.limits != nullptr && stepFlag == 0 ? operation.limits : operation.tool;
+        if (tool == nullptr) operationNotBuilt(operation.name);
+        tool(substance1, propertyRequest, FILEOUT);
+    }
+}
+
+void runCycleRequest(int sub) {
+    for (const CycleOperation& operation : cycleOperations) {
+        if (operation.sub != sub) continue;
+        switch (operation.reader) {
+            case CycleReader::oneFluid:
+                READINPUTCYCLE(FILEIN, substance1, cycle1);
+                break;
+            case CycleReader::combined:
+                READINPUTCOMBINED(FILEIN, substance1, cycle1, substance2, cycle2);
+                break;
+            case CycleReader::cascade:
+                READINPUTCASCADE(FILEIN, substance1, cycle1, substance2, cycle2);
+                break;
+            case CycleReader::pumped:
+                READINPUTPUMPED(FILEIN, substance1, cycle1, substance2, cycle2);
+                break;
+        }
+        if (operation.check != nullptr) operation.check(cycle1);
+        if (operation.checkTwo != nullptr) operation.checkTwo(cycle1, cycle2);
+        if (operation.solve != nullptr)
+            operation.solve(substance1, cycle1, FILEOUT);
+        else if (operation.solveTwo != nullptr)
+            operation.solveTwo(substance1, cycle1, substance2, cycle2, FILEOUT);
+        else
+            operationNotBuilt(operation.name);
+    }
+}
+
+void run(void*) {
+    FNDFLDFLAG = 'N';
+    int position = 0;
+    MYFINDFI1(FILEIN, position);
+    if (position == 0) fileError(FILEIN.view(), "the path of a request has the extension .fi1");
+    FILEIN.assign(FILEIN.slice(1, position));
+
+    message(FILEOUT, trimRight(FILEIN.slice(1, position - 4)), ".fo1");
+    ERRORFILEOUT = FILEOUT;
+    runReport.resultPath = FILEOUT;
+    TEMPORALFILEOUT = FILEOUT;
+    temporalLength = lastSeparator(TEMPORALFILEOUT.view());
+    TEMPORALFILEOUT.assign(TEMPORALFILEOUT.slice(1, temporalLength));
+
+    int type = 0, sub = 0;
+    READINPUTTYPE(FILEIN, type, sub);
+    runReport.type = type;
+    runReport.sub = sub;
+    // What no table names falls through and leaves no result.
+    if (type == 1) runPropertyRequest(sub);
+    if (type == 2) runCycleRequest(sub);
+}
+
+}  // namespace
+
+void runRequest(std::string_view requestPath, std::string_view installationPath) {
+    runReport = {};
+    FILEIN = requestPath;
+    ADDRESS = installationPath;
+    const bool returned = runContained(run, nullptr);
+    if (!returned && runReport.end == RunEnd::returned) {
+        constexpr std::string_view text = "frigana: an integer was divided by zero in the calculation";
+        writeStandardError(text);
+        writeStandardError("\n");
+        runReport.end = RunEnd::runtimeError;
+        runReport.HERR = text;
+    }
+    abandonAllUnits();
+}
+
+}  // namespace frigana
