@@ -5,6 +5,7 @@
 #include "CORE_BWR.h"
 #include "CORE_CPP.h"
 #include "CORE_ECS.h"
+#include "CORE_ECS_PHI.h"
 #include "CORE_FEQ.h"
 #include "CORE_PH0.h"
 #include "CORE_PR.h"
@@ -65,8 +66,8 @@ void REDK(int icomp, double& tz, double& rhoz) {
     else if (is(tag, 'E', 'C', 'S'))
         CRTECS(icomp, tz, pc, rhoz);
     else if (begins(tag, 'P', 'R')) {
-        // The switch to this model leaves the reducing values of the fluid's own equation in place, and these need not be
-        // its critical point.
+        // The switch to this model leaves the reducing values of the fluid's own equation in place, and these need not
+        // be its critical point.
         tz = fluidConstants.TZ[icomp];
         rhoz = fluidConstants.RHOZ[icomp];
     } else

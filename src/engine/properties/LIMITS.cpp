@@ -8,6 +8,7 @@
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "MELTING.h"
+#include "MIX_HMX.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
@@ -18,7 +19,6 @@ namespace frigana {
 namespace {
 
 constexpr std::string_view waterNumber = "7732-18-5";
-constexpr std::string_view ammoniaNumber = "7664-41-7";
 constexpr std::string_view parahydrogenNumber = "1333-74-0p";
 
 struct Bounds {
@@ -50,15 +50,6 @@ Bounds slotBounds(const Text3& htype, int icomp, double noLimit) {
     Bounds bounds{fluid.TMEOS[icomp], fluid.TXEOS[icomp], fluid.DEOS[icomp], fluid.PEOS[icomp]};
     if (isKind(htype, "TRP", "trp") && fluid.DTPN[icomp] > 0.1) bounds.Dmax = fluid.DTPN[icomp];
     return bounds;
-}
-
-// Slot of the ammonia in a binary of ammonia and water; 0 for every other mixture.
-int ammoniaWithWater() {
-    if (modelTags.NC != 2) return 0;
-    const auto& cas = fluidFiles.HCAS;
-    if (cas[1] == ammoniaNumber && cas[2] == waterNumber) return 1;
-    if (cas[2] == ammoniaNumber && cas[1] == waterNumber) return 2;
-    return 0;
 }
 
 // Melting temperature of ammonia with water over the mole fraction of ammonia.
@@ -213,7 +204,7 @@ void LIMITS(const Text3& htype, const Composition& x, double& tmin, double& tmax
     if (tmin > 10.0) tmin -= 5.0;
     if (tmin < 0.0) tmin = 100.0;
     if (tmax < 0.0) tmax = 300.0;
-    if (const int ammonia = ammoniaWithWater(); ammonia > 0) tmin = meltingAmmoniaWater(x[ammonia]);
+    if (const int ammonia = mixingParameters.AMMONIAWATER; ammonia > 0) tmin = meltingAmmoniaWater(x[ammonia]);
 }
 
 void LIMITX(const Text3& htype, double t, double D, double p, const Composition& x, double& tmin, double& tmax,
