@@ -15,7 +15,7 @@ void SETHMX(const Text255& hfmix, int& ierr, Text255& herr) {
     ERRMSG(ierr, herr);
 }
 
-void RDMIX(int, int, int, const Text3&, int& ierr, Text255& herr) {
+void RDMIX(int, int, int, const Text3&, PairMarks&, int& ierr, Text255& herr) {
     ierr = 1;
     message(herr, "[RDMIX error] mixture model HMX is not available", nullCharacter);
     ERRMSG(ierr, herr);

@@ -54,9 +54,12 @@ constexpr int pairNumber(int i, int j, int nc) {
 //   Codes     1  mixture model HMX is not available
 void SETHMX(const Text255& hfmix, int& ierr, Text255& herr);
 
-// Reads the departure function of a tag for the pair (i, j) from an open mixture file.
+// Marks the pairs that received a departure function, [i][j] with i < j.
+using PairMarks = Array1<Array1<bool, ncmax>, ncmax>;
+
+// Reads departure functions from an open mixture file: all of them (hmodij ALL), or that of a tag for the pair (i, j).
 //   Codes     as SETHMX
-void RDMIX(int iunit, int i, int j, const Text3& hmodij, int& ierr, Text255& herr);
+void RDMIX(int iunit, int i, int j, const Text3& hmodij, PairMarks& LIJ, int& ierr, Text255& herr);
 
 // Departure function of a pair. A mixture whose parameters were not set up gives 9.99e99.
 double PHIMIX(int i, int j, int itau, int idel, double tau, double del, const Composition& x);
