@@ -1,0 +1,199 @@
+// The entry point: paths, dispatch, and the ways in which a run ends.
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "11_MainFrigana.h"
+#include "14_ErrorControl.h"
+#include "Operations.h"
+#include "Requests.h"
+#include "TextFile.h"
+
+namespace frigana {
+namespace {
+
+using namespace test;
+
+const char* const firstText = "The parameter 01 (Evaporating Parameter) \twas not defined correctly";
+
+// A request that its check refuses at once.
+Request refusedRequest() {
+    auto parameters = basicParameters();
+    parameters[0].option = 3;
+    return cycleRequest(1, parameters);
+}
+
+TEST(Entry, ARefusedRequestLeavesTheFailureForm) {
+    Plant run;
+    run(refusedRequest());
+    EXPECT_EQ(run.resultText(), failure(201101, firstText));
+    EXPECT_EQ(runReport.end, RunEnd::refused);
+}
+
+TEST(Entry, TheResultLiesBesideTheRequestWithTheSameBaseName) {
+    Plant run;
+    writeFile(run.folder.path("my plant.v2.FI1"), refusedRequest().text());
+    run.call(run.folder.path("my plant.v2.FI1"));
+    EXPECT_EQ(readFile(run.folder.path("my plant.v2.fo1")), failure(201101, firstText));
+}
+
+TEST(Entry, TheExtensionIsRecognisedInAnyCaseAndTextBehindItIsIgnored) {
+    for (const char* extension : {".fi1", ".Fi1", ".fI1", ".FI1"}) {
+        Plant run;
+        writeFile(run.folder.path(std::string("plant") + extension), refusedRequest().text());
+        run.call(run.folder.path(std::string("plant") + extension) + "   and some text");
+        EXPECT_EQ(run.resultText(), failure(201101, firstText)) << extension;
+    }
+}
+
+TEST(Entry, PathsWithBackslashesSlashesOrAMixWork) {
+    Plant run;
+    std::filesystem::create_directory(run.folder.path("a"));
+    writeFile(run.folder.path("a/plant.fi1"), refusedRequest().text());
+    std::string mixed = run.folder.path() + "\\a/plant.fi1";
+    run.call(mixed);
+    EXPECT_EQ(readFile(run.folder.path("a/plant.fo1")), failure(201101, firstText));
+    std::filesystem::remove(run.folder.path("a/plant.fo1"));
+    for (char& character : mixed)
+        if (character == '/') character = '\\';
+    run.call(mixed);
+    EXPECT_EQ(readFile(run.folder.path("a/plant.fo1")), failure(201101, firstText));
+    EXPECT_EQ(TEMPORALFILEOUT, mixed.substr(0, mixed.size() - 9));
+    EXPECT_EQ(scratchPath("temporalA.txt"), mixed.substr(0, mixed.size() - 9) + "temporalA.txt");
+}
+
+TEST(Entry, ARequestInTheCurrentFolderNeedsNoFolder) {
+    Plant run;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(run.folder.path());
+    writeFile("plant.fi1", refusedRequest().text());
+    run.call("plant.fi1");
+    EXPECT_EQ(readFile("plant.fo1"), failure(201101, firstText));
+    EXPECT_EQ(temporalLength, 0);
+    EXPECT_EQ(scratchPath("temporalA.txt"), "temporalA.txt");
+    std::filesystem::current_path(before);
+}
+
+TEST(Entry, AnOlderResultIsReplacedWhole) {
+    Plant run;
+    writeFile(run.result, std::string(5000, 'x'));
+    run(refusedRequest());
+    EXPECT_EQ(run.resultText(), failure(201101, firstText));
+}
+
+TEST(Entry, SubTypeEightLeavesNoResultAndRaisesNothing) {
+    Plant run;
+    testing::internal::CaptureStderr();
+    run(cycleRequest(8, basicParameters()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_FALSE(run.hasResult());
+    EXPECT_EQ(runReport.end, RunEnd::returned);
+}
+
+TEST(Entry, WhatNoTableNamesFallsThrough) {
+    for (const char* bytes : {"3\n", "0\n1\n", "-1\n", "2\nt\nR134A.FLD\n2 DEF\n0\n", "2\nt\nR134A.FLD\n2 DEF\n15\n",
+                              "2\nt\nR134A.FLD\n2 DEF\n-3\n"}) {
+        Plant run;
+        testing::internal::CaptureStderr();
+        run(std::string(bytes));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_FALSE(run.hasResult()) << bytes;
+        EXPECT_EQ(runReport.end, RunEnd::returned);
+    }
+}
+
+TEST(Entry, ACountOfZeroIsRefusedForTheParametersThatAreLeft) {
+    Plant run;
+    // The options of this request stay behind it: they are all out of range.
+    auto parameters = basicParameters();
+    for (Parameter& parameter : parameters) parameter.option = 9;
+    run(cycleRequest(1, parameters));
+    std::filesystem::remove(run.result);
+    run(cycleRequest(1, {}));
+    EXPECT_EQ(run.resultText(), failure(201101, firstText));
+}
+
+TEST(Entry, ARequestThatCannotBeReadLeavesNoResultAndOneLine) {
+    struct Row {
+        const char *bytes, *expected;
+    };
+    const Row rows[] = {
+        {"", "line 1: expected the request type (an integer), found the end of the file"},
+        {"\n\n  \n", "line 4: expected the request type (an integer), found the end of the file"},
+        {"hello\n", "line 1: expected the request type (an integer), found \"hello\""},
+        {"2\nt\nf\n2 DEF\n", "line 5: expected the sub-type of the cycle (an integer), found the end of the file"},
+        {"2\nt\nf\n2 DEF\n1\n51\n", "line 6: expected a number of parameters up to 50, found \"51\""},
+        {"1\n1\nx\n", "line 3: expected the number of names (an integer), found \"x\""},
+        {"1\n1\n1\n", "line 4: expected the basis of the composition, found the end of the file"},
+    };
+    for (const Row& row : rows) {
+        Plant run;
+        testing::internal::CaptureStderr();
+        run(std::string(row.bytes));
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(said, "frigana: " + run.request + ", " + row.expected + "\n");
+        EXPECT_FALSE(run.hasResult());
+        EXPECT_EQ(runReport.end, RunEnd::runtimeError);
+        EXPECT_EQ(firstFreeUnit(1), 1);
+    }
+}
+
+TEST(Entry, AMissingOrUnreadableRequestIsARuntimeError) {
+    Plant run;
+    testing::internal::CaptureStderr();
+    run.call(run.request);
+    std::filesystem::create_directory(run.request);
+    run.call(run.request);
+    run.call(run.folder.path("plant.txt"));
+    run.call("");
+    Frigana(nullptr, nullptr, 0, 0);
+    Frigana(nullptr, nullptr, -5, 70000);
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 6) << said;
+    EXPECT_EQ(runReport.end, RunEnd::runtimeError);
+    EXPECT_FALSE(run.hasResult());
+}
+
+TEST(Entry, APathBeyond255CharactersIsCut) {
+    Plant run;
+    std::string deep = run.folder.path();
+    while (deep.size() < 240) deep += "/" + std::string(30, 'd');
+    testing::internal::CaptureStderr();
+    run.call(deep + "/a request with a long name.fi1");
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("has the extension .fi1"), std::string::npos);
+}
+
+TEST(Entry, TheNextCallStartsInTheOrdinaryWay) {
+    Plant run;
+    testing::internal::CaptureStderr();
+    run(std::string("nonsense"));
+    testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(run.hasResult());
+    run(refusedRequest());
+    EXPECT_EQ(run.resultText(), failure(201101, firstText));
+    EXPECT_EQ(runReport.end, RunEnd::refused);
+}
+
+TEST(Entry, TheHostsHandlerOfTheSignalStays) {
+    const auto own = +[](int) {};
+    std::signal(SIGFPE, own);
+    Plant run;
+    run(refusedRequest());
+    EXPECT_EQ(std::signal(SIGFPE, SIG_DFL), own);
+}
+
+TEST(Entry, EveryOperationHasANameAndACheck) {
+    for (const CycleOperation& operation : cycleOperations) {
+        EXPECT_FALSE(operationName(2, operation.sub).empty());
+        const bool two = operation.reader != CycleReader::oneFluid;
+        EXPECT_EQ(operation.check == nullptr, two) << operation.name;
+        EXPECT_EQ(operation.checkTwo != nullptr, two) << operation.name;
+    }
+    EXPECT_EQ(cycleOperations.size(), 13u);
+    EXPECT_EQ(propertyOperations.size(), 7u);
+    EXPECT_EQ(operationName(2, 8), "");
+    EXPECT_EQ(operationName(3, 1), "");
+}
+
+}  // namespace
+}  // namespace frigana
