@@ -1,0 +1,46 @@
+// Composition derivatives of the Helmholtz energy, fugacities and chemical potentials.
+//
+// Common to all routines:
+//   Given     t       temperature [K]
+//             rho     density [mol/L]
+//             x       mole fractions
+// State: none.
+#pragma once
+
+#include "EngineLimits.h"
+
+namespace frigana {
+
+// Fugacities by numerical differentiation for a mixture, analytic for a pure fluid.
+//   Returned  f       fugacity of each component [kPa]; 1e100 for a pure fluid and -9999970 for a component of a
+//   mixture
+//                     where the exponent is out of range; 0 for t <= 0 and for components of fraction 0
+void FGCTY(double t, double rho, const Composition& x, Composition& f);
+
+// Fugacities from the analytic composition derivatives; for a pure fluid those of FGCTY.
+//   Returned  f       [kPa]; all 0 for t <= 0 or rho below 1e-40; -9999970 where the exponent is out of range
+//   Codes     those of PHIDERV
+void FGCTY2(double t, double rho, const Composition& x, Composition& f, int& ierr, Text255& herr);
+
+// Fugacity coefficients.
+//   Returned  phi     f / (x p); 0 where p or the fraction is not positive
+//   Codes     those of FGCTY2
+void FUGCOF(double t, double rho, const Composition& x, Composition& phi, int& ierr, Text255& herr);
+
+// Chemical potentials.
+//   Returned  u       [J/mol]; the Gibbs energy for a pure fluid
+//   Codes     those of PHIDERV
+void CHEMPOT(double t, double rho, const Composition& x, Composition& u, int& ierr, Text255& herr);
+
+// Composition derivatives of the residual Helmholtz energy at constant temperature and volume.
+//   Given     iderv    1 first derivatives; 2 the second ones too
+//   Returned  dalpha   n d(phi)/dn(i)
+//             dnalpha  d(n phi)/dn(i); for a pure fluid a01 and a00 + a01
+//   Codes     1        residual pressure not above that of the vacuum (a01 <= -1), the cubic model gave no derivatives,
+//                      or second derivatives of a mixture were asked for
+//             190, 191 those of RDXHMX: no rule for a pair, no derivative of the reducing functions
+//   Source    Kunz, Klimeck, Wagner, Jaeschke, GERG TM15 (2007), section 7.4
+void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition& dalpha, Composition& dnalpha,
+             int& ierr, Text255& herr);
+
+}  // namespace frigana
