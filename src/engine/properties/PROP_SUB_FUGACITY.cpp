@@ -6,6 +6,7 @@
 #include "CORE_BWR.h"
 #include "CORE_PR.h"
 #include "MIX_HMX.h"
+#include "Message.h"
 #include "PROP_SUB.h"
 #include "ReducedState.h"
 
