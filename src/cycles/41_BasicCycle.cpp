@@ -157,59 +157,22 @@ void deviceRowsOfCircuit(SUBSTANCE& substance) {
 
 void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT) {
     const double M = c.flow.M;
-    const double isentropic = cycle.VDAT[7];
-    const double volumetric = cycle.VDAT[8];
+    const Efficiencies efficiencies{cycle.VDAT[7], cycle.VDAT[8]};
     ResultWriter writer(FILEOUT);
     resultHeader(writer, cycle, substance);
 
-    deviceRows(writer, "EVAPORATOR", c.evaporatorRows);
-    writer.value("Glide", "K", c.evaporator.glide);
-    writer.value("Drop of saturation temperature", "K", c.evaporator.DT);
-    writer.value("Superheat", "K", c.superheat.degree);
-    writer.value("Mass flow", "kg/s", M);
-    writer.value("Pressure drop", "kPa", c.evaporatorRows.DP);
-    writer.value("Capacity", "kW", c.evaporatorRows.heat);
-
+    evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
     lineSection(writer, "SUCTION LINE", c.suctionRows, c.suctionDrop, "Temperature rise", c.suction.change,
                 "Heat gain");
-
-    deviceRows(writer, "COMPRESSOR", c.compressorRows);
-    writer.value("Isentropic efficiency", "-", isentropic);
-    writer.value("Volumetric efficiency", "-", volumetric);
-    writer.value("Swept volume", "m3/s", c.flow.V);
-    writer.value("Pressure ratio", "-", c.ratio);
-    writer.value("Mass flow", "kg/s", M);
-    writer.value("Power", "kW", c.power);
-
+    compressorSection(writer, "COMPRESSOR", c.compressorRows, efficiencies, c.flow.V, c.ratio, c.power);
     lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.dischargeDrop, "Temperature fall", c.discharge.change,
                 "Heat loss");
-
-    deviceRows(writer, "CONDENSER", c.condenserRows);
-    writer.value("Glide", "K", c.condenser.glide);
-    writer.value("Drop of saturation temperature", "K", c.condenser.DT);
-    writer.value("Superheat at the inlet", "K", c.inletSuperheat);
-    writer.value("Subcooling", "K", c.subcooling.degree);
-    writer.value("Mass flow", "kg/s", M);
-    writer.value("Pressure drop", "kPa", c.condenserRows.DP);
-    writer.value("Capacity", "kW", c.condenserRows.heat);
-
+    condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.inletSuperheat, c.subcooling.degree);
     lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquidDrop, "Temperature fall", c.liquid.change, "Heat loss");
-
-    deviceRows(writer, "EXPANSION DEVICE", c.expansionRows);
-    writer.value("Mass flow", "kg/s", M);
-    writer.value("Pressure drop", "kPa", c.expansionRows.DP);
-    writer.value("Enthalpy change times mass flow", "kW", c.expansionRows.heat);
+    expansionSection(writer, "EXPANSION DEVICE", c.expansionRows);
 
     writer.heading("PERFORMANCE PARAMETERS");
-    writer.value("Mass flow", "kg/s", M);
-    writer.value("Volumetric cooling capacity", "kJ/m3", c.evaporatorRows.heat / c.flow.V);
-    writer.value("Volumetric heating capacity", "kJ/m3", c.condenserRows.heat / c.flow.V);
-    writer.value("Evaporator capacity", "kW", c.evaporatorRows.heat);
-    writer.value("Condenser capacity", "kW", c.condenserRows.heat);
-    writer.value("Compressor power", "kW", c.power);
-    writer.value("Isentropic efficiency", "-", isentropic);
-    writer.value("Volumetric efficiency", "-", volumetric);
-    writer.value("Swept volume", "m3/s", c.flow.V);
+    flowRows(writer, M, c.flow.V, c.evaporatorRows.heat, c.condenserRows.heat, c.power, efficiencies);
     performanceRows(writer, c.performance);
     writer.value("Subcooling at the liquid line outlet", "K", c.liquid.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);

@@ -1,5 +1,7 @@
 #include "CycleBricks.h"
 
+#include <algorithm>
+
 #include "14_ErrorControl.h"
 #include "23_SpecificPoints.h"
 #include "25_SubCoolSupHeat.h"
@@ -159,6 +161,22 @@ TemperatureChange riseWithSuperheat(const SUBSTANCE& substance, Parameter given,
     return line;
 }
 
+void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P, double H, STATEPT& outlet) {
+    if (P == inlet.P && H == inlet.H)
+        outlet = inlet;
+    else
+        PROPSIMPLEPH(substance, P, H, outlet);
+}
+
+double smallerHeatCapacity(const SUBSTANCE& substance, const STATEPT& liquidInlet, const STATEPT& liquidOutlet,
+                           const STATEPT& vaporInlet, const STATEPT& vaporOutlet) {
+    static STATEPT liquid, vapor;
+    const double meanT = (liquidInlet.T + vaporInlet.T) / 2.0;
+    PROPSIMPLEPT(substance, (liquidInlet.P + liquidOutlet.P) / 2.0, meanT, liquid);
+    PROPSIMPLEPT(substance, (vaporInlet.P + vaporOutlet.P) / 2.0, meanT, vapor);
+    return std::min(liquid.CP, vapor.CP);
+}
+
 void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,
                STATEPT& outlet) {
     if (DP == 0.0 && change == 0.0)
@@ -253,6 +271,11 @@ void finishRow(const SUBSTANCE& substance, int side, STATEPT& row) {
     SATTEMP_P(substance, row.P, side, row.TSAT);
 }
 
+void finishRows(const SUBSTANCE& substance, int side, Device& device) {
+    finishRow(substance, side, device.inlet);
+    finishRow(substance, side, device.outlet);
+}
+
 // ---- report ---------------------------------------------------------------------------------------------------------
 
 void resultHeader(ResultWriter& writer, const CYCLEIN& cycle, const SUBSTANCE& substance) {
@@ -300,6 +323,60 @@ void lineSection(ResultWriter& writer, std::string_view heading, const Device& l
     writer.value(changeName, "K", change);
     writer.value("Mass flow", "kg/s", line.M);
     writer.value(heatName, "kW", line.heat);
+}
+
+void evaporatorSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
+                       double superheat) {
+    deviceRows(writer, heading, device);
+    writer.value("Glide", "K", level.glide);
+    writer.value("Drop of saturation temperature", "K", level.DT);
+    writer.value("Superheat", "K", superheat);
+    writer.value("Mass flow", "kg/s", device.M);
+    writer.value("Pressure drop", "kPa", device.DP);
+    writer.value("Capacity", "kW", device.heat);
+}
+
+void compressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
+                       const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double power) {
+    deviceRows(writer, heading, device);
+    writer.value("Isentropic efficiency", "-", efficiencies.isentropic);
+    writer.value("Volumetric efficiency", "-", efficiencies.volumetric);
+    writer.value("Swept volume", "m3/s", sweptVolume);
+    writer.value("Pressure ratio", "-", pressureRatio);
+    writer.value("Mass flow", "kg/s", device.M);
+    writer.value("Power", "kW", power);
+}
+
+void condenserSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
+                      double inletSuperheat, double subcooling) {
+    deviceRows(writer, heading, device);
+    writer.value("Glide", "K", level.glide);
+    writer.value("Drop of saturation temperature", "K", level.DT);
+    writer.value("Superheat at the inlet", "K", inletSuperheat);
+    writer.value("Subcooling", "K", subcooling);
+    writer.value("Mass flow", "kg/s", device.M);
+    writer.value("Pressure drop", "kPa", device.DP);
+    writer.value("Capacity", "kW", device.heat);
+}
+
+void expansionSection(ResultWriter& writer, std::string_view heading, const Device& device) {
+    deviceRows(writer, heading, device);
+    writer.value("Mass flow", "kg/s", device.M);
+    writer.value("Pressure drop", "kPa", device.DP);
+    writer.value("Enthalpy change times mass flow", "kW", device.heat);
+}
+
+void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacity, double condenserCapacity,
+              double power, const Efficiencies& efficiencies) {
+    writer.value("Mass flow", "kg/s", M);
+    writer.value("Volumetric cooling capacity", "kJ/m3", evaporatorCapacity / V);
+    writer.value("Volumetric heating capacity", "kJ/m3", condenserCapacity / V);
+    writer.value("Evaporator capacity", "kW", evaporatorCapacity);
+    writer.value("Condenser capacity", "kW", condenserCapacity);
+    writer.value("Compressor power", "kW", power);
+    writer.value("Isentropic efficiency", "-", efficiencies.isentropic);
+    writer.value("Volumetric efficiency", "-", efficiencies.volumetric);
+    writer.value("Swept volume", "m3/s", V);
 }
 
 Performance performanceOf(double evaporatorCapacity, double condenserCapacity, double power) {

@@ -102,6 +102,14 @@ TemperatureChange fallWithSubcooling(const SUBSTANCE& substance, Parameter given
 // The same with the superheat; option 3: superheat given.
 TemperatureChange riseWithSuperheat(const SUBSTANCE& substance, Parameter given, double inletT, double outletP);
 
+// Outlet of a side of an exchanger by its energy balance: a copy of the inlet at equal pressure and enthalpy.
+void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P, double H, STATEPT& outlet);
+
+// The smaller isobaric heat capacity of the two sides of an exchanger, each at its mean pressure and both at the mean
+// of the two inlet temperatures.
+double smallerHeatCapacity(const SUBSTANCE& substance, const STATEPT& liquidInlet, const STATEPT& liquidOutlet,
+                           const STATEPT& vaporInlet, const STATEPT& vaporOutlet);
+
 // Outlet of a line: a copy of its inlet where nothing changes, otherwise the state at P and T.
 void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,
                STATEPT& outlet);
@@ -156,6 +164,9 @@ void finishRow(const SUBSTANCE& substance, int side, STATEPT& row);
 // The same for a two-phase row, which takes its own temperature.
 void finishTwoPhaseRow(STATEPT& row);
 
+// Both rows of a device on one side of the dome.
+void finishRows(const SUBSTANCE& substance, int side, Device& device);
+
 // The dome tables start from this part of the mean evaporating pressure.
 inline constexpr double domeStart = static_cast<double>(0.95f);
 
@@ -175,6 +186,24 @@ void deviceRows(ResultWriter& writer, std::string_view heading, const Device& de
 // A line: rows, pressure drop, drop of saturation temperature, temperature change, mass flow, heat.
 void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
                  std::string_view changeName, double change, std::string_view heatName);
+
+struct Efficiencies {
+    double isentropic, volumetric;
+};
+
+// Sections of the devices: heading, both rows and the device's own results. The mass flow is the device's.
+void evaporatorSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
+                       double superheat);
+void compressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
+                       const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double power);
+void condenserSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
+                      double inletSuperheat, double subcooling);
+void expansionSection(ResultWriter& writer, std::string_view heading, const Device& device);
+
+// Mass flow, volumetric capacities, capacities, power, efficiencies, swept volume: the nine lines that open the
+// performance parameters of a circuit with one compressor.
+void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacity, double condenserCapacity,
+              double power, const Efficiencies& efficiencies);
 
 // The four coefficients of performance.
 struct Performance {
