@@ -5,6 +5,13 @@
 
 namespace frigana {
 
+// Written by SATTP.
+struct NewtonControl {
+    int NOSATTP = 0;  // not 0 while SATTP itself runs the substitution methods: stops a re-entry
+};
+
+extern NewtonControl newtonControl;
+
 void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, double& D, double& rhol, double& rhov,
            Composition& xliq, Composition& xvap, double& q, int& ierr, Text255& herr);
 void SATGV(double& T, double& P, const Composition& z, double vf, double b, int ipv, int ityp, int isp, double& rhox,

@@ -1,0 +1,34 @@
+// What the inverse routines share: the remembered extrema, and properties along a saturation line. For the sources of
+// that name alone.
+#pragma once
+
+#include "SAT_SUB_INVERSE.h"
+
+namespace frigana {
+
+inline constexpr int liquidLine = 1, vaporLine = 2, meltingLine = 3, sublimationBranch = 4;
+inline constexpr int retrogradeVaporLine = -2;  // dew line between the points of highest temperature and critical
+
+enum class LineProperty { enthalpy, energy, entropy };
+
+// Clears what is remembered if it belongs to another fluid.
+void belongTo(const Composition& x, int icomp);
+
+// Lowest temperature of the saturation lines [K]: the limit of the equation of state, for water the triple point.
+double lowestLineTemperature(const Composition& x, int icomp);
+
+bool isWater(int icomp);
+
+double propertyAt(LineProperty property, double T, double rho, const Composition& x);
+
+// State on a line at T: pressure, densities, and the density of the line's phase.
+struct LineState {
+    double T = 0.0, p = 0.0, rho = 0.0, rhol = 0.0, rhov = 0.0;
+    Composition xliq{}, xvap{};
+};
+bool stateOnLine(int line, double T, const Composition& x, LineState& state, int& ierr, Text255& herr);
+
+// Fills the values of enthalpy, energy and entropy at the cold end of the lines.
+void fillColdEnd(const Composition& x, int icomp, double Tmin, double Tc);
+
+}  // namespace frigana

@@ -1,0 +1,111 @@
+// The methods behind SATT and SATP, for the sources of that name alone.
+#pragma once
+
+#include "EngineLimits.h"
+#include "Message.h"
+#include "ModelTags.h"
+
+namespace frigana {
+
+struct CriticalPoint {
+    double T, p, D;  // [K, kPa, mol/L]
+};
+
+// Selectors of a phase in calls of TPRHO. A negative one forces the side of the density.
+inline constexpr int liquidPhase = 1;
+inline constexpr int vaporPhase = 2;
+
+// True if an ancillary equation stands behind the tag.
+inline bool hasAncillary(const Text3& tag) {
+    return !tag.blank() && !(tag == "NBS");
+}
+
+// Cuts an inner message so that the composed one ends with its null character at the last place of the field.
+inline Character innerText(std::string_view heading, const Text255& inner) {
+    return {Text255::size - 1 - static_cast<int>(heading.size()), inner.view()};
+}
+
+// The message "HEADINGnnn; inner message", nnn in three places.
+inline void passMessage(Text255& herr, std::string_view heading, int pass) {
+    message(herr, heading, Integer{3, pass}, "; ",
+            Character{Text255::size - 6 - static_cast<int>(heading.size()), herr.view()}, nullCharacter);
+}
+
+// Suppresses the printing of messages while densities are tried out.
+class QuietMessages {
+  public:
+    QuietMessages() : before_(modelTags.IPRINTERR) { modelTags.IPRINTERR = 0; }
+    ~QuietMessages() { modelTags.IPRINTERR = before_; }
+    QuietMessages(const QuietMessages&) = delete;
+    QuietMessages& operator=(const QuietMessages&) = delete;
+
+  private:
+    int before_;
+};
+
+// A value and its residual.
+struct BracketEnd {
+    bool known = false;
+    double x = 0.0, f = 0.0;
+};
+
+// The last points on both sides of a root.
+struct Bracket {
+    BracketEnd negative, positive;
+    void file(double x, double f) { (f < 0.0 ? negative : positive) = {true, x, f}; }
+    bool known() const { return negative.known && positive.known; }
+    double lower() const { return negative.x < positive.x ? negative.x : positive.x; }
+    double upper() const { return negative.x < positive.x ? positive.x : negative.x; }
+    double middle() const { return 0.5 * (negative.x + positive.x); }
+    // False position; the two residuals differ in sign, so that their difference is not zero.
+    double falsePosition() const {
+        return negative.x - negative.f * (positive.x - negative.x) / (positive.f - negative.f);
+    }
+};
+
+// Saturation of a pure fluid at given temperature: successive pressures with the densities of both phases, and close to
+// the critical point, or where that fails, densities held between the spinodals.
+//   Given     T, x, icomp, kph   as SATT; T below the critical temperature
+//             critical           critical point
+//             liquidEstimate, vaporEstimate  [mol/L]
+//             p                  estimate [kPa]
+//   Returned  p, rhol, rhov      [kPa, mol/L]
+//   Codes     124
+void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const CriticalPoint& critical,
+                       double liquidEstimate, double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr,
+                       Text255& herr);
+
+// Saturation of a pure fluid at given pressure: successive temperatures with the densities of both phases; where that
+// fails, a secant on SATT.
+//   Given     p, x, icomp, kph   as SATP; p below the critical pressure
+//             acentric           acentric factor
+//   Returned  T, rhol, rhov      [K, mol/L]
+//   Codes     144
+void pureAtPressure(double p, const Composition& x, int icomp, int kph, const CriticalPoint& critical, double acentric,
+                    double& T, double& rhol, double& rhov, int& ierr, Text255& herr);
+
+// Bubble or dew point of a mixture at given temperature by substitution: the composition of the incipient phase from
+// the ratio of the fugacities, inside a secant in pressure.
+//   Given     T, x, kph          as SATT
+//             started            true: p, rhol, rhov and the incipient composition in the arguments are the start
+//   Returned  p, rhol, rhov, xliq, xvap
+//   Codes     121, 128
+void mixtureAtTemperature(double T, const Composition& x, int kph, const CriticalPoint& critical, bool started,
+                          double& p, double& rhol, double& rhov, Composition& xliq, Composition& xvap, int& ierr,
+                          Text255& herr);
+
+// Bubble or dew point of a mixture at given pressure, the same with temperature as the outer variable.
+//   Given     highestDensity     limit of the equation of state [mol/L]
+//   Returned  T, rhol, rhov, xliq, xvap
+//   Codes     148
+void mixtureAtPressure(double p, const Composition& x, int kph, const CriticalPoint& critical, double highestDensity,
+                       double& T, double& rhol, double& rhov, Composition& xliq, Composition& xvap, int& ierr,
+                       Text255& herr);
+
+// "... T =ggg K, Tcrit =ggg K." of a temperature above the critical one, with its code 121.
+void temperatureAboveCritical(std::string_view heading, double T, double Tc, int& ierr, Text255& herr);
+
+// Forgets the tables of SETLSPNDL and SETVSPNDL.
+void resetSpinodalTables();
+
+}  // namespace frigana

@@ -1,0 +1,328 @@
+#include <cmath>
+
+#include "CORE_ANC.h"
+#include "FluidConstants.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "PROP_SUB.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_METHODS.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+#include "UTILITY_NUMERICS.h"
+
+namespace frigana {
+namespace {
+
+constexpr double pressureTolerance = 1e-6;     // relative, of SATT
+constexpr double temperatureTolerance = 1e-6;  // [K], of SATP
+
+double gibbsEnergy(double T, double rho, const Composition& x) {
+    double A, G;
+    AG(T, rho, x, A, G);
+    return G;
+}
+
+// Step to the pressure where both phases have one Gibbs energy: dG/dp is the volume.
+double pressureStep(double T, double rhol, double rhov, const Composition& x) {
+    return (gibbsEnergy(T, rhol, x) - gibbsEnergy(T, rhov, x)) / (1.0 / rhol - 1.0 / rhov);
+}
+
+void notConvergedAtTemperature(double T, int& ierr, Text255& herr) {
+    ierr = 124;
+    message(herr, "[SATT error 124] iteration for saturation state did not converge; T =", General{12, 5, T}, " K.",
+            nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
+// Between the spinodals each density has one root: the liquid lies above its spinodal, the vapor below its own.
+void betweenSpinodals(double T, const Composition& x, const CriticalPoint& critical, double liquidEstimate,
+                      double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr, Text255& herr) {
+    if (liquidEstimate <= 0.0 || vaporEstimate <= 0.0) return;
+    double liquidSpinodal = liquidEstimate, vaporSpinodal = vaporEstimate;
+    LIQSPNDL(T, x, liquidSpinodal, ierr, herr);
+    if (ierr <= 0) VAPSPNDL(T, x, vaporSpinodal, ierr, herr);
+    if (ierr <= 0) {
+        double pl, pv;
+        PRESS(T, liquidSpinodal, x, pl);
+        PRESS(T, vaporSpinodal, x, pv);
+        // densities at the pressure of the other spinodal bound the saturated ones
+        double densest, thinnest = 0.0;
+        TPRHOB(T, pv, liquidSpinodal, 2.0 * liquidSpinodal, x, densest, ierr, herr);
+        if (pl > 0.0) TPRHOB(T, pl, 0.0, vaporSpinodal, x, thinnest, ierr, herr);
+        p = 0.5 * (pl + pv);
+        if (p < 0.0) p = 0.5 * pv;
+        for (int pass = 1; pass <= 20; ++pass) {
+            TPRHOB(T, p, vaporSpinodal, thinnest, x, rhov, ierr, herr);
+            if (ierr > 0) {
+                p *= 1.001;
+                continue;
+            }
+            TPRHOB(T, p, liquidSpinodal, densest, x, rhol, ierr, herr);
+            if (ierr > 0) {
+                p *= 0.999;
+                continue;
+            }
+            const double step = pressureStep(T, rhol, rhov, x);
+            p = p - step < 0.0 ? 0.5 * p : p - step;
+            if (100.0 * std::fabs(step / p) < pressureTolerance) {
+                ierr = 0;
+                herr.clear();
+                return;
+            }
+        }
+    }
+    notConvergedAtTemperature(T, ierr, herr);
+    p = critical.p;
+    rhol = rhov = critical.D;
+}
+
+// Secant on SATT, close to the critical point or where the iteration in temperature has failed.
+void secantOnTemperature(double p, const Composition& x, int kph, const CriticalPoint& critical, double& T,
+                         double& rhol, double& rhov, int& ierr, Text255& herr) {
+    Composition xliq, xvap;
+    double Ta = 0.999 * critical.T, Tb = 0.9995 * critical.T;
+    double pa, pb;
+    SATT(Ta, x, kph, pa, rhol, rhov, xliq, xvap, ierr, herr);
+    for (int pass = 1; pass <= 20; ++pass) {
+        SATT(Tb, x, kph, pb, rhol, rhov, xliq, xvap, ierr, herr);
+        T = Tb;
+        if (std::fabs(pb - p) < 1e-6 && ierr == 0) return;
+        if (std::fabs(pb - pa) < 1e-12) break;
+        double next = Ta - (pa - p) * (Tb - Ta) / (pb - pa);
+        if (next > critical.T) next = 0.5 * (critical.T + (Ta > Tb ? Ta : Tb));
+        Ta = Tb;
+        pa = pb;
+        Tb = next;
+    }
+    ierr = 144;
+    message(herr, "[SATP error 144] iteration for saturation state did not converge; P =", General{12, 5, p / 1000.0},
+            " MPa.", nullCharacter);
+    ERRMSG(ierr, herr);
+    if (p > static_cast<double>(0.9999f) * critical.p) {
+        T = critical.T;
+        rhol = rhov = critical.D;
+    }
+}
+
+}  // namespace
+
+void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const CriticalPoint& critical,
+                       double liquidEstimate, double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr,
+                       Text255& herr) {
+    ierr = 0;
+    const auto nearCritical = [&] {
+        betweenSpinodals(T, x, critical, liquidEstimate, vaporEstimate, p, rhol, rhov, ierr, herr);
+    };
+    const bool pseudoPure = modelTags.IANC[icomp] == 1;
+    if (T > 0.99 * critical.T && !pseudoPure) {
+        nearCritical();
+        return;
+    }
+
+    // starting values
+    int kguess = 0;
+    rhol = liquidEstimate;
+    rhov = vaporEstimate;
+    if (hasAncillary(modelTags.HPSK[icomp])) PSATK(icomp, T, p, ierr, herr);
+    if (hasAncillary(modelTags.HPLK[icomp]) && kph == 1) PLSATK(icomp, T, p, ierr, herr);
+    if (hasAncillary(modelTags.HDLK[icomp])) {
+        DLSATK(icomp, T, rhol, ierr, herr);
+        if (ierr > 0)
+            rhol = liquidEstimate;
+        else
+            kguess = 1;
+    }
+    if (hasAncillary(modelTags.HDVK[icomp])) {
+        DVSATK(icomp, T, rhov, ierr, herr);
+        if (ierr > 0)
+            rhov = vaporEstimate;
+        else
+            kguess = 1;
+    }
+    ierr = 0;
+    herr.clear();
+
+    if (pseudoPure) {
+        const bool dew = kph == vaporPhase;
+        double& rho = dew ? rhov : rhol;
+        TPRHO(T, p, x, dew ? vaporPhase : liquidPhase, kguess, rho, ierr, herr);
+        rhol = rhov = rho;
+        return;
+    }
+
+    double lastStep = 1e6;
+    for (int pass = 1; pass <= 25; ++pass) {
+        TPRHO(T, p, x, liquidPhase, kguess, rhol, ierr, herr);
+        if (ierr > 0 || rhol <= 0.0) {
+            kguess = 0;
+            p *= 1.005;
+            continue;
+        }
+        TPRHO(T, p, x, vaporPhase, kguess, rhov, ierr, herr);
+        if (ierr > 0 || rhov <= 0.0) {
+            p *= 0.95;
+            continue;
+        }
+        kguess = 1;
+        if (std::fabs(rhol - rhov) < 1e-8 || (std::fabs(1.0 / rhol - 1.0 / rhov) < 0.1 && T < critical.T - 1.0)) {
+            ierr = 124;
+            message(herr, "[SATT error 124] density roots equal", nullCharacter);
+            ERRMSG(ierr, herr);
+            nearCritical();
+            return;
+        }
+        double step = pressureStep(T, rhol, rhov, x);
+        if (std::fabs(step / p) < pressureTolerance || std::fabs((step - lastStep) / lastStep) < 1e-11) {
+            p -= step;
+            TPRHO(T, p, x, vaporPhase, 1, rhov, ierr, herr);
+            if (ierr > 0 || p > critical.p || rhov > critical.D) {
+                ierr = 123;
+                passMessage(herr,
+                            "[SATT error 123] vapor density iteration in saturation routine did not converge for "
+                            "pressure iteration",
+                            pass);
+                ERRMSG(ierr, herr);
+                nearCritical();
+                return;
+            }
+            TPRHO(T, p, x, liquidPhase, 1, rhol, ierr, herr);
+            // the pressure of a liquid at low pressure drowns in the rounding of its density
+            PRESS(T, p > 1.0 ? rhol : rhov, x, p);
+            if (ierr > 0 || p > critical.p || rhol < critical.D) {
+                ierr = 122;
+                passMessage(herr,
+                            "[SATT error 122] liquid density iteration in saturation routine did not converge for "
+                            "pressure iteration",
+                            pass);
+                nearCritical();
+                return;
+            }
+            ierr = 0;
+            herr.clear();
+            return;
+        }
+        lastStep = step;
+        for (int halving = 1; halving <= 10 && std::fabs(step) > 0.4 * p; ++halving) step *= 0.5;
+        p -= step;
+        if (p > 100000.0) break;
+    }
+    notConvergedAtTemperature(T, ierr, herr);
+    if (T > static_cast<double>(0.999975f) * critical.T) {
+        p = critical.p;
+        rhol = rhov = critical.D;
+    }
+    nearCritical();
+}
+
+void pureAtPressure(double p, const Composition& x, int icomp, int kph, const CriticalPoint& critical, double acentric,
+                    double& T, double& rhol, double& rhov, int& ierr, Text255& herr) {
+    // starting values
+    int kguess = 0;
+    const double reduced = p / critical.p;
+    if (reduced > static_cast<double>(0.98f)) {
+        const double u = (1.0 - reduced) * (1.6 - acentric);
+        const double v = (acentric + 3.0) * CBRTX(1.0 - reduced);
+        T = critical.T * (1.0 - 0.103947 * u - 0.04108265 * u * u);
+        rhov = critical.D * (1.0 - 0.290039 * v - 0.007120197 * v * v);
+        rhol = critical.D * (1.0 + 0.298544 * v + 0.01870808 * v * v);
+        kguess = 1;
+    } else {
+        T = critical.T / (1.0 - static_cast<double>(0.428571f) * std::log10(reduced) / (acentric + 1.0));
+    }
+    if (hasAncillary(modelTags.HPSK[icomp])) {
+        double estimate;
+        TSATP(p, x, estimate, ierr, herr);
+        if (estimate > 0.0) T = estimate;
+    }
+    if (hasAncillary(modelTags.HPLK[icomp]) && kph == 1) {
+        double estimate;
+        TSATPL(p, x, estimate, ierr, herr);
+        if (estimate > 0.0) T = estimate;
+    }
+    if (hasAncillary(modelTags.HDLK[icomp])) {
+        double estimate;
+        DLSATK(icomp, T, estimate, ierr, herr);
+        if (ierr <= 0) {
+            rhol = estimate;
+            kguess = 1;
+        }
+    }
+    if (hasAncillary(modelTags.HDVK[icomp])) {
+        double estimate;
+        DVSATK(icomp, T, estimate, ierr, herr);
+        if (ierr <= 0) {
+            rhov = estimate;
+            kguess = 1;
+        }
+    }
+    ierr = 0;
+    herr.clear();
+
+    if (modelTags.IANC[icomp] == 1) {
+        const bool dew = kph == vaporPhase;
+        double& rho = dew ? rhov : rhol;
+        TPRHO(T, p, x, dew ? vaporPhase : liquidPhase, kguess, rho, ierr, herr);
+        rhol = rhov = rho;
+        return;
+    }
+
+    double factor = 1.0002;
+    for (int pass = 1; pass <= 100; ++pass) {
+        TPRHO(T, p, x, liquidPhase, kguess, rhol, ierr, herr);
+        if (ierr > 0 || rhol < critical.D) {
+            T /= factor;
+            factor = (factor - 1.0) / 1.2 + 1.0;
+            continue;
+        }
+        TPRHO(T, p, x, vaporPhase, kguess, rhov, ierr, herr);
+        if (ierr > 0 || rhov > critical.D) {
+            T *= 1.001;
+            if (T > critical.T) T = 1.00005 * T / 1.001;
+            if (rhov > critical.D) rhov = 0.5 * critical.D;
+            continue;
+        }
+        kguess = 1;
+        double liquidEntropy, vaporEntropy;
+        ENTRO(T, rhol, x, liquidEntropy);
+        const double liquidGibbs = gibbsEnergy(T, rhol, x);
+        ENTRO(T, rhov, x, vaporEntropy);
+        const double vaporGibbs = gibbsEnergy(T, rhov, x);
+        double step = (liquidGibbs - vaporGibbs) / (liquidEntropy - vaporEntropy);
+        if (std::fabs(step) < temperatureTolerance) {
+            T += step;
+            TPRHO(T, p, x, liquidPhase, 1, rhol, ierr, herr);
+            const bool liquidFailed = ierr > 0 || T > critical.T || rhol < critical.D;
+            if (liquidFailed) {
+                ierr = 142;
+                passMessage(herr,
+                            "[SATP error 142] liquid density iteration in saturation routine did not converge for "
+                            "temperature iteration",
+                            pass);
+            } else {
+                TPRHO(T, p, x, vaporPhase, 1, rhov, ierr, herr);
+                if (!(ierr > 0 || p > critical.p || rhov > critical.D)) {
+                    ierr = 0;
+                    herr.clear();
+                    return;
+                }
+                ierr = 143;
+                passMessage(herr,
+                            "[SATP error 143] vapor density iteration in saturation routine did not converge for "
+                            "temperature iteration",
+                            pass);
+            }
+            ERRMSG(ierr, herr);
+            if (p > static_cast<double>(0.9999f) * critical.p) {
+                T = critical.T;
+                rhol = rhov = critical.D;
+            }
+            break;
+        }
+        for (int division = 1; division <= 100 && step > 0.5 * T; ++division) step *= 0.25;
+        T += step;
+    }
+    secantOnTemperature(p, x, kph, critical, T, rhol, rhov, ierr, herr);
+}
+
+}  // namespace frigana
