@@ -30,6 +30,27 @@ extern "C" {
  */
 FRIGANA_API void Frigana(const char* FILEIN, const char* ADDRESS, int FILEIN_LENGTH, int ADDRESS_LENGTH);
 
+/* Reads or writes a named item of the property engine.
+ *   hvr        name of the item, up to its first null character; src/engine/setup/PASSCMN.h lists the names
+ *   iwrite     1 writes, anything else reads
+ *   icomp      component slot
+ *   jcomp      second component of a pair
+ *   hstr       text value, 255 characters
+ *   ival       integer value
+ *   rval       real value
+ *   arr        array of 100 reals
+ *   ierr       0, 1 for an unknown name, 2 for a slot out of bounds
+ *   herr       its text, 255 characters
+ *   last three lengths of hvr, hstr and herr
+ */
+FRIGANA_API void PASSCMN(const char* hvr, const int* iwrite, const int* icomp, const int* jcomp, char* hstr, int* ival,
+                         double* rval, double* arr, int* ierr, char* herr, int hvrLength, int hstrLength,
+                         int herrLength);
+/* The same under its decorated name. */
+FRIGANA_API void passcmn_(const char* hvr, const int* iwrite, const int* icomp, const int* jcomp, char* hstr, int* ival,
+                          double* rval, double* arr, int* ierr, char* herr, int hvrLength, int hstrLength,
+                          int herrLength);
+
 #ifdef __cplusplus
 }
 #endif
