@@ -22,6 +22,8 @@ import os
 import sys
 import textwrap
 
+from benedict import benedict_coefficients, is_benedict_form
+
 HERE = os.path.dirname(os.path.abspath(__file__))
 TABLES = os.path.join(HERE, "fluid_tables")
 FILE_VERSION = 10.0
@@ -173,7 +175,38 @@ def body_feq(fluid, eos):
     ] + table(eos["terms"]) + table(eos["critical_rows"])
 
 
-EOS_WRITERS = {"FEQ": (body_feq, "Helmholtz equation of state")}
+def body_bwr(fluid, eos):
+    c = fluid["constants"]
+    b = benedict_coefficients(eos["helmholtz"])
+    # The critical point here is the reducing point: the equation is read with a warning otherwise.
+    tred, dred = eos["reducing"]
+    return limit_lines(eos) + [
+        tag_line(eos["cp0_tag"], "pointer to the ideal-gas block"),
+        real_line([c["molar_mass"]], "molar mass [g/mol]"),
+        real_line([c["ttrip"]], "triple point temperature [K]"),
+        real_line([c["ptrip"]], "pressure at the triple point [kPa]"),
+        real_line([c["dtrip_liq"]], "liquid density at the triple point [mol/L]"),
+        real_line([c["tnbp"]], "normal boiling point temperature [K]"),
+        real_line([c["acentric"]], "acentric factor"),
+        real_line([tred, c["pcrit"], dred], "Tc [K], pc [kPa], rhoc [mol/L]"),
+        real_line([tred, dred], "reducing temperature [K] and density [mol/L]"),
+        real_line([dred], "density of the exponential [mol/L]"),
+        real_line([eos["gas_constant"] / 100], "gas constant [L bar/(mol K)]"),
+        count_line([32, 1], "coefficients; unused"),
+    ] + table([b[k:k + 3] for k in range(0, 32, 3)])
+
+
+def benedict_alternatives(fluid):
+    """The pressure-explicit form of an equation that is given in its Helmholtz form."""
+    eos = fluid["eos"]
+    if not is_benedict_form(eos):
+        return []
+    return [dict(eos, tag="BWR", helmholtz=eos,
+                 note="The 32 coefficients are computed from the equivalent Helmholtz form above.")]
+
+
+EOS_WRITERS = {"FEQ": (body_feq, "Helmholtz equation of state"),
+               "BWR": (body_bwr, "modified Benedict-Webb-Rubin equation of state")}
 
 
 def eos_section(fluid, eos, mark):
@@ -574,7 +607,7 @@ def header(fluid):
 def fluid_file(fluid, statements):
     out = header(fluid)
     out += eos_section(fluid, fluid["eos"], "#")
-    for eos in fluid.get("eos_alternatives", []):
+    for eos in fluid.get("eos_alternatives", []) + benedict_alternatives(fluid):
         out += eos_section(fluid, eos, "@")
     # The pointer to the ideal-gas block is set by the equation of state, those to the collision
     # integral and the critical enhancement by the transport blocks: each AUX block stands after
