@@ -7,6 +7,7 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "ReferenceState.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_INVERSE.h"
 #include "SAT_SUB_INVERSE_LINES.h"
@@ -27,13 +28,20 @@ void resetSaturationExtrema() {
 
 void belongTo(const Composition& x, int icomp) {
     SaturationExtrema& known = saturationExtrema;
-    bool same = known.icomp == icomp;
+    double h = 0.0, s = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        h += x[i] * referenceState.HREF[i];
+        s += x[i] * referenceState.SREF[i];
+    }
+    bool same = known.icomp == icomp && known.HREF == h && known.SREF == s;
     if (same && icomp == 0)
         for (int i = 1; i <= modelTags.NC; ++i) same = same && std::fabs(known.x[i] - x[i]) <= 1e-9;
     if (same) return;
     known = {};
     known.icomp = icomp;
     known.x = x;
+    known.HREF = h;
+    known.SREF = s;
 }
 
 bool isWater(int icomp) {

@@ -14,10 +14,11 @@ struct LineExtremum {
 };
 
 // What the inverse routines remember of the lines of one fluid. Written by SATD, SATH, SATS, EHMAXX, SMAXX; cleared by
-// resetSaturationExtrema and where another composition is asked for.
+// resetSaturationExtrema and where another composition or reference state is met.
 struct SaturationExtrema {
     int icomp = 0;                      // fluid they belong to: slot of a pure fluid ...
     Composition x{};                    // ... or composition of a mixture
+    double HREF = 0.0, SREF = 0.0;      // reference state of the values [J/mol, J/(mol K)]
     double rhol72 = 0.0, rhov72 = 0.0;  // densities at 0.72 Tc [mol/L]
     bool energiesKnown = false, entropiesKnown = false, entropyExtremaKnown = false;
     double liquidEnthalpy = 0.0, vaporEnthalpy = 0.0;  // at the lowest temperature [J/mol]

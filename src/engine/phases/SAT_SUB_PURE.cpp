@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "CORE_ANC.h"
@@ -233,13 +234,16 @@ void pureAtPressure(double p, const Composition& x, int icomp, int kph, const Cr
     if (hasAncillary(modelTags.HPSK[icomp])) {
         double estimate;
         TSATP(p, x, estimate, ierr, herr);
-        if (estimate > 0.0) T = estimate;
+        // at low pressure the inversion can step out of the ancillary's range and end there, far from the line
+        if (ierr == 0 && estimate > 0.0) T = estimate;
     }
     if (hasAncillary(modelTags.HPLK[icomp]) && kph == 1) {
         double estimate;
         TSATPL(p, x, estimate, ierr, herr);
-        if (estimate > 0.0) T = estimate;
+        if (ierr == 0 && estimate > 0.0) T = estimate;
     }
+    // the pressure is not below that of the triple point, so neither is the temperature
+    T = std::max(T, fluidConstants.TTPN[icomp]);
     if (hasAncillary(modelTags.HDLK[icomp])) {
         double estimate;
         DLSATK(icomp, T, estimate, ierr, herr);
