@@ -1,0 +1,683 @@
+// Flash at given temperature or density and a caloric property, at enthalpy and entropy, at energy and entropy.
+#include "FLASH2.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "FLSH_SUB.h"
+#include "FlashBricks.h"
+#include "FluidConstants.h"
+#include "LIMITS.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "PROP_SUB.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_INVERSE.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+// The outputs of a flash with T and p among them, by reference.
+struct FullResult {
+    double &T, &p, &D, &Dl, &Dv;
+    Composition &x, &y;
+    double &q, &e, &h, &s, &cv, &cp, &w;
+    int& ierr;
+    Text255& herr;
+};
+
+void clear(FullResult& r, int icomp, const Composition& z) {
+    r.Dl = r.Dv = 0;
+    r.q = supercriticalOrNone;
+    r.e = r.h = r.s = r.cv = r.cp = r.w = 0;
+    r.x = bulkComposition(icomp, z);
+    r.y = r.x;
+    r.ierr = 0;
+    r.herr.clear();
+}
+
+void fillProperties(const PhaseProperties& phase, FullResult& r) {
+    r.e = phase.e;
+    r.h = phase.h;
+    r.s = phase.s;
+    r.cv = phase.cv;
+    r.cp = phase.cp;
+    r.w = phase.w;
+}
+
+// Single phase at r.T and r.D.
+void fillSinglePhase(const Composition& z, FullResult& r) {
+    r.Dl = r.Dv = r.D;
+    const PhaseProperties phase = propertiesOf(r.T, r.D, z);
+    r.p = phase.p;
+    fillProperties(phase, r);
+}
+
+// Two phases at r.T with r.Dl, r.Dv, r.x, r.y, r.q.
+void fillTwoPhase(FullResult& r) {
+    const PhaseProperties liquid = propertiesOf(r.T, r.Dl, r.x);
+    const PhaseProperties vapor = propertiesOf(r.T, r.Dv, r.y);
+    r.e = (1 - r.q) * liquid.e + r.q * vapor.e;
+    r.h = (1 - r.q) * liquid.h + r.q * vapor.h;
+    r.s = (1 - r.q) * liquid.s + r.q * vapor.s;
+    r.cv = r.cp = r.w = twoPhaseValue;
+}
+
+void reportLimits(std::string_view routine, const Composition& z, FullResult& r) {
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    Text255 inner;
+    LIMITX("EOS", r.T, r.D, r.p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    if (limitCode == 0) return;
+    r.ierr = limitCode;
+    message(r.herr, "[", routine, limitCode < 0 ? " warning" : " error", Integer{3, limitCode}, "] ", innerText(inner),
+            nullCharacter);
+    ERRMSG(r.ierr, r.herr);
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given temperature.
+
+void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view ab, double& p, double& D, double& Dl,
+            double& Dv, Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv,
+            double& cp, double& w, int& ierr, Text255& herr) {
+    constexpr double thinDensity = 0.0001;  // [mol/L]
+    constexpr int goldenSections = 29;
+    const char letter = ab[1];
+    const std::string_view letterText = ab.substr(1, 1);
+    double Tgiven = T;
+    FullResult r{Tgiven, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+    p = D = 0;
+    q = superheatedVapor;
+
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    if (ierr > 0) {
+        ierr = 230;
+        message(herr, "[", ab, "FLSH error 230] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    Text255 limitText;
+    LIMITX("EOS", T, 0, 0, z, tmin, tmax, Dmax, pmax, limitCode, limitText);
+    ierr = 0;
+
+    const auto value = [&](double density) { return propertyByLetter(letter, T, density, z); };
+    const auto outOfRange = [&](std::string_view bound, double limit) {
+        ierr = 239;
+        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "] Input value is outside limits; ", letterText, " =",
+                General{12, 5, b}, ", ", letterText, bound, General{12, 5, limit}, nullCharacter);
+        ERRMSG(ierr, herr);
+    };
+    const auto noResult = [&] {
+        D = Dl = Dv = thinDensity;
+        p = D * fluidConstants.R * T;
+        q = e = h = s = cv = cp = w = fugacityOutOfRange;
+    };
+    if (limitCode < 0) {
+        ierr = limitCode;
+        message(herr, "[", ab, "FLSH warning", Integer{4, limitCode}, "] ", innerText(limitText), nullCharacter);
+        ERRMSG(ierr, herr);
+    } else if (limitCode > 0) {
+        ierr = limitCode;
+        message(herr, "[", ab, "FLSH error", Integer{4, limitCode}, "] ", innerText(limitText), nullCharacter);
+        ERRMSG(ierr, herr);
+        noResult();
+        return;
+    }
+    const double thinValue = value(thinDensity);
+    const double highest = std::max(thinValue, value(Dmax));
+    if (b > highest) {
+        outOfRange("max =", highest);
+        noResult();
+        return;
+    }
+
+    // A second density with the same value exists on the other side of an extremum.
+    const auto warnOfTwoRoots = [&] {
+        ierr = -238;
+        message(herr, "[", ab, "FLSH warning 238] two solutions exist for the input values; the ",
+                kr == 2 ? "higher" : "lower", " density root has been calculated", nullCharacter);
+        ERRMSG(ierr, herr);
+    };
+    // Single phase between two densities; the warning that stands is kept.
+    const auto singlePhase = [&](double lower, double upper) {
+        int code = 0;
+        double Tsolved = T;
+        ABFL1(T, b, z, 0, ab, lower, upper, Tsolved, p, D, code, inner);
+        if (code > 0) {
+            ierr = code;
+            herr = inner;
+            D = Dl = Dv = 0;
+            q = supercriticalOrNone;
+            return false;
+        }
+        fillSinglePhase(z, r);
+        return true;
+    };
+    // Density at the highest pressure.
+    const auto topDensity = [&](double& top) {
+        int code = 0;
+        TPRHO(T, pmax, z, 1, 0, top, code, inner);
+        if (code > 0 && top > Dmax) top = Dmax;
+        return top > 0;
+    };
+
+    double Dtop = 0;
+    if (T >= Tc) {
+        if (!topDensity(Dtop)) Dtop = Dmax;
+        const double topValue = value(Dtop);
+        double lower = thinDensity;
+        double upper = Dtop;
+        if (b < topValue) {
+            double De = 0;
+            double leastValue = 0;
+            GOLD(thinDensity, Dtop, goldenSections, true, z, T, letter, De, leastValue);
+            if (b < leastValue) {
+                outOfRange("min =", leastValue);
+                noResult();
+                return;
+            }
+            // Above the value of the thin gas there is the dense root alone.
+            const bool two = b <= thinValue;
+            if (two) warnOfTwoRoots();
+            if (!two || kr == 2) {
+                lower = De;
+            } else {
+                upper = De;
+            }
+        }
+        if (!singlePhase(lower, upper)) return;
+        q = p > Pc ? supercriticalOrNone : superheatedVapor;
+        return;
+    }
+
+    // Vapor.
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    SaturatedPair dew;
+    saturationAtT(T, z, 2, dew);
+    const auto saturationFailed = [&](const SaturatedPair& pair) {
+        ierr = pair.ierr;
+        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "] ", innerText(pair.herr), nullCharacter);
+        ERRMSG(ierr, herr);
+        q = supercriticalOrNone;
+    };
+    if (dew.ierr > 0) {
+        saturationFailed(dew);
+        return;
+    }
+    const double dewValue = value(dew.Dv);
+    if (b >= dewValue) {
+        if (singlePhase(thinDensity, dew.Dv)) q = superheatedVapor;
+        return;
+    }
+
+    // Liquid, or both.
+    if (!topDensity(Dtop)) Dtop = Dmax;
+    SaturatedPair bubble;
+    if (plainPure) {
+        bubble = dew;
+    } else {
+        saturationAtT(T, z, 1, bubble);
+        if (bubble.ierr > 0) {
+            saturationFailed(bubble);
+            return;
+        }
+    }
+    const double bubbleValue = value(bubble.Dl);
+    double De = bubble.Dl;
+    double leastValue = bubbleValue;
+    if (value(bubble.Dl + 1e-6) < bubbleValue) {
+        GOLD(bubble.Dl, Dtop, goldenSections, true, z, T, letter, De, leastValue);
+    }
+    const double topValue = value(Dtop);
+    if (b < std::min(leastValue, topValue)) {
+        outOfRange("min =", leastValue);
+        noResult();
+        return;
+    }
+    const bool two = b < topValue;
+    if (two) warnOfTwoRoots();
+    if (b < bubbleValue || (two && kr == 2)) {
+        const bool dense = two && kr == 2;
+        if (singlePhase(dense ? De : bubble.Dl, dense || !two ? Dtop : De)) q = subcooledLiquid;
+        return;
+    }
+
+    // Two phases.
+    Dl = bubble.Dl;
+    Dv = dew.Dv;
+    p = dew.p;
+    if (icomp > 0) {
+        q = (b - bubbleValue) / (dewValue - bubbleValue);
+        if (!plainPure) p = (1 - q) * bubble.p + q * dew.p;
+    } else {
+        double Tbub = T;
+        double Tdew = T;
+        double Tsolved = T;
+        int code = 0;
+        q = 0.5;
+        ABFL2(T, b, z, 1, 0, ab, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, Tsolved, p, Dl, Dv, x,
+              y, q, code, inner);
+        if (code > 0) {
+            ierr = code;
+            herr = inner;
+            return;
+        }
+    }
+    fillTwoPhase(r);
+    D = bulkDensity(q, Dl, Dv);
+}
+
+void THFLSH(double T, double h, const Composition& z, int kr, double& p, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& e, double& s, double& cv, double& cp, double& w,
+            int& ierr, Text255& herr) {
+    double given = 0;
+    TBFLSH(T, h, z, kr, "TH", p, D, Dl, Dv, x, y, q, e, given, s, cv, cp, w, ierr, herr);
+}
+
+void TSFLSH(double T, double s, const Composition& z, int kr, double& p, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& e, double& h, double& cv, double& cp, double& w,
+            int& ierr, Text255& herr) {
+    double given = 0;
+    TBFLSH(T, s, z, kr, "TS", p, D, Dl, Dv, x, y, q, e, h, given, cv, cp, w, ierr, herr);
+}
+
+void TEFLSH(double T, double e, const Composition& z, int kr, double& p, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& h, double& s, double& cv, double& cp, double& w,
+            int& ierr, Text255& herr) {
+    double given = 0;
+    TBFLSH(T, e, z, kr, "TE", p, D, Dl, Dv, x, y, q, given, h, s, cv, cp, w, ierr, herr);
+}
+
+namespace {
+
+void singlePhaseAtT(std::string_view ab, double T, double b, const Composition& z, double Dmin, double Dmax, double& p,
+                    double& D, int& ierr, Text255& herr) {
+    double Tsolved = T;
+    ABFL1(T, b, z, 0, ab, Dmin, Dmax, Tsolved, p, D, ierr, herr);
+}
+
+void twoPhaseAtT(std::string_view ab, double T, double b, const Composition& z, int ksat, double& pbub, double& pdew,
+                 double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv,
+                 Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double Tbub = T;
+    double Tdew = T;
+    double Tsolved = T;
+    ABFL2(T, b, z, 1, ksat, ab, Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, Tsolved, p, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+}  // namespace
+
+void THFL1(double T, double h, const Composition& z, double Dmin, double Dmax, double& p, double& D, int& ierr,
+           Text255& herr) {
+    singlePhaseAtT("TH", T, h, z, Dmin, Dmax, p, D, ierr, herr);
+}
+
+void TSFL1(double T, double s, const Composition& z, double Dmin, double Dmax, double& p, double& D, int& ierr,
+           Text255& herr) {
+    singlePhaseAtT("TS", T, s, z, Dmin, Dmax, p, D, ierr, herr);
+}
+
+void TEFL1(double T, double e, const Composition& z, double Dmin, double Dmax, double& p, double& D, int& ierr,
+           Text255& herr) {
+    singlePhaseAtT("TE", T, e, z, Dmin, Dmax, p, D, ierr, herr);
+}
+
+void THFL2(double T, double h, const Composition& z, int ksat, double& pbub, double& pdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtT("TH", T, h, z, ksat, pbub, pdew, Dlbub, Dvdew, ybub, xdew, p, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void TSFL2(double T, double s, const Composition& z, int ksat, double& pbub, double& pdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtT("TS", T, s, z, ksat, pbub, pdew, Dlbub, Dvdew, ybub, xdew, p, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void TEFL2(double T, double e, const Composition& z, int ksat, double& pbub, double& pdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtT("TE", T, e, z, ksat, pbub, pdew, Dlbub, Dvdew, ybub, xdew, p, Dl, Dv, x, y, q, ierr, herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given density.
+
+namespace {
+
+// The critical point and the highest density at which helium's saturation line is still followed.
+bool denseHelium(double Tc, double D) {
+    return Tc > 5 && Tc < 6 && D > 36.5;
+}
+
+// Solid-free densities outside those of the vapor-liquid line of a pure fluid hold a single phase.
+bool beyondVaporLiquidLine(int icomp, double D) {
+    if (icomp == 0) return false;
+    const double liquid = fluidConstants.DTPN[icomp];
+    return (liquid > 0 && D > liquid) || D < fluidConstants.DTPV[icomp];
+}
+
+}  // namespace
+
+void DBFLSH(double D, double b, const Composition& z, std::string_view ab, double& T, double& p, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
+            double& w, int& ierr, Text255& herr) {
+    const char letter = ab[1];
+    double bulk = D;
+    FullResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+    T = p = 0;
+
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    if (ierr > 0) {
+        ierr = 210;
+        message(herr, "[", ab, "FLSH error 210] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    LIMITX("EOS", -1, D, 0, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    if (limitCode > 0) {
+        ierr = limitCode;
+        message(herr, "[", ab, "FLSH error", Integer{4, limitCode}, "] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    ierr = 0;
+
+    // Value of the property on the saturation line at D.
+    double saturatedValue = b - 1e-6;
+    if (!denseHelium(Tc, D)) {
+        SaturatedPair line;
+        int kr = 0;
+        {
+            const SilentMessages quiet;
+            SATD(D, z, 0, kr, line.T, line.p, line.Dl, line.Dv, line.x, line.y, line.ierr, line.herr);
+        }
+        if (line.ierr > 0 && beyondVaporLiquidLine(icomp, D)) {
+            saturatedValue = b - 1e-6;
+        } else {
+            saturatedValue = propertyByLetter(letter, line.ierr > 0 ? Tc : line.T, D, z);
+        }
+    }
+
+    const auto failed = [&] {
+        q = supercriticalOrNone;
+        ierr = 215;
+        message(herr, "[", ab, "FLSH error 248] iteration did not converge:  ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+    };
+    if (b >= saturatedValue) {
+        double Dsolved = D;
+        ABFL1(D, b, z, 0, ab, 0, Dmax, T, p, Dsolved, ierr, inner);
+        if (ierr > 0) {
+            failed();
+            return;
+        }
+        fillSinglePhase(z, r);
+        q = regionQuality(T, p, D, Tc, Pc, Dc);
+    } else {
+        DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
+        if (ierr <= 0 && !(q > 0 && q < 1)) {
+            ierr = 248;
+            inner.clear();
+        }
+        if (ierr > 0) {
+            failed();
+            return;
+        }
+        fillTwoPhase(r);
+    }
+    ierr = 0;
+    reportLimits(ab == "DH" ? "DHFLSH" : ab == "DS" ? "DSFLSH" : "DEFLSH", z, r);
+}
+
+void DHFLSH(double D, double h, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    DBFLSH(D, h, z, "DH", T, p, Dl, Dv, x, y, q, e, given, s, cv, cp, w, ierr, herr);
+}
+
+void DSFLSH(double D, double s, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& h, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    DBFLSH(D, s, z, "DS", T, p, Dl, Dv, x, y, q, e, h, given, cv, cp, w, ierr, herr);
+}
+
+void DEFLSH(double D, double e, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    DBFLSH(D, e, z, "DE", T, p, Dl, Dv, x, y, q, given, h, s, cv, cp, w, ierr, herr);
+}
+
+namespace {
+
+void singlePhaseAtD(std::string_view ab, double D, double b, const Composition& z, double& T, int& ierr,
+                    Text255& herr) {
+    double p = 0;
+    double Dsolved = D;
+    ABFL1(D, b, z, 0, ab, 0, 0, T, p, Dsolved, ierr, herr);
+}
+
+}  // namespace
+
+void DHFL1(double D, double h, const Composition& z, double& T, int& ierr, Text255& herr) {
+    singlePhaseAtD("DH", D, h, z, T, ierr, herr);
+}
+
+void DSFL1(double D, double s, const Composition& z, double& T, int& ierr, Text255& herr) {
+    singlePhaseAtD("DS", D, s, z, T, ierr, herr);
+}
+
+void DEFL1(double D, double e, const Composition& z, double& T, int& ierr, Text255& herr) {
+    singlePhaseAtD("DE", D, e, z, T, ierr, herr);
+}
+
+void DHFL2(double D, double h, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
+           Composition& y, double& q, int& ierr, Text255& herr) {
+    DBFL2(D, h, z, 1, "DH", T, p, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void DSFL2(double D, double s, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
+           Composition& y, double& q, int& ierr, Text255& herr) {
+    DBFL2(D, s, z, 1, "DS", T, p, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void DEFL2(double D, double e, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
+           Composition& y, double& q, int& ierr, Text255& herr) {
+    DBFL2(D, e, z, 1, "DE", T, p, Dl, Dv, x, y, q, ierr, herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given enthalpy (or energy) and entropy.
+
+namespace {
+
+// Two phases: pressure at which the entropy goes with the given enthalpy, dh/dp = 1/rho along an isentrope. In energy
+// mode the same steps serve, their length being nearly right; what they leave open the secant closes.
+bool twoPhaseByPressure(double given, double s, const Composition& z, double pStart, bool energy, FullResult& r) {
+    constexpr int mostSteps = 25;
+    constexpr double tolerance = 1e-5;
+    double p = pStart;
+    double pBefore = 0;
+    double fBefore = 0;
+    bool haveBefore = false;
+    for (int step = 1; step <= mostSteps; ++step) {
+        int code = 0;
+        Text255 text;
+        {
+            const SilentMessages quiet;
+            PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
+        }
+        r.s = s;
+        r.p = p;
+        if (code > 0) {
+            // Below the lowest pressure of a two-phase state: back toward the last good one.
+            if (!haveBefore) return false;
+            p = 0.5 * (p + pBefore);
+            continue;
+        }
+        const double F = (energy ? r.e : r.h) - given;
+        if (std::abs(F) < tolerance) return true;
+        double next = p - F * r.D;
+        if (energy && haveBefore && std::abs(F - fBefore) > 1e-12) next = p - F * (p - pBefore) / (F - fBefore);
+        pBefore = p;
+        fBefore = F;
+        haveBefore = true;
+        p = std::max(0.2 * (p + 0.001), next);
+    }
+    return false;
+}
+
+void solveByEntropy(double given, double s, const Composition& z, bool energy, FullResult& r) {
+    const std::string_view routine = energy ? "ESFLSH" : "HSFLSH";
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+    r.T = r.p = r.D = 0;
+
+    // Saturated states of the given enthalpy.
+    int nroot = 0;
+    int k1 = 0;
+    int k2 = 0;
+    double t1 = 0;
+    double p1 = 0;
+    double d1 = 0;
+    double t2 = 0;
+    double p2 = 0;
+    double d2 = 0;
+    int code = 0;
+    Text255 inner;
+    {
+        const SilentMessages quiet;
+        SATH(given, z, 0, nroot, k1, t1, p1, d1, k2, t2, p2, d2, code, inner);
+    }
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    CRITP(z, Tc, Pc, Dc, r.ierr, inner);
+    if (r.ierr > 0) {
+        message(r.herr, "[", routine, " error", Integer{4, r.ierr}, "] ", innerText(inner), nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return;
+    }
+
+    double s1 = 0;
+    double s2 = 0;
+    if (nroot >= 1) ENTRO(t1, d1, z, s1);
+    if (nroot >= 2) ENTRO(t2, d2, z, s2);
+    bool twoPhase = false;
+    if (nroot == 0) {
+        r.T = 1.1 * Tc;
+        r.D = Dc;
+        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
+    } else if (s < s1) {
+        r.T = 1.01 * t1;
+        r.D = 1.01 * d1;
+        HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
+        if (r.ierr > 0) {
+            r.T = t1;
+            r.D = d1;
+            HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
+        }
+    } else if (nroot >= 2 && s > s2) {
+        r.T = t2;
+        r.D = d2 / 1.1;
+        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
+    } else {
+        twoPhase = true;
+        if (!twoPhaseByPressure(given, s, z, p1, energy, r)) {
+            r.q = supercriticalOrNone;
+            r.ierr = 200;
+            message(r.herr,
+                    "[HSFLSH error 200] h-s inputs are two-phase or out of bounds, iterative routine is not available "
+                    "to find a solution.",
+                    nullCharacter);
+            ERRMSG(r.ierr, r.herr);
+            return;
+        }
+    }
+    if (r.ierr > 0) {
+        r.q = supercriticalOrNone;
+        return;
+    }
+    if (!twoPhase) {
+        fillSinglePhase(z, r);
+        r.q = regionQuality(r.T, r.p, r.D, Tc, Pc, Dc);
+    }
+    r.ierr = 0;
+    r.herr.clear();
+    reportLimits(routine, z, r);
+}
+
+}  // namespace
+
+void HSFLSH(double h, double s, const Composition& z, double& T, double& p, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& e, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double hSolved = 0;
+    double sSolved = 0;
+    FullResult r{T, p, D, Dl, Dv, x, y, q, e, hSolved, sSolved, cv, cp, w, ierr, herr};
+    solveByEntropy(h, s, z, ENERGYMODE != 0, r);
+    // In energy mode the given value is the energy and the free place holds the enthalpy.
+    if (ENERGYMODE != 0) e = hSolved;
+}
+
+void ESFLSH(double e, double s, const Composition& z, double& T, double& p, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& h, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    ENERGYMODE = 1;
+    HSFLSH(e, s, z, T, p, D, Dl, Dv, x, y, q, h, cv, cp, w, ierr, herr);
+    ENERGYMODE = 0;
+}
+
+void HSFL1(double h, double s, const Composition& z, double Dmin, double Dmax, double& T, double& D, int& ierr,
+           Text255& herr) {
+    double p = 0;
+    ABFL1(s, h, z, 0, ENERGYMODE != 0 ? "SE" : "SH", Dmin, Dmax, T, p, D, ierr, herr);
+}
+
+}  // namespace frigana

@@ -1,0 +1,805 @@
+// The general flash iterations: ABFL1, ABFL1X, ABFL2, DBFL1, DBFL2.
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "FLASH2.h"
+#include "FLSH_SUB.h"
+#include "FlashBricks.h"
+#include "FluidConstants.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "PROP_SUB.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_INVERSE.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------------
+// Single phase.
+
+constexpr int mostPasses = 200;
+constexpr double longestStep = 0.25;  // of the last value
+
+// The two last points of the secant: the current one is `now`.
+struct Secant {
+    double before = 0, fBefore = 0, now = 0, fNow = 0;
+    double next() const {
+        return std::abs(fNow - fBefore) > 1e-12 ? now - fNow * (now - before) / (fNow - fBefore)
+                                                : now + 0.5 * (now - before);
+    }
+};
+
+double limitedStep(double from, double to, double share) {
+    const double longest = share * std::abs(from);
+    if (std::abs(to - from) <= longest) return to;
+    return to > from ? from + longest : from - longest;
+}
+
+// What the passes of ABFL1 share.
+struct SinglePhaseSearch {
+    double a, b;
+    const Composition& z;
+    int kph;
+    char first, second;
+    double Dmin, Dmax;
+    double Tc, Pc, Dc;
+    double sCritical;  // for first letter S
+};
+
+// Saturated state of a pressure in place of one without density root.
+bool stateOnSaturationLine(double p, const Composition& z, int kph, double& T, double& D) {
+    const bool vapor = std::abs(kph) == 2;
+    SaturatedPair line;
+    {
+        const SilentMessages quiet;
+        saturationAtP(p, z, vapor ? 2 : 1, line);
+    }
+    if (line.ierr > 0) return false;
+    T = line.T;
+    D = vapor ? line.Dv : line.Dl;
+    return D > 0;
+}
+
+// Density at given pressure and the temperature X, with the rescues of a failed root; X is moved by them.
+bool densityAtPressure(const SinglePhaseSearch& search, int pass, double before, double& X, double& T, double& D,
+                       Text255& inner) {
+    int ierr = 0;
+    T = std::max(X, 1e-12);
+    TPRHO(T, search.a, search.z, search.kph, 0, D, ierr, inner);
+    if (ierr <= 0) return true;
+
+    X = pass == 1 ? 300 : (before + X) / 2;
+    T = std::max(X, 1e-12);
+    TPRHO(T, search.a, search.z, search.kph, 0, D, ierr, inner);
+    for (int attempt = 1; attempt <= 2 && ierr == 203; ++attempt) {
+        T *= 1.001;
+        TPRHO(T, search.a, search.z, search.kph, 0, D, ierr, inner);
+    }
+    X = T;
+    if (ierr <= 0) return true;
+    if (!stateOnSaturationLine(search.a, search.z, search.kph, T, D)) return false;
+    X = T;
+    return true;
+}
+
+// A density that a state of the given entropy at T exceeds: a tenth of that of the ideal gas, or a hundredth of the
+// critical one for a dense state. The entropy goes with the logarithm of density, so that a bound far below the root
+// would cost the false position dozens of passes.
+double lowestDensity(const SinglePhaseSearch& search, double T) {
+    constexpr double thin = 1e-10;  // [mol/L]
+    const double exponent = (propertyByLetter('S', T, thin, search.z) - search.a) / fluidConstants.R;
+    return std::min(0.1 * thin * std::exp(std::clamp(exponent, -60.0, 60.0)), 0.01 * search.Dc);
+}
+
+// Density at given entropy and the temperature X, between the limits or the saturation line; X grows until there is
+// one.
+bool densityAtEntropy(const SinglePhaseSearch& search, double& X, double& T, double& D, Text255& inner) {
+    constexpr int mostAttempts = 40;
+    for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
+        T = X;
+        double lower = search.Dmin > 0 ? search.Dmin : lowestDensity(search, T);
+        double upper = search.Dmax;
+        if (T < search.Tc) {
+            const bool liquid = search.a <= search.sCritical;
+            SaturatedPair line;
+            {
+                const SilentMessages quiet;
+                saturationAtT(T, search.z, liquid ? 1 : 2, line);
+            }
+            if (line.ierr <= 0) {
+                if (liquid) {
+                    lower = std::max(lower, line.Dl);
+                } else {
+                    upper = std::min(upper, line.Dv);
+                }
+            }
+        }
+        int ierr = 0;
+        double p = 0;
+        ABFL1X(T, search.a, search.z, search.kph, "TS", lower, upper, T, p, D, ierr, inner);
+        if (ierr <= 0) return true;
+        X *= attempt < 10 ? 1.01 : 1.1;
+    }
+    return false;
+}
+
+void reportSinglePhase(std::string_view ab, int code, char unknown, double X, double F, const Text255& inner, int& ierr,
+                       Text255& herr) {
+    ierr = code;
+    if (code == 247) {
+        message(herr, "[", ab,
+                "FLSH error 247] density iteration for single-phase state did not converge:  ", innerText(inner),
+                nullCharacter);
+    } else if (unknown == 'T') {
+        message(herr, "[", ab,
+                "FLSH error 248] single-phase iteration did not converge, T, deltaT =", General{12, 5, X},
+                General{12, 5, F}, " K.", nullCharacter);
+    } else {
+        message(herr, "[", ab,
+                "FLSH error 248] single-phase iteration did not converge, D, deltaD =", General{12, 5, X},
+                General{12, 5, F}, " mol/L.", nullCharacter);
+    }
+    ERRMSG(ierr, herr);
+}
+
+}  // namespace
+
+void ABFL1(double a, double b, const Composition& z, int kph, std::string_view ab, double Dmin, double Dmax, double& T,
+           double& p, double& D, int& ierr, Text255& herr) {
+    ierr = 0;
+    herr.clear();
+    if (ab[0] == 'D') {
+        DBFL1(a, b, z, ab, T, p, ierr, herr);
+        D = a;
+        return;
+    }
+    if (ab == "PD") {
+        DBFL1(b, a, z, "DP", T, p, ierr, herr);
+        D = b;
+        return;
+    }
+
+    SinglePhaseSearch search{a, b, z, kph, ab[0], ab[1], Dmin, Dmax, 0, 0, 0, 0};
+    Text255 inner;
+    CRITP(z, search.Tc, search.Pc, search.Dc, ierr, inner);
+    ierr = 0;
+    const bool givenT = search.first == 'T';
+    const char unknown = givenT ? 'D' : 'T';
+    if (search.first == 'S') search.sCritical = propertyByLetter('S', search.Tc, search.Dc, z);
+    if (givenT) {
+        T = a;
+    } else if (T <= 0) {
+        T = search.Tc;
+    }
+
+    double tolerance = 1e-8;
+    const double scale = std::max(1.0, std::abs(b));
+    Secant secant;
+    secant.now = givenT ? Dmin : T;
+    RootBracket bracket;
+    bool falsePosition = false;
+    double F = 0;
+    for (int pass = 1; pass <= mostPasses; ++pass) {
+        if (pass == 150) tolerance *= 100;
+        if (pass == 180) tolerance *= 10;
+
+        // State at the unknown.
+        bool found = true;
+        if (givenT) {
+            D = secant.now;
+        } else if (search.first == 'P') {
+            found = densityAtPressure(search, pass, secant.before, secant.now, T, D, inner);
+        } else {
+            found = densityAtEntropy(search, secant.now, T, D, inner);
+        }
+        bool restart = false;
+        if (pass == 80 && search.first == 'P' && a <= search.Pc && stateOnSaturationLine(a, z, kph, T, D)) {
+            secant.now = T;
+            found = true;
+            restart = true;
+        }
+        if (!found) {
+            reportSinglePhase(ab, 247, unknown, secant.now, F, inner, ierr, herr);
+            return;
+        }
+
+        // Residual of the second property.
+        F = b - propertyByLetter(search.second, T, D, z);
+        if (std::abs(F) / scale < tolerance) {
+            PRESS(T, D, z, p);
+            return;
+        }
+        if (restart) bracket.forgetSideOf(F);
+        bracket.take(secant.now, F, falsePosition);
+        secant.fNow = F;
+
+        // Next value of the unknown.
+        double next = 0;
+        if (pass == 1 && givenT) {
+            next = Dmax;
+        } else if (pass == 1) {
+            const PhaseProperties phase = propertiesOf(T, D, z);
+            const double heatCapacity = search.second == 'H' ? phase.cp : phase.cv;
+            double step = std::abs(heatCapacity) > 1e-20 ? F / heatCapacity : 0;
+            const double shortest = 0.0005 * std::abs(secant.now);
+            if (std::abs(step) < shortest) step = step < 0 ? -shortest : shortest;
+            next = limitedStep(secant.now, secant.now + step, longestStep);
+        } else {
+            next = secant.next();
+            if (bracket.closed()) {
+                const double allowance = pass > 100 ? 1.0 : 1.01;
+                if (falsePosition ||
+                    !(next <= bracket.largest() * allowance && next >= bracket.smallest() / allowance)) {
+                    next = bracket.falsePosition();
+                    falsePosition = true;
+                }
+            }
+            if (givenT) {
+                if (next > 1.02 * Dmax || next < 0.98 * Dmin) {
+                    if (next > 100000) break;
+                    next = 0.5 * ((next > Dmax ? Dmax : Dmin) + secant.now);
+                }
+            } else {
+                next = limitedStep(secant.now, next, longestStep);
+            }
+        }
+        if (!std::isfinite(next)) break;
+        secant.before = secant.now;
+        secant.fBefore = secant.fNow;
+        secant.now = next;
+    }
+    reportSinglePhase(ab, 248, unknown, secant.now, F, inner, ierr, herr);
+}
+
+void ABFL1X(double a, double b, const Composition& z, int kph, std::string_view ab, double Dmin, double Dmax, double& T,
+            double& p, double& D, int& ierr, Text255& herr) {
+    ABFL1(a, b, z, kph, ab, Dmin, Dmax, T, p, D, ierr, herr);
+}
+
+void DBFL1(double D, double b, const Composition& z, std::string_view ab, double& T, double& p, int& ierr,
+           Text255& herr) {
+    constexpr int mostSteps = 30;
+    constexpr double tolerance = 1e-6;
+    const char letter = ab[1];
+    ierr = 0;
+    herr.clear();
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    ierr = 0;
+    if (letter == 'P' && D < 1e-14) {
+        RMIX(z);
+        T = D > 0 ? b / (fluidConstants.R * D) : 0;
+        p = b;
+        return;
+    }
+
+    T = letter == 'P' && b > 100 * Pc ? 2 * Tc : Tc;
+    const double scale = std::max(1.0, std::abs(b));
+    for (int step = 1; step <= mostSteps; ++step) {
+        const double F = propertyByLetter(letter, T, D, z) - b;
+        double slope = 0;
+        if (letter == 'P') {
+            DPDT(T, D, z, slope);
+        } else {
+            double cv = 0;
+            double cp = 0;
+            CVCP(T, D, z, cv, cp);
+            slope = cv;
+            if (letter == 'S') slope = cv / T;
+            if (letter == 'H') {
+                double dpdt = 0;
+                DPDT(T, D, z, dpdt);
+                slope = cv + dpdt / D;
+            }
+        }
+        if (std::abs(slope) < 1e-300) break;
+        T -= F / slope;
+        // The last step is taken too: it brings the root from the tolerance to the rounding of the property.
+        if (std::abs(F) / scale < tolerance && T > 0) {
+            PRESS(T, D, z, p);
+            return;
+        }
+        if (!(T > 0)) T = Tc / 2;
+    }
+    ierr = 203;
+    message(herr, "[", ab, "FL1 error 203] iteration has not converged for rho =", General{12, 5, D},
+            " mol/L, T (last guess) = ", General{12, 5, T}, " K, x (mol frac) =");
+    Text255 text = herr;
+    int length = text.length();
+    for (int i = 1; i <= std::min(modelTags.NC, 5); ++i) {
+        message(herr, text.slice(1, length), General{12, 5, z[i]});
+        text = herr;
+        length += 12;
+    }
+    message(herr, text.slice(1, length), nullCharacter);
+    ERRMSG(ierr, herr);
+    T = 0;
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Two phases.
+
+namespace {
+
+// Bubble and dew end of a two-phase range, by reference to the arguments of ABFL2.
+struct SaturationEnds {
+    double &Tbub, &Tdew, &pbub, &pdew, &Dlbub, &Dvdew;
+    Composition &ybub, &xdew;
+};
+
+// What ABFL2 looks for, and the scale on which it measures it.
+struct TwoPhaseTarget {
+    char second;
+    double b;
+    int kq;
+    double delta;  // difference of the property between the ends, at least 1
+};
+
+void reportTwoPhase(std::string_view ab, int code, std::string_view what, const Text255& inner, int& ierr,
+                    Text255& herr) {
+    ierr = code;
+    message(herr, "[", ab, "FLSH error ", Integer{3, code}, "] ", what, innerText(inner), nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
+double massQuality(double q, const Composition& x, const Composition& y) {
+    double qmass = 0;
+    double mliq = 0;
+    double mvap = 0;
+    Composition xm{};
+    Composition ym{};
+    int ierr = 0;
+    Text255 text;
+    QMASS(q, x, y, qmass, xm, ym, mliq, mvap, ierr, text);
+    return qmass;
+}
+
+double twoPhaseResidual(const TwoPhaseTarget& target, double T, double Dl, double Dv, const Composition& x,
+                        const Composition& y, double q) {
+    switch (target.second) {
+        case 'D':
+            return target.b * (1 / target.b - (1 - q) / Dl - q / Dv);
+        case 'Q':
+            return target.b - (target.kq == 2 ? massQuality(q, x, y) : q);
+        default:
+            return (target.b - (1 - q) * propertyByLetter(target.second, T, Dl, x) -
+                    q * propertyByLetter(target.second, T, Dv, y)) /
+                   target.delta;
+    }
+}
+
+// Compositions, densities and the unknown at an estimated quality, from the saturation states of both compositions.
+//   Codes  223, 224  no bubble point of x, no dew point of y
+bool estimateAtQuality(std::string_view ab, double a, const Composition& z, const SaturationEnds& ends, double q,
+                       double& X, double& Dl, double& Dv, Composition& x, Composition& y, int& ierr, Text255& herr) {
+    const bool givenT = ab[0] == 'T';
+    compositionsAtQuality(q, z, ends.xdew, ends.ybub, x, y);
+    SaturatedPair bubbleOfX;
+    SaturatedPair dewOfY;
+    if (givenT) {
+        saturationAtT(a, x, 1, bubbleOfX);
+    } else {
+        saturationAtP(a, x, 1, bubbleOfX);
+    }
+    if (bubbleOfX.ierr > 0) {
+        reportTwoPhase(ab, 223, "bubble point calculation did not converge within 2-phase iteration:  ", bubbleOfX.herr,
+                       ierr, herr);
+        return false;
+    }
+    if (givenT) {
+        saturationAtT(a, y, 2, dewOfY);
+    } else {
+        saturationAtP(a, y, 2, dewOfY);
+    }
+    if (dewOfY.ierr > 0) {
+        reportTwoPhase(ab, 224, "dew point calculation did not converge within 2-phase iteration:  ", dewOfY.herr, ierr,
+                       herr);
+        return false;
+    }
+    Dl = bulkDensity(q, bubbleOfX.Dl, dewOfY.Dl);
+    Dv = bulkDensity(q, bubbleOfX.Dv, dewOfY.Dv);
+    X = givenT ? (1 - q) * bubbleOfX.p + q * dewOfY.p : (1 - q) * bubbleOfX.T + q * dewOfY.T;
+    return true;
+}
+
+}  // namespace
+
+void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::string_view ab, double& Tbub, double& Tdew,
+           double& pbub, double& pdew, double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T,
+           double& p, double& Dl, double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    const bool givenT = ab[0] == 'T';
+    const char second = ab[1];
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    ierr = 0;
+    herr.clear();
+    x = y = bulkComposition(icomp, z);
+    (givenT ? T : p) = a;
+
+    // Ends of the two-phase range at a.
+    if (ksat != 1) {
+        SaturatedPair bubble;
+        SaturatedPair dew;
+        if (givenT) {
+            saturationAtT(a, z, 1, bubble);
+        } else {
+            saturationAtP(a, z, 1, bubble);
+        }
+        if (bubble.ierr > 0) {
+            q = supercriticalOrNone;
+            reportTwoPhase(ab, 223, "bubble point calculation did not converge (2-phase initial guess):  ", bubble.herr,
+                           ierr, herr);
+            return;
+        }
+        if (givenT) {
+            saturationAtT(a, z, 2, dew);
+        } else {
+            saturationAtP(a, z, 2, dew);
+        }
+        if (dew.ierr > 0) {
+            q = supercriticalOrNone;
+            reportTwoPhase(ab, 224, "dew point calculation did not converge (2-phase initial guess):  ", dew.herr, ierr,
+                           herr);
+            return;
+        }
+        Tbub = bubble.T;
+        pbub = bubble.p;
+        Dlbub = bubble.Dl;
+        ybub = bubble.y;
+        Tdew = dew.T;
+        pdew = dew.p;
+        Dvdew = dew.Dv;
+        xdew = dew.x;
+    } else if (givenT) {
+        Tbub = Tdew = a;
+    } else {
+        pbub = pdew = a;
+    }
+    const SaturationEnds ends{Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew};
+
+    // Bounds of the unknown and the tolerance, wider where the range is narrow.
+    const double Xb = givenT ? pbub : Tbub;
+    const double Xd = givenT ? pdew : Tdew;
+    const double width = std::max(1e-8, std::abs(givenT ? pbub / pdew - 1 : Tdew / Tbub - 1));
+    double tolerance = 5e-6;
+    tolerance = std::max(tolerance / 100, std::min(100 * tolerance, 0.02 * tolerance / width));
+
+    // Residuals at the ends.
+    TwoPhaseTarget target{second, b, kq, 1};
+    double Fb = 0;
+    double Fd = 0;
+    if (second == 'D') {
+        Fb = b * (1 / b - 1 / Dlbub);
+        Fd = b * (1 / b - 1 / Dvdew);
+    } else if (second == 'Q') {
+        Fb = b - (kq == 2 ? massQuality(0, z, ybub) : 0);
+        Fd = b - (kq == 2 ? massQuality(1, xdew, z) : 1);
+    } else {
+        const double atBubble = propertyByLetter(second, Tbub, Dlbub, z);
+        const double atDew = propertyByLetter(second, Tdew, Dvdew, z);
+        if (b < atBubble || b > atDew) {
+            q = supercriticalOrNone;
+            reportTwoPhase(ab, b < atBubble ? 227 : 228, "input is outside saturation bounds", Text255{}, ierr, herr);
+            return;
+        }
+        target.delta = std::max(std::abs(atBubble - atDew), 1.0);
+        Fb = (b - atBubble) / target.delta;
+        Fd = (b - atDew) / target.delta;
+    }
+    if (ksat == 0 && icomp == 0 && (std::abs(Fb) < tolerance || std::abs(Fd) < tolerance)) {
+        const bool atBubble = std::abs(Fb) < tolerance;
+        q = atBubble ? 0 : 1;
+        Dl = Dlbub;
+        Dv = Dvdew;
+        compositionsAtQuality(q, z, xdew, ybub, x, y);
+        (givenT ? p : T) = atBubble ? Xb : Xd;
+        return;
+    }
+
+    // Start by the lever rule.
+    q = std::abs(Fb - Fd) > 1e-20 ? Fb / (Fb - Fd) : 0.5;
+    double X = (1 - q) * Xb + q * Xd;
+    X = std::clamp(X, std::min(Xb, Xd), std::max(Xb, Xd));
+    Dl = Dlbub;
+    Dv = Dvdew;
+    if (isPseudoPure(icomp) && !givenT) {
+        T = X;
+        PTANC(T, p, q, b, second, Dl, Dv);
+        return;
+    }
+    if (icomp > 0 || std::abs(Xb - Xd) < 0.001) {
+        if (icomp == 0) compositionsAtQuality(q, z, xdew, ybub, x, y);
+        (givenT ? p : T) = X;
+        return;
+    }
+
+    // Estimates from the saturation states of the two compositions, again after every failure of the inner flash.
+    constexpr int mostRestarts = 25;
+    constexpr int mostSecantPasses = 30;
+    int restarts = 0;
+    int densityTries = 0;
+    int failures = 0;
+    bool haveFallback = false;
+    Composition xFallback{};
+    Composition yFallback{};
+    double DlFallback = 0;
+    double DvFallback = 0;
+    double XFallback = 0;
+    double qFallback = 0;
+    double F = 0;
+    const double Xmin = std::min(Xb, Xd);
+    const double Xmax = std::max(Xb, Xd);
+    for (;;) {
+        if (q > 1) q = 0.95;
+        if (q < 0) q = 0.05;
+        if (!estimateAtQuality(ab, a, z, ends, q, X, Dl, Dv, x, y, ierr, herr)) {
+            if (!haveFallback) q = supercriticalOrNone;
+            return;
+        }
+        if (!haveFallback) {
+            haveFallback = true;
+            xFallback = x;
+            yFallback = y;
+            DlFallback = Dl;
+            DvFallback = Dv;
+            XFallback = X;
+            qFallback = q;
+        }
+        if (second == 'D' && densityTries < 5 && b < Dv) {
+            ++densityTries;
+            q *= 20;
+            continue;
+        }
+
+        // Secant on the unknown.
+        const double qStart = q;
+        Secant secant;
+        secant.now = X;
+        RootBracket bracket;
+        bracket.take(Xb, Fb, false);
+        bracket.take(Xd, Fd, false);
+        bool falsePosition = false;
+        bool innerFailed = false;
+        double passTolerance = tolerance;
+        for (int pass = 1; pass <= mostSecantPasses; ++pass) {
+            if (pass == 7 || pass == 10 || pass == 15) passTolerance *= 10;
+            (givenT ? p : T) = secant.now;
+            TPFL2(T, p, z, Dl, Dv, x, y, q, ierr, herr);
+            if (ierr > 0) {
+                innerFailed = true;
+                break;
+            }
+            F = twoPhaseResidual(target, T, Dl, Dv, x, y, q);
+            if (std::abs(F) < passTolerance) {
+                ierr = 0;
+                herr.clear();
+                return;
+            }
+            bracket.take(secant.now, F, falsePosition);
+            secant.fNow = F;
+            double next = 0;
+            if (pass == 1) {
+                next = std::abs(Fd - Fb) > 1e-12 ? secant.now - F * (Xd - Xb) / (Fd - Fb) : 0.5 * (Xb + Xd);
+            } else {
+                next = secant.next();
+            }
+            if (bracket.closed()) {
+                const double bracketWidth = std::abs(bracket.xPositive - bracket.xNegative);
+                const bool outside = next > 1.2 * bracket.largest() || next < 0.8 * bracket.smallest();
+                if (falsePosition || (outside && bracketWidth > 0.01)) {
+                    next = bracket.falsePosition();
+                    falsePosition = true;
+                }
+            }
+            const auto towardBound = [&](double bound) {
+                if (!bracket.closed()) return 0.5 * (secant.now + bound);
+                if (std::abs(bracket.xPositive - bracket.xNegative) < static_cast<double>(0.001f)) {
+                    return 0.5 * (bracket.xPositive + bracket.xNegative);
+                }
+                return 0.5 * (secant.now + (bound > secant.now ? bracket.largest() : bracket.smallest()));
+            };
+            if (next > Xmax) {
+                next = towardBound(Xmax);
+            } else if (next < Xmin) {
+                next = towardBound(Xmin);
+            }
+            next = limitedStep(secant.now, next, longestStep);
+            if (!std::isfinite(next)) break;
+            secant.before = secant.now;
+            secant.fBefore = secant.fNow;
+            secant.now = next;
+        }
+        if (!innerFailed) {
+            ierr = 226;
+            message(herr, "[", ab, "FLSH error 226] 2-phase iteration did not converge, X, delta =",
+                    General{12, 5, givenT ? secant.now / 1000 : secant.now}, General{12, 5, F}, nullCharacter);
+            ERRMSG(ierr, herr);
+            return;
+        }
+        ++failures;
+        ++restarts;
+        if (failures >= mostRestarts || restarts >= mostRestarts) break;
+        q = qStart < 0.5 ? qStart + 0.02 : qStart - 0.02;
+    }
+
+    x = xFallback;
+    y = yFallback;
+    Dl = DlFallback;
+    Dv = DvFallback;
+    q = qFallback;
+    (givenT ? p : T) = XFallback;
+    if (q < 0.005 || q > 0.995) {
+        ierr = 0;
+        herr.clear();
+        return;
+    }
+    reportTwoPhase(ab, 225,
+                   "TPFL2 did not converge in two-phase iteration; returning initial guesses based on dew and bubble "
+                   "points",
+                   Text255{}, ierr, herr);
+}
+
+namespace {
+
+// Two-phase state of a pure fluid on its isochore: between the triple point and the saturation temperature of D the
+// property rises steadily with T, since the heat capacity at constant volume is positive.
+bool solveOnIsochore(double D, double b, char letter, const Composition& z, double tmin, double Ttop, double& T,
+                     double& p, double& Dl, double& Dv, double& q) {
+    constexpr int mostSteps = 100;
+    double lower = tmin;
+    double upper = Ttop;
+    double fLower = 0;
+    double fUpper = 0;
+    SaturatedPair line;
+    const auto residual = [&](double at, double& F) {
+        const SilentMessages quiet;
+        saturationAtT(at, z, 2, line);
+        if (line.ierr > 0 || !(line.Dl > line.Dv)) return false;
+        q = volumeQuality(D, line.Dl, line.Dv);
+        F = (letter == 'Q'
+                 ? q
+                 : (1 - q) * propertyByLetter(letter, at, line.Dl, z) + q * propertyByLetter(letter, at, line.Dv, z)) -
+            b;
+        T = at;
+        p = line.p;
+        Dl = line.Dl;
+        Dv = line.Dv;
+        return true;
+    };
+    if (!residual(lower, fLower)) return false;
+    if (fLower == 0) return true;
+    if (!residual(upper, fUpper)) {
+        upper = 0.9999 * Ttop;
+        if (!residual(upper, fUpper)) return false;
+    }
+    if (fUpper == 0) return true;
+    if ((fLower < 0) == (fUpper < 0)) return false;
+    // False position with the residual of an end halved that stays twice (the Illinois method).
+    int side = 0;
+    for (int step = 1; step <= mostSteps; ++step) {
+        double at = upper - fUpper * (upper - lower) / (fUpper - fLower);
+        if (!(at > lower && at < upper)) at = 0.5 * (lower + upper);
+        double F = 0;
+        if (!residual(at, F)) return false;
+        if (std::abs(F) <= 1e-12 * std::max(1.0, std::abs(b)) || upper - lower < 1e-11 * upper) return true;
+        if ((F < 0) == (fLower < 0)) {
+            lower = at;
+            fLower = F;
+            if (side == -1) fUpper /= 2;
+            side = -1;
+        } else {
+            upper = at;
+            fUpper = F;
+            if (side == 1) fLower /= 2;
+            side = 1;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
+           double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    constexpr double tolerance = 0.0001;     // [mol/L]
+    constexpr double pureTolerance = 1e-10;  // of D: a pure fluid goes on below the tolerance, as it costs little
+    int icomp = 0;
+    ISPURE(z, icomp);
+    const int mostIterations = icomp > 0 ? 50 : 20;
+    const char lettersAtT[2] = {'T', ab[1]};
+    const std::string_view tb(lettersAtT, 2);
+    ierr = 0;
+    herr.clear();
+
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    LIMITX("EOS", -1, D, 0, z, tmin, tmax, Dmax, pmax, ierr, inner);
+    double Ttop = Tc;
+    SaturatedPair line;
+    int kr = 0;
+    SATD(D, z, 0, kr, line.T, line.p, line.Dl, line.Dv, line.x, line.y, line.ierr, line.herr);
+    if (line.ierr <= 0 && line.T > tmin) Ttop = line.T;
+
+    SaturatedPair bubble;
+    SaturatedPair dew;
+    const auto solveAt = [&](double at) {
+        double TbubEnd = at;
+        double TdewEnd = at;
+        T = at;
+        ABFL2(at, b, z, kq, 0, tb, TbubEnd, TdewEnd, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, T, p, Dl, Dv,
+              x, y, q, ierr, herr);
+    };
+
+    // Secant on T; a temperature at which b is outside the two-phase range narrows the search instead.
+    double T2 = tmin + 2 * (Ttop - tmin) / 3;
+    double coldest = tmin;
+    double warmest = Ttop;
+    Secant secant;
+    RootBracket bracket;
+    secant.now = tmin + (Ttop - tmin) / 3;
+    int points = 0;
+    double F = 0;
+    bool converged = false;
+    for (int pass = 1; pass <= mostIterations; ++pass) {
+        solveAt(secant.now);
+        if (ierr == 227) {
+            warmest = secant.now;
+            secant.now = 0.5 * (secant.now + coldest);
+            continue;
+        }
+        if (ierr == 228) {
+            coldest = secant.now;
+            secant.now = 0.5 * (secant.now + warmest);
+            if (points == 0) T2 = 0.5 * (T2 + warmest);
+            continue;
+        }
+        if (ierr > 0) break;
+        const double Fbefore = F;
+        F = D - bulkDensity(q, Dl, Dv);
+        const bool stalled = converged && std::abs(F) >= std::abs(Fbefore);
+        converged = std::abs(F) < tolerance;
+        if (converged && (icomp == 0 || stalled || std::abs(F) < pureTolerance * D)) break;
+        bracket.take(secant.now, F, false);
+        secant.fNow = F;
+        ++points;
+        double next = points == 1 ? T2 : secant.next();
+        if (points == 1 && next <= secant.now) next = 0.5 * (secant.now + warmest);
+        if (points > 1 && std::abs(secant.fNow - secant.fBefore) <= 1e-12 && converged) break;
+        if (points > 1 && bracket.closed()) {
+            if (pass > 7 && pass % 2 == 0 && !converged) {
+                next = 0.5 * (bracket.xNegative + bracket.xPositive);
+            } else if (next > bracket.largest() || next < bracket.smallest()) {
+                next = bracket.falsePosition();
+            }
+        }
+        secant.before = secant.now;
+        secant.fBefore = secant.fNow;
+        secant.now = std::clamp(next, coldest, warmest);
+    }
+
+    if (icomp > 0 && !isPseudoPure(icomp) && (ierr > 0 || !converged) &&
+        solveOnIsochore(D, b, ab[1], z, tmin, Ttop, T, p, Dl, Dv, q)) {
+        ierr = 0;
+        herr.clear();
+    }
+    // The text of the inner iteration names a temperature where a density was given.
+    if (ierr > 0) herr.assign(2, 2, "D");
+}
+
+}  // namespace frigana

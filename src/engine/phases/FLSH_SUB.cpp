@@ -1,0 +1,1134 @@
+#include "FLSH_SUB.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "CORE_ANC.h"
+#include "FLASH2.h"
+#include "FlashBricks.h"
+#include "FluidConstants.h"
+#include "FluidFiles.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "PROP_SUB.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_NEWTON.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr double idealGasPressure = 1e-14;  // [kPa]
+constexpr double idealGasDensity = 1e-14;   // [mol/L]
+
+// The outputs that a flash fills, by reference, so that its steps can be routines of their own.
+struct FlashResult {
+    double &D, &Dl, &Dv;
+    Composition &x, &y;
+    double &q, &e, &h, &s, &cv, &cp, &w;
+    int& ierr;
+    Text255& herr;
+};
+
+// No state yet: q undefined, everything else zero, both phases of the bulk composition.
+void clear(FlashResult& r, int icomp, const Composition& z) {
+    r.D = r.Dl = r.Dv = 0;
+    r.q = supercriticalOrNone;
+    r.e = r.h = r.s = r.cv = r.cp = r.w = 0;
+    r.x = bulkComposition(icomp, z);
+    r.y = r.x;
+    r.ierr = 0;
+    r.herr.clear();
+}
+
+void noState(FlashResult& r) {
+    r.D = r.Dl = r.Dv = 0;
+    r.q = supercriticalOrNone;
+}
+
+// Properties of a single phase at (T, D), which is the bulk and both phases.
+double fillSinglePhase(double T, double D, const Composition& z, FlashResult& r) {
+    r.D = r.Dl = r.Dv = D;
+    const PhaseProperties phase = propertiesOf(T, D, z);
+    r.e = phase.e;
+    r.h = phase.h;
+    r.s = phase.s;
+    r.cv = phase.cv;
+    r.cp = phase.cp;
+    r.w = phase.w;
+    return phase.p;
+}
+
+// Molar averages of two phases in equilibrium; r holds Dl, Dv, x, y, q. Returns the pressures of the phases.
+struct PhasePressures {
+    double liquid, vapor;
+};
+PhasePressures fillTwoPhase(double T, FlashResult& r) {
+    const PhaseProperties liquid = propertiesOf(T, r.Dl, r.x);
+    const PhaseProperties vapor = propertiesOf(T, r.Dv, r.y);
+    r.D = bulkDensity(r.q, r.Dl, r.Dv);
+    r.e = (1 - r.q) * liquid.e + r.q * vapor.e;
+    r.h = (1 - r.q) * liquid.h + r.q * vapor.h;
+    r.s = (1 - r.q) * liquid.s + r.q * vapor.s;
+    r.cv = r.cp = r.w = twoPhaseValue;
+    return {liquid.p, vapor.p};
+}
+
+// Enthalpy quality of a superheated vapor at its dew point; inside 0 to 1 (retrograde, or at the very line) the mark
+// of the vapor stands.
+double enthalpyQuality(double h, double T, const SaturatedPair& dew) {
+    double hLiquid = 0;
+    double hVapor = 0;
+    ENTHAL(T, dew.Dl, dew.x, hLiquid);
+    ENTHAL(T, dew.Dv, dew.y, hVapor);
+    if (std::abs(hVapor - hLiquid) < 1e-20) return superheatedVapor;
+    const double q = (h - hLiquid) / (hVapor - hLiquid);
+    return q > 0 && q < 1 ? superheatedVapor : q;
+}
+
+// A single phase by TPRHO, or the error with its code, text and the text of the density root.
+bool singlePhaseAtTP(double T, double p, const Composition& z, int kph, double guess, int code, std::string_view what,
+                     FlashResult& r) {
+    double D = guess;
+    Text255 inner;
+    TPRHO(T, p, z, kph, guess > 0 ? 1 : 0, D, r.ierr, inner);
+    if (r.ierr > 0) {
+        noState(r);
+        r.ierr = code;
+        message(r.herr, "[TPFLSH error ", Integer{3, code}, "] ", what, innerText(inner), nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return false;
+    }
+    r.ierr = 0;
+    fillSinglePhase(T, D, z, r);
+    return true;
+}
+
+void replaceByCritical(SaturatedPair& pair, double Pc, double Dc, const Composition& z) {
+    pair.p = Pc;
+    pair.Dl = pair.Dv = Dc;
+    pair.x = pair.y = z;
+    pair.ierr = 0;
+}
+
+// Lowest pressure at which a saturation state may exist at T, so that a vapor far from it is seen without a
+// saturation iteration.
+double lowestSaturationPressure(double T, double Tc, double Pc, int icomp, const Composition& z) {
+    if (T > Tc) return 0;
+    double pb = std::exp(13.85 * T / Tc - 14.073) * Pc;
+    if (T <= 0.7 * Tc) pb /= 10;
+    if (T <= 0.6 * Tc) pb /= 100;
+    if (T <= 0.5 * Tc) pb /= 100;
+    if (T <= 0.4 * Tc) pb /= 100;
+    if (icomp > 0 && modelTags.HPSK[icomp] != "NBS") {
+        double pAncillary = 0;
+        int code = 0;
+        Text255 text;
+        PSATT(T, z, pAncillary, code, text);
+        if (code == 0) return 0.95 * pAncillary;
+    }
+    pb /= 10;
+    if (modelTags.NC > 1) pb /= 100;
+    return pb;
+}
+
+enum class Road { finished, failed };
+
+// Steps of TPFLSH after the limits; finished leaves the last checks to it.
+Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, r.ierr, inner);
+    if (r.ierr > 0) {
+        r.ierr = 210;
+        message(r.herr, "[TPFLSH error 210] ", innerText(inner), nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return Road::failed;
+    }
+    const double c = icomp > 0 ? 1.0 : 1.5;
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    const bool ancillaryLines = isPseudoPure(icomp);
+
+    // Below the triple point of a pure fluid there is vapor only.
+    if (icomp > 0 && T < fluidConstants.TTPN[icomp]) {
+        if (!singlePhaseAtTP(T, p, z, 2, p / (fluidConstants.R * T), 214,
+                             "vapor density iteration did not converge:  ", r)) {
+            return Road::failed;
+        }
+        r.q = superheatedVapor;
+        return Road::finished;
+    }
+
+    // Single phase by inspection.
+    for (;;) {
+        const double pb = lowestSaturationPressure(T, Tc, Pc, icomp, z);
+        if (!(T >= c * Tc || p < pb || p > c * Pc)) break;
+        const int kph = T < Tc && p > Pc ? 1 : 2;
+        if (singlePhaseAtTP(T, p, z, kph, 0, 215, "supercritical or vapor density iteration did not converge:  ", r)) {
+            if (p <= Pc) {
+                r.q = superheatedVapor;
+            } else {
+                r.q = T < Tc ? subcooledLiquid : supercriticalOrNone;
+            }
+            return Road::finished;
+        }
+        if (icomp > 0 || T >= 1.1 * Tc) return Road::failed;
+        T = 1.1 * Tc;
+    }
+
+    // Dew point.
+    SaturatedPair dew;
+    {
+        const SilentMessages quiet;
+        saturationAtT(T, z, 2, dew);
+    }
+    bool noDewPoint = false;
+    if (dew.ierr > 0) {
+        if (T > Tc - 5) {
+            replaceByCritical(dew, Pc, Dc, r.x);
+        } else if (icomp > 0) {
+            r.ierr = 212;
+            message(r.herr, "[TPFLSH error 212] dew point calculation did not converge:  ", innerText(dew.herr),
+                    nullCharacter);
+            ERRMSG(r.ierr, r.herr);
+            return Road::failed;
+        } else {
+            dew.p = 0;
+            noDewPoint = true;
+        }
+    }
+    if (p < dew.p) {
+        if (!singlePhaseAtTP(T, p, z, 2, dew.Dv * p / dew.p, 214, "vapor density iteration did not converge:  ", r)) {
+            return Road::failed;
+        }
+        r.q = superheatedVapor;
+        if (!ancillaryLines && T < Tc) r.q = enthalpyQuality(r.h, T, dew);
+        return Road::finished;
+    }
+    if (plainPure) {
+        if (!singlePhaseAtTP(T, p, z, 1, dew.Dl, 213, "liquid density iteration did not converge:  ", r)) {
+            return Road::failed;
+        }
+        r.q = std::abs(dew.Dv - dew.Dl) > 1e-12 ? volumeQuality(r.D, dew.Dl, dew.Dv) : subcooledLiquid;
+        return Road::finished;
+    }
+
+    // Bubble point.
+    SaturatedPair bubble;
+    {
+        const SilentMessages quiet;
+        saturationAtT(T, z, 1, bubble);
+    }
+    if (bubble.ierr > 0) {
+        if (T > Tc - 5) {
+            replaceByCritical(bubble, Pc, Dc, r.x);
+        } else {
+            r.ierr = 211;
+            message(r.herr, "[TPFLSH error 211] bubble point calculation did not converge:  ", innerText(bubble.herr),
+                    nullCharacter);
+            ERRMSG(r.ierr, r.herr);
+            return Road::failed;
+        }
+    }
+    if (p >= bubble.p) {
+        constexpr std::string_view what = "liquid density iteration did not converge:  ";
+        if (!singlePhaseAtTP(T, p, z, 1, bubble.Dl, 213, what, r)) return Road::failed;
+        // A root between the lines is no liquid; at the very line the root may fall a rounding below.
+        if (r.D > dew.Dv && r.D < bubble.Dl * (1 - 1e-8)) {
+            noState(r);
+            r.ierr = 213;
+            message(r.herr, "[TPFLSH error 213] ", what, nullCharacter);
+            ERRMSG(r.ierr, r.herr);
+            return Road::failed;
+        }
+        if (std::abs(dew.Dv - bubble.Dl) > 1e-12 && dew.Dv > 0) {
+            r.q = volumeQuality(r.D, bubble.Dl, dew.Dv);
+        }
+        return Road::finished;
+    }
+    if (noDewPoint) {
+        r.ierr = 212;
+        message(r.herr, "[TPFLSH error 212] dew point calculation did not converge:  ", innerText(dew.herr),
+                nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return Road::failed;
+    }
+
+    // Two phases.
+    r.q = 1 - (p - dew.p) / (bubble.p - dew.p);
+    if (std::abs(1 - bubble.p / dew.p) < 1e-6 && !ancillaryLines) r.q = 0.5;
+    r.Dl = bubble.Dl;
+    r.Dv = dew.Dv;
+    if (!ancillaryLines) {
+        compositionsAtQuality(r.q, z, dew.x, bubble.y, r.x, r.y);
+        TPFL2(T, p, z, r.Dl, r.Dv, r.x, r.y, r.q, r.ierr, r.herr);
+        if (r.ierr > 0) {
+            r.q = supercriticalOrNone;
+            r.D = Dc;
+            return Road::failed;
+        }
+        TPRHO(T, p, r.x, 1, 1, r.Dl, r.ierr, inner);
+        if (r.ierr == 0) TPRHO(T, p, r.y, 2, 1, r.Dv, r.ierr, inner);
+        if (r.ierr > 0) {
+            noState(r);
+            message(r.herr, "[TPFLSH error] (mix, 2-phase):  ", innerText(inner), nullCharacter);
+            ERRMSG(r.ierr, r.herr);
+            return Road::failed;
+        }
+    }
+    fillTwoPhase(T, r);
+    return Road::finished;
+}
+
+// Refuses a state whose inputs are outside the limits: densities zero, properties of the ideal gas at T.
+void refuse(std::string_view routine, double T, const Composition& z, int limitCode, const Text255& limitText,
+            FlashResult& r) {
+    if (T > 0) fillSinglePhase(T, 0, z, r);
+    noState(r);
+    r.ierr = limitCode;
+    message(r.herr, "[", routine, " error", Integer{3, limitCode}, "] ", innerText(limitText), nullCharacter);
+    ERRMSG(r.ierr, r.herr);
+}
+
+void reportLimits(std::string_view routine, int limitCode, const Text255& limitText, FlashResult& r) {
+    if (limitCode == 0) return;
+    r.ierr = limitCode;
+    message(r.herr, "[", routine, limitCode < 0 ? " warning" : " error", Integer{3, limitCode}, "] ",
+            innerText(limitText), nullCharacter);
+    ERRMSG(r.ierr, r.herr);
+}
+
+}  // namespace
+
+void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    FlashResult r{D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+
+    if (p < idealGasPressure) {
+        fillSinglePhase(T, T > 0 ? p / (fluidConstants.R * T) : 0, z, r);
+        return;
+    }
+
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    Text255 limitText;
+    LIMITX("EOS", T, 0, p, z, tmin, tmax, Dmax, pmax, limitCode, limitText);
+    if (limitCode > 0) {
+        refuse("TPFLSH", T, z, limitCode, limitText, r);
+        return;
+    }
+
+    if (solveAtTP(T, p, z, icomp, r) == Road::failed) return;
+
+    r.ierr = 0;
+    r.herr.clear();
+    if (limitCode < 0) reportLimits("TPFLSH", limitCode, limitText, r);
+    if (D > Dmax) {
+        ierr = 2;
+        message(herr, "[TPFLSH error", Integer{3, ierr},
+                "]; input T,p correspond to a density above the limit of the EOS; T =", General{12, 5, T},
+                " K, p =", General{12, 5, p / 1000}, " MPa.", nullCharacter);
+        ERRMSG(ierr, herr);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Two phases at given temperature and pressure.
+
+namespace {
+
+// One step of the search for the liquid fraction alpha at given K: liquid composition of the material balance, and how
+// far its sum is from one.
+double balanceOfLiquid(double alpha, const Composition& z, const Composition& K, Composition& x) {
+    double sum = 0;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        const double denominator = alpha + K[i] * (1 - alpha);
+        x[i] = z[i] > 0 && std::abs(denominator) > 1e-300 ? z[i] / denominator : 0;
+        sum += x[i];
+    }
+    if (std::abs(sum) > 1e-300) {
+        for (int i = 1; i <= modelTags.NC; ++i) x[i] /= sum;
+    }
+    return 1 - sum;
+}
+
+// Liquid fraction alpha for given K; false if 80 steps were not enough.
+bool solveLiquidFraction(const Composition& z, const Composition& K, double t, double& alpha, Composition& x) {
+    double alpha1 = alpha;
+    double F1 = balanceOfLiquid(alpha1, z, K, x);
+    alpha = alpha1;
+    if (std::abs(F1) < 0.01 * t) return true;
+    double alpha2 = alpha1 <= 0.5 ? alpha1 + 0.05 : alpha1 - 0.05;
+    for (int step = 2; step <= 80; ++step) {
+        const double F2 = balanceOfLiquid(alpha2, z, K, x);
+        alpha = alpha2;
+        if (std::abs(F2) < 0.01 * t) return true;
+        double alpha3 = std::abs(F2 - F1) > 0.01 * t ? alpha2 - F2 * (alpha2 - alpha1) / (F2 - F1)
+                                                     : (alpha1 <= 0.5 ? alpha1 + t : alpha1 - t);
+        if (alpha3 < -100 * t || alpha3 > 1 + 100 * t) alpha3 = alpha2 / 2;
+        alpha1 = alpha2;
+        F1 = F2;
+        alpha2 = alpha3;
+    }
+    return false;
+}
+
+// Substitution of the compositions by their fugacities, the way for models without composition derivatives.
+void substituteCompositions(double T, double p, const Composition& z, double& Dl, double& Dv, Composition& x,
+                            Composition& y, double& q, int& ierr, Text255& herr) {
+    const int nc = modelTags.NC;
+    double alpha = 1 - q;
+    double t = 1e-9;
+    double perturbation = 0.01;
+    double sign = 1;
+    bool innerExhausted = false;
+    Text255 inner;
+    ierr = 0;
+    herr.clear();
+
+    Composition yOld = y;
+    for (int pass = 1; pass <= 80; ++pass) {
+        if (pass == 12 || pass == 24 || pass == 50) t *= 100;
+        const Composition xStart = x;
+        const Composition yStart = y;
+
+        // Density of the liquid; where there is none the composition is moved to and fro, ever farther.
+        for (;;) {
+            TPRHO(T, p, x, 1, Dl > 0 ? 1 : 0, Dl, ierr, inner);
+            if (ierr <= 0) break;
+            x[1] += sign * perturbation;
+            for (int i = 2; i <= nc; ++i) x[i] -= sign * perturbation / (nc - 1);
+            perturbation += 0.01;
+            sign = -sign;
+            if (x[1] <= 0 || x[1] >= 1) {
+                ierr = 216;
+                message(herr, "[TPFLSH error 216] liquid density iteration for 2-phase state did not converge:  ",
+                        innerText(inner), nullCharacter);
+                ERRMSG(ierr, herr);
+                q = 1 - alpha;
+                return;
+            }
+        }
+        double slope = 0;
+        DPDD(T, Dl, x, slope);
+        if (std::abs(slope) > 1e7) {
+            SaturatedPair bubble;
+            saturationAtP(p, x, 1, bubble);
+            if (bubble.ierr <= 0) Dl = bubble.Dl;
+        }
+
+        // Density of the vapor.
+        TPRHO(T, p, y, 2, Dv > 0 ? 1 : 0, Dv, ierr, inner);
+        if (ierr > 0) {
+            for (int i = 1; i <= nc; ++i) y[i] = 0.8 * y[i] + 0.2 * yOld[i];
+            continue;
+        }
+
+        // Distribution of the components between the phases.
+        Composition fl{};
+        Composition fv{};
+        FGCTY2(T, Dl, x, fl, ierr, inner);
+        FGCTY2(T, Dv, y, fv, ierr, inner);
+        bool fugacityFailed = false;
+        Composition K{};
+        for (int i = 1; i <= nc; ++i) {
+            if (z[i] <= 0) continue;
+            if (fl[i] == fugacityOutOfRange || fv[i] == fugacityOutOfRange) fugacityFailed = true;
+            K[i] = x[i] > 0 && fv[i] != 0 ? fl[i] * y[i] / (x[i] * fv[i]) : 0;
+        }
+        if (fugacityFailed) break;
+
+        innerExhausted = !solveLiquidFraction(z, K, t, alpha, x);
+        if (innerExhausted) {
+            ierr = -218;
+            message(herr,
+                    "[TPFLSH warning 218] inner iteration loop for liquid fraction in 2-phase state did not "
+                    "converge:  ",
+                    nullCharacter);
+            ERRMSG(ierr, herr);
+        }
+
+        yOld = yStart;
+        double sum = 0;
+        for (int i = 1; i <= nc; ++i) {
+            y[i] = fv[i] != 0 ? y[i] * fl[i] / fv[i] : 0;
+            sum += y[i];
+        }
+        normalize(y);
+        if (std::abs(1 - sum) < t) {
+            if (innerExhausted) {
+                ierr = 218;
+                message(herr,
+                        "[TPFLSH error 218] inner iteration loop for liquid fraction in 2-phase state did not "
+                        "converge:  ",
+                        nullCharacter);
+                ERRMSG(ierr, herr);
+            } else {
+                ierr = 0;
+                herr.clear();
+            }
+            if (pass > 1) {
+                q = 1 - alpha;
+                return;
+            }
+        }
+        if (pass % 10 == 0) {
+            for (int i = 1; i <= nc; ++i) {
+                x[i] = 0.5 * (x[i] + xStart[i]);
+                y[i] = 0.5 * (y[i] + yStart[i]);
+            }
+        }
+    }
+    ierr = 219;
+    message(herr, "[TPFLSH error 219] outer iteration loop for composition in 2-phase state did not converge:  ",
+            nullCharacter);
+    ERRMSG(ierr, herr);
+    q = 1 - alpha;
+}
+
+}  // namespace
+
+void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Composition& x, Composition& y, double& q,
+           int& ierr, Text255& herr) {
+    int icomp = 0;
+    ISPURE(z, icomp);
+    if (icomp == 0 && NOSATTP == 0) {
+        for (const int kguess : {1, 0}) {
+            double Tn = T;
+            double pn = p;
+            double Dn = bulkDensity(q, Dl, Dv);
+            double Dln = Dl;
+            double Dvn = Dv;
+            double qn = q;
+            Composition xn = x;
+            Composition yn = y;
+            SATTP(Tn, pn, z, 0, kguess, Dn, Dln, Dvn, xn, yn, qn, ierr, herr);
+            if (ierr == 0) {
+                Dl = Dln;
+                Dv = Dvn;
+                q = qn;
+                x = xn;
+                y = yn;
+                return;
+            }
+        }
+    }
+    substituteCompositions(T, p, z, Dl, Dv, x, y, q, ierr, herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given temperature and density.
+
+void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
+            double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
+    double bulk = D;
+    FlashResult r{bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+    p = 0;
+
+    if (D < idealGasDensity) {
+        p = D * fluidConstants.R * T;
+        fillSinglePhase(T, D, z, r);
+        return;
+    }
+
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    Text255 inner;
+    LIMITX("EOS", T, D, 0, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    if (limitCode > 0) {
+        refuse("TDFLSH", T, z, limitCode, inner, r);
+        return;
+    }
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    if (ierr > 0) {
+        ierr = 220;
+        message(herr, "[TDFLSH error 220] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    ierr = 0;
+
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= Tc || D < 1e-10) {
+        p = fillSinglePhase(T, D, z, r);
+        q = p <= Pc ? superheatedVapor : supercriticalOrNone;
+    } else {
+        SaturatedPair dew;
+        saturationAtT(T, z, 2, dew);
+        if (dew.ierr > 0) {
+            ierr = 222;
+            message(herr, "[TDFLSH error 222] dew point calculation did not converge:  ", innerText(dew.herr),
+                    nullCharacter);
+            ERRMSG(ierr, herr);
+            return;
+        }
+        SaturatedPair bubble;
+        if (plainPure) {
+            bubble = dew;
+        } else {
+            saturationAtT(T, z, 1, bubble);
+            if (bubble.ierr > 0) {
+                // The text names the flash at temperature and pressure, as those who look for it expect.
+                ierr = 221;
+                message(herr, "[TPFLSH error 221] bubble point calculation did not converge:  ", innerText(bubble.herr),
+                        nullCharacter);
+                ERRMSG(ierr, herr);
+                return;
+            }
+        }
+
+        if (D <= dew.Dv || D >= bubble.Dl) {
+            p = fillSinglePhase(T, D, z, r);
+            q = std::abs(bubble.Dl - dew.Dv) > 1e-12 ? volumeQuality(D, bubble.Dl, dew.Dv)
+                                                     : (D >= bubble.Dl ? subcooledLiquid : superheatedVapor);
+        } else {
+            if (icomp > 0) {
+                q = volumeQuality(D, bubble.Dl, dew.Dv);
+                p = q * dew.p + (1 - q) * bubble.p;
+                Dl = bubble.Dl;
+                Dv = dew.Dv;
+            } else {
+                double Tbub = T;
+                double Tdew = T;
+                TDFL2(T, D, z, 1, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, p, Dl, Dv, x, y, q,
+                      ierr, herr);
+                if (ierr > 0) {
+                    q = supercriticalOrNone;
+                    return;
+                }
+            }
+            const PhasePressures pressures = fillTwoPhase(T, r);
+            if (modelTags.NC >= 2) p = pressures.vapor;
+        }
+    }
+
+    // The given limits once more, now with the pressure; a mixture's warning of its iteration gives way to them only
+    // where there is one.
+    LIMITX("EOS", T, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    reportLimits("TDFLSH", limitCode, inner, r);
+}
+
+void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
+           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv,
+           Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double Tsolved = T;
+    ABFL2(T, D, z, 1, ksat, "TD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, Tsolved, p, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given pressure and density.
+
+void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+            double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
+    double bulk = D;
+    FlashResult r{bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+    T = 0;
+
+    if (p < idealGasPressure && D < idealGasDensity) {
+        T = D > 0 ? p / (fluidConstants.R * D) : 0;
+        fillSinglePhase(T, D, z, r);
+        return;
+    }
+
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    if (ierr > 0) {
+        ierr = 210;
+        message(herr, "[PDFLSH error 210] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    LIMITX("EOS", -1, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    if (limitCode > 0) {
+        refuse("PDFLSH", 0, z, limitCode, inner, r);
+        return;
+    }
+    ierr = 0;
+
+    // Temperature of a single phase, or the error with its code and text.
+    const auto singlePhase = [&](int code, std::string_view what) {
+        PDFL1(p, D, z, T, ierr, inner);
+        if (ierr <= 0) {
+            fillSinglePhase(T, D, z, r);
+            ierr = 0;
+            return true;
+        }
+        noState(r);
+        T = 0;
+        ierr = code;
+        message(herr, "[PDFLSH error ", Integer{3, code}, "] ", what, innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return false;
+    };
+
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    if (p >= Pc) {
+        if (!singlePhase(215, "supercritical density iteration did not converge:  ")) return;
+        q = T <= Tc ? subcooledLiquid : supercriticalOrNone;
+    } else {
+        SaturatedPair dew;
+        const bool noLiquid = plainPure && p <= fluidConstants.PTPN[icomp];
+        if (!noLiquid) {
+            const SilentMessages quiet;
+            saturationAtP(p, z, 2, dew);
+        }
+        if (dew.ierr > 0) {
+            ierr = 212;
+            message(herr, "[PDFLSH error 212] dew point calculation did not converge:  ", innerText(dew.herr),
+                    nullCharacter);
+            ERRMSG(ierr, herr);
+            return;
+        }
+        if (noLiquid || D <= dew.Dv + 1e-12) {
+            if (!singlePhase(214, "vapor density iteration did not converge:  ")) return;
+            q = superheatedVapor;
+            if (!isPseudoPure(icomp) && dew.T > 0) q = enthalpyQuality(h, dew.T, dew);
+        } else {
+            SaturatedPair bubble;
+            if (plainPure) {
+                bubble = dew;
+            } else {
+                saturationAtP(p, z, 1, bubble);
+            }
+            if (bubble.ierr > 0) {
+                ierr = 211;
+                message(herr, "[PDFLSH error 211] bubble point calculation did not converge:  ", innerText(bubble.herr),
+                        nullCharacter);
+                ERRMSG(ierr, herr);
+                return;
+            }
+            if (D > bubble.Dl) {
+                if (!singlePhase(213, "liquid density iteration did not converge:  ")) return;
+                q = volumeQuality(D, bubble.Dl, dew.Dv);
+            } else {
+                double pSolved = p;
+                if (icomp > 0) {
+                    q = volumeQuality(D, bubble.Dl, dew.Dv);
+                    T = (1 - q) * bubble.T + q * dew.T;
+                    Dl = bubble.Dl;
+                    Dv = dew.Dv;
+                    if (!plainPure) PTANC(T, pSolved, q, D, 'D', Dl, Dv);
+                } else {
+                    double pbub = p;
+                    double pdew = p;
+                    PDFL2(p, D, z, 1, bubble.T, dew.T, pbub, pdew, bubble.Dl, dew.Dv, bubble.y, dew.x, T, Dl, Dv, x, y,
+                          q, ierr, herr);
+                    if (ierr > 0) {
+                        q = supercriticalOrNone;
+                        return;
+                    }
+                }
+                fillTwoPhase(T, r);
+            }
+        }
+    }
+
+    LIMITX("EOS", T, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    reportLimits("PDFLSH", limitCode, inner, r);
+}
+
+void PDFL1(double p, double D, const Composition& z, double& T, int& ierr, Text255& herr) {
+    double pSolved = p;
+    double DSolved = D;
+    ABFL1(p, D, z, 0, "PD", 0, 0, T, pSolved, DSolved, ierr, herr);
+}
+
+void PDFL2(double p, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
+           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv,
+           Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double pSolved = p;
+    ABFL2(p, D, z, 1, ksat, "PD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given pressure and enthalpy, entropy or energy.
+
+namespace {
+
+// Fluids whose melting line turns so far from the triple temperature that liquid under pressure has less entropy than
+// at their lowest temperature, with a temperature [K] near the lowest entropy of that line.
+struct LowEntropyOnMeltingLine {
+    std::string_view cas;
+    double T;
+};
+constexpr LowEntropyOnMeltingLine lowEntropyFluids[] = {
+    {"7732-18-5", 251.18},  // water
+    {"124-38-9", 244.8},    // carbon dioxide
+    {"7664-41-7", 200.2},   // ammonia
+    {"7440-59-7", 2.178},   // helium
+};
+
+// Value of the property at T in the liquid at pressure p; false where there is no density root.
+bool liquidValue(char letter, double T, double p, const Composition& z, double& value) {
+    double D = 0;
+    int code = 0;
+    Text255 text;
+    TPRHO(T, p, z, 1, 0, D, code, text);
+    if (code > 0) return false;
+    value = propertyByLetter(letter, T, D, z);
+    return true;
+}
+
+// Least value of the property for which a state can be sought at pressure p.
+double lowestValue(char letter, double b, double p, int icomp, const Composition& z, double tmin, double tmax,
+                   double highest) {
+    constexpr double pLow = 100;  // [kPa]
+    double T = tmin;
+    double lowest = 0;
+    while (!liquidValue(letter, T, pLow, z, lowest) && T < tmax) T += 5;
+    if (letter == 'S' && icomp > 0) {
+        for (const LowEntropyOnMeltingLine& fluid : lowEntropyFluids) {
+            if (!(fluidFiles.HCAS[icomp] == fluid.cas)) continue;
+            double pMelt = 0;
+            double sMelt = 0;
+            int code = 0;
+            Text255 text;
+            MELTT(fluid.T, z, pMelt, code, text);
+            if (code == 0 && liquidValue(letter, fluid.T, pMelt, z, sMelt)) lowest = std::min(lowest, sMelt);
+        }
+    }
+    if (lowest > highest) {
+        T = tmin + 20;
+        liquidValue(letter, T, pLow, z, lowest);
+    }
+    if (b >= lowest) return lowest;
+
+    // The property may fall at first on the way up from the lowest temperature.
+    const double start = T;
+    double change = 0;
+    double next = 0;
+    while (T < tmax && liquidValue(letter, T + 1, pLow, z, next) && next < lowest) {
+        change = lowest - next;
+        lowest = next;
+        T += 1;
+    }
+    if (T - start > 1.1) lowest -= 2 * change;
+    if (b >= lowest) return lowest;
+
+    // A liquid under pressure has less entropy, and less energy, than at the low pressure above.
+    double compressed = 0;
+    if (p > pLow && liquidValue(letter, tmin, p, z, compressed)) lowest = std::min(lowest, compressed);
+    return lowest;
+}
+
+// The critical state, which a refused flash returns.
+void returnCritical(double Tc, double Dc, const Composition& z, double& T, FlashResult& r) {
+    T = Tc;
+    fillSinglePhase(Tc, Dc, z, r);
+    r.q = supercriticalOrNone;
+}
+
+}  // namespace
+
+void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
+            double& w, int& ierr, Text255& herr) {
+    FlashResult r{D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const char letter = ab[1];
+    int icomp = 0;
+    ISPURE(z, icomp);
+    RMIX(z);
+    clear(r, icomp, z);
+
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    Text255 inner;
+    CRITP(z, Tc, Pc, Dc, ierr, inner);
+    T = Tc;
+    if (ierr > 0) {
+        ierr = 240;
+        message(herr, "[", ab, "FLSH error 240] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    int limitCode = 0;
+    LIMITX("EOS", -1, 0, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+
+    // Range of the given property.
+    const double highest = propertyByLetter(letter, 1.5 * tmax, 1e-6, z);
+    const double lowest = lowestValue(letter, b, p, icomp, z, tmin, tmax, highest);
+    ierr = 0;
+    if (limitCode < -1) {
+        ierr = limitCode;
+        message(herr, "[", ab, "FLSH warning", Integer{4, limitCode}, "] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+    } else if (limitCode > 1) {
+        ierr = limitCode;
+        message(herr, "[", ab, "FLSH error", Integer{4, limitCode}, "] ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+        returnCritical(Tc, Dc, z, T, r);
+        return;
+    }
+    if (!(b >= lowest && b <= highest)) {
+        ierr = 249;
+        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "] Input value is outside limits; ", ab.substr(1, 1),
+                " =", General{12, 5, b}, ", min,max =", General{12, 5, lowest}, General{12, 5, highest}, nullCharacter);
+        ERRMSG(ierr, herr);
+        returnCritical(Tc, Dc, z, T, r);
+        return;
+    }
+
+    const auto solidState = [&] {
+        ierr = 250;
+        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "]; input state is solid or two-phase solid-vapor",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+        noState(r);
+    };
+    const auto singlePhase = [&](int kph, double startT, double startD) {
+        double pSolved = p;
+        T = startT;
+        D = startD;
+        ABFL1(p, b, z, kph, ab, 0, Dmax, T, pSolved, D, ierr, herr);
+        if (ierr > 0) {
+            noState(r);
+            return false;
+        }
+        fillSinglePhase(T, D, z, r);
+        return true;
+    };
+    const auto checkLimits = [&] {
+        LIMITX("EOS", T, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+        ierr = 0;
+        herr.clear();
+        if (limitCode == 0) return;
+        ierr = limitCode;
+        message(herr, "[", ab, "FLSH error", Integer{3, limitCode}, "]; ", innerText(inner), nullCharacter);
+        ERRMSG(ierr, herr);
+    };
+
+    // Supercritical, or a vapor beyond any doubt.
+    bool aboveDome = p >= Pc || p < 1e-12;
+    if (!aboveDome && letter == 'H') aboveDome = b > propertyByLetter('H', Tc, 0, z);
+    if (!aboveDome && letter == 'S') {
+        double Dvapor = 0;
+        int code = 0;
+        TPRHO(Tc, p, z, 2, 0, Dvapor, code, inner);
+        if (code <= 0) aboveDome = b > propertyByLetter('S', Tc, Dvapor, z);
+    }
+    if (aboveDome) {
+        const double critical = propertyByLetter(letter, Tc, Dc, z);
+        const double startD = p >= Pc ? 2 * Dc : 0;
+        const double startT = b < critical / 2 ? 0.8 * Tc : Tc + 10;
+        if (!singlePhase(2, startT, startD) && !singlePhase(2, 1.2 * Tc, startD) && !singlePhase(2, Tc, startD)) return;
+        q = regionQuality(T, p, D, Tc, Pc, Dc);
+        checkLimits();
+        return;
+    }
+
+    // Dew point.
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    SaturatedPair dew;
+    SaturatedPair bubble;
+    bool belowTriplePressure = false;
+    {
+        const SilentMessages quiet;
+        saturationAtP(p, z, 2, dew);
+        if (dew.ierr == 2) {
+            belowTriplePressure = true;
+            saturationAtT(tmin, z, 2, dew);
+        }
+    }
+    if (dew.ierr > 0) {
+        {
+            const SilentMessages quiet;
+            saturationAtP(p, z, 1, bubble);
+        }
+        if (bubble.ierr <= 0 && b < propertyByLetter(letter, bubble.T, bubble.Dl, z)) {
+            if (singlePhase(1, bubble.T, bubble.Dl)) q = subcooledLiquid;
+            return;
+        }
+        ierr = 242;
+        message(herr, "[", ab, "FLSH error 242] dew point calculation did not converge:  ", innerText(dew.herr),
+                nullCharacter);
+        ERRMSG(ierr, herr);
+        returnCritical(Tc, Dc, z, T, r);
+        return;
+    }
+    if (letter == 'H' && dew.T < tmin && dew.Dv <= 0) {
+        solidState();
+        return;
+    }
+    const double valueAtDew = propertyByLetter(letter, dew.T, dew.Dv, z);
+
+    if (b >= valueAtDew) {
+        if (!singlePhase(2, dew.T, dew.Dv)) return;
+        q = superheatedVapor;
+        checkLimits();
+        return;
+    }
+
+    // Bubble point.
+    if (plainPure) {
+        bubble = dew;
+    } else {
+        {
+            const SilentMessages quiet;
+            saturationAtP(p, z, 1, bubble);
+        }
+        if (bubble.ierr > 0) {
+            if (p <= 0.9 * Pc) {
+                ierr = 241;
+                message(herr, "[", ab,
+                        "FLSH error 241] bubble point calculation did not converge:  ", innerText(bubble.herr),
+                        nullCharacter);
+                ERRMSG(ierr, herr);
+                returnCritical(Tc, Dc, z, T, r);
+                return;
+            }
+            replaceByCritical(bubble, Pc, Dc, r.x);
+            bubble.T = Tc;
+        }
+    }
+    const double valueAtBubble = propertyByLetter(letter, bubble.T, bubble.Dl, z);
+    q = valueAtDew - valueAtBubble > 1e-20 ? (b - valueAtBubble) / (valueAtDew - valueAtBubble) : superheatedVapor;
+
+    if (b <= valueAtBubble) {
+        const double qLiquid = q;
+        if (!singlePhase(1, bubble.T, bubble.Dl)) return;
+        q = qLiquid;
+        checkLimits();
+        return;
+    }
+
+    // Two phases.
+    if (icomp > 0) {
+        T = (1 - q) * bubble.T + q * dew.T;
+        if (T < tmin || belowTriplePressure) {
+            solidState();
+            return;
+        }
+        Dl = bubble.Dl;
+        Dv = dew.Dv;
+        if (!plainPure) {
+            double pSolved = p;
+            PTANC(T, pSolved, q, b, letter, Dl, Dv);
+        }
+    } else {
+        double pbub = p;
+        double pdew = p;
+        double pSolved = p;
+        ABFL2(p, b, z, 1, 1, ab, bubble.T, dew.T, pbub, pdew, bubble.Dl, dew.Dv, bubble.y, dew.x, T, pSolved, Dl, Dv, x,
+              y, q, ierr, herr);
+        if (ierr > 0) {
+            q = supercriticalOrNone;
+            return;
+        }
+    }
+    fillTwoPhase(T, r);
+    checkLimits();
+}
+
+void PHFLSH(double p, double h, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    PBFLSH(p, h, z, "PH", T, D, Dl, Dv, x, y, q, e, given, s, cv, cp, w, ierr, herr);
+}
+
+void PSFLSH(double p, double s, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& h, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    PBFLSH(p, s, z, "PS", T, D, Dl, Dv, x, y, q, e, h, given, cv, cp, w, ierr, herr);
+}
+
+void PEFLSH(double p, double e, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    PBFLSH(p, e, z, "PE", T, D, Dl, Dv, x, y, q, given, h, s, cv, cp, w, ierr, herr);
+}
+
+namespace {
+
+void singlePhaseAtPressure(std::string_view ab, double p, double b, const Composition& z, int kph, double& T, double& D,
+                           int& ierr, Text255& herr) {
+    double pSolved = p;
+    ABFL1(p, b, z, kph, ab, 0, 0, T, pSolved, D, ierr, herr);
+}
+
+void twoPhaseAtPressure(std::string_view ab, double p, double b, const Composition& z, int ksat, double& Tbub,
+                        double& Tdew, double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T,
+                        double& Dl, double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double pbub = p;
+    double pdew = p;
+    double pSolved = p;
+    ABFL2(p, b, z, 1, ksat, ab, Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+}  // namespace
+
+void PHFL1(double p, double h, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
+    singlePhaseAtPressure("PH", p, h, z, kph, T, D, ierr, herr);
+}
+
+void PSFL1(double p, double s, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
+    singlePhaseAtPressure("PS", p, s, z, kph, T, D, ierr, herr);
+}
+
+void PEFL1(double p, double e, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
+    singlePhaseAtPressure("PE", p, e, z, kph, T, D, ierr, herr);
+}
+
+void PHFL2(double p, double h, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtPressure("PH", p, h, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void PSFL2(double p, double s, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtPressure("PS", p, s, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void PEFL2(double p, double e, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtPressure("PE", p, e, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
+}
+
+}  // namespace frigana
