@@ -661,23 +661,23 @@ void HSFLSH(double h, double s, const Composition& z, double& T, double& p, doub
     double hSolved = 0;
     double sSolved = 0;
     FullResult r{T, p, D, Dl, Dv, x, y, q, e, hSolved, sSolved, cv, cp, w, ierr, herr};
-    solveByEntropy(h, s, z, ENERGYMODE != 0, r);
+    solveByEntropy(h, s, z, inverseControl.ENERGYMODE != 0, r);
     // In energy mode the given value is the energy and the free place holds the enthalpy.
-    if (ENERGYMODE != 0) e = hSolved;
+    if (inverseControl.ENERGYMODE != 0) e = hSolved;
 }
 
 void ESFLSH(double e, double s, const Composition& z, double& T, double& p, double& D, double& Dl, double& Dv,
             Composition& x, Composition& y, double& q, double& h, double& cv, double& cp, double& w, int& ierr,
             Text255& herr) {
-    ENERGYMODE = 1;
+    inverseControl.ENERGYMODE = 1;
     HSFLSH(e, s, z, T, p, D, Dl, Dv, x, y, q, h, cv, cp, w, ierr, herr);
-    ENERGYMODE = 0;
+    inverseControl.ENERGYMODE = 0;
 }
 
 void HSFL1(double h, double s, const Composition& z, double Dmin, double Dmax, double& T, double& D, int& ierr,
            Text255& herr) {
     double p = 0;
-    ABFL1(s, h, z, 0, ENERGYMODE != 0 ? "SE" : "SH", Dmin, Dmax, T, p, D, ierr, herr);
+    ABFL1(s, h, z, 0, inverseControl.ENERGYMODE != 0 ? "SE" : "SH", Dmin, Dmax, T, p, D, ierr, herr);
 }
 
 }  // namespace frigana

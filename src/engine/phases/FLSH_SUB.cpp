@@ -504,7 +504,7 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
            int& ierr, Text255& herr) {
     int icomp = 0;
     ISPURE(z, icomp);
-    if (icomp == 0 && NOSATTP == 0) {
+    if (icomp == 0 && newtonControl.NOSATTP == 0) {
         for (const int kguess : {1, 0}) {
             double Tn = T;
             double pn = p;
