@@ -1,0 +1,123 @@
+// No calculation takes memory from the heap: every request of operator new and malloc between the end of SETUP and the
+// end of a flash is counted.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+#include "../flash/FlashState.h"
+#include "PureFluid.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace {
+
+std::atomic<bool> counting{false};
+std::atomic<long> requests{0};
+
+void count() {
+    if (counting.load(std::memory_order_relaxed)) requests.fetch_add(1, std::memory_order_relaxed);
+}
+
+}  // namespace
+
+#if defined(__SANITIZE_ADDRESS__)
+// The sanitizer's own malloc stands below operator new and malloc, and tells of every request.
+namespace {
+void onMalloc(const volatile void*, std::size_t) {
+    count();
+}
+void onFree(const volatile void*) {}
+const int installed = __sanitizer_install_malloc_and_free_hooks(onMalloc, onFree);
+}  // namespace
+#else
+// Allocation of the C library under the names that a program may replace; operator new ends here too.
+extern "C" {
+void* __libc_malloc(std::size_t);
+void* __libc_calloc(std::size_t, std::size_t);
+void* __libc_realloc(void*, std::size_t);
+void* malloc(std::size_t size) {
+    count();
+    return __libc_malloc(size);
+}
+void* calloc(std::size_t items, std::size_t size) {
+    count();
+    return __libc_calloc(items, size);
+}
+void* realloc(void* block, std::size_t size) {
+    count();
+    return __libc_realloc(block, size);
+}
+}
+#endif
+
+namespace frigana {
+namespace {
+
+using test::flash;
+using test::FlashState;
+
+TEST(Allocation, TheCounterCounts) {
+    counting = true;
+    requests = 0;
+    int* volatile one = new int(1);
+    void* volatile two = std::malloc(16);
+    counting = false;
+    delete one;
+    std::free(two);
+    EXPECT_GE(requests.load(), 2);
+}
+
+TEST(Allocation, NoFlashOfAPureFluidTakesMemory) {
+    ASSERT_LE(test::setUp("R134A"), 0);
+    const Composition z = unitComposition(1);
+    // A subcooled liquid, a superheated vapor, a supercritical state, and two phases: by T and p, and T and q.
+    const double points[][2] = {{280, 2000}, {300, 200}, {400, 6000}};
+
+    counting = true;
+    requests = 0;
+    long flashes = 0;
+    long failures = 0;
+    const auto run = [&](const char* letters, double a, double b) {
+        failures += flash(letters, a, b, z).ierr > 0;
+        ++flashes;
+    };
+    const auto every = [&](const FlashState& state) {
+        run("TD", state.T, state.D);
+        run("PD", state.p, state.D);
+        run("PH", state.p, state.h);
+        run("PS", state.p, state.s);
+        run("PE", state.p, state.e);
+        run("TH", state.T, state.h);
+        run("TS", state.T, state.s);
+        run("TE", state.T, state.e);
+        run("DH", state.D, state.h);
+        run("DS", state.D, state.s);
+        run("DE", state.D, state.e);
+        run("HS", state.h, state.s);
+        run("ES", state.e, state.s);
+    };
+    for (const auto& point : points) {
+        const FlashState state = flash("TP", point[0], point[1], z);
+        failures += state.ierr > 0;
+        every(state);
+    }
+    const FlashState wet = flash("TQ", 290, 0.3, z);
+    failures += wet.ierr > 0;
+    every(wet);
+    run("PQ", 500, 0.7);
+    // Refused inputs compose a message.
+    flash("TP", 5000, 100, z);
+    flash("PH", 500, 1e9, z);
+    counting = false;
+
+    EXPECT_EQ(flashes, 53);
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(requests.load(), 0);
+}
+
+}  // namespace
+}  // namespace frigana
