@@ -292,10 +292,8 @@ void replaceUnreachablePoints(int& ixl, Outcome& kept) {
     }
 }
 
-}  // namespace
-
-void SETREF(Text3& hrf, int ixmode, const Composition& x0, double h0, double s0, double t0, double p0, int& ierr,
-            Text255& herr) {
+void fixReferenceState(Text3& hrf, int ixmode, const Composition& x0, double h0, double s0, double t0, double p0,
+                       int& ierr, Text255& herr) {
     ReferenceState& state = referenceState;
     const int NC = modelTags.NC;
     ierr = 0;
@@ -386,6 +384,17 @@ void SETREF(Text3& hrf, int ixmode, const Composition& x0, double h0, double s0,
     const Outcome& outcome = failure.ierr != 0 ? failure : kept;
     ierr = outcome.ierr;
     herr = outcome.herr;
+}
+
+}  // namespace
+
+void SETREF(Text3& hrf, int ixmode, const Composition& x0, double h0, double s0, double t0, double p0, int& ierr,
+            Text255& herr) {
+    // Each component has its own point, so a component that PUREFLD selected must not stand for all of them here.
+    const int selected = modelTags.IPUREFLD;
+    modelTags.IPUREFLD = 0;
+    fixReferenceState(hrf, ixmode, x0, h0, s0, t0, p0, ierr, herr);
+    modelTags.IPUREFLD = selected;
 }
 
 }  // namespace frigana

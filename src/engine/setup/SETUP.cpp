@@ -229,6 +229,7 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
     }
     modelTags.LMODDEFAULT = true;
     saturationSpline.SPLINEREADY = false;
+    resetSaturationMemo();
     mixingParameters.AMMONIAWATER = mixingParameters.IWATERCOMP = mixingParameters.IALCOHOLCOMP = 0;
     modelTags.IANC.fill(0);
     if (failed()) return;
