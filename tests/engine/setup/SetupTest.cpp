@@ -1,0 +1,285 @@
+#include <filesystem>
+
+#include "DISPATCH.h"
+#include "FluidText.h"
+
+namespace frigana::test {
+namespace {
+
+class Setup : public EngineTest {};
+
+TEST_F(Setup, VersionIsAnsweredAndNothingTouched) {
+    modelTags.NC = 7;
+    herr = "kept";
+    FileNames files{};
+    hrf = "DEF";
+    SETUP(-1, files, "HMX.BNC", hrf, ierr, herr);
+    EXPECT_EQ(ierr, 91000);
+    EXPECT_EQ(herr, "kept");
+    EXPECT_EQ(modelTags.NC, 7);
+    EXPECT_TRUE(modelTags.LFIRSTSETUP);
+    EXPECT_EQ(hrf, "DEF");
+}
+
+TEST_F(Setup, ASecondSetUpWithEqualArgumentsOpensNoFile) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(setUp({file}), 0) << message();
+    std::filesystem::remove(file);
+    EXPECT_EQ(setUp({file}), 0) << message();
+    EXPECT_EQ(modelTags.NC, 1);
+    // any change takes the full way and misses the file
+    EXPECT_EQ(setUp({file}, "DEF"), 101);
+}
+
+TEST_F(Setup, AChangedArgumentReadsTheFilesAgain) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(setUp({file}), 0) << message();
+    Header other;
+    other.name = "second";
+    write("ONE.FLD", plainFile(other));
+    ASSERT_EQ(setUp({file}), 0);
+    EXPECT_EQ(fluidFiles.HNAME[1], "testfluid");
+    mixtureFile = "OTHER.BNC";
+    ASSERT_EQ(setUp({file}), 0);
+    EXPECT_EQ(fluidFiles.HNAME[1], "second");
+}
+
+TEST_F(Setup, ForcedModelsMakeTheSetUpAndTheNextRunInFull) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(setUp({file}), 0);
+    ASSERT_EQ(force("EOS", "HMX", {"FEQ"}), 0);
+    ASSERT_EQ(setUp({file}), 0);
+    EXPECT_TRUE(modelTags.LFORCESETUP);
+    std::filesystem::remove(file);
+    EXPECT_EQ(setUp({file}), 101);
+}
+
+TEST_F(Setup, AFailedSetUpIsNotTakenForAGoodOne) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(setUp({file}), 0);
+    const std::string bad =
+        write("BAD.FLD", headerText({}) + "\n" + helmholtzSection("#", "FEQ", "abc") + plainHeatCapacity + endOfFile);
+    EXPECT_EQ(setUp({bad}), 104) << message();
+    EXPECT_EQ(setUp({bad}), 104) << message();
+    EXPECT_EQ(setUp({file}), 0) << message();
+}
+
+TEST_F(Setup, AReferenceStateThatNeedsSetrefBecomesTheDefaultWithAWarning) {
+    const std::string file = write("ONE.FLD", plainFile());
+    for (const char* tag : {"OTH", "OT0"}) {
+        renew();
+        EXPECT_EQ(setUp({file}, tag), -105);
+        EXPECT_EQ(message(),
+                  "[SETUP warning -105] must use routine SETREF for (OTH) reference state choice; will use default "
+                  "(DEF) choice");
+        EXPECT_EQ(hrf, "DEF");
+        EXPECT_EQ(fluidFiles.HNAME[1], "testfluid");
+    }
+}
+
+TEST_F(Setup, TheNumberOfComponentsMustBeThatOfSetmod) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(force("EOS", "HMX", {"FEQ", "FEQ"}), 0);
+    EXPECT_EQ(setUp({file}), 114);
+    EXPECT_EQ(message(), "[SETUP error 114] number of components does not match value sent to SETMOD");
+    EXPECT_EQ(setUp({file}), 0) << "the forced models are forgotten with the error";
+}
+
+TEST_F(Setup, NumbersOfComponentsOutOfBoundsAreRefused) {
+    FileNames files{};
+    hrf = "DEF";
+    for (const int nc : {0, -2, 21, 1000}) {
+        SETUP(nc, files, "HMX.BNC", hrf, ierr, herr);
+        EXPECT_EQ(ierr, 113) << nc;
+        EXPECT_EQ(message(), "[SETUP error 113] number of components out of bounds");
+    }
+}
+
+TEST_F(Setup, ACarriageReturnAfterTheNameDoesNotHideTheFile) {
+    write("ONE.FLD", plainFile());
+    EXPECT_EQ(setUp({folder.path("ONE.FLD") + "\r"}), 0) << message();
+    renew();
+    SETPATH(folder.path());
+    EXPECT_EQ(setUp({"ONE\r"}), 0) << "with the extension still to be added: " << message();
+}
+
+TEST_F(Setup, TheExtensionIsAddedToANameWithoutOne) {
+    write("ONE.FLD", plainFile());
+    SETPATH(folder.path());
+    EXPECT_EQ(setUp({"ONE"}), 0) << message();
+    EXPECT_EQ(fluidFiles.HFILE[1], "ONE.fld");
+}
+
+TEST_F(Setup, SlotZeroIsNotReadForOneFluidWithoutAReference) {
+    ASSERT_EQ(setUp({write("ONE.FLD", plainFile())}), 0);
+    EXPECT_EQ(fluidFiles.HFILE[0], "NUL");
+    EXPECT_EQ(fluidFiles.HNAME[0], "not_defined");
+    EXPECT_EQ(fluidFiles.HCAS[0], "not_defined");
+}
+
+TEST_F(Setup, AMixtureReadsTheFixedReferenceFluidsFromTheFolderOfItsFirstComponent) {
+    for (const char* name : {"nitrogen", "propane", "c12", "r134a"}) {
+        Header header;
+        header.name = name;
+        write(std::string(name) + ".fld", plainFile(header));
+    }
+    const std::string one = write("ONE.FLD", plainFile()), two = write("TWO.FLD", plainFile());
+    setUp({one, two});
+    EXPECT_EQ(fluidFiles.HNAME[0], "nitrogen");
+    EXPECT_EQ(fluidFiles.HNAME[-21], "propane");
+    EXPECT_EQ(fluidFiles.HNAME[-22], "c12");
+    EXPECT_EQ(fluidFiles.HNAME[-23], "r134a");
+    EXPECT_EQ(fluidFiles.HNAME[-24], "not_defined");
+    EXPECT_EQ(fluidFiles.HFILE[-24], "NUL");
+    EXPECT_EQ(modelTags.HEOS, "HMX");
+    EXPECT_EQ(modelTags.HETATOP, "ECS");
+    EXPECT_EQ(modelTags.HSTNTOP, "STH");
+    EXPECT_EQ(modelTags.HDIELTOP, "DEM");
+}
+
+TEST_F(Setup, AMixtureWithoutItsReferenceFluidsIsRefused) {
+    const std::string one = write("ONE.FLD", plainFile()), two = write("TWO.FLD", plainFile());
+    EXPECT_EQ(setUp({one, two}), 101);
+    EXPECT_EQ(message().substr(0, 59), "[SETUP error 101] error in opening file for component #  0;");
+}
+
+TEST_F(Setup, APseudoPureFluidIsKnownByItsName) {
+    write("AirPPF.fld", plainFile());
+    write("Air.fld", plainFile());
+    SETPATH(folder.path());
+    ASSERT_EQ(setUp({"AirPPF.fld"}), 0) << message();
+    EXPECT_EQ(modelTags.IANC[1], 1);
+    ASSERT_EQ(setUp({"Air.fld"}), 0) << message();
+    EXPECT_EQ(modelTags.IANC[1], 0);
+}
+
+TEST_F(Setup, NamesInOneString) {
+    for (const char* name : {"nitrogen", "propane", "c12", "r134a", "one", "two", "three"})
+        write(std::string(name) + ".fld", plainFile());
+    SETPATH(folder.path());
+    hrf = "NA";
+    SETUP0(3, "one.fld|two.fld|three.fld", "HMX.BNC", hrf, ierr, herr);
+    EXPECT_EQ(modelTags.NC, 3) << "the last name needs no bar behind it";
+    EXPECT_EQ(fluidFiles.HFILE[2], "two.fld");
+    EXPECT_EQ(fluidFiles.HFILE[3], "three.fld");
+
+    SETUP0(2, "one.fld|two.fld|three.fld", "HMX.BNC", hrf, ierr, herr);
+    EXPECT_EQ(modelTags.NC, 2);
+    EXPECT_EQ(fluidFiles.HFILE[2], "two.fld");
+
+    SETUP0(1, "one.fld|rest", "HMX.BNC", hrf, ierr, herr);
+    EXPECT_EQ(ierr, 0) << message();
+    EXPECT_EQ(fluidFiles.HFILE[1], "one.fld");
+    SETUP0(1, "one.fld", "HMX.BNC", hrf, ierr, herr);
+    EXPECT_EQ(ierr, 0) << message();
+}
+
+TEST_F(Setup, TooFewNamesInOneStringAreRefusedBeforeTheSetUp) {
+    for (const char* names : {"one.fld|two.fld|", "one.fld|two.fld", "one.fld", ""}) {
+        modelTags.NC = 9;
+        hrf = "NA";
+        SETUP0(3, names, "HMX.BNC", hrf, ierr, herr);
+        EXPECT_EQ(ierr, 1) << names;
+        EXPECT_EQ(message(), "[SETUP0 error 1] not enough fluid names on input line");
+        EXPECT_EQ(modelTags.NC, 9);
+    }
+}
+
+TEST_F(Setup, PureFluidIsSelectedAndTakenBack) {
+    PUREFLD(3);
+    EXPECT_EQ(modelTags.IPUREFLD, 3);
+    PUREFLD(21);
+    EXPECT_EQ(modelTags.IPUREFLD, 0);
+    PUREFLD(20);
+    EXPECT_EQ(modelTags.IPUREFLD, 20);
+    PUREFLD(-1);
+    EXPECT_EQ(modelTags.IPUREFLD, 0);
+    PUREFLD(4);
+    RESETA();
+    EXPECT_EQ(modelTags.IPUREFLD, 0);
+}
+
+TEST_F(Setup, TheNumberOfComponentsCanBeSetAlone) {
+    SETNC(5);
+    EXPECT_EQ(modelTags.NC, 5);
+}
+
+// ---------------------------------------------------------------------------------------------------- mixture files
+
+class MixtureFile : public EngineTest {
+  protected:
+    void readMixture(const std::string& text) {
+        for (const char* name : {"nitrogen", "propane", "c12", "r134a", "ONE", "TWO"})
+            write(std::string(name) + ".fld", plainFile());
+        write("BLEND.MIX", text);
+        hrf = "NA";
+        const std::string parameters = folder.path("HMX.BNC");
+        SETMIX(std::string_view(folder.path("BLEND.MIX")), std::string_view(parameters), hrf, nc, files, x, ierr, herr);
+    }
+    int nc = 0;
+    FileNames files{};
+    Composition x{};
+};
+
+TEST_F(MixtureFile, NamesTakeTheFolderOfTheParameterFileAndFractionsTheirPlaces) {
+    readMixture("a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\nTWO.fld\n 0.25\n 0.75\n 0\n");
+    EXPECT_EQ(nc, 2);
+    EXPECT_EQ(modelTags.NC, 2);
+    EXPECT_EQ(files[1], std::string_view(folder.path("ONE.fld")));
+    EXPECT_EQ(files[2], std::string_view(folder.path("TWO.fld")));
+    EXPECT_EQ(x[1], 0.25);
+    EXPECT_EQ(x[2], 0.75);
+    EXPECT_EQ(x[3], 0.0);
+}
+
+TEST_F(MixtureFile, FractionsAreBroughtToASumOfOne) {
+    readMixture("a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\nTWO.fld\n 1.0\n 3.0\n 0\n");
+    EXPECT_EQ(x[1], 0.25);
+    EXPECT_EQ(x[2], 0.75);
+}
+
+TEST_F(MixtureFile, ASumWithinSinglePrecisionOfOneIsLeftAlone) {
+    readMixture("a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\nTWO.fld\n 0.25\n 0.75000005\n 0\n");
+    EXPECT_EQ(x[2], 0.75000005);
+}
+
+TEST_F(MixtureFile, OneComponentIsNotNormalized) {
+    readMixture("a fluid\n 60.0 350.0 5000.0 7.0\n 1\nONE.fld\n 0.5\n 0\n");
+    EXPECT_EQ(ierr, 0) << message();
+    EXPECT_EQ(x[1], 0.5);
+}
+
+TEST_F(MixtureFile, UpdatedParametersAreToldAndIgnored) {
+    readMixture("a fluid\n 60.0 350.0 5000.0 7.0\n 1\nONE.fld\n 1.0\n 1\n");
+    EXPECT_EQ(ierr, -102);
+    EXPECT_EQ(message(),
+              "[SETMIX error -102] The mixture file contains updated binary interaction parameters which have been "
+              "ignored.");
+}
+
+TEST_F(MixtureFile, WhateverCannotBeReadIsError101WithTheName) {
+    constexpr const char* bad[] = {
+        "",
+        "a blend\n",
+        "a blend\n 60.0 350.0 5000.0\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n two\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n 21\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n -1\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\nTWO.fld\n 0.5\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\nTWO.fld\n 0.5\n half\n 0\n",
+        "a blend\n 60.0 350.0 5000.0 7.0\n 2\nONE.fld\nTWO.fld\n 0.5\n 0.5\n",
+    };
+    for (const char* text : bad) {
+        readMixture(text);
+        EXPECT_EQ(ierr, 101) << text;
+        EXPECT_EQ(message(), "[SETMIX error 101] error in opening mixture file:  " + folder.path("BLEND.MIX")) << text;
+    }
+    SETMIX("NOWHERE.MIX", "HMX.BNC", hrf, nc, files, x, ierr, herr);
+    EXPECT_EQ(ierr, 101);
+    EXPECT_EQ(message(), "[SETMIX error 101] error in opening mixture file:  NOWHERE.MIX");
+}
+
+}  // namespace
+}  // namespace frigana::test
