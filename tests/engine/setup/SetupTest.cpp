@@ -137,6 +137,22 @@ TEST_F(Setup, AMixtureReadsTheFixedReferenceFluidsFromTheFolderOfItsFirstCompone
     EXPECT_EQ(modelTags.HDIELTOP, "DEM");
 }
 
+TEST_F(Setup, AnUnknownModelOfAMixtureBecomesTheHelmholtzMixtureModel) {
+    SETPATH(FRIGANA_DATA);
+    // neither fluid has such an equation of its own: the default of its file comes back with the model
+    ASSERT_EQ(force("EOS", "XYZ", {"QUI", "QUI"}), 0);
+    ASSERT_EQ(force("ETA", "XYZ", {"VS6", "VS6"}), 0);
+    ASSERT_EQ(force("TCX", "XYZ", {"TC6", "TC6"}), 0);
+    setUp({"R32.FLD", "R125.FLD"}, "DEF");
+    EXPECT_EQ(modelTags.HEOS, "HMX");
+    EXPECT_EQ(modelTags.HMXEOS[1], "FEQ");
+    EXPECT_EQ(modelTags.HMXEOS[2], "FEQ");
+    EXPECT_EQ(modelTags.HETATOP, "ECS");
+    EXPECT_EQ(modelTags.HTCXTOP, "ECS");
+    EXPECT_NE(modelTags.HETA[1], "VS6");
+    EXPECT_NE(modelTags.HTCX[2], "TC6");
+}
+
 TEST_F(Setup, AMixtureWithoutItsReferenceFluidsIsRefused) {
     const std::string one = write("ONE.FLD", plainFile()), two = write("TWO.FLD", plainFile());
     EXPECT_EQ(setUp({one, two}), 101);
