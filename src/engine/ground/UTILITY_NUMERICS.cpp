@@ -307,7 +307,10 @@ void MINEIGEN(int n, const double* a, int rowLength, double& lambda, double* vec
     for (int i = 0; i < n; ++i) vector[i] /= std::sqrt(length);
 
     double previous = 0.0;
-    for (int iteration = 1; iteration <= mostIterations; ++iteration) {
+    int settled = 0;                      // step at which the eigenvalue did
+    constexpr int furtherIterations = 4;  // its vector has half its digits then
+    for (int iteration = 1; settled == 0 || iteration <= settled + furtherIterations; ++iteration) {
+        if (settled == 0 && iteration > mostIterations) return fail();
         std::copy_n(vector, n, next);
         ierr = iteration == 1 ? 0 : solveWithStoredFactors;
         LUDECOMP(n, factors, n, next, ierr, herr);
@@ -324,13 +327,16 @@ void MINEIGEN(int n, const double* a, int rowLength, double& lambda, double* vec
         const double relative = 1.0 / growth;
         lambda = relative + shift;
         const double change = iteration == 1 ? 1.0 : (relative - previous) / relative;
-        if (change * change < tolerance) {
-            herr.clear();
-            return;
-        }
+        if (settled == 0 && change * change < tolerance) settled = iteration;
         previous = relative;
     }
-    fail();
+    // a pair of complex eigenvalues can settle on a number that belongs to no vector
+    for (int i = 0; i < n; ++i) {
+        double residual = -lambda * vector[i];
+        for (int j = 0; j < n; ++j) residual += a[i * rowLength + j] * vector[j];
+        if (std::fabs(residual) > 1e-3 * norm) return fail();
+    }
+    herr.clear();
 }
 
 }  // namespace frigana
