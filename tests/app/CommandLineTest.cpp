@@ -1,0 +1,172 @@
+// The program as a user runs it.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "TemporaryFolder.h"
+
+namespace frigana {
+namespace {
+
+using test::readFile;
+using test::TemporaryFolder;
+using test::writeFile;
+
+struct Outcome {
+    int status;
+    std::string said;  // standard output and standard error
+};
+
+Outcome run(const std::string& arguments) {
+    std::FILE* pipe = popen((std::string("'") + FRIGANA_PROGRAM + "' " + arguments + " 2>&1").c_str(), "r");
+    Outcome outcome{-1, ""};
+    std::array<char, 4096> piece;
+    std::size_t count;
+    while ((count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0) outcome.said.append(piece.data(), count);
+    const int status = pclose(pipe);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+    return outcome;
+}
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+std::string example() {
+    return readFile(std::string(FRIGANA_EXAMPLES) + "/small_chiller.fi1");
+}
+
+struct Program : testing::Test {
+    TemporaryFolder folder;
+    std::string request = folder.path("plant.fi1");
+    std::string result = folder.path("plant.fo1");
+    std::string quoted = "'" + request + "'";
+};
+
+TEST_F(Program, HelpAndVersion) {
+    const Outcome help = run("--help");
+    EXPECT_EQ(help.status, 0);
+    for (const char* part : {"REQUEST", "--data", "--json", "--csv", "--version"})
+        EXPECT_TRUE(contains(help.said, part));
+    const Outcome version = run("--version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.said.substr(0, 8), "frigana ");
+}
+
+TEST_F(Program, AWrongCommandLineIsToldSo) {
+    EXPECT_EQ(run("").status, 1);
+    EXPECT_EQ(run("--nonsense x.fi1").status, 1);
+    EXPECT_EQ(run("'" + folder.path("plant.txt") + "'").status, 1);
+    EXPECT_EQ(run("'/" + std::string(260, 'd') + ".fi1'").status, 1);
+}
+
+TEST_F(Program, AnExampleIsSolvedAndShownWithNamesAndUnits) {
+    writeFile(request, example());
+    const Outcome outcome = run(quoted);
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+    for (const char* part : {"Basic cycle: done", "EVAPORATOR", "Inlet", "pressure [kPa]", "COP of cooling",
+                             "PERFORMANCE PARAMETERS", "Result file: "})
+        EXPECT_TRUE(contains(outcome.said, part)) << part << '\n' << outcome.said;
+    EXPECT_EQ(readFile(result).substr(0, 6), " 2\n 1\n");
+}
+
+TEST_F(Program, ARefusalShowsCodeAndMessageAndExitsWithTwo) {
+    std::string text = example();
+    text.replace(text.find("1 268.15"), 8, "1 -77.00");
+    writeFile(request, text);
+    writeFile(result, "an older result\n");
+    const Outcome outcome = run(quoted);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(contains(outcome.said, "201102"));
+    EXPECT_TRUE(contains(outcome.said, "Out of range: Evaporating parameter"));
+    EXPECT_EQ(readFile(result).substr(0, 10), " 0\n 201102");
+}
+
+TEST_F(Program, ARequestThatCannotBeReadExitsWithThreeAndLeavesNoOldResult) {
+    writeFile(request, "2\ntitle\nR134A.FLD\n2 DEF\nx\n");
+    writeFile(result, "an older result\n");
+    const Outcome outcome = run(quoted);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_TRUE(contains(outcome.said, "line 5: expected the sub-type of the cycle (an integer), found \"x\""));
+    EXPECT_FALSE(std::filesystem::exists(result));
+    EXPECT_EQ(run("'" + folder.path("none.fi1") + "'").status, 3);
+}
+
+TEST_F(Program, WhatNoTableNamesExitsWithThree) {
+    writeFile(request, "3\n");
+    writeFile(result, "an older result\n");
+    const Outcome outcome = run(quoted);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_TRUE(contains(outcome.said, "there is no operation for request type 3"));
+    EXPECT_FALSE(std::filesystem::exists(result));
+}
+
+TEST_F(Program, ValuesGoToJsonWithNamesUnitsAndLines) {
+    writeFile(request, example());
+    const Outcome outcome = run(quoted + " --json '" + folder.path("plant.json") + "'");
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+    const auto json = nlohmann::json::parse(readFile(folder.path("plant.json")));
+    EXPECT_EQ(json["outcome"], "success");
+    EXPECT_EQ(json["operation"]["name"], "Basic cycle");
+    // Every line of the file that holds a value is there once, under its number.
+    std::vector<std::string> lines;
+    std::istringstream file(readFile(result));
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    int reals = 0;
+    for (const auto& value : json["values"]) {
+        if (!value["value"].is_number_float()) continue;
+        ++reals;
+        EXPECT_FALSE(value["name"].get<std::string>().empty());
+        EXPECT_TRUE(value.contains("unit"));
+        EXPECT_EQ(std::stod(lines.at(value["line"].get<std::size_t>() - 1)), value["value"].get<double>());
+    }
+    EXPECT_GT(reals, 200);
+}
+
+TEST_F(Program, JsonTellsARefusal) {
+    std::string text = example();
+    text.replace(text.find("1 268.15"), 8, "1 -77.00");
+    writeFile(request, text);
+    const Outcome outcome = run(quoted + " --json -");
+    EXPECT_EQ(outcome.status, 2);
+    const auto json = nlohmann::json::parse(outcome.said);
+    EXPECT_EQ(json["outcome"], "refused");
+    EXPECT_EQ(json["code"], 201102);
+    EXPECT_EQ(json["exit_status"], 2);
+}
+
+TEST_F(Program, ValuesGoToCsv) {
+    writeFile(request, example());
+    EXPECT_EQ(run(quoted + " --csv '" + folder.path("plant.csv") + "'").status, 0);
+    std::istringstream csv(readFile(folder.path("plant.csv")));
+    std::string line;
+    std::getline(csv, line);
+    EXPECT_EQ(line, "line,circuit,section,group,row,name,unit,value");
+    int rows = 0;
+    while (std::getline(csv, line)) {
+        ++rows;
+        EXPECT_GE(std::count(line.begin(), line.end(), ','), 7) << line;
+    }
+    EXPECT_GT(rows, 200);
+}
+
+TEST_F(Program, AReportThatCannotBeWrittenIsToldSo) {
+    writeFile(request, example());
+    EXPECT_EQ(run(quoted + " --json /nowhere/at/all.json").status, 3);
+}
+
+TEST_F(Program, AnInstallationMayBeNamedAndAnEmptyOneIsNotPretended) {
+    writeFile(request, example());
+    EXPECT_EQ(run(quoted + " --data '" + FRIGANA_DATA + "'").status, 0);
+    std::filesystem::create_directories(folder.path("empty/fluids"));
+    const Outcome outcome = run(quoted + " --data '" + folder.path("empty") + "'");
+    EXPECT_EQ(outcome.status, 2) << outcome.said;
+    EXPECT_TRUE(contains(outcome.said, "[SETUP")) << outcome.said;
+}
+
+}  // namespace
+}  // namespace frigana
