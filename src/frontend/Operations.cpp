@@ -1,7 +1,5 @@
 #include "Operations.h"
 
-#include "40_RangeChecks.h"
-#ifdef FRIGANA_ENGINE
 #include "21_InitSubstance.h"
 #include "31_FluidInformation.h"
 #include "32_SaturationTables.h"
@@ -10,10 +8,11 @@
 #include "35_SatPointsAtEquilibr.h"
 #include "36_SatPointsAtSameComp.h"
 #include "37_StoreNewMixture.h"
+#include "40_RangeChecks.h"
 #include "41_BasicCycle.h"
+#include "42_CycleWithHEx.h"
 #include "52_BasicBasicCycle.h"
 #include "54_Find_Refigerant.h"
-#endif
 
 namespace frigana {
 
@@ -25,7 +24,6 @@ void solve(SUBSTANCE& substance, CYCLEIN& cycle, const Text255& FILEOUT) {
     solver(substance, cycle, FILEOUT);
 }
 
-#ifdef FRIGANA_ENGINE
 constexpr PropertyOperation properties[] = {
     // sub, name, tool, limits
     {1, "Fluid information", FLUIDINFORMATION, nullptr},
@@ -36,28 +34,12 @@ constexpr PropertyOperation properties[] = {
     {6, "Saturation points at the same composition", SATPOINTSATCOMPO, nullptr},
     {7, "Store a new mixture", STORENEWMIXTURE, nullptr},
 };
-constexpr auto basicCycle = solve<SOLBASICCYCLE>;
-constexpr auto minimalBasicCycle = solve<SOLBASICBASICCYC>;
-#else
-constexpr PropertyOperation properties[] = {
-    // sub, name, tool, limits
-    {1, "Fluid information", nullptr, nullptr},
-    {2, "Saturation table", nullptr, nullptr},
-    {3, "Isoproperty table", nullptr, nullptr},
-    {4, "Specific state point", nullptr, nullptr},
-    {5, "Saturation points at equilibrium", nullptr, nullptr},
-    {6, "Saturation points at the same composition", nullptr, nullptr},
-    {7, "Store a new mixture", nullptr, nullptr},
-};
-constexpr decltype(CycleOperation::solve) basicCycle = nullptr;
-constexpr decltype(CycleOperation::solve) minimalBasicCycle = nullptr;
-#endif
 
 constexpr auto one = CycleReader::oneFluid;
 constexpr CycleOperation cycles[] = {
     // sub, name, reader, check, check of two, solver, solver of two
-    {1, "Basic cycle", one, RANGECHECKS0201, nullptr, basicCycle, nullptr},
-    {2, "Cycle with heat exchanger", one, RANGECHECKS0202, nullptr, nullptr, nullptr},
+    {1, "Basic cycle", one, RANGECHECKS0201, nullptr, solve<SOLBASICCYCLE>, nullptr},
+    {2, "Cycle with heat exchanger", one, RANGECHECKS0202, nullptr, solve<SOLCYCLEWTHEX>, nullptr},
     {3, "Combined cycle", CycleReader::combined, nullptr, RANGECHECKS0203, nullptr, nullptr},
     {4, "Cascade cycle", CycleReader::cascade, nullptr, RANGECHECKS0204, nullptr, nullptr},
     {5, "Line sizing", one, RANGECHECKS0205, nullptr, nullptr, nullptr},
@@ -66,7 +48,7 @@ constexpr CycleOperation cycles[] = {
     {9, "Cycle with liquid injection", one, RANGECHECKS0209, nullptr, nullptr, nullptr},
     {10, "Two-stage cycle with heat exchanger", one, RANGECHECKS0210, nullptr, nullptr, nullptr},
     {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, nullptr, nullptr},
-    {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, minimalBasicCycle, nullptr},
+    {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, solve<SOLBASICBASICCYC>, nullptr},
     {13, "Pumped CO2 system", CycleReader::pumped, nullptr, RANGECHECKS0213, nullptr, nullptr},
     {14, "Transcritical booster", one, RANGECHECKS0214, nullptr, nullptr, nullptr},
 };
@@ -75,11 +57,7 @@ constexpr CycleOperation cycles[] = {
 
 const std::span<const PropertyOperation> propertyOperations(properties);
 const std::span<const CycleOperation> cycleOperations(cycles);
-#ifdef FRIGANA_ENGINE
 const PropertyPreparation propertyPreparation = {INITSUBSTANCE, CHECKREF_PROPERTIES};
-#else
-const PropertyPreparation propertyPreparation = {nullptr, nullptr};
-#endif
 
 std::string_view operationName(int type, int sub) {
     if (type == 1)

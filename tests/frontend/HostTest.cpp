@@ -75,8 +75,6 @@ std::vector<Call> mixedCalls() {
     shortened.lines().resize(12);
     return {
         {"good cycle", cycleRequest(1, basicParameters()).text(), " 2\n 1\n Test of a small chiller\n R134A.FLD 1"},
-        {"good mixture", cycleRequest(1, basicParameters(), "R410A.MIX").text(),
-         " 2\n 1\n Test of a small chiller\n R410A.MIX 2"},
         {"refused", cycleRequest(1, refused).text(), " 0\n 201114\n Out of range: Compressor isentropic efficiency"},
         {"malformed", malformed.text(), ""},
         {"short", shortened.text(), ""},
