@@ -1,5 +1,6 @@
 #include "CORE_ANC_INVERSE.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "CORE_ANC.h"
@@ -24,6 +25,20 @@ void ancillary(int mode, double t, const Composition& x, double& value, int& ier
         default:
             return PLSATT(t, x, value, ierr, herr);
     }
+}
+
+// Lowest temperature at which all equations of the components serve.
+double lowestTemperature(int mode, const Composition& x) {
+    const auto limit = [mode](int i) {
+        const AncSlot& s = ancTerms[i];
+        return mode == 0 ? s.PSTMIN : mode == 1 ? s.DLTMIN : mode == 2 ? s.DVTMIN : s.PLTMIN;
+    };
+    int icomp = 0;
+    ISPURE(x, icomp);
+    if (icomp > 0) return limit(icomp);
+    double highest = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) highest = std::max(highest, limit(i));
+    return highest;
 }
 
 void temperatureAtPressure(std::string_view routine, const SlotArray<Text3>& tag, int mode, double p,
@@ -105,6 +120,7 @@ void SOLVEA(int mode, double y, const Composition& x, double& t, int& ierr, Text
     ierr = 0;
     herr.clear();
     t = 0.75 * tc;
+    const double tmin = lowestTemperature(mode, x);
     double step = -10.0;
     for (int iteration = 1; iteration <= mostIterations; ++iteration) {
         // both points stay below the critical temperature, where the equations end
@@ -127,6 +143,8 @@ void SOLVEA(int mode, double y, const Composition& x, double& t, int& ierr, Text
         }
         if (std::fabs(step) < tolerance) return;
         if (t >= tc) t = (tlast + tc) / 2.0;
+        // far below the start the slope is steeper than here: a step that leaves the equations is halved, not refused
+        if (t < tmin && tlast > tmin) t = (tlast + tmin) / 2.0;
     }
     ierr = 124;
     t = notComputed;

@@ -34,6 +34,8 @@ void TSATD(double d, const Composition& x, double& t, int& ierr, Text255& herr);
 //   Returned  t       temperature [K]; -9999990 if the iteration does not converge
 //   Codes     124     no convergence in 50 iterations
 //             other   those of the ancillary equation
+//   Notes     The temperature stays between the lower limit of the equations and the critical temperature. Within
+//             0.002 K of the latter the iteration need not converge.
 void SOLVEA(int mode, double y, const Composition& x, double& t, int& ierr, Text255& herr);
 
 }  // namespace frigana
