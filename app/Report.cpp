@@ -51,24 +51,77 @@ std::string withUnit(const Entry& entry) {
     return bare ? entry.name : entry.name + " [" + entry.unit + "]";
 }
 
-// Rows of texts under headings, each column as wide as it must be.
+// A heading in lines no longer than the widest value, broken between words.
+std::vector<std::string> wrapped(const std::string& heading, std::size_t width) {
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < heading.size();) {
+        std::size_t end = heading.find(' ', at);
+        if (end == std::string::npos) end = heading.size();
+        // A unit is one word, although it may hold a blank.
+        if (heading[at] == '[') end = heading.size();
+        const std::string word = heading.substr(at, end - at);
+        if (!lines.empty() && lines.back().size() + 1 + word.size() <= width)
+            lines.back() += " " + word;
+        else
+            lines.push_back(word);
+        at = end + 1;
+    }
+    if (lines.empty()) lines.emplace_back();
+    return lines;
+}
+
+// Rows of texts under headings, each column as wide as it must be. What does not fit side by side follows below, the
+// first column before it again.
 struct Table {
     std::vector<std::string> headings;
     std::vector<std::vector<std::string>> rows;
 
     void print(std::ostream& out) const {
+        constexpr std::size_t narrowest = 9, widestLine = 118;
+        std::vector<std::vector<std::string>> headingLines;
         std::vector<std::size_t> widths;
-        for (const auto& heading : headings) widths.push_back(heading.size());
-        for (const auto& row : rows)
-            for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-        const auto printRow = [&](const std::vector<std::string>& row) {
-            std::string line = " ";
-            for (std::size_t i = 0; i < row.size(); ++i)
-                line += " " + (i == 0 ? padRight(row[i], widths[i]) : " " + padLeft(row[i], widths[i]));
-            out << trimRight(line) << '\n';
+        for (std::size_t i = 0; i < headings.size(); ++i) {
+            std::size_t width = i == 0 ? headings[0].size() : narrowest;
+            for (const auto& row : rows)
+                if (i < row.size()) width = std::max(width, row[i].size());
+            headingLines.push_back(wrapped(headings[i], width));
+            std::size_t needed = i == 0 ? width : 0;
+            for (const auto& line : headingLines.back()) needed = std::max(needed, line.size());
+            for (const auto& row : rows)
+                if (i < row.size()) needed = std::max(needed, row[i].size());
+            widths.push_back(needed);
+        }
+        for (std::size_t first = 1; first < headings.size();) {
+            std::size_t last = first, width = widths[0] + 2;
+            while (last < headings.size() && (last == first || width + widths[last] + 2 <= widestLine))
+                width += widths[last++] + 2;
+            if (first > 1) out << '\n';
+            printColumns(out, headingLines, widths, first, last);
+            first = last;
+        }
+    }
+
+  private:
+    void printColumns(std::ostream& out, const std::vector<std::vector<std::string>>& headingLines,
+                      const std::vector<std::size_t>& widths, std::size_t first, std::size_t last) const {
+        std::size_t height = headingLines[0].size();
+        for (std::size_t i = first; i < last; ++i) height = std::max(height, headingLines[i].size());
+        // Headings stand on the rows.
+        const auto headingAt = [&](std::size_t column, std::size_t line) {
+            const auto& lines = headingLines[column];
+            const std::size_t above = height - lines.size();
+            return line < above ? std::string() : lines[line - above];
         };
-        printRow(headings);
-        for (const auto& row : rows) printRow(row);
+        for (std::size_t line = 0; line < height; ++line) {
+            std::string text = "  " + padRight(headingAt(0, line), widths[0]);
+            for (std::size_t i = first; i < last; ++i) text += "  " + padLeft(headingAt(i, line), widths[i]);
+            out << trimRight(text) << '\n';
+        }
+        for (const auto& row : rows) {
+            std::string text = "  " + padRight(row.empty() ? "" : row[0], widths[0]);
+            for (std::size_t i = first; i < last; ++i) text += "  " + padLeft(i < row.size() ? row[i] : "", widths[i]);
+            out << trimRight(text) << '\n';
+        }
     }
 };
 
