@@ -120,7 +120,7 @@ void SUBLP(double p, const Composition& x, double& t, int& ierr, Text255& herr) 
 
 void SOLVEM(int mode, double p, const Composition& x, double& t, int& ierr, Text255& herr) {
     // [kPa]; relative for the small pressures of sublimation, which an absolute one would not tell apart
-    const double tolerance = 5e-9 * std::min(p, 1.0);
+    const double tolerance = mode == 2 ? 5e-9 * std::min(p, 1.0) : 5e-9;
     constexpr int mostIterations = 100;
     ierr = 0;
     herr.clear();
