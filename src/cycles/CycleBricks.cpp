@@ -114,11 +114,11 @@ PressureChange pressureChangeBackwards(const SUBSTANCE& substance, Parameter dro
     if (drop.option == 1) {
         change.DP = drop.value;
         SATTEMPDROP_DP(substance, outletP, -change.DP, dewSide, negated);
-        change.DT = -negated;
+        change.DT = 0.0 - negated;  // no negative zero
     } else {
         change.DT = drop.value;
         SATTEMPDROP_DTSAT(substance, outletP, -change.DT, dewSide, negated);
-        change.DP = -negated;
+        change.DP = 0.0 - negated;
     }
     refuseOutside(change.DP, pressureDropLimits, checks.pressure);
     refuseOutside(change.DT, changeLimits, checks.temperature);

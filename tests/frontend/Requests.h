@@ -1,6 +1,7 @@
 // Requests as a front end writes them, line by line, and runs through the entry point.
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -47,7 +48,11 @@ inline Request cycleRequest(int sub, const std::vector<Parameter>& parameters, c
     Request request;
     request.line("2").line(title).line(fluid).line("2 DEF").line(std::to_string(sub));
     request.line(std::to_string(parameters.size()));
-    for (const Parameter& p : parameters) request.line(std::to_string(p.option) + " " + std::to_string(p.value));
+    for (const Parameter& p : parameters) {
+        char value[40];
+        std::snprintf(value, sizeof value, "%.17g", p.value);
+        request.line(std::to_string(p.option) + " " + value);
+    }
     return request;
 }
 

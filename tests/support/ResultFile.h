@@ -29,9 +29,8 @@ class ResultFile {
     // The number of a line, not a number where there is none.
     double number(int line) const {
         std::istringstream stream(raw(line));
-        double value = std::nan("");
-        stream >> value;
-        return value;
+        double value = 0.0;
+        return stream >> value ? value : std::nan("");
     }
     // All numbers of a line.
     std::vector<double> numbers(int line) const {

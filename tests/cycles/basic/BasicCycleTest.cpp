@@ -213,7 +213,7 @@ const Case cases[] = {
     {"CO2, subcritical", levels(243.15, 268.15), "CO2.FLD"},
     {"R22", basicParameters(), "R22.FLD"},
     {"R245fa", levels(290.15, 350.15), "R245FA.FLD"},
-    {"nitrogen", levels(80.15, 115.15), "NITROGEN.FLD"},
+    {"nitrogen", levels(101.15, 120.15), "NITROGEN.FLD"},
     {"R23", levels(200.15, 250.15), "R23.FLD"},
 };
 
@@ -229,22 +229,46 @@ TEST(BasicCycle, FirstLawClosesAndSettingsAreMet) {
         const auto& p = c.parameters;
         const auto given = [&](int k) { return p[static_cast<std::size_t>(k - 1)]; };
         // Pure fluids: the mean level is met within the tolerance of the level search.
-        if (given(1).option == 1) EXPECT_EQ(file.number(167), given(1).value);
-        if (given(11).option == 1) EXPECT_EQ(file.number(166), given(11).value);
+        if (given(1).option == 1) {
+            EXPECT_EQ(file.number(167), given(1).value);
+        }
+        if (given(11).option == 1) {
+            EXPECT_EQ(file.number(166), given(11).value);
+        }
         const StateRow evaporatorIn = inletOf(file, evaporator), evaporatorOut = outletOf(file, evaporator);
         const StateRow condenserIn = inletOf(file, condenser), condenserOut = outletOf(file, condenser);
         EXPECT_NEAR((evaporatorIn.T + evaporatorOut.TSAT) / 2.0, file.number(167), 0.002);
         EXPECT_NEAR((condenserIn.TSAT + condenserOut.TSAT) / 2.0, file.number(166), 0.002);
-        if (given(12).option == 2) EXPECT_NEAR(condenserOut.TSAT - condenserOut.T, given(12).value, 1e-6);
-        if (given(2).option == 1) EXPECT_NEAR(evaporatorOut.T, given(2).value, 1e-6);
-        if (given(4).option == 2) EXPECT_NEAR(outletOf(file, suctionLine).T - evaporatorOut.T, given(4).value, 1e-6);
-        if (given(9).option == 2) EXPECT_NEAR(outletOf(file, compressor).T - condenserIn.T, given(9).value, 1e-6);
-        if (given(3).option == 1) EXPECT_NEAR(evaporatorIn.P - evaporatorOut.P, given(3).value, 1e-9);
-        if (given(13).option == 1) EXPECT_NEAR(condenserIn.P - condenserOut.P, given(13).value, 1e-9);
-        if (given(14).option == 3) EXPECT_NEAR(file.number(161), given(14).value, 1e-6);
-        if (given(6).option == 2) EXPECT_NEAR(file.number(152), given(6).value, 1e-9);
-        if (given(6).option == 3) EXPECT_NEAR(file.number(151), given(6).value, 1e-9);
-        if (given(6).option == 1) EXPECT_EQ(file.number(156), given(6).value);
+        if (given(12).option == 2) {
+            EXPECT_NEAR(condenserOut.TSAT - condenserOut.T, given(12).value, 1e-6);
+        }
+        if (given(2).option == 1) {
+            EXPECT_NEAR(evaporatorOut.T, given(2).value, 1e-6);
+        }
+        if (given(4).option == 2) {
+            EXPECT_NEAR(outletOf(file, suctionLine).T - evaporatorOut.T, given(4).value, 1e-6);
+        }
+        if (given(9).option == 2) {
+            EXPECT_NEAR(outletOf(file, compressor).T - condenserIn.T, given(9).value, 1e-6);
+        }
+        if (given(3).option == 1) {
+            EXPECT_NEAR(evaporatorIn.P - evaporatorOut.P, given(3).value, 1e-9);
+        }
+        if (given(13).option == 1) {
+            EXPECT_NEAR(condenserIn.P - condenserOut.P, given(13).value, 1e-9);
+        }
+        if (given(14).option == 3) {
+            EXPECT_NEAR(file.number(161), given(14).value, 1e-6);
+        }
+        if (given(6).option == 2) {
+            EXPECT_NEAR(file.number(152), given(6).value, 1e-9);
+        }
+        if (given(6).option == 3) {
+            EXPECT_NEAR(file.number(151), given(6).value, 1e-9);
+        }
+        if (given(6).option == 1) {
+            EXPECT_EQ(file.number(156), given(6).value);
+        }
         EXPECT_NEAR(file.number(compressor + 18), outletOf(file, compressor).P / inletOf(file, compressor).P, 1e-12);
     }
 }
@@ -353,7 +377,8 @@ TEST(BasicCycleCodes, EveryReachableCheckEndsTheRunWithItsText) {
          withAll({{11, {1, 280.0}}, {12, {2, 190.0}}})},
         {201207, "Error: Condenser - subcooling is out of range!", with(12, {1, 320.0})},
         {201208, "Error: Liquid line - pressure drop is out of range!", withAll({{11, {1, 370.0}}, {15, {2, 60.0}}})},
-        {201209, "Error: Liquid line - drop of saturation temperature is out of range!", with(15, {1, 1000.0})},
+        {201209, "Error: Liquid line - drop of saturation temperature is out of range!",
+         withAll({{11, {2, 700.0}}, {15, {1, 698.0}}}), "C12.FLD"},
         {201211, "Error: Liquid line - change temperature is out of range!", with(14, {1, 320.0})},
         {201213, "Error: Evaporating temperature > Critical temperature (374.2100 K)", with(1, {1, 380.0})},
         {201214, "Error: Evaporator temperature > Condenser temperature!", with(1, {1, 320.0})},
@@ -392,7 +417,17 @@ TEST(MinimalCycle, IsTheBasicCycleWithoutLosses) {
     const ResultFile basic = solve(all);
     ASSERT_EQ(minimal.count(), 283);
     EXPECT_EQ(minimal.trimmed(2), "12");
-    for (int line = 3; line <= 283; ++line) EXPECT_EQ(minimal.raw(line), basic.raw(line)) << line;
+    EXPECT_EQ(minimal.trimmed(3), basic.trimmed(3));
+    EXPECT_EQ(minimal.trimmed(4), basic.trimmed(4));
+    for (int line = 5; line <= 283; ++line) {
+        if (!std::isfinite(basic.number(line))) {
+            EXPECT_EQ(minimal.raw(line), basic.raw(line)) << line;
+        } else {
+            // The engine's memo of saturation states lets the last digits depend on the states asked for before.
+            EXPECT_NEAR(minimal.number(line), basic.number(line), 1e-11 * std::fabs(basic.number(line)) + 1e-11)
+                << line;
+        }
+    }
 }
 
 TEST(MinimalCycleEdges, ReportsTheCodesOfTheBasicCycle) {
