@@ -108,16 +108,16 @@ PressureChange pressureChange(const SUBSTANCE& substance, Parameter drop, double
 }
 
 PressureChange pressureChangeBackwards(const SUBSTANCE& substance, Parameter drop, double outletP,
-                                       const DropChecks& checks) {
+                                       const DropChecks& checks, int side) {
     PressureChange change;
     double negated = 0.0;
     if (drop.option == 1) {
         change.DP = drop.value;
-        SATTEMPDROP_DP(substance, outletP, -change.DP, dewSide, negated);
+        SATTEMPDROP_DP(substance, outletP, -change.DP, side, negated);
         change.DT = 0.0 - negated;  // no negative zero
     } else {
         change.DT = drop.value;
-        SATTEMPDROP_DTSAT(substance, outletP, -change.DT, dewSide, negated);
+        SATTEMPDROP_DTSAT(substance, outletP, -change.DT, side, negated);
         change.DP = 0.0 - negated;
     }
     refuseOutside(change.DP, pressureDropLimits, checks.pressure);
@@ -201,19 +201,25 @@ OutletSetting subcooledOutlet(const SUBSTANCE& substance, Parameter given, doubl
     return setting;
 }
 
-OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT, const Check& range,
-                                STATEPT& outlet) {
+OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT,
+                                const SuperheatedChecks& checks, STATEPT& outlet) {
     OutletSetting setting;
     if (given.option == 1)
         setting = {given.value, given.value - dewT};
     else
         setting = {dewT + given.value, given.value};
-    refuseOutside(setting.degree, changeLimits, range);
+    refuseOutside(setting.T, temperatureLimits, checks.temperature);
+    refuseOutside(setting.degree, changeLimits, checks.superheat);
     if (setting.degree == 0.0)
         PROPSIMPLEPQ(substance, P, 1.0, outlet);
     else
         PROPSIMPLEPT(substance, P, setting.T, outlet);
     return setting;
+}
+
+OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT, const Check& range,
+                                STATEPT& outlet) {
+    return superheatedOutlet(substance, given, P, dewT, SuperheatedChecks{{}, range}, outlet);
 }
 
 // ---- flows and devices ----------------------------------------------------------------------------------------------
@@ -367,12 +373,12 @@ void expansionSection(ResultWriter& writer, std::string_view heading, const Devi
 }
 
 void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacity, double condenserCapacity,
-              double power, const Efficiencies& efficiencies) {
+              double power, const Efficiencies& efficiencies, std::string_view capacityName) {
     writer.value("Mass flow", "kg/s", M);
     writer.value("Volumetric cooling capacity", "kJ/m3", evaporatorCapacity / V);
     writer.value("Volumetric heating capacity", "kJ/m3", condenserCapacity / V);
     writer.value("Evaporator capacity", "kW", evaporatorCapacity);
-    writer.value("Condenser capacity", "kW", condenserCapacity);
+    writer.value(capacityName, "kW", condenserCapacity);
     writer.value("Compressor power", "kW", power);
     writer.value("Isentropic efficiency", "-", efficiencies.isentropic);
     writer.value("Volumetric efficiency", "-", efficiencies.volumetric);
@@ -403,14 +409,13 @@ struct GraphColumn {
     double STATEPT::*field;
 };
 struct Graph {
-    std::string_view information, cycle, dome;
+    std::string_view information, dome;
     GraphColumn up, along, liquid, vapor;
     DomeTable SUBSTANCE::*liquidSide;
     DomeTable SUBSTANCE::*vaporSide;
 };
 constexpr Graph pressureEnthalpy{
     "INFORMATION FOR GRAPHIC P-h",
-    "CYCLE data for graphic P-h ",
     "PRESSURE & ENTHALPY data for graphic P-h",
     {"Pressure", "kPa", &STATEPT::P},
     {"Enthalpy", "kJ/kg", &STATEPT::H},
@@ -422,7 +427,6 @@ constexpr Graph pressureEnthalpy{
 // The heading of its dome speaks of enthalpy, and entropies follow; front ends find their way by it.
 constexpr Graph temperatureEntropy{
     "INFORMATION FOR GRAPHIC T-s",
-    "CYCLE data for graphic T-s ",
     "Temperature & enthalpy data for graphic T-s",
     {"Temperature", "K", &STATEPT::T},
     {"Entropy", "kJ/(kg K)", &STATEPT::S},
@@ -436,10 +440,10 @@ void graphValue(ResultWriter& writer, const GraphColumn& column, const STATEPT& 
     writer.value(column.name, column.unit, point.*column.field);
 }
 
-void graphOf(ResultWriter& writer, const Graph& graph, std::span<const STATEPT* const> points,
-             const SUBSTANCE& substance) {
+void graphOf(ResultWriter& writer, const Graph& graph, std::string_view cycleHeading,
+             std::span<const STATEPT* const> points, const SUBSTANCE& substance) {
     writer.heading(graph.information);
-    writer.heading(graph.cycle);
+    writer.heading(cycleHeading);
     int row = 0;
     for (const STATEPT* point : points) {
         writer.row("Cycle", ++row);
@@ -463,10 +467,16 @@ void graphOf(ResultWriter& writer, const Graph& graph, std::span<const STATEPT* 
 }  // namespace
 
 void graphs(ResultWriter& writer, std::span<const STATEPT* const> points, const SUBSTANCE& substance) {
-    graphOf(writer, pressureEnthalpy, points, substance);
+    graphs(writer, points, points, substance);
+}
+
+void graphs(ResultWriter& writer, std::span<const STATEPT* const> pressurePoints,
+            std::span<const STATEPT* const> temperaturePoints, const SUBSTANCE& substance,
+            std::string_view pressureHeading) {
+    graphOf(writer, pressureEnthalpy, pressureHeading, pressurePoints, substance);
     writer.blankLine();
     writer.blankLine();
-    graphOf(writer, temperatureEntropy, points, substance);
+    graphOf(writer, temperatureEntropy, "CYCLE data for graphic T-s ", temperaturePoints, substance);
 }
 
 }  // namespace frigana

@@ -83,9 +83,9 @@ struct DropChecks {
 // Option 1: drop of pressure given, 2: drop of saturation temperature; side is that of the fluid in the line.
 PressureChange pressureChange(const SUBSTANCE& substance, Parameter drop, double inletP, int side,
                               const DropChecks& checks);
-// The same for a line worked out backwards from the pressure at its outlet, on the dew side.
+// The same for a line worked out backwards from the pressure at its outlet.
 PressureChange pressureChangeBackwards(const SUBSTANCE& substance, Parameter drop, double outletP,
-                                       const DropChecks& checks);
+                                       const DropChecks& checks, int side = dewSide);
 
 // Temperature change of a line.
 struct TemperatureChange {
@@ -126,6 +126,12 @@ struct SubcooledChecks {
 OutletSetting subcooledOutlet(const SUBSTANCE& substance, Parameter given, double P, double bubbleT,
                               const SubcooledChecks& checks, STATEPT& outlet);
 // Outlet of an evaporator. Option 1: temperature given, 2: superheat. A superheat of exactly 0 is the dew point.
+struct SuperheatedChecks {
+    Check temperature, superheat;
+};
+OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT,
+                                const SuperheatedChecks& checks, STATEPT& outlet);
+// The same where the temperature is not checked.
 OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT, const Check& range,
                                 STATEPT& outlet);
 
@@ -202,8 +208,9 @@ void expansionSection(ResultWriter& writer, std::string_view heading, const Devi
 
 // Mass flow, volumetric capacities, capacities, power, efficiencies, swept volume: the nine lines that open the
 // performance parameters of a circuit with one compressor.
+// The heat is rejected in a condenser or, by its name, in another device.
 void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacity, double condenserCapacity,
-              double power, const Efficiencies& efficiencies);
+              double power, const Efficiencies& efficiencies, std::string_view capacityName = "Condenser capacity");
 
 // The four coefficients of performance.
 struct Performance {
@@ -217,5 +224,10 @@ const STATEPT& dewPointOfGraph(const STATEPT& condenserInlet, const STATEPT& dew
 
 // Both diagrams: the cycle's points in order as pairs, and the dome.
 void graphs(ResultWriter& writer, std::span<const STATEPT* const> points, const SUBSTANCE& substance);
+// The same with the points of each diagram, and another heading of the cycle in the first one.
+inline constexpr std::string_view pressureEnthalpyHeading = "CYCLE data for graphic P-h ";
+void graphs(ResultWriter& writer, std::span<const STATEPT* const> pressurePoints,
+            std::span<const STATEPT* const> temperaturePoints, const SUBSTANCE& substance,
+            std::string_view pressureHeading = pressureEnthalpyHeading);
 
 }  // namespace frigana
