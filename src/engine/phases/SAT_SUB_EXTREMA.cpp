@@ -243,9 +243,8 @@ bool entropyExtremum(const Composition& x, int line, double sign, double first, 
                      LineExtremum& found, int& ierr, Text255& herr) {
     found = {-1.0, -1.0};
     ThreePoints points;
-    const double top = step > 0.0 ? first + 2.0 * step : first;
     for (int k = 0; k < 3; ++k) {
-        points.T[k] = top - k * std::fabs(step);
+        points.T[k] = step > 0.0 ? first + (2 - k) * step : first + k * step;
         if (points.T[k] < Tmin || points.T[k] >= Tc) return false;
         if (!lineValue(LineProperty::entropy, line, points.T[k], x, points.value[k], ierr, herr)) return false;
     }

@@ -183,7 +183,8 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
     if (icomp > 0 && fluid.DTPV[icomp] < 1e-15) {
         LineState state;
         if (!stateOnLine(vaporLine, Ttp, z, state, ierr, herr)) {
-            if (Ttp >= 10.0) return;
+            // an equation that starts above the triple point leaves the vapor's density there unknown, too
+            if (Ttp >= 10.0 && Ttp >= tmin) return;
             state.rhov = 1e-10;
             ierr = 0;
             herr.clear();
