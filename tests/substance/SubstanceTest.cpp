@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "22_InitVaporDome.h"
+#include "31_FluidInformation.h"
+#include "54_Find_Refigerant.h"
+#include "Substances.h"
+
+namespace frigana::test {
+namespace {
+
+// ---- library --------------------------------------------------------------------------------------------------------
+
+TEST(FluidLibrary, HasItsFluidsInTheirOrder) {
+    static PureFluidTable pure;
+    static MixtureTable mixtures;
+    LOADPUREFLUIDS(pure);
+    LOADMIXTURES(mixtures);
+    EXPECT_EQ(pure.count, 36);
+    EXPECT_EQ(mixtures.count, 53);
+    const struct {
+        int row;
+        const char* name;
+        int GWP;
+        const char* safetyClass;
+    } rows[] = {{1, "R11.FLD", 4660, "A1"},   {12, "R134A.FLD", 1300, "A1"}, {13, "R141B.FLD", 782, "NA"},
+                {24, "AMMONIA.FLD", 0, "B2"}, {27, "R1234YF.FLD", 0, "A2L"}, {30, "R32.FLD", 677, "A2"},
+                {36, "CF3I.FLD", 0, "A1"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(pure.rows[row.row].NAME, row.name);
+        EXPECT_EQ(pure.rows[row.row].GWP, row.GWP);
+        EXPECT_EQ(pure.rows[row.row].SAFETYCLASS, row.safetyClass);
+        EXPECT_EQ(pure.rows[row.row].ZKG[1], 1.0);
+    }
+    EXPECT_EQ(mixtures.rows[1].ZKG[1], 0.5299999713897705);
+    EXPECT_EQ(mixtures.rows[16].NAME, "R410A.MIX");
+    double sum = 0.0;
+    for (int j = 1; j <= mixtures.rows[53].NCOMP; ++j) sum += mixtures.rows[53].ZKG[j];
+    EXPECT_NEAR(sum, 0.992, 1e-12);
+    for (int i = 1; i <= 52; ++i) {
+        double total = 0.0;
+        for (int j = 1; j <= mixtures.rows[i].NCOMP; ++j) total += mixtures.rows[i].ZKG[j];
+        EXPECT_NEAR(total, 1.0, 1e-6) << mixtures.rows[i].NAME.trimmed();
+    }
+}
+
+TEST(FluidLibraryEdges, RowsWithTheSameComponentsAreToldApartByName) {
+    static MixtureTable mixtures;
+    LOADMIXTURES(mixtures);
+    EXPECT_EQ(mixtures.rows[10].NAME, "R407A.MIX");
+    EXPECT_EQ(mixtures.rows[12].NAME, "R407F.MIX");
+    EXPECT_EQ(mixtures.rows[10].NCOMP, mixtures.rows[12].NCOMP);
+    EXPECT_EQ(mixtures.rows[12].REFSNAME[1], "R125.FLD");
+}
+
+TEST(FluidLibraryEdges, AFluidWithoutAClassHasTheTextNA) {
+    static PureFluidTable pure;
+    LOADPUREFLUIDS(pure);
+    EXPECT_EQ(pure.rows[35].NAME, "C12.FLD");
+    EXPECT_EQ(pure.rows[35].SAFETYCLASS, "NA");
+}
+
+// ---- initialisation -------------------------------------------------------------------------------------------------
+
+TEST(InitSubstance, FillsThePureFluid) {
+    const SUBSTANCE& s = fluid("R134A.FLD");
+    EXPECT_EQ(s.FLUIDNAME, "R134A.FLD");
+    EXPECT_DOUBLE_EQ(s.WM, 102.032);
+    EXPECT_DOUBLE_EQ(s.TC, 374.21);
+    EXPECT_DOUBLE_EQ(s.PC, 4059.28);
+    EXPECT_DOUBLE_EQ(s.TMIN, 169.85);
+    EXPECT_DOUBLE_EQ(s.TMAX, 455.0);
+    EXPECT_NEAR(s.TNBP, 247.076, 0.01);
+    EXPECT_NEAR(s.DC, 511.9, 0.1);
+    EXPECT_GT(s.DMAX, 1500.0);
+    EXPECT_GT(s.PMIN, 0.38);
+    EXPECT_LT(s.PMIN, 0.5);
+    EXPECT_EQ(s.ZMOL[1], 1.0);
+    EXPECT_EQ(s.ZKG[1], 1.0);
+    for (double value : {s.PTBAD.T, s.PTBAD.P, s.PTBAD.D, s.PTBAD.V, s.PTBAD.U, s.PTBAD.H, s.PTBAD.S, s.PTBAD.CV,
+                         s.PTBAD.CP, s.PTBAD.W, s.PTBAD.Q, s.PTBAD.TCX, s.PTBAD.ETA, s.PTBAD.PR, s.PTBAD.STN})
+        EXPECT_EQ(value, -777.0);
+    EXPECT_EQ(s.PTBAD.TSAT, 0.0);
+}
+
+TEST(InitSubstance, EveryFluidOfTheLibraryCanBeSetUp) {
+    static PureFluidTable pure;
+    LOADPUREFLUIDS(pure);
+    for (int row = 1; row <= pure.count; ++row) {
+        const std::string name(pure.rows[row].NAME.trimmed());
+        SCOPED_TRACE(name);
+        const SUBSTANCE& s = fluid(name.c_str());
+        EXPECT_GT(s.WM, 15.0);
+        EXPECT_GT(s.TC, s.TMIN);
+        EXPECT_GT(s.PMIN, 0.0);
+        EXPECT_LT(s.PMIN, s.PC);
+    }
+}
+
+TEST(InitDome, RowsClimbFromTheStartTowardsTheCriticalPoint) {
+    SUBSTANCE& s = fluid("R32.FLD");
+    INITDATADOME(s, 500.0);
+    const double P1 = 0.699999988079071 * 500.0;
+    const double step = (0.8299999833106995 * s.PC - P1) / 11.0;
+    for (int i = 1; i <= 9; ++i) {
+        EXPECT_DOUBLE_EQ(s.PTSPL[i].P, P1 + (i - 1) * step);
+        EXPECT_LT(s.PTSPL[i].H, s.PTSPV[i].H);
+        EXPECT_NEAR(s.PTSTL[i].T, (s.PTSPL[i].T + s.PTSPV[i].T) / 2, 1e-12);
+        EXPECT_LT(s.PTSTL[i].S, s.PTSTV[i].S);
+    }
+    EXPECT_EQ(s.PTSPL[10].T, s.TC);
+    EXPECT_EQ(s.PTSPL[10].P, s.PC);
+    EXPECT_DOUBLE_EQ(s.PTSPL[10].H, (s.PTSPL[9].H + s.PTSPV[9].H) / 2);
+    EXPECT_DOUBLE_EQ(s.PTSTV[10].S, (s.PTSTL[9].S + s.PTSTV[9].S) / 2);
+    EXPECT_EQ(s.PTSPV[10].H, s.PTSTL[10].H);
+}
+
+TEST(InitDomeEdges, AStartAboveTheCriticalPressureRunsBackwards) {
+    SUBSTANCE& s = fluid("R32.FLD");
+    INITDATADOME(s, 1.3 * s.PC);
+    EXPECT_LT(s.PTSPL[9].P, s.PTSPL[1].P);
+    EXPECT_EQ(s.PTSPL[10].P, s.PC);
+}
+
+// ---- lookups --------------------------------------------------------------------------------------------------------
+
+TEST(Lookup, FindsPureFluidsByTheirNameWithoutExtension) {
+    static PureFluidTable pure;
+    LOADPUREFLUIDS(pure);
+    SUBSTANCE s{};
+    Array1<int, 20> positions{};
+    const struct {
+        const char* name;
+        int row;
+    } rows[] = {{"R134A.FLD", 12}, {"R134A.xyz", 12}, {"R134A", 12}, {"r134a.fld", 0}, {"R134", 0}, {"CF3I.FLD", 36}};
+    for (const auto& row : rows) {
+        s.FLUIDNAME = row.name;
+        positions.fill(0);
+        char flag = 'N';
+        FINDPUREFLUID(s, pure, 1, positions, flag);
+        EXPECT_EQ(positions[1], row.row) << row.name;
+        EXPECT_EQ(flag, row.row > 0 ? 'Y' : 'N') << row.name;
+    }
+}
+
+TEST(Lookup, APredefinedMixtureIsWithinTwoPercentOfItsRow) {
+    static MixtureTable mixtures;
+    LOADMIXTURES(mixtures);
+    SUBSTANCE s{};
+    s.FLUIDNAME = "R410A.MIX";
+    s.NMIX = 2;
+    s.REFSNAMEMIX[1] = "R125.FLD";  // in another order
+    s.REFSNAMEMIX[2] = "R32.FLD";
+    const struct {
+        double first, second;
+        bool found;
+    } rows[] = {{0.5, 0.5, true}, {0.509, 0.491, true}, {0.511, 0.489, false}, {0.49, 0.51, false}};
+    for (const auto& row : rows) {
+        s.ZKG[1] = row.first;
+        s.ZKG[2] = row.second;
+        int position = 0;
+        char flag = 'N';
+        FINDPREDEFINEDMIXTURE(s, mixtures, position, flag);
+        EXPECT_EQ(position, row.found ? 16 : 0) << row.first;
+        EXPECT_EQ(flag, row.found ? 'Y' : 'N') << row.first;
+    }
+    s.NMIX = 3;
+    int position = 0;
+    char flag = 'N';
+    s.ZKG[1] = s.ZKG[2] = 0.5;
+    FINDPREDEFINEDMIXTURE(s, mixtures, position, flag);
+    EXPECT_EQ(position, 0);
+}
+
+TEST(LookupEdges, OneUnknownComponentLeavesTheFlagAtN) {
+    SUBSTANCE s{};
+    s.FLUIDKIND = 3;
+    s.NMIX = 3;
+    s.REFSNAMEMIX[1] = "R32.FLD";
+    s.REFSNAMEMIX[2] = "XENON.FLD";
+    s.REFSNAMEMIX[3] = "R125.FLD";
+    FNDFLDFLAG = 'N';
+    CHECKREF_PROPERTIES(s);
+    EXPECT_EQ(FNDFLDFLAG, 'N');
+    s.REFSNAMEMIX[2] = "R134A.FLD";
+    CHECKREF_PROPERTIES(s);
+    EXPECT_EQ(FNDFLDFLAG, 'Y');
+    EXPECT_EQ(libraryLookup.POSPUREREFEXT[1], 30);
+    EXPECT_EQ(libraryLookup.POSPUREREFEXT[2], 12);
+    EXPECT_EQ(libraryLookup.POSPUREREFEXT[3], 11);
+}
+
+TEST(Lookup, PotentialOfABlendIsTheRoundedSumByMass) {
+    SUBSTANCE s{};
+    s.FLUIDKIND = 2;
+    s.FLUIDNAME = "R410A.MIX";
+    s.NMIX = 2;
+    s.REFSNAMEMIX[1] = "R32.FLD";
+    s.REFSNAMEMIX[2] = "R125.FLD";
+    s.ZKG[1] = s.ZKG[2] = 0.5;
+    FNDFLDFLAG = 'N';
+    FLUIDGWP(s);
+    EXPECT_EQ(s.GWP, 1924);  // 1923.5 rounded away from zero
+    EXPECT_EQ(s.SAFETYCLASS, "A1");
+    // Fractions away from the row: a potential, but no class.
+    s.SAFETYCLASS = "NA";
+    s.ZKG[1] = 0.6;
+    s.ZKG[2] = 0.4;
+    FNDFLDFLAG = 'N';
+    FLUIDGWP(s);
+    EXPECT_EQ(s.GWP, 1674);
+    EXPECT_EQ(s.SAFETYCLASS, "NA");
+}
+
+}  // namespace
+}  // namespace frigana::test
