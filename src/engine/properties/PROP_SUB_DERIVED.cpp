@@ -181,21 +181,17 @@ void VIRBCD(double t, const Composition& x, double& B, double& C, double& D) {
     const FeqSlot& f = feqTerms[icomp];
     const double tau = fluidConstants.TZ[icomp] / t;
     const auto is = [](double value, double wanted) { return std::fabs(value - wanted) < 1e-10; };
+    // a regular term is a tau^t (del^d - g del^(d + l) + g^2/2 del^(d + 2l) - ...)
     for (int k = 1; k <= f.NTERMF; ++k) {
-        const double term = f.AFEQ[k] * std::pow(tau, f.TIFEQ[k]);
-        const double d = f.DIFEQ[k], l = f.DLIF[k], g = f.GIF1[k];
-        if (is(d, 1.0)) {
-            B += term;
-            if (is(l, 1.0)) {
-                C -= 2.0 * g * term;
-                D += 3.0 * g * g * term;
-            }
-            if (is(l, 2.0)) D -= 6.0 * g * term;
-        } else if (is(d, 2.0)) {
-            C += 2.0 * term;
-            if (is(l, 1.0)) D -= 6.0 * g * term;
-        } else if (is(d, 3.0)) {
-            D += 6.0 * term;
+        double term = f.AFEQ[k] * std::pow(tau, f.TIFEQ[k]);
+        double power = f.DIFEQ[k];
+        for (int order = 1; order <= 4 && power < 3.5; ++order) {
+            if (is(power, 1.0)) B += term;
+            if (is(power, 2.0)) C += 2.0 * term;
+            if (is(power, 3.0)) D += 6.0 * term;
+            if (f.DLIF[k] == 0.0) break;
+            power += f.DLIF[k];
+            term *= -f.GIF1[k] / order;
         }
     }
     for (int j = 1; j <= f.NCRT; ++j) {

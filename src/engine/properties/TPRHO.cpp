@@ -54,12 +54,20 @@ double startOfLiquid(const Search& s) {
         RTc / s.pc * std::pow(s.vc * s.pc / RTc, 1.0 + std::pow(std::fabs(1.0 - s.t / s.tc), 0.2857142857142857));
     double tmin = 0.0, tmax = 0.0, Dmax = 0.0, pmax = 0.0;
     LIMITS("EOS", s.x, tmin, tmax, Dmax, pmax);
-    double rho = std::min(1.0 / v, Dmax);
-    for (int i = 1; i <= 8; ++i) {
-        const Stability at = stability(s.t, rho, s.x);
-        if (!(at.dPdD < 0.0 || (at.d2PdD2 < 0.0 && s.t < s.tc) || negative(at.d2PdTD))) break;
+    const double estimate = std::min(1.0 / v, Dmax);
+    const auto unstable = [&s](double density) {
+        const Stability at = stability(s.t, density, s.x);
+        return at.dPdD < 0.0 || (at.d2PdD2 < 0.0 && s.t < s.tc) || negative(at.d2PdTD);
+    };
+    double rho = estimate;
+    int raised = 0;
+    while (raised < 8 && unstable(rho)) {
         rho *= 1.1;
+        ++raised;
     }
+    // Cold liquids of some equations (R123 and R124 below 0.45 Tc) show such signs although they are stable, and more
+    // density leads out of the equation: where raising does not help, the estimate itself is the better start.
+    if (raised == 8 && unstable(rho)) rho = estimate;
     return std::min(std::log(1.0 / rho), std::log(s.vc / 2.0));
 }
 

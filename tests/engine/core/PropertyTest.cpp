@@ -68,9 +68,14 @@ void exactIdentities(double t, double rho, const Therm2Result& r, Worst& worst) 
 void slopesOfNeighbours(double t, double rho, const Therm2Result& r, bool third, Worst& worst) {
     const double RT = fluidConstants.R * t, R = fluidConstants.R;
     const double hT = 2e-4 * t, hD = 2e-4 * rho;
-    double scale = 1.0;  // of the terms that cancel in the residual part
-    for (int k = 1; k <= feqTerms[1].NTERMF + feqTerms[1].NCRT; ++k)
-        scale = std::max(scale, std::fabs(feqTerms[1].PHISVF[k]));
+    // sizes of the terms that cancel in the residual part, in first and second derivatives
+    double scale = 1.0, scaleOfSecond = 1.0;
+    const FeqSlot& f = feqTerms[1];
+    for (int k = 1; k <= f.NTERMF + f.NCRT; ++k) {
+        const double slopeFactor = 1.0 + std::fabs(f.DIFEQ[k] - f.lengthTerm[k]) + std::fabs(f.TIFEQ[k]);
+        scale = std::max(scale, std::fabs(f.PHISVF[k]) * slopeFactor);
+        scaleOfSecond = std::max(scaleOfSecond, std::fabs(f.PHISVF[k]) * slopeFactor * slopeFactor);
+    }
     Therm2Result atT[4], atD[4];
     constexpr int steps[4] = {-2, -1, 1, 2};
     for (int i = 0; i < 4; ++i) {
@@ -82,22 +87,22 @@ void slopesOfNeighbours(double t, double rho, const Therm2Result& r, bool third,
     };
     const auto see = [&](const char* name, double value, double expected, double unit) {
         const double size = std::max(std::fabs(value), std::fabs(expected));
-        worst.see(std::fabs(value - expected) / std::max(size, unit * scale),
+        worst.see(std::fabs(value - expected) / std::max(size, unit),
                   std::string(name) + " " + std::to_string(t) + " K " + std::to_string(rho) + " mol/L");
     };
-    see("dp/drho", r.dPdD, slopeOf(atD, hD, &Therm2Result::p), RT);
-    see("dp/dT", r.dPdT, slopeOf(atT, hT, &Therm2Result::p), R * rho);
-    see("Maxwell ds/drho", -r.dPdT / (rho * rho), slopeOf(atD, hD, &Therm2Result::s), R / rho);
-    see("de/drho", (r.p - t * r.dPdT) / (rho * rho), slopeOf(atD, hD, &Therm2Result::e), RT / rho);
-    see("cv", r.cv, slopeOf(atT, hT, &Therm2Result::e), R);
-    see("ds/dT", r.cv / t, slopeOf(atT, hT, &Therm2Result::s), R / t);
-    see("dA/drho", r.p / (rho * rho), slopeOf(atD, hD, &Therm2Result::A), RT / rho);
-    see("dA/dT", -r.s, slopeOf(atT, hT, &Therm2Result::A), R);
-    see("d2p/drho2", r.d2PdD2, slopeOf(atD, hD, &Therm2Result::dPdD), RT / rho);
+    see("dp/drho", r.dPdD, slopeOf(atD, hD, &Therm2Result::p), RT * scale);
+    see("dp/dT", r.dPdT, slopeOf(atT, hT, &Therm2Result::p), R * rho * scale);
+    see("Maxwell ds/drho", -r.dPdT / (rho * rho), slopeOf(atD, hD, &Therm2Result::s), R / rho * scale);
+    see("de/drho", (r.p - t * r.dPdT) / (rho * rho), slopeOf(atD, hD, &Therm2Result::e), RT / rho * scale);
+    see("cv", r.cv, slopeOf(atT, hT, &Therm2Result::e), R * scale);
+    see("ds/dT", r.cv / t, slopeOf(atT, hT, &Therm2Result::s), R / t * scale);
+    see("dA/drho", r.p / (rho * rho), slopeOf(atD, hD, &Therm2Result::A), RT / rho * scale);
+    see("dA/dT", -r.s, slopeOf(atT, hT, &Therm2Result::A), R * scale);
     if (!third) return;
-    see("d2p/dTdrho", r.d2PdTD, slopeOf(atT, hT, &Therm2Result::dPdD), R);
-    see("d2p/dT2", r.d2PdT2, slopeOf(atT, hT, &Therm2Result::dPdT), R * rho / t);
-    see("Maxwell dcv/drho", -t * r.d2PdT2 / (rho * rho), slopeOf(atD, hD, &Therm2Result::cv), R / rho);
+    see("d2p/drho2", r.d2PdD2, slopeOf(atD, hD, &Therm2Result::dPdD), RT / rho * scaleOfSecond);
+    see("d2p/dTdrho", r.d2PdTD, slopeOf(atT, hT, &Therm2Result::dPdD), R * scaleOfSecond);
+    see("d2p/dT2", r.d2PdT2, slopeOf(atT, hT, &Therm2Result::dPdT), R * rho / t * scaleOfSecond);
+    see("Maxwell dcv/drho", -t * r.d2PdT2 / (rho * rho), slopeOf(atD, hD, &Therm2Result::cv), R / rho * scaleOfSecond);
 }
 
 class PropertiesOfFluid : public testing::TestWithParam<const char*> {};
@@ -224,8 +229,9 @@ TEST_P(PropertiesOfFluid, VirialCoefficientsAreTheLimitsOfThePressure) {
         const double h = t * 1e-3;
         EXPECT_NEAR(b1, slope(of(VIRB), t, h), 1e-6 * unit / t);
         EXPECT_NEAR(b2, slope(of(DBDT), t, h), 1e-5 * (std::fabs(b2) + unit / t / t));
-        EXPECT_NEAR(c1, slope(of(VIRC), t, h), tolerance * 1e-5 * (std::fabs(c1) + unit * unit / t));
-        EXPECT_NEAR(c2, slope(of(DCDT), t, h), tolerance * 1e-4 * (std::fabs(c2) + unit * unit / t / t));
+        // terms below 1e-20 are left out of mixed derivatives: up to t^2 1e-6 of the coefficients at this density
+        EXPECT_NEAR(c1, slope(of(VIRC), t, h), tolerance * 3e-4 * (std::fabs(c1) + unit * unit / t));
+        EXPECT_NEAR(c2, slope(of(DCDT), t, h), tolerance * 5e-3 * (std::fabs(c2) + unit * unit / t / t));
 
         // p/(rho R T) = 1 + B rho + C rho^2 + (D/2) rho^3, at a density where the next power is small
         const double rho = 1e-3 * c.DCRIT[1];
@@ -243,8 +249,9 @@ TEST_P(PropertiesOfFluid, VirialCoefficientsAreTheLimitsOfThePressure) {
         };
         const double first = excess(rho), second = excess(2.0 * rho);
         EXPECT_NEAR(2.0 * first - second, ba, 3e-4 * std::fabs(ba) + 1e-5 * unit);
-        if (feqTerms[1].LCRTFLG)
+        if (feqTerms[1].LCRTFLG) {
             EXPECT_NEAR((second - first) / rho, ca, 0.05 * std::fabs(ca) + 0.1 * unit * unit) << tr;
+        }
     }
 }
 
@@ -280,8 +287,10 @@ TEST_P(PropertiesOfFluid, DerivativesBetweenPressureDensityAndTemperature) {
             return at;
         };
         const double hT = 1e-3 * t, hD = 1e-3 * rho, hP = hD * r.dPdD;
-        const auto close = [](double value, double expected) {
-            EXPECT_NEAR(value, expected, 2e-6 * std::fabs(expected));
+        // non-analytic rows simplify the third derivatives of the Helmholtz energy, 2e-4 of the results here
+        const double tolerance = feqTerms[1].LCRTFLG ? 2e-6 : 5e-4;
+        const auto close = [tolerance](double value, double expected) {
+            EXPECT_NEAR(value, expected, tolerance * std::fabs(expected));
         };
         close(r.dDdT, slope([&](double v) { return densityAt(v, two.p); }, t, hT));
         close(r.d2DdT2, slope([&](double v) { return derivatives(v, densityAt(v, two.p)).dDdT; }, t, hT));
@@ -363,7 +372,7 @@ TEST(Properties, SpeedOfSoundOfANegativeArgumentIsZero) {
         const Therm2Result at = therm2(t, d);
         v = at.cp / at.cv * at.dPdD;
         EXPECT_TRUE(v > 0.0 ? at.w > 0.0 : at.w == 0.0) << d;
-        if (v <= 0.0) EXPECT_EQ(therm(t, d).w, 0.0);
+        EXPECT_EQ(therm(t, d).w, at.w);
     }
 }
 
@@ -441,20 +450,20 @@ TEST(Properties, PureFugacityFollowsTheGibbsEnergy) {
         return f[1];
     };
     // ln(f2/f1) = (G2 - G1)/(R T), and f/p tends to 1
-    const double G1 = therm2(t, 1e-3).G, G2 = therm2(t, 14.0).G;
-    EXPECT_NEAR(std::log(fugacity(14.0) / fugacity(1e-3)), (G2 - G1) / (fluidConstants.R * t), 1e-11);
+    const double G1 = therm2(t, 1e-3).G, G2 = therm2(t, 18.0).G;
+    EXPECT_NEAR(std::log(fugacity(18.0) / fugacity(1e-3)), (G2 - G1) / (fluidConstants.R * t), 1e-11);
     EXPECT_NEAR(fugacity(1e-6) / therm(t, 1e-6).p, 1.0, 1e-6);
     Composition phi{}, u{};
     int ierr = 0;
     Text255 herr;
-    FUGCOF(t, 14.0, pure(), phi, ierr, herr);
-    EXPECT_DOUBLE_EQ(phi[1], fugacity(14.0) / therm(t, 14.0).p);
-    CHEMPOT(t, 14.0, pure(), u, ierr, herr);
-    EXPECT_EQ(u[1], therm2(t, 14.0).G);
+    FUGCOF(t, 18.0, pure(), phi, ierr, herr);
+    EXPECT_DOUBLE_EQ(phi[1], fugacity(18.0) / therm(t, 18.0).p);
+    CHEMPOT(t, 18.0, pure(), u, ierr, herr);
+    EXPECT_EQ(u[1], therm2(t, 18.0).G);
     EXPECT_EQ(fugacity(0.0), 0.0);
     Composition dalpha{}, dnalpha{};
-    PHIDERV(1, t, 14.0, pure(), dalpha, dnalpha, ierr, herr);
-    const double tau = fluidConstants.TZ[1] / t, del = 14.0 / fluidConstants.RHOZ[1];
+    PHIDERV(1, t, 18.0, pure(), dalpha, dnalpha, ierr, herr);
+    const double tau = fluidConstants.TZ[1] / t, del = 18.0 / fluidConstants.RHOZ[1];
     EXPECT_EQ(dalpha[1], PHIK(1, 0, 1, tau, del));
     EXPECT_EQ(dnalpha[1], PHIK(1, 0, 0, tau, del) + PHIK(1, 0, 1, tau, del));
 }
