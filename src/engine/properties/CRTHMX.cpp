@@ -1,24 +1,107 @@
+// Critical point of a mixture from the critical lines of its binary pairs.
+#include <cmath>
+
+#include "DISPATCH.h"
+#include "MIX_HMX.h"
 #include "Message.h"
+#include "PROP_SUB.h"
+#include "SaturationSpline.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
 namespace frigana {
 
+namespace {
+
+// Value of a pair's critical line between its components' values a and b. With u and w the distances of the mixture
+// from the two components, u + w = 1.
+double lineValue(const Array1<double, 11>& c, double u, double w, double a, double b) {
+    double first = 0.0, second = 0.0;
+    for (int k = 6; k >= 2; --k) {
+        first = first * u + c[k];
+        second = second * w + c[k + 5];
+    }
+    return u * a + w * b + u * w * (c[1] + u * first + w * second);
+}
+
+bool envelopeKnown(const Composition& x) {
+    if (!saturationSpline.SPLINEREADY) return false;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (std::fabs(x[i] - saturationSpline.XSPLN[i]) > 1e-6) return false;
+    return true;
+}
+
+}  // namespace
+
 void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {
     ierr = 0;
     herr.clear();
+    const FluidConstants& constants = fluidConstants;
     int icomp = 0;
     ISPURE(x, icomp);
     if (icomp > 0) {
-        Tc = fluidConstants.TCRIT[icomp];
-        Pc = fluidConstants.PCRIT[icomp];
-        Dc = fluidConstants.DCRIT[icomp];
+        Tc = constants.TCRIT[icomp];
+        Pc = constants.PCRIT[icomp];
+        Dc = constants.DCRIT[icomp];
         return;
     }
-    Tc = Pc = Dc = 0.0;
-    ierr = 1;
-    message(herr, "[CRTHMX error] critical lines of mixtures are not available", nullCharacter);
-    ERRMSG(ierr, herr);
+    if (envelopeKnown(x)) {
+        const EnvelopePoint& point = saturationSpline.criticalPoint;
+        if (point.ierr == 0) {
+            Tc = point.T;
+            Pc = point.p;
+            Dc = point.D;
+            return;
+        }
+        ierr = -132;
+        message(herr,
+                "[CRTHMX error -132] Failed to find critical point from splines, values given here used TC1 and VC1 "
+                "coefficients",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+    }
+
+    const int nc = modelTags.NC;
+    double weight = 0.0, sumT = 0.0, sumV = 0.0;
+    bool lines = true;
+    for (int i = 1; i < nc; ++i) {
+        if (x[i] <= 0.0) continue;
+        for (int j = i + 1; j <= nc; ++j) {
+            if (x[j] <= 0.0) continue;
+            const MixingPair& p = mixingParameters.pair[i][j];
+            if (p.HMODTC != "TC1" || p.HMODVC != "VC1") {
+                lines = false;
+                continue;
+            }
+            if (std::fabs(p.FTCIJ[1]) < 1e-12) {
+                ierr = -131;
+                message(herr,
+                        "[CRTHMX error -131] coefficients not available for critical line calculation, mixture may not "
+                        "be type 1",
+                        nullCharacter);
+            }
+            const double u = (x[i] + 1.0 - x[j]) / 2.0, w = (x[j] + 1.0 - x[i]) / 2.0, a = x[i] * x[j];
+            weight += a;
+            sumT += a * lineValue(p.FTCIJ, u, w, constants.TCRIT[i], constants.TCRIT[j]);
+            sumV += a * lineValue(p.FVCIJ, u, w, 1.0 / constants.DCRIT[i], 1.0 / constants.DCRIT[j]);
+        }
+    }
+    if (!lines) {
+        REDHMX(x, Tc, Dc);
+    } else if (weight <= 0.0) {
+        Tc = 300.0;
+        Pc = Dc = 10.0;
+        ierr = 1;
+        message(herr, "[CRTHMX error] sum(x)=0", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    } else {
+        Tc = sumT / weight;
+        Dc = weight / sumV;
+    }
+    if (ierr == -131) ERRMSG(ierr, herr);
+    PRESS(Tc, Dc, x, Pc);
+    if (Pc < 0.0) Pc = constants.PCRIT[1];
 }
 
 }  // namespace frigana

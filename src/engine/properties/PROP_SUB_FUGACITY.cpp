@@ -1,12 +1,9 @@
 #include "PROP_SUB_FUGACITY.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "CORE_BWR.h"
-#include "CORE_PR.h"
-#include "MIX_HMX.h"
-#include "Message.h"
+#include "PHIDERV.h"
 #include "PROP_SUB.h"
 #include "ReducedState.h"
 
@@ -117,73 +114,6 @@ void CHEMPOT(double t, double rho, const Composition& x, Composition& u, int& ie
         if (x[i] > 0.0)
             u[i] = RT * (dnalpha[i] + PHI0K(i, 0, 0, t, rho) - referenceState.HREF[i] / RT +
                          referenceState.SREF[i] / R + 1.0 + std::log(x[i]));
-}
-
-void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition& dalpha, Composition& dnalpha,
-             int& ierr, Text255& herr) {
-    ierr = 0;
-    herr.clear();
-    dalpha.fill(0.0);
-    dnalpha.fill(0.0);
-    if (t <= 0.0) return;
-    const ReducedState state(t, rho, x);
-    const double a00 = state.residual(0, 0), a01 = state.residual(0, 1);
-    if (state.pure > 0) {
-        dalpha[state.pure] = a01;
-        dnalpha[state.pure] = a00 + a01;
-        return;
-    }
-    if (iderv > 1) {
-        ierr = 1;
-        message(herr, "[PHIDERV error 1] second composition derivatives of a mixture are not available", nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    if (pengRobinsonSelected()) {
-        if (PHIPRX(fillCompositionDerivatives, 0, state.tau, state.del, x) != -1.0) {
-            ierr = 1;
-            message(herr, "[PHIDERV error 1] composition derivatives of the Peng-Robinson model are not available",
-                    nullCharacter);
-            ERRMSG(ierr, herr);
-            return;
-        }
-        for (int i = 1; i <= modelTags.NC; ++i) {
-            dnalpha[i] = prCompositionDerivatives[i];
-            dalpha[i] = dnalpha[i] - a00;
-        }
-        return;
-    }
-    const double a10 = state.residual(1, 0);
-    if (a01 <= -1.0) {
-        ierr = 1;
-        message(herr, "[PHIDERV error 1] pressure is not positive", nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-
-    // derivatives in the fraction of each component, the others kept: reducing temperature, reducing volume, phi
-    const int count = modelTags.NC;
-    Composition temperature{}, volume{}, partial{};
-    double meanTemperature = 0.0, meanVolume = 0.0, meanPartial = 0.0;
-    for (int i = 1; i <= count; ++i) {
-        if (x[i] <= 0.0) continue;
-        RDXHMX(1, i, 0, x, temperature[i], volume[i], ierr, herr);
-        if (ierr > 0) return;
-        partial[i] = PHIK(i, 0, 0, state.tau, state.del);
-        for (int j = 1; j <= count; ++j)
-            if (j != i && x[j] > 0.0)
-                partial[i] += PHIMIX(std::min(i, j), std::max(i, j), 0, 0, state.tau, state.del, x) / x[i];
-        meanTemperature += x[i] * temperature[i];
-        meanVolume += x[i] * volume[i];
-        meanPartial += x[i] * partial[i];
-    }
-    for (int i = 1; i <= count; ++i) {
-        if (x[i] <= 0.0) continue;
-        const double dTr = (temperature[i] - meanTemperature) / state.Tr;
-        const double dDr = (volume[i] - meanVolume) * state.Dr;
-        dalpha[i] = a01 * (1.0 + dDr) + a10 * dTr + partial[i] - meanPartial;
-        dnalpha[i] = a00 + dalpha[i];
-    }
 }
 
 }  // namespace frigana

@@ -1,4 +1,4 @@
-// Composition derivatives of the Helmholtz energy, fugacities and chemical potentials.
+// Fugacities and chemical potentials.
 //
 // Common to all routines:
 //   Given     t       temperature [K]
@@ -8,6 +8,7 @@
 #pragma once
 
 #include "EngineLimits.h"
+#include "PHIDERV.h"
 
 namespace frigana {
 
@@ -31,16 +32,5 @@ void FUGCOF(double t, double rho, const Composition& x, Composition& phi, int& i
 //   Returned  u       [J/mol]; the Gibbs energy for a pure fluid
 //   Codes     those of PHIDERV
 void CHEMPOT(double t, double rho, const Composition& x, Composition& u, int& ierr, Text255& herr);
-
-// Composition derivatives of the residual Helmholtz energy at constant temperature and volume.
-//   Given     iderv    1 first derivatives; 2 the second ones too
-//   Returned  dalpha   n d(phi)/dn(i)
-//             dnalpha  d(n phi)/dn(i); for a pure fluid a01 and a00 + a01
-//   Codes     1        residual pressure not above that of the vacuum (a01 <= -1), the cubic model gave no derivatives,
-//                      or second derivatives of a mixture were asked for
-//             190, 191 those of RDXHMX: no rule for a pair, no derivative of the reducing functions
-//   Source    Kunz, Klimeck, Wagner, Jaeschke, GERG TM15 (2007), section 7.4
-void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition& dalpha, Composition& dnalpha,
-             int& ierr, Text255& herr);
 
 }  // namespace frigana
