@@ -1,7 +1,18 @@
 #include "SAT_SUB_NEWTON.h"
 
+#include <cmath>
+
+#include "CORE_PR.h"
+#include "FLSH_SUB.h"
 #include "Message.h"
+#include "PHIDERV.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_INVERSE.h"
+#include "SAT_SUB_SPLINE.h"
+#include "SaturationSpline.h"
+#include "TPRHO.h"
 #include "UTILITY.h"
+#include "UTILITY_NUMERICS.h"
 
 namespace frigana {
 
@@ -9,32 +20,385 @@ NewtonControl newtonControl;
 
 namespace {
 
-// The composition derivatives that these methods stand on are missing: callers take their substitution methods.
-void noDerivatives(std::string_view routine, int& ierr, Text255& herr) {
-    ierr = 191;
-    message(herr, "[", routine, " error 191] composition derivatives are not available for this mixture model",
-            nullCharacter);
-    ERRMSG(ierr, herr);
+constexpr int largestEquations = 50;
+constexpr int mostPasses = 30;
+constexpr int liquid = 1, vapor = 2;
+constexpr double sameDensity = 0.1;  // [mol/L] two phases closer than this are one, unless near the critical density
+
+// ln f and its derivatives of one phase, for the components in order of their fractions. The first index of a matrix is
+// the fraction that changes, the last fraction of the order making up for it.
+struct PhaseDerivatives {
+    ComponentArray<double> XLNFI, DPHIDT, DPHIDP;
+    ComponentArray<Composition> DPHIDXJ;
+};
+
+struct Workspace {
+    PhaseDerivatives vap, liq;
+    Array1<double, largestEquations> GIBBSEQN, DELTA_X;
+    SquareMatrix<largestEquations> XJACMATRIX;
+    Composition XVAP_NEW, XLIQ_NEW;
+};
+Workspace work;
+
+// The components of a fraction above 0 in descending order of it; of equal ones the lower number first.
+struct OrderList {
+    int m = 0;
+    Array1<int, ncmax> o;
+
+    explicit OrderList(const Composition& x) {
+        for (int i = 1; i <= modelTags.NC; ++i) {
+            if (x[i] == 0.0) continue;
+            int at = ++m;
+            for (; at > 1 && x[o[at - 1]] < x[i]; --at) o[at] = o[at - 1];
+            o[at] = i;
+        }
+    }
+};
+
+void copyDerivatives(const OrderList& order, const Composition& x, PhaseDerivatives& d) {
+    const CompositionDerivatives& c = compositionDerivatives;
+    const int m = order.m, last = order.o[m];
+    for (int j = 1; j <= m; ++j) {
+        const int oj = order.o[j];
+        d.XLNFI[j] = c.XLNFI[oj];
+        d.DPHIDT[j] = c.DPHIDT[oj];
+        d.DPHIDP[j] = c.DPHIDP[oj];
+        for (int i = 1; i <= m; ++i) d.DPHIDXJ[i][j] = c.DPHIDXJ[order.o[i]][oj] - c.DLNPHIIDXJ[last][oj];
+    }
+    for (int i = 1; i <= m; ++i) d.DPHIDXJ[i][m] -= 1.0 / x[last];
+}
+
+double largestOf(const Array1<double, largestEquations>& values, int n) {
+    double largest = 0.0;
+    for (int i = 1; i <= n; ++i) {
+        const double size = std::fabs(values[i]);
+        if (!(size <= largest)) largest = size;  // not-a-number counts as large
+    }
+    return largest;
+}
+
+// One call of SATTP: what is given, what is solved for, and the road between.
+struct Solution {
+    double &T, &p;
+    const Composition& z;
+    const int kph;  // 0 to 4, without its sign
+    double &D, &rhol, &rhov;
+    Composition &xliq, &xvap;
+    double& q;
+    int& ierr;
+    Text255& herr;
+
+    bool bubble() const { return kph == 1 || kph == 3; }
+    bool givenT() const { return kph == 1 || kph == 2; }
+    bool equalPhases(double Dc) const {
+        return std::fabs(rhol - rhov) < sameDensity && std::fabs(rhol - Dc) > sameDensity;
+    }
+    void setQuality() {
+        if (kph == 0) return;
+        q = bubble() ? 0.0 : 1.0;
+        D = bubble() ? rhol : rhov;
+    }
+};
+
+// The substitution methods, with a way back into SATTP barred.
+void classicalPath(Solution& s, double Dc) {
+    newtonControl.NOSATTP = 1;
+    if (s.kph == 0) {
+        double e, h, entropy, cv, cp, w;
+        TPFLSH(s.T, s.p, s.z, s.D, s.rhol, s.rhov, s.xliq, s.xvap, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
+    } else if (s.givenT()) {
+        SATT(s.T, s.z, s.kph, s.p, s.rhol, s.rhov, s.xliq, s.xvap, s.ierr, s.herr);
+    } else {
+        SATP(s.p, s.z, s.kph - 2, s.T, s.rhol, s.rhov, s.xliq, s.xvap, s.ierr, s.herr);
+    }
+    s.setQuality();
+    newtonControl.NOSATTP = 0;
+    if (s.ierr == 0 && (s.equalPhases(Dc) || s.rhol + s.rhov < Dc)) {
+        s.ierr = 1;
+        message(s.herr, "SATTP:  Iteration failed");
+    }
+}
+
+// Starts from the envelope splines; false where they cannot help.
+bool splineStart(Solution& s, bool retrograde, double Dc) {
+    const int nc = modelTags.NC;
+    int code = 0;
+    Text255 text;
+    double tm, pm, Dmt, tp, pp, Dmp;
+    MAXT(s.z, tm, pm, Dmt, code, text);
+    MAXP(s.z, tp, pp, Dmp, code, text);
+    double D = s.bubble() ? 2.0 * Dc : Dc / 10.0;
+    if (retrograde && Dmt > 0.0) D = (Dmt + Dc) / 2.0;
+    const int column = s.givenT() ? nc + 1 : nc + 2;
+    const double target = s.givenT() ? s.T : s.p;
+    SPLNROOT(column, 0, target, D, code, text);
+    if (code != 0) {
+        D = D < 1e-5 ? 0.75 * Dc : 0.75 * D;
+        SPLNROOT(column, 0, target, D, code, text);
+    }
+    if (code != 0) D = 2.0 * Dc;
+    // on the bubble line temperature and pressure fall with the density of the phase that is given
+    const double slope = SPLNVAL(column, 1, D, code, text);
+    if (code != 0 || (s.bubble() && slope > 0.0)) return false;
+
+    Composition incipient{};
+    double sum = 0.0;
+    for (int i = 1; i <= nc; ++i) {
+        incipient[i] = s.z[i] == 0.0 ? 0.0 : std::fabs(SPLNVAL(i, 0, D, code, text));
+        sum += incipient[i];
+    }
+    if (!(sum > 0.0)) return false;
+    double sumZ = 0.0;
+    for (int i = 1; i <= nc; ++i) sumZ += s.z[i];
+    Composition parent = s.z;
+    for (int i = 1; i <= nc; ++i) {
+        incipient[i] /= sum;
+        parent[i] /= sumZ;
+    }
+    s.rhol = s.rhov = D;
+    (s.bubble() ? s.rhov : s.rhol) = SPLNVAL(nc + 3, 0, D, code, text);
+    s.xliq = s.bubble() ? parent : incipient;
+    s.xvap = s.bubble() ? incipient : parent;
+    if (s.givenT())
+        s.p = SPLNVAL(nc + 2, 0, D, code, text);
+    else
+        s.T = SPLNVAL(nc + 1, 0, D, code, text);
+    return true;
+}
+
+// Density of the liquid; where there is none, the unknown is moved a little to where there may be one.
+void liquidDensity(Solution& s, int guess, double& Dl, int& code, Text255& text) {
+    TPRHO(s.T, s.p, s.xliq, liquid, guess, Dl, code, text);
+    if (code <= 0) return;
+    if (s.kph == 3) {
+        for (int attempt = 1; attempt <= 2; ++attempt) {
+            s.T -= 5.0;
+            TPRHO(s.T, s.p, s.xliq, liquid, 0, Dl, code, text);
+            if (code <= 0) return;
+        }
+        s.T += 10.0;
+    }
+    if (s.kph == 1) {
+        const double before = s.p;
+        for (const double factor : {1.2, 1.5, 1.5}) {
+            s.p *= factor;
+            TPRHO(s.T, s.p, s.xliq, liquid, 0, Dl, code, text);
+            if (code <= 0) return;
+        }
+        s.p = before;
+    }
+    TPRHO(s.T, s.p, s.xliq, vapor, 0, Dl, code, text);
+}
+
+// Residuals: equal fugacities, and for a two-phase state the lines of material balance.
+void residuals(const Solution& s, const OrderList& order) {
+    const int m = order.m;
+    Workspace& w = work;
+    for (int i = 1; i <= m; ++i) w.GIBBSEQN[i] = w.vap.XLNFI[i] - w.liq.XLNFI[i];
+    if (s.kph != 0) return;
+    const int k = order.o[m - 1];
+    for (int i = 1; i <= m - 2; ++i) {
+        const int oi = order.o[i];
+        w.GIBBSEQN[m + i] =
+            (s.xvap[k] - s.z[k]) / (s.xvap[oi] - s.z[oi]) - (s.xliq[k] - s.z[k]) / (s.xliq[oi] - s.z[oi]);
+    }
+}
+
+void jacobian(const Solution& s, const OrderList& order) {
+    const int m = order.m;
+    Workspace& w = work;
+    auto& J = w.XJACMATRIX;  // row: equation; column: unknown
+    const int n = s.kph == 0 ? 2 * (m - 1) : m;
+    for (int i = 1; i <= n; ++i)
+        for (int j = 1; j <= n; ++j) J[i][j] = 0.0;
+    if (s.kph != 0) {
+        for (int j = 1; j <= m; ++j) {
+            for (int i = 1; i < m; ++i) J[j][i] = s.bubble() ? w.vap.DPHIDXJ[i][j] : -w.liq.DPHIDXJ[i][j];
+            J[j][m] = s.givenT() ? w.vap.DPHIDP[j] - w.liq.DPHIDP[j] : w.vap.DPHIDT[j] - w.liq.DPHIDT[j];
+        }
+        return;
+    }
+    for (int j = 1; j <= m; ++j)
+        for (int i = 1; i < m; ++i) {
+            J[j][i] = w.vap.DPHIDXJ[i][j];
+            J[j][m - 1 + i] = -w.liq.DPHIDXJ[i][j];
+        }
+    const int k = order.o[m - 1];
+    const double vk = s.xvap[k] - s.z[k], lk = s.xliq[k] - s.z[k];
+    for (int i = 1; i <= m - 2; ++i) {
+        const int oi = order.o[i];
+        const double v = s.xvap[oi] - s.z[oi], l = s.xliq[oi] - s.z[oi];
+        J[m + i][i] = -vk / (v * v);
+        J[m + i][m - 1] = 1.0 / v;
+        J[m + i][m - 1 + i] = lk / (l * l);
+        J[m + i][2 * (m - 1)] = -1.0 / l;
+    }
+}
+
+// Takes the step, halved until it leads to fractions that can be; false if nothing is left of it.
+bool update(Solution& s, const OrderList& order) {
+    const int m = order.m, shift = s.kph == 0 ? m - 1 : 0, n = s.kph == 0 ? 2 * (m - 1) : m;
+    Workspace& w = work;
+    const auto outside = [](double fraction) { return !(fraction > 0.0 && fraction < 1.0); };
+    for (;;) {
+        bool refused = false;
+        double sumV = 0.0, sumL = 0.0, tiny = 0.0;
+        w.XVAP_NEW = s.xvap;
+        w.XLIQ_NEW = s.xliq;
+        double Tnew = s.T, pnew = s.p;
+        for (int i = 1; i <= m && !refused; ++i) {
+            const int oi = order.o[i];
+            if (i < m) {
+                if (s.kph == 0 || s.bubble()) w.XVAP_NEW[oi] = s.xvap[oi] + w.DELTA_X[i];
+                if (s.kph == 0 || !s.bubble()) w.XLIQ_NEW[oi] = s.xliq[oi] + w.DELTA_X[i + shift];
+                sumV += w.XVAP_NEW[oi];
+                sumL += w.XLIQ_NEW[oi];
+                if (w.XVAP_NEW[oi] < 1e-10) tiny += w.XVAP_NEW[oi];
+            } else {
+                if (s.kph == 0 || s.bubble()) w.XVAP_NEW[oi] = 1.0 - sumV - tiny;
+                if (s.kph == 0 || !s.bubble()) w.XLIQ_NEW[oi] = 1.0 - sumL;
+                if (s.kph != 0) (s.givenT() ? pnew : Tnew) += w.DELTA_X[m];
+            }
+            const double v = w.XVAP_NEW[oi], l = w.XLIQ_NEW[oi], z = s.z[oi];
+            if (s.kph == 0)
+                refused = (v > z && l > z) || (v < z && l < z) || v * l < 0.0;
+            else if (s.bubble())
+                refused = outside(v) || pnew < 0.0;
+            else
+                refused = outside(l);
+        }
+        if (!(Tnew > 0.0) || !std::isfinite(pnew)) refused = true;
+        if (!refused) {
+            s.T = Tnew;
+            s.p = pnew;
+            s.xvap = w.XVAP_NEW;
+            s.xliq = w.XLIQ_NEW;
+            return true;
+        }
+        for (int i = 1; i <= n; ++i) w.DELTA_X[i] *= 0.5;
+        if (!(largestOf(w.DELTA_X, n) >= 1e-10) || !std::isfinite(largestOf(w.DELTA_X, n))) return false;
+    }
+}
+
+enum class Outcome { leave, noDerivatives };
+
+Outcome iterate(Solution& s, const OrderList& order, int kguess) {
+    const int m = order.m, n = s.kph == 0 ? 2 * (m - 1) : m;
+    double toleranceF = 1e-12, toleranceX = 1e-10;
+    double Dv = s.rhov, Dl = s.rhol;
+    int guess = kguess == 1 ? 1 : 0;
+    Composition dalpha, dnalpha;
+    Workspace& w = work;
+    for (int pass = 1; pass <= mostPasses; ++pass) {
+        for (int i = 1; i <= n; ++i) w.GIBBSEQN[i] = 0.0;
+        int code = 0;
+        Text255 text;
+        const auto failed = [&]() {
+            s.ierr = 1;
+            s.herr = text;
+            return Outcome::leave;
+        };
+        TPRHO(s.T, s.p, s.xvap, vapor, guess, Dv, code, text);
+        if (code > 0) TPRHO(s.T, s.p, s.xvap, liquid, 0, Dv, code, text);
+        if (code > 0) return failed();
+        PHIDERV(2, s.T, Dv, s.xvap, dalpha, dnalpha, code, text);
+        if (code == 191) return Outcome::noDerivatives;
+        if (code > 0) return failed();
+        copyDerivatives(order, s.xvap, w.vap);
+        liquidDensity(s, guess, Dl, code, text);
+        if (code > 0) return failed();
+        PHIDERV(2, s.T, Dl, s.xliq, dalpha, dnalpha, code, text);
+        if (code == 191) return Outcome::noDerivatives;
+        if (code > 0) return failed();
+        copyDerivatives(order, s.xliq, w.liq);
+        guess = 1;
+
+        residuals(s, order);
+        if (pass == 8 || pass == 12 || pass == 16 || pass == 20) {
+            toleranceF *= 10.0;
+            toleranceX *= 10.0;
+        }
+        s.rhol = Dl;
+        s.rhov = Dv;
+        const double norm = largestOf(w.GIBBSEQN, n);
+        saturationExtrema.highestEnergy.value = norm;
+        if (norm < toleranceF) return Outcome::leave;
+        jacobian(s, order);
+        for (int i = 1; i <= n; ++i) w.DELTA_X[i] = -w.GIBBSEQN[i];
+        LUDECOMP(n, w.XJACMATRIX, w.DELTA_X, code, text);
+        if (code > 0) {
+            s.ierr = 3;
+            message(s.herr, "SATTP:  Error in iteration");
+            return Outcome::leave;
+        }
+        if (largestOf(w.DELTA_X, n) < toleranceX) return Outcome::leave;
+        if (!update(s, order)) {
+            s.ierr = 3;
+            message(s.herr, "SATTP:  Error in iteration");
+            return Outcome::leave;
+        }
+        if (s.p <= 0.0) return Outcome::leave;
+    }
+    s.ierr = 2;
+    message(s.herr, "SATTP:  Maximum number of iterations exceeded");
+    return Outcome::leave;
+}
+
+// Share of the vapor and bulk density of a two-phase state.
+void leverRule(Solution& s, const OrderList& order) {
+    const int first = order.o[1];
+    s.q = (s.z[first] - s.xliq[first]) / (s.xvap[first] - s.xliq[first]);
+    s.D = 1.0 / ((1.0 - s.q) / s.rhol + s.q / s.rhov);
 }
 
 }  // namespace
 
-void SATTP(double&, double&, const Composition&, int, int, double&, double&, double&, Composition&, Composition&,
-           double&, int& ierr, Text255& herr) {
-    noDerivatives("SATTP", ierr, herr);
-}
+void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, double& D, double& rhol, double& rhov,
+           Composition& xliq, Composition& xvap, double& q, int& ierr, Text255& herr) {
+    ierr = 0;
+    herr.clear();
+    const Composition z = x;  // the caller may hand in one of the result arrays
+    Solution s{T, p, z, std::abs(kph), D, rhol, rhov, xliq, xvap, q, ierr, herr};
+    const OrderList order(z);
+    int icomp = 0;
+    ISPURE(z, icomp);
+    double Tc, Pc, Dc;
+    int code = 0;
+    Text255 text;
+    CRITP(z, Tc, Pc, Dc, code, text);
+    newtonControl.NOSATTP = 0;
+    if (icomp > 0 || pengRobinsonSelected() || order.m < 2) return classicalPath(s, Dc);
 
-void SATGV(double&, double&, const Composition&, double, double, int, int, int, double&, double&, Composition&,
-           Composition&, int& ierr, Text255& herr) {
-    noDerivatives("SATGV", ierr, herr);
-}
-
-void SATSPLN(const Composition&, int& ierr, Text255& herr) {
-    noDerivatives("SATSPLN", ierr, herr);
-}
-
-void CRTPNT(const Composition&, double&, double&, double&, int& ierr, Text255& herr) {
-    noDerivatives("CRTPNT", ierr, herr);
+    ++newtonControl.mixtureCalls;
+    if (saturationSpline.SPLINEREADY && kph != 0 && splineStart(s, kph < 0, Dc)) kguess = 1;
+    if (kguess == 0) {
+        rhol = rhov = Dc;
+        if (!s.givenT() && kph != 0) T = 300.0;
+        if (kph == 0)
+            SAT0EST(T, p, z, xliq, xvap, code, text);
+        else
+            SATEST(s.kph, T, p, z, xliq, xvap, code, text);
+    }
+    const double givenT = T, givenP = p;
+    if (iterate(s, order, kguess) == Outcome::noDerivatives) {
+        ++newtonControl.substitutionCalls;
+        (s.givenT() ? T : p) = s.givenT() ? givenT : givenP;
+        return classicalPath(s, Dc);
+    }
+    if (kph == 0) leverRule(s, order);
+    s.setQuality();
+    if (rhov < 0.0 || rhol < 0.0 || p > 10.0 * Pc || p <= 0.0 || s.equalPhases(Dc) || !std::isfinite(T) ||
+        !std::isfinite(p))
+        ierr = 1;
+    if (ierr != 0 && herr.blank()) message(herr, "SATTP:  Iteration failed");
+    if (ierr > 0 && !saturationSpline.INSPLINE) {
+        ++newtonControl.substitutionCalls;
+        ierr = 0;
+        herr.clear();
+        if (kph == 0 || s.givenT()) T = givenT;
+        if (kph == 0 || !s.givenT()) p = givenP;
+        classicalPath(s, Dc);
+    }
 }
 
 }  // namespace frigana
