@@ -14,6 +14,7 @@
 #include "SAT_SUB_SPLINE.h"
 #include "SaturationSpline.h"
 #include "TPRHO.h"
+#include "UTILITY.h"
 #include "UTILITY_NUMERICS.h"
 
 namespace frigana {

@@ -1,0 +1,622 @@
+// Reading of the mixing parameters, and the estimates for a pair that has none.
+#include <cmath>
+#include <initializer_list>
+#include <utility>
+
+#include "CORE_PR.h"
+#include "FluidConstants.h"
+#include "FluidFiles.h"
+#include "MIX_HMX.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "OPENFL.h"
+#include "TextFile.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr int mostLines = 20000;
+constexpr int mostComments = 1000;
+
+bool isOneOf(std::string_view text, std::initializer_list<std::string_view> list) {
+    for (const std::string_view item : list)
+        if (text == item) return true;
+    return false;
+}
+
+bool endOfSections(const Text255& line) {
+    return line.startsWith("@END") || line.startsWith("@end");
+}
+bool sectionLine(const Text255& line, std::string_view keyword) {
+    return (line[1] == '#' || line[1] == '@') && line.slice(2, 4) == keyword;
+}
+
+// Passes over lines up to the heading of a section; false at the end.
+bool findSection(int iunit, std::string_view keyword) {
+    Text255 line;
+    for (int count = 0; count < mostLines; ++count) {
+        if (readText(iunit, line, 4) != ReadStatus::ok || endOfSections(line)) return false;
+        if (sectionLine(line, keyword)) return true;
+    }
+    return false;
+}
+
+// Passes over lines of comment and the first line that is none.
+bool skipComments(int iunit) {
+    Text255 line;
+    for (int count = 0; count <= mostComments; ++count) {
+        if (readText(iunit, line, 1) != ReadStatus::ok) return false;
+        if (line[1] != '?') return true;
+    }
+    return true;
+}
+
+// The first numbers of a free-form text; false if there are fewer.
+bool readNumbers(std::string_view text, double* numbers, int count) {
+    FreeRecord record(text);
+    for (int k = 0; k < count; ++k)
+        if (record.read(numbers[k]) != ReadStatus::ok) return false;
+    return true;
+}
+
+// The lines of one record of the section of pairs, as far as they are known.
+struct PairRecord {
+    Text255 citation{};
+    Text12 first{}, second{};  // CAS numbers
+    Text3 mixing{}, tc{}, vc{}, cubic{}, transport{};
+    FixedText<226> mixingNumbers{}, tcNumbers{}, vcNumbers{}, cubicNumbers{}, transportNumbers{};
+
+    // Empty again. The texts of numbers count only beside their tags.
+    void clear() {
+        citation.clear();
+        first.clear();
+        second.clear();
+        for (Text3* tag : {&mixing, &tc, &vc, &cubic, &transport}) tag->clear();
+        tcNumbers.clear();
+        vcNumbers.clear();
+    }
+};
+
+// A further line of the citation, set off by a backslash behind the text so far.
+void addCitation(const Text255& line, Text255& citation) {
+    constexpr std::string_view blanks = "                     ";
+    static_assert(blanks.size() == 21);
+    if (citation.blank()) {
+        citation.assign(line.slice(2, Text255::size));
+        return;
+    }
+    const int at = citation.find(blanks);
+    if (at == 0) return;
+    citation[at] = '\\';
+    citation.assign(at + 1, Text255::size, line.slice(2, Text255::size));
+}
+
+enum class LineKind { taken, endsRecord, wrong };
+
+LineKind takeDataLine(const Text255& line, PairRecord& record) {
+    const std::string_view tag = line.slice(27, 28), tag3 = line.slice(27, 29);
+    if (trimRight(tag).empty()) return LineKind::endsRecord;
+    const std::string_view names = trimRight(line.slice(1, 26));
+    if (!names.empty()) {
+        const auto slash = names.find('/');
+        if (slash == std::string_view::npos) return LineKind::wrong;
+        record.first.assign(names.substr(0, slash));
+        record.second.assign(names.substr(slash + 1));
+    }
+    const std::string_view numbers = line.slice(30, Text255::size);
+    if (tag3 == "TRN") {
+        record.transport.assign(tag3);
+        record.transportNumbers.assign(numbers);
+    } else if (isOneOf(tag, {"KW", "GE", "LJ", "LM"}) || tag3 == "TR1") {
+        record.mixing.assign(tag3);
+        record.mixingNumbers.assign(numbers);
+    } else if (tag == "TC") {
+        record.tc.assign(tag3);
+        record.tcNumbers.assign(numbers);
+    } else if (tag == "VC") {
+        record.vc.assign(tag3);
+        record.vcNumbers.assign(numbers);
+    } else if (tag == "PR") {
+        record.cubic.assign(tag3);
+        record.cubicNumbers.assign(numbers);
+    } else {
+        return LineKind::wrong;
+    }
+    return LineKind::taken;
+}
+
+bool estimated(const FixedText<226>& numbers) {
+    return numbers.find("EST") != 0;
+}
+
+bool readLine(const Text3& tag, std::string_view wanted, const FixedText<226>& numbers, Array1<double, 11>& line) {
+    line.fill(0.0);
+    return tag.view() != wanted || estimated(numbers) || readNumbers(numbers.trimmed(), line.items, 6);
+}
+
+bool readTransport(const PairRecord& record, MixingPair& p) {
+    Array1<double, 9> n{};
+    if (!record.transport.blank() && !readNumbers(record.transportNumbers.trimmed(), n.items, 9)) return false;
+    p.XLJS = n[1];
+    p.XLJE = n[2];
+    p.XKIJ = n[3];
+    p.XLIJ = n[4];
+    p.XAJI = n[5];
+    p.XKIJK = n[6];
+    p.XLIJK = n[7];
+    p.XDIJ = n[8];
+    p.XDIJ2 = n[9];
+    return true;
+}
+
+// The record tells of component j first: what depends on the order is turned round.
+void turnRound(MixingPair& p) {
+    const std::string_view rule = p.HMODMX.slice(1, 2);
+    if (rule == "LM" || rule == "LJ") std::swap(p.FMIX[4], p.FMIX[5]);
+    if (rule == "KW" || rule == "GE")
+        for (const int k : {1, 3}) {
+            p.FMIX2[k] = p.FMIX[k];
+            p.FMIX[k] = 1.0;
+        }
+    const auto secondPolynomial = [](Array1<double, 11>& line) {
+        for (int k = 2; k <= 6; ++k) {
+            line[k + 5] = line[k];
+            line[k] = 0.0;
+        }
+    };
+    if (p.HMODTC == "TC1") secondPolynomial(p.FTCIJ);
+    if (p.HMODVC == "VC1") secondPolynomial(p.FVCIJ);
+}
+
+void readError(int& ierr, Text255& herr) {
+    ierr = 118;
+    message(herr, "[RDBNC error 118] Error in reading mixture file in RDBNC", nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
+void storeBothOrders(int i, int j, const MixingPair& pair) {
+    mixingParameters.pair[i][j] = mixingParameters.pair[j][i] = pair;
+}
+
+// A record of the pair (i, j); false if it cannot be read or has no mixing parameters (ierr says which).
+bool storeRecord(const PairRecord& record, int i, int j, int k, bool reversed, int& ierr, Text255& herr) {
+    MixingPair p{};
+    mixingParameters.HBIN[k] = record.citation;
+    p.HMODMX = record.mixing;
+    p.HMODTC = record.tc;
+    p.HMODVC = record.vc;
+    p.HPRKIJ = record.cubic;
+    p.FMIX2.fill(1.0);
+    if (record.mixing.blank()) {
+        storeBothOrders(i, j, p);
+        ierr = -118;
+        message(herr, "[RDBNC error] Binary pair found, but equilibrium interaction parameters are not available:  ",
+                fluidFiles.HCAS[i].trimmed(), "/", fluidFiles.HCAS[j].trimmed(), nullCharacter);
+        ERRMSG(ierr, herr);
+        return false;
+    }
+    Array1<double, 6> cubic{};
+    const bool readable = readNumbers(record.mixingNumbers.trimmed(), p.FMIX.items, 6) &&
+                          readLine(p.HMODTC, "TC1", record.tcNumbers, p.FTCIJ) &&
+                          readLine(p.HMODVC, "VC1", record.vcNumbers, p.FVCIJ) &&
+                          (p.HPRKIJ != "PR1" || readNumbers(record.cubicNumbers.trimmed(), cubic.items, 6)) &&
+                          readTransport(record, p);
+    if (!readable) {
+        readError(ierr, herr);
+        return false;
+    }
+    int sum = 0;
+    if (estimated(record.tcNumbers)) {
+        p.HMODTC = "EST";
+        sum -= 1;
+    }
+    if (estimated(record.vcNumbers)) {
+        p.HMODVC = "EST";
+        sum -= 2;
+    }
+    if (sum < 0) ierr = sum - 113;
+    if (reversed) turnRound(p);
+    FPRKIJ[i][j] = FPRKIJ[j][i] = cubic;
+    storeBothOrders(i, j, p);
+    return true;
+}
+
+}  // namespace
+
+void RDBNC(int iunit, int i, int j, int k, int& ierr, Text255& herr) {
+    ierr = 0;
+    herr.clear();
+    if (iunit <= 0) {
+        ierr = 1;
+        message(herr, "[RDBNC error] Block data option not available", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    const Text12 &casI = fluidFiles.HCAS[i], &casJ = fluidFiles.HCAS[j];
+    bool stored = false;  // a GE record that a later one may replace
+    rewindUnit(iunit);
+    Text255 line;
+    if (findSection(iunit, "BNC") && readText(iunit, line, 3) == ReadStatus::ok && line == "BNC" &&
+        skipComments(iunit)) {
+        PairRecord record;
+        for (int count = 0; count < mostLines; ++count) {
+            if (readText(iunit, line) != ReadStatus::ok || line[1] == '@' || line[1] == '#') break;
+            if (line[1] == '?') {
+                addCitation(line, record.citation);
+                continue;
+            }
+            if (line[1] != '!') {
+                const LineKind kind = takeDataLine(line, record);
+                if (kind == LineKind::wrong) return readError(ierr, herr);
+                if (kind == LineKind::endsRecord) record.clear();
+                continue;
+            }
+            const bool forward = record.first == casI && record.second == casJ;
+            const bool reversed = record.first == casJ && record.second == casI;
+            if (forward || reversed) {
+                if (!storeRecord(record, i, j, k, reversed, ierr, herr)) return;
+                MixingPair &p = mixingParameters.pair[i][j], &mirror = mixingParameters.pair[j][i];
+                if (!p.HMODMX.startsWith("GE")) return;
+                p.HMODMX.assign(1, 2, "KW");
+                mirror.HMODMX = p.HMODMX;
+                if (mixingParameters.IGERG != 0) return;
+                stored = true;
+            }
+            record.clear();
+        }
+    }
+    if (stored) return;
+    ierr = -117;
+    message(herr, "[RDBNC error] Binary pair not found (end of file):  ", casI.trimmed(), "/", casJ.trimmed(),
+            nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
+namespace {
+
+void ruleError(int& ierr, Text255& herr) {
+    ierr = 118;
+    message(herr, "[RDMIX error 118] Error in reading mixture file in RDMIX", nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
+// One departure function as it stands in the file.
+struct RuleRecord {
+    MixingRule rule{};
+    int n1 = 0, n2 = 0;
+    Array1<Array1<double, 7>, largestMixTerms> ATERM{};
+};
+
+bool readRule(int iunit, RuleRecord& r) {
+    Text255 line;
+    if (readText(iunit, line, 254) != ReadStatus::ok) return false;
+    r.rule.HRULE = line;
+    if (!skipComments(iunit)) return false;
+    if (readText(iunit, line) != ReadStatus::ok) return false;
+    for (int k = 1; k <= 6; ++k) r.rule.HBPAR[k].assign(line.slice(9 * k - 8, 9 * k - 1));
+    FreeRecord ideal(iunit);
+    for (double& value : r.rule.BIDEAL)
+        if (ideal.read(value) != ReadStatus::ok) return false;
+    int c1 = 0, f = 0, c2 = 0;
+    if (readValues(iunit, r.n1, c1, f, r.n2, c2) != ReadStatus::ok) return false;
+    if (c1 < 0 || c1 > 7 || c2 < 0 || c2 > 7) return false;
+    if (f == 1) ++c1;
+    if (r.n1 < 0 || r.n1 > largestMixTerms || r.n2 < 0 || r.n2 > largestMixTerms - r.n1 || c1 > 7) return false;
+    for (int n = 1; n <= r.n1 + r.n2; ++n) {
+        FreeRecord row(iunit);
+        const int columns = n <= r.n1 ? c1 : c2;
+        for (int c = 1; c <= columns; ++c)
+            if (row.read(r.ATERM[n][c]) != ReadStatus::ok) return false;
+    }
+    return true;
+}
+
+void giveRule(const RuleRecord& r, int i, int j, PairMarks& LIJ) {
+    for (MixingPair* p : {&mixingParameters.pair[i][j], &mixingParameters.pair[j][i]}) {
+        p->NAMIX = r.n1;
+        p->NAMIX2 = r.n2;
+        p->AMIX = r.ATERM;
+    }
+    LIJ[i][j] = LIJ[j][i] = true;
+}
+
+bool keepRule(const MixingRule& rule) {
+    MixingParameters& m = mixingParameters;
+    for (int k = 1; k <= m.rules; ++k)
+        if (m.rule[k].HRULE.slice(1, 3) == rule.HRULE.slice(1, 3)) return true;
+    if (m.rules >= largestRules) return false;
+    m.rule[++m.rules] = rule;
+    return true;
+}
+
+}  // namespace
+
+void RDMIX(int iunit, int i, int j, const Text3& hmodij, PairMarks& LIJ, int& ierr, Text255& herr) {
+    ierr = 0;
+    herr.clear();
+    clearDepartureCache();
+    const bool all = hmodij == "ALL";
+    rewindUnit(iunit);
+    while (findSection(iunit, "MXM")) {
+        RuleRecord r;
+        if (!readRule(iunit, r)) return ruleError(ierr, herr);
+        const std::string_view tag = r.rule.HRULE.slice(1, 3);
+        if (all) {
+            if (!keepRule(r.rule)) return ruleError(ierr, herr);
+            for (int a = 1; a < modelTags.NC; ++a)
+                for (int b = a + 1; b <= modelTags.NC; ++b)
+                    if (mixingParameters.pair[a][b].HMODMX.view() == tag) giveRule(r, a, b, LIJ);
+        } else if (hmodij.view() == tag) {
+            if (!keepRule(r.rule)) return ruleError(ierr, herr);
+            giveRule(r, i, j, LIJ);
+            return;
+        }
+    }
+}
+
+namespace {
+
+constexpr std::string_view outsideEstimate[] = {
+    "7732-18-5",   // water
+    "7789-20-0",   // heavy water
+    "7664-41-7",   // ammonia
+    "7440-59-7",   // helium
+    "1333-74-0",   // hydrogen
+    "1333-74-0p",  // parahydrogen
+    "7440-01-9",   // neon
+    "7782-41-4",   // fluorine
+    "7782-39-0",   // deuterium
+    "67-56-1",     // methanol
+    "64-17-5",     // ethanol
+    "7783-54-2",   // nitrogen trifluoride
+};
+
+bool canEstimate(int i) {
+    for (const std::string_view cas : outsideEstimate)
+        if (fluidFiles.HCAS[i] == cas) return false;
+    return true;
+}
+
+// First of the pair for the estimate: the larger dipole moment, of equal ones the larger Tc / (Pc omega).
+int firstOfPair(int i, int j) {
+    const FluidConstants& c = fluidConstants;
+    if (std::fabs(c.DIPOLE[i] - c.DIPOLE[j]) >= 1e-5) return c.DIPOLE[i] > c.DIPOLE[j] ? i : j;
+    const auto size = [&](int k) { return c.TCRIT[k] / (c.PCRIT[k] * c.ACCEN[k]); };
+    return size(i) >= size(j) ? i : j;
+}
+
+// The variant that takes the pair for an ideal solution; the estimate serves better.
+constexpr bool assumeIdealSolution = false;
+
+}  // namespace
+
+void ESTBNC(int i, int j, int k, int& ierr, Text255& herr) {
+    MixingParameters& m = mixingParameters;
+    MixingPair p = m.pair[i][j];
+    p.FMIX2.fill(1.0);
+    if (assumeIdealSolution) {
+        p.HMODMX = "LIN";
+        p.FMIX = {{1.0, 1.0, 0.0, 1.0, 1.0, 0.0}};
+        storeBothOrders(i, j, p);
+        ierr = 117;
+        m.HBIN[k] = "No mixture data are available for this binary pair. Ideal solution behavior will be assumed.";
+        return;
+    }
+    p.HMODMX = "LJ6";
+    if (!canEstimate(i) || !canEstimate(j)) {
+        storeBothOrders(i, j, p);
+        m.HBIN[k] = "Estimation of mixing parameters is not possible for this mixture.";
+        ierr = 117;
+        message(herr,
+                "[SETUP error 117] Estimation of mixing parameters is not possible for most mixtures containing water, "
+                "heavy water, helium, hydrogen, parahydrogen, deuterium, neon, ammonia, fluorine, methanol, or "
+                "ethanol.",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    ierr = -117;
+    message(herr,
+            "[SETUP warning -117] No mixture data are available for one or more binary pairs in the specified mixture. "
+            "The mixing parameters have been estimated.",
+            nullCharacter);
+    m.HBIN[k] = "No mixture data are available for this binary pair. The mixing parameters have been estimated.";
+
+    const FluidConstants& c = fluidConstants;
+    const int first = firstOfPair(i, j), second = first == i ? j : i;
+    double rT = c.TCRIT[second] / c.TCRIT[first];
+    double rp = c.PCRIT[second] / c.PCRIT[first];
+    double romega = c.ACCEN[second] / c.ACCEN[first];
+    if (rT / rp / romega > 5.0 && std::fabs(romega) < 0.1 && rT > 0.75 && rT < 1.25) {
+        rT = 1.0 / rT;
+        rp = 1.0 / rp;
+        romega = 1.0 / romega;
+    }
+    double F1 = (40.4 - 25.03 * std::pow(2.0, rT / rp / romega)) / rT;
+    if (!(std::fabs(F1) <= 200.0)) {
+        F1 = F1 > 500.0 ? 500.0 : F1 < -500.0 ? -500.0 : F1;
+        ierr = 117;
+        message(herr,
+                "[SETUP error 117] No mixture data are available for one or more binary pairs in the specified "
+                "mixture. The mixture is outside the range of the model and calculations will not be made.",
+                nullCharacter);
+    }
+    p.FMIX = {{F1, 0.0, 0.0, 1.0, 1.0, 0.0}};
+    storeBothOrders(i, j, p);
+    ERRMSG(ierr, herr);
+}
+
+namespace {
+
+void estimateLine(int i, int j, Text3 MixingPair::*tag, Array1<double, 11> MixingPair::*numbers,
+                  std::string_view name) {
+    for (MixingPair* p : {&mixingParameters.pair[i][j], &mixingParameters.pair[j][i]}) {
+        (p->*tag).assign(name);
+        (p->*numbers).fill(0.0);
+    }
+}
+
+}  // namespace
+
+void ESTTC(int i, int j, int& ierr, Text255& herr) {
+    ierr = 0;
+    herr.clear();
+    estimateLine(i, j, &MixingPair::HMODTC, &MixingPair::FTCIJ, "TC1");
+    mixingParameters.pair[i][j].HPRKIJ.clear();
+    mixingParameters.pair[j][i].HPRKIJ.clear();
+}
+
+void ESTVC(int i, int j, int& ierr, Text255& herr) {
+    ierr = 0;
+    herr.clear();
+    estimateLine(i, j, &MixingPair::HMODVC, &MixingPair::FVCIJ, "VC1");
+}
+
+namespace {
+
+void clearParameters() {
+    MixingParameters& m = mixingParameters;
+    const int nc = modelTags.NC;
+    for (int i = 1; i <= nc; ++i)
+        for (int j = 1; j <= nc; ++j) {
+            m.pair[i][j] = MixingPair{};
+            FPRKIJ[i][j].fill(0.0);
+        }
+    for (int i = 1; i <= nc; ++i) m.pair[i][i].HMODMX = m.pair[i][i].HMODTC = m.pair[i][i].HMODVC = "i=j";
+    m.rules = 0;
+    m.AMMONIAWATER = m.IWATERCOMP = m.IALCOHOLCOMP = 0;
+    clearDepartureCache();
+}
+
+void findWaterAndAlcohol() {
+    MixingParameters& m = mixingParameters;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        const std::string_view cas = fluidFiles.HCAS[i].trimmed();
+        if (cas == "7732-18-5") m.IWATERCOMP = i;
+        if (isOneOf(cas, {"67-56-1", "64-17-5", "71-23-8", "67-63-0", "71-36-3", "78-83-1", "78-92-2"}))
+            m.IALCOHOLCOMP = i;
+    }
+}
+
+// Turns an estimated pair into the equal KW form, whose derivatives in the fractions are known. The pair takes the
+// departure function of its new tag too, since pairs of one tag share the saved state of it.
+void convertEstimate(int iunit, int i, int j, PairMarks& LIJ, int& ierr, Text255& herr) {
+    MixingPair p = mixingParameters.pair[i][j];
+    const FluidConstants& c = fluidConstants;
+    if (p.HMODMX != "LJ6" || p.FMIX[4] != 1.0 || p.FMIX[5] != 1.0 || p.FMIX[3] != 0.0) return;
+    const double Ti = c.TZ[i], Tj = c.TZ[j], vi = 1.0 / c.RHOZ[i], vj = 1.0 / c.RHOZ[j];
+    const double side = std::cbrt(vi) + std::cbrt(vj), meanV = side * side * side / 8.0;
+    const double gammaT = (p.FMIX[1] + Ti + Tj) / (2.0 * std::sqrt(Ti * Tj));
+    const double gammaV = (p.FMIX[2] + vi + vj) / (2.0 * meanV);
+    p.FMIX = {{1.0, gammaT, 1.0, gammaV, p.FMIX[3], p.FMIX[6]}};
+    for (int k = 1; k <= 4; ++k) p.FMIX2[k] = 1.0;
+    p.HMODMX = "KW0";
+    storeBothOrders(i, j, p);
+    RDMIX(iunit, i, j, p.HMODMX, LIJ, ierr, herr);
+}
+
+// Reads, or estimates, all pairs and their departure functions from the open file.
+void readPairs(int iunit, const Text255& hfmix, int& ierr, Text255& herr) {
+    MixingParameters& m = mixingParameters;
+    const int nc = modelTags.NC;
+    const auto keep = [&](int code, const Text255& text) {
+        if (code == 0 || ierr > 0) return;
+        ierr = code;
+        herr = text;
+    };
+    int status = 0;
+    Text255 text;
+    for (int i = 1, k = 1; i < nc; ++i)
+        for (int j = i + 1; j <= nc; ++j, ++k) {
+            m.HMFILE[k] = hfmix;
+            RDBNC(iunit, i, j, k, status, text);
+            keep(status, text);
+            if (status != 0) {
+                m.HMFILE[k] = "estimated by ESTBNC";
+                ESTBNC(i, j, k, status, text);
+                keep(status, text);
+                ESTTC(i, j, status, text);
+                ESTVC(i, j, status, text);
+            }
+            if (std::fabs(FPRKIJ[i][j][1]) < 1e-20) ESTPR(i, j);
+        }
+    PairMarks LIJ{};
+    RDMIX(iunit, 1, 2, Text3("ALL"), LIJ, status, text);
+    keep(status, text);
+    bool complete = true;
+    for (int i = 1; i < nc; ++i)
+        for (int j = i + 1; j <= nc; ++j) complete = complete && LIJ[i][j];
+    if (!complete && ierr != 117 && ierr != -117) {
+        message(text, "[SETHMX error] Mixing term not found for one or more binary pair(s)", nullCharacter);
+        ERRMSG(-117, text);
+        keep(-117, text);
+    }
+    for (int i = 1; i < nc; ++i)
+        for (int j = i + 1; j <= nc; ++j) convertEstimate(iunit, i, j, LIJ, status, text);
+}
+
+void checkAmmoniaWater(int& ierr, Text255& herr) {
+    MixingParameters& m = mixingParameters;
+    if (modelTags.NC < 2 || m.pair[1][2].HMODMX != "TR1") return;
+    constexpr std::string_view ammonia = "7664-41-7", water = "7732-18-5";
+    const Text12 &first = fluidFiles.HCAS[1], &second = fluidFiles.HCAS[2];
+    if (first == ammonia && second == water) {
+        m.AMMONIAWATER = 1;
+    } else if (first == water && second == ammonia) {
+        m.AMMONIAWATER = 2;
+    } else {
+        ierr = 106;
+        message(herr, "[SETMHX error 106] Wrong components; model TR1 valid for ammonia + water only", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    if (modelTags.NC != 2) {
+        ierr = 107;
+        message(herr, "[SETMHX error 107] Wrong number of components; model TR1 valid for binary mixtures only",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+    }
+}
+
+}  // namespace
+
+void SETHMX(const Text255& hfmix, int& ierr, Text255& herr) {
+    MixingParameters& m = mixingParameters;
+    ierr = 0;
+    herr.clear();
+    m.HFMIX = hfmix;
+    m.HMFILE[0] = hfmix;
+    clearParameters();
+    if (hfmix.startsWith("BDATA") || hfmix.startsWith("bdata")) {
+        ierr = 1;
+        message(herr, "[SETHMX error] Block data option not available", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    int iunit = 12, status = 0;
+    Text255 file = hfmix, text;
+    OPENFL(iunit, file, 1, status, text);
+    if (status != 0) {
+        ierr = 111;
+        message(herr, "[SETHMX error] Error in opening mixture file", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+    Text3 model;
+    if (readText(iunit, model) != ReadStatus::ok || model != modelTags.HEOS ||
+        readValues(iunit, m.version) != ReadStatus::ok) {
+        ierr = 1;
+        message(herr, "[SETHMX error] Mixture file does not match model", nullCharacter);
+        ERRMSG(ierr, herr);
+    } else {
+        readPairs(iunit, hfmix, ierr, herr);
+        findWaterAndAlcohol();
+        if (ierr <= 0) checkAmmoniaWater(ierr, herr);
+    }
+    rewindUnit(iunit);
+    closeUnit(iunit);
+}
+
+}  // namespace frigana
