@@ -334,9 +334,12 @@ void evaluateTerms(const MixingPair& p, double tau, double del, DepartureCache& 
 // A polynomial-block term's derivative in del: P with d and D = l del^l.
 double polynomialInDel(int idel, double P, double d, double l, double D) {
     switch (idel) {
-        case 0: return P;
-        case 1: return P * (d - D);
-        case 2: return P * (d * d - d - D * (2.0 * d + l - 1.0 - D));
+        case 0:
+            return P;
+        case 1:
+            return P * (d - D);
+        case 2:
+            return P * (d * d - d - D * (2.0 * d + l - 1.0 - D));
         default:
             return P * (2.0 * d - 3.0 * d * d + d * d * d +
                         D * (3.0 * l - 2.0 - l * l + 6.0 * d - 3.0 * d * l - 3.0 * d * d +
@@ -348,22 +351,29 @@ double polynomialInDel(int idel, double P, double d, double l, double D) {
 double exponentialInDel(int idel, double P, double del, const Array1<double, 7>& A) {
     const double d = A[3], eta = A[4], distance = del - A[5], beta = A[6];
     switch (idel) {
-        case 0: return P;
-        case 1: return P * (d - 2.0 * del * eta * distance - del * beta);
+        case 0:
+            return P;
+        case 1:
+            return P * (d - 2.0 * del * eta * distance - del * beta);
         case 2: {
             const double u = d / del - 2.0 * eta * distance - beta;
             return P * (del * del * u * u - d - 2.0 * eta * del * del);
         }
-        default: return 0.0;
+        default:
+            return 0.0;
     }
 }
 
 double inTau(int itau, double t) {
     switch (itau) {
-        case 0: return 1.0;
-        case 1: return t;
-        case 2: return t * (t - 1.0);
-        default: return t * (t - 1.0) * (t - 2.0);
+        case 0:
+            return 1.0;
+        case 1:
+            return t;
+        case 2:
+            return t * (t - 1.0);
+        default:
+            return t * (t - 1.0) * (t - 2.0);
     }
 }
 

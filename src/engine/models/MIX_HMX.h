@@ -54,8 +54,8 @@ extern MixingParameters mixingParameters;
 // and the fractions and the strength are multiplied in afterwards.
 struct DepartureCache {
     double TAUSVH = 0.0, DELSVH = 0.0;
-    std::uint32_t DRVFLH = 0;                // bit s: DRVSVH[s] is valid
-    Array1<double, 16> DRVSVH{};             // derivatives, place 4 itau + idel + 1
+    std::uint32_t DRVFLH = 0;                  // bit s: DRVSVH[s] is valid
+    Array1<double, 16> DRVSVH{};               // derivatives, place 4 itau + idel + 1
     Array1<double, largestMixTerms> PHISVH{};  // terms
     Array1<double, largestMixTerms> DELLIH{};  // del^l of the polynomial block
 };

@@ -198,11 +198,10 @@ bool storeRecord(const PairRecord& record, int i, int j, int k, bool reversed, i
         return false;
     }
     Array1<double, 6> cubic{};
-    const bool readable = readNumbers(record.mixingNumbers.trimmed(), p.FMIX.items, 6) &&
-                          readLine(p.HMODTC, "TC1", record.tcNumbers, p.FTCIJ) &&
-                          readLine(p.HMODVC, "VC1", record.vcNumbers, p.FVCIJ) &&
-                          (p.HPRKIJ != "PR1" || readNumbers(record.cubicNumbers.trimmed(), cubic.items, 6)) &&
-                          readTransport(record, p);
+    const bool readable =
+        readNumbers(record.mixingNumbers.trimmed(), p.FMIX.items, 6) &&
+        readLine(p.HMODTC, "TC1", record.tcNumbers, p.FTCIJ) && readLine(p.HMODVC, "VC1", record.vcNumbers, p.FVCIJ) &&
+        (p.HPRKIJ != "PR1" || readNumbers(record.cubicNumbers.trimmed(), cubic.items, 6)) && readTransport(record, p);
     if (!readable) {
         readError(ierr, herr);
         return false;

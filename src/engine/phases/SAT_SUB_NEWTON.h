@@ -66,9 +66,8 @@ void PTEST(int itype, double T, double p, double q, const Composition& x, const 
 //             vf      molar share of the phase y, 0 to 1
 //             b       value of the property that ityp names
 //             ipv     1 pressure is an unknown and the densities follow; 2 both densities are unknowns
-//             ityp    property besides vf: 0 pressure [kPa], 1 temperature [K], 5 entropy [J/(mol K)], 6 density [mol/L]
-//             isp     not 0: start from the envelope splines
-//             T, P, rhox, rhoy, x, y  start
+//             ityp    property besides vf: 0 pressure [kPa], 1 temperature [K], 5 entropy [J/(mol K)], 6 density
+//             [mol/L] isp     not 0: start from the envelope splines T, P, rhox, rhoy, x, y  start
 //   Returned  T, P, rhox, rhoy, x, y
 //   Codes     71 to 77, 80 to 82, 99: see the texts; of an error x and y are those of the call
 //   Source    M. L. Michelsen, Fluid Phase Equilib. 4 (1980) 1

@@ -380,8 +380,7 @@ void CRTPNT(const Composition& z, double& tc, double& pc, double& rhoc, int& ier
             const double Ap = (plus.DFP2 - minus.DFP2) * quarter, At = (plus.DFT2 - minus.DFT2) * quarter;
             const double Bp = (plus.DFP2 + minus.DFP2) * sixth, Bt = (plus.DFT2 + minus.DFT2) * sixth;
             const double determinant = Ap * Bt - At * Bp;
-            if (std::fabs(determinant) < 1e-20)
-                return giveUp("dp, dt -> infinity. Provide better p, t guess values");
+            if (std::fabs(determinant) < 1e-20) return giveUp("dp, dt -> infinity. Provide better p, t guess values");
             double dp = (C * At - 0.5 * lambda * Bt) / determinant, dT = (Bp * 0.5 * lambda - C * Ap) / determinant;
             for (int k = 1; k <= 25 && (std::fabs(dT) > 2.0 || std::fabs(dp) > 1000.0); ++k) {
                 dT /= 10.0;

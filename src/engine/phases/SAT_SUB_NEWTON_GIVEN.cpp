@@ -141,8 +141,8 @@ void partialEntropies(double T, const Composition& x, const CompositionDerivativ
 
 // Derivatives of one phase's ln(f/x) and of its pressure in the iteration's variables.
 struct PhaseSlopes {
-    Composition inT, inDriver;          // T d/dT; P d/dP (ipv 1) or rho d/drho (ipv 2)
-    ComponentArray<Composition> inX;    // [j][i] n d/dn(j)
+    Composition inT, inDriver;        // T d/dT; P d/dP (ipv 1) or rho d/drho (ipv 2)
+    ComponentArray<Composition> inX;  // [j][i] n d/dn(j)
 };
 void slopesOf(const Equilibrium& e, const PhaseState& s, const Composition& fractions, double rho, PhaseSlopes& d) {
     const CompositionDerivatives& c = s.derivatives;
@@ -155,8 +155,8 @@ void slopesOf(const Equilibrium& e, const PhaseState& s, const Composition& frac
         for (int j = 1; j <= e.nc; ++j) {
             if (!e.present(j)) continue;
             // at constant density the volume grows with the amount
-            d.inX[j][i] = e.ipv == 1 ? c.DPHIDNJ[j][i]
-                                     : c.D2ADNN[j][i] + c.DLNFINIDV[i] / rho + fluidConstants.REOS[j] / meanR;
+            d.inX[j][i] =
+                e.ipv == 1 ? c.DPHIDNJ[j][i] : c.D2ADNN[j][i] + c.DLNFINIDV[i] / rho + fluidConstants.REOS[j] / meanR;
         }
     }
 }
@@ -189,9 +189,9 @@ void entropyRow(Equilibrium& e, double wanted) {
         Composition partial;
         RMIX(fractions);
         partialEntropies(e.T, fractions, s.derivatives, partial);
-        const double atP = s.cp;                                 // T (ds/dT) at constant p
-        const double inPressure = s.dddt / (rho * rho);          // ds/dp at constant T
-        const double inDensity = -s.dpdt / (rho * rho);          // ds/drho at constant T
+        const double atP = s.cp;                         // T (ds/dT) at constant p
+        const double inPressure = s.dddt / (rho * rho);  // ds/dp at constant T
+        const double inDensity = -s.dpdt / (rho * rho);  // ds/drho at constant T
         for (int j = 1; j <= nc; ++j) {
             if (!e.present(j)) continue;
             const double dFraction = (isY ? 1.0 - e.vf : -e.vf) * e.x[j] * e.y[j] / e.z[j];
@@ -323,8 +323,8 @@ bool unpack(Equilibrium& e, int& ierr, Text255& herr) {
     for (int i = 1; i <= nc; ++i)
         if (e.present(i) && !(std::fabs(e.VRB[i]) <= 100.0)) {
             ierr = 72;
-            message(herr, "[SATGV error ", Integer{2, ierr}, "] ln(", Integer{1, i}, ") value too high: ",
-                    FixedPoint{11, 4, e.VRB[i]}, nullCharacter);
+            message(herr, "[SATGV error ", Integer{2, ierr}, "] ln(", Integer{1, i},
+                    ") value too high: ", FixedPoint{11, 4, e.VRB[i]}, nullCharacter);
             return false;
         }
     e.T = std::exp(e.VRB[nc + 1]);
@@ -336,14 +336,16 @@ bool unpack(Equilibrium& e, int& ierr, Text255& herr) {
     }
     if (!(e.T <= 2000.0 && e.T >= 2.0) || (e.ipv == 1 && !(e.P <= 500000.0))) {
         ierr = 73;
-        message(herr, "[SATGV error ", Integer{2, ierr}, "] Pressure or Temperature outside bounds.  Pressure = ",
-                FixedPoint{11, 4, e.P}, " Temperature = ", FixedPoint{11, 4, e.T}, nullCharacter);
+        message(herr, "[SATGV error ", Integer{2, ierr},
+                "] Pressure or Temperature outside bounds.  Pressure = ", FixedPoint{11, 4, e.P},
+                " Temperature = ", FixedPoint{11, 4, e.T}, nullCharacter);
         return false;
     }
     if (e.ipv == 2 && !(e.rhox <= 100.0 && e.rhoy <= 100.0)) {
         ierr = 77;
-        message(herr, "[SATGV error ", Integer{2, ierr}, "] Density outside bounds.  Density = ",
-                FixedPoint{11, 4, std::max(e.rhox, e.rhoy)}, " Temperature = ", FixedPoint{11, 4, e.T}, nullCharacter);
+        message(herr, "[SATGV error ", Integer{2, ierr},
+                "] Density outside bounds.  Density = ", FixedPoint{11, 4, std::max(e.rhox, e.rhoy)},
+                " Temperature = ", FixedPoint{11, 4, e.T}, nullCharacter);
         return false;
     }
     return true;
@@ -360,8 +362,8 @@ void holdStep(Equilibrium& e) {
         const double Tnew = std::exp(e.VRB[nc + 1]), rhoNew = std::exp(e.VRB[nc + 3]);
         double after = 0.0;
         PRESS(Tnew, rhoNew, e.y, after);
-        const bool inside = after >= lowP * before && after <= highP * before && Tnew >= lowT * e.T &&
-                            Tnew <= highT * e.T;
+        const bool inside =
+            after >= lowP * before && after <= highP * before && Tnew >= lowT * e.T && Tnew <= highT * e.T;
         if (inside) return;
         for (int i = 1; i <= e.n; ++i) e.VRB[i] = e.VRB0[i] + 0.5 * (e.VRB[i] - e.VRB0[i]);
     }
@@ -450,8 +452,8 @@ void SATGV(double& T, double& P, const Composition& z, double vf, double b, int 
     herr.clear();
     const Composition feed = z, xBefore = x, yBefore = y;
     const int nc = modelTags.NC;
-    Equilibrium e{T, P, feed, vf, b, ipv, ityp, rhox, rhoy, x, y, nc, ipv == 1 ? nc + 2 : nc + 3, {}, {}, {}, {},
-                  {}, {}, {}};
+    Equilibrium e{T,  P,  feed, vf, b,  ipv, ityp, rhox, rhoy, x, y, nc, ipv == 1 ? nc + 2 : nc + 3,
+                  {}, {}, {},   {}, {}, {},  {}};
     const int n = e.n;
     const auto fail = [&]() {
         ERRMSG(ierr, herr);
@@ -472,8 +474,7 @@ void SATGV(double& T, double& P, const Composition& z, double vf, double b, int 
     }
     choosePhases(e);
 
-    for (int i = 1; i <= nc; ++i)
-        e.VRB[i] = x[i] > 0.0 && y[i] > 0.0 ? std::log(y[i] / x[i]) : 1.0;
+    for (int i = 1; i <= nc; ++i) e.VRB[i] = x[i] > 0.0 && y[i] > 0.0 ? std::log(y[i] / x[i]) : 1.0;
     e.VRB[nc + 1] = std::log(ityp == givenTemperature ? b : T);
     if (ipv == 1) {
         e.VRB[nc + 2] = std::log(ityp == givenPressure ? b : P);

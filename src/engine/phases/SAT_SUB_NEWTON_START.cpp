@@ -92,8 +92,7 @@ void PTEST(int itype, double T, double p, double q, const Composition& x, const 
     if (T <= 0.0) return;
     const int nc = modelTags.NC;
     Composition pi;
-    for (int i = 1; i <= nc; ++i)
-        pi[i] = Pc[i] * std::exp(slopeOfVaporPressure * (w[i] + 1.0) * (1.0 - Tc[i] / T));
+    for (int i = 1; i <= nc; ++i) pi[i] = Pc[i] * std::exp(slopeOfVaporPressure * (w[i] + 1.0) * (1.0 - Tc[i] / T));
     double sum = 0.0;
     switch (itype) {
         case 1:
@@ -180,8 +179,8 @@ void SAT0EST(double T, double p, const Composition& x, Composition& xliq, Compos
     SATEST(4, Tdew, of, z, xliq, xvap, ierr, herr);
     ierr = 0;
     const int nc = modelTags.NC;
-    const bool outside = T < std::min(Tbub, Tdew) || T > std::max(Tbub, Tdew) || p < std::min(pbub, pdew) ||
-                         p > std::max(pbub, pdew);
+    const bool outside =
+        T < std::min(Tbub, Tdew) || T > std::max(Tbub, Tdew) || p < std::min(pbub, pdew) || p > std::max(pbub, pdew);
     const auto singlePhase = [&]() {
         xliq = z;
         for (int i = 1; i <= nc; ++i) xvap[i] = z[i] / 2.0;

@@ -31,18 +31,16 @@ void cubicDerivatives(const ReducedState& state, const Composition& x, Compositi
 
 // Orders (itau, idel) that the second derivatives need; the first three serve the first ones.
 constexpr int orderCount = 6;
-constexpr struct {
-    int itau, idel;
-} orders[orderCount] = {{0, 0}, {0, 1}, {1, 0}, {0, 2}, {1, 1}, {2, 0}};
+constexpr struct { int itau, idel; } orders[orderCount] = {{0, 0}, {0, 1}, {1, 0}, {0, 2}, {1, 1}, {2, 0}};
 enum Order { o00, o01, o10, o02, o11, o20 };
 
 // phi of the mixture and d(phi)/dx(i) at constant tau and del, with their derivatives in tau and del.
 struct MixtureEnergy {
-    int count = 0;                // components of a fraction above 0
-    Array1<int, ncmax> member;    // their numbers
-    double a[orderCount];         // tau^itau del^idel d(phi)
+    int count = 0;              // components of a fraction above 0
+    Array1<int, ncmax> member;  // their numbers
+    double a[orderCount];       // tau^itau del^idel d(phi)
     double partial[ncmax + 1][orderCount];
-    double mean[orderCount];      // sum x(k) partial(k)
+    double mean[orderCount];            // sum x(k) partial(k)
     double pair[ncmax + 1][ncmax + 1];  // d2(phi)/dx(i)dx(j)
 
     MixtureEnergy(int iderv, double tau, double del, const Composition& x) {
@@ -130,10 +128,10 @@ void secondDerivatives(double t, double rho, const Composition& x, const Mixture
     Composition A_rho, pressure_x;  // rho dA(i)/drho; (dp/dx(j)) / (rho R T)
     for (int m = 1; m <= e.count; ++m) {
         const int i = e.member[m];
-        A_rho[i] = e.a[o01] + (e.a[o01] + e.a[o02]) * (1.0 + g.D[i]) + e.a[o11] * g.T[i] + e.partial[i][o01] -
-                   e.mean[o01];
-        const double A_tau = e.a[o10] + e.a[o11] * (1.0 + g.D[i]) + (e.a[o10] + e.a[o20]) * g.T[i] +
-                             e.partial[i][o10] - e.mean[o10];
+        A_rho[i] =
+            e.a[o01] + (e.a[o01] + e.a[o02]) * (1.0 + g.D[i]) + e.a[o11] * g.T[i] + e.partial[i][o01] - e.mean[o01];
+        const double A_tau =
+            e.a[o10] + e.a[o11] * (1.0 + g.D[i]) + (e.a[o10] + e.a[o20]) * g.T[i] + e.partial[i][o10] - e.mean[o10];
         pressure_x[i] = fluidConstants.REOS[i] / R * (1.0 + e.a[o01]) + e.a[o11] * g.t[i] +
                         (e.a[o01] + e.a[o02]) * g.w[i] + e.partial[i][o01];
         c.DPDXI[i] = pressureUnit * pressure_x[i];
@@ -157,8 +155,8 @@ void secondDerivatives(double t, double rho, const Composition& x, const Mixture
             const double d_D = g.r.d2V[i][j] / g.r.vr - wj - meanVV[j] - g.D[i] * wj;
             const double d_T = g.r.d2T[i][j] / g.r.Tr - tj - meanTT[j] - g.T[i] * tj;
             const double d_partial = e.partial[i][o10] * tj + e.partial[i][o01] * wj + e.pair[i][j];
-            const double A_x = d_a + d_a01 * (1.0 + g.D[i]) + e.a[o01] * d_D + d_a10 * g.T[i] + e.a[o10] * d_T +
-                               d_partial - d_mean;
+            const double A_x =
+                d_a + d_a01 * (1.0 + g.D[i]) + e.a[o01] * d_D + d_a10 * g.T[i] + e.a[o10] * d_T + d_partial - d_mean;
             c.D2ADNN[j][i] = A_x;
             c.DLNPHIIDXJ[j][i] = A_x + gasConstant - (1.0 + A_rho[i]) * pressure_x[j] / dpd;
             c.DPHIDXJ[j][i] = c.DLNPHIIDXJ[j][i] + (i == j ? 1.0 / x[i] : 0.0);

@@ -13,22 +13,22 @@ struct CompositionDerivatives {
     using Matrix = ComponentArray<Composition>;
 
     // by PHIDERV(1, ...) and PHIDERV(2, ...)
-    double p;         // [kPa]
+    double p;           // [kPa]
     Composition DADN;   // n d(phi)/dn(i) at constant temperature and volume
     Composition DNADN;  // d(n phi)/dn(i), the logarithm of f(i) / (x(i) rho R T)
     Composition XLNFI;  // ln of the fugacity [kPa]
 
     // by PHIDERV(2, ...)
-    double dPdD, dPdT;     // [kPa L/mol, kPa/K]
-    Composition DPHIDT;    // d ln f(i) / dT at constant pressure and composition [1/K]
-    Composition DPHIDP;    // d ln f(i) / dp at constant temperature and composition [1/kPa]
-    Composition DLNFINIDT; // d ln(f(i)/n(i)) / dT at constant volume and amounts [1/K]
-    Composition DLNFINIDV; // n d ln(f(i)/n(i)) / dV at constant temperature and amounts [mol/L]
-    Composition DPDXI;     // dp / dx(i) at constant temperature and density [kPa]
-    Matrix DPHIDXJ;        // [j][i] d ln f(i) / dx(j) at constant temperature and pressure
-    Matrix DLNPHIIDXJ;     // [j][i] the same of the fugacity coefficient
-    Matrix DPHIDNJ;        // [j][i] n d ln phi(i) / dn(j) at constant temperature and pressure
-    Matrix D2ADNN;         // [j][i] n d DNADN(i) / dn(j) at constant temperature and volume
+    double dPdD, dPdT;      // [kPa L/mol, kPa/K]
+    Composition DPHIDT;     // d ln f(i) / dT at constant pressure and composition [1/K]
+    Composition DPHIDP;     // d ln f(i) / dp at constant temperature and composition [1/kPa]
+    Composition DLNFINIDT;  // d ln(f(i)/n(i)) / dT at constant volume and amounts [1/K]
+    Composition DLNFINIDV;  // n d ln(f(i)/n(i)) / dV at constant temperature and amounts [mol/L]
+    Composition DPDXI;      // dp / dx(i) at constant temperature and density [kPa]
+    Matrix DPHIDXJ;         // [j][i] d ln f(i) / dx(j) at constant temperature and pressure
+    Matrix DLNPHIIDXJ;      // [j][i] the same of the fugacity coefficient
+    Matrix DPHIDNJ;         // [j][i] n d ln phi(i) / dn(j) at constant temperature and pressure
+    Matrix D2ADNN;          // [j][i] n d DNADN(i) / dn(j) at constant temperature and volume
 };
 
 extern CompositionDerivatives compositionDerivatives;
