@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <sstream>
 
 #include "11_MainFrigana.h"
 #include "14_ErrorControl.h"
@@ -60,6 +61,19 @@ TEST(Entry, PathsWithBackslashesSlashesOrAMixWork) {
     EXPECT_EQ(readFile(run.folder.path("a/plant.fo1")), failure(201101, firstText));
     EXPECT_EQ(TEMPORALFILEOUT, mixed.substr(0, mixed.size() - 9));
     EXPECT_EQ(scratchPath("temporalA.txt"), mixed.substr(0, mixed.size() - 9) + "temporalA.txt");
+}
+
+TEST(Entry, APathOfAnotherSystemKeepsItsFolderAndBaseName) {
+    Plant run;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(run.folder.path());
+    std::filesystem::create_directories("C:/work");
+    writeFile("C:/work/plant.fi1", refusedRequest().text());
+    run.call("C:\\work\\plant.fi1");
+    EXPECT_EQ(readFile("C:/work/plant.fo1"), failure(201101, firstText));
+    EXPECT_EQ(runReport.resultPath, "C:\\work\\plant.fo1");
+    EXPECT_EQ(scratchPath("temporal1.txt"), "C:\\work\\temporal1.txt");
+    std::filesystem::current_path(before);
 }
 
 TEST(Entry, ARequestInTheCurrentFolderNeedsNoFolder) {
@@ -180,6 +194,60 @@ TEST(Entry, TheHostsHandlerOfTheSignalStays) {
     Plant run;
     run(refusedRequest());
     EXPECT_EQ(std::signal(SIGFPE, SIG_DFL), own);
+}
+
+// The lines of a file, for results in fixed format.
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream all(text);
+    for (std::string line; std::getline(all, line);) lines.push_back(line);
+    return lines;
+}
+
+TEST(Entry, AStepOfExactlyZeroAsksOnlyForTheLimitsOfATable) {
+    Plant run;
+    run(propertyRequest(2, "1 250 300 0"));
+    auto lines = linesOf(run.resultText());
+    ASSERT_EQ(lines.size(), 9u) << run.resultText();
+    EXPECT_EQ(lines[2], " 2");
+    EXPECT_EQ(lines[4], "0");
+    // R134a: from 10 K above the lowest temperature, 169.85 K, to the critical one, in whole tens.
+    EXPECT_EQ(lines[3], "1       170.000000       370.000000        20.000000 ");
+
+    run(propertyRequest(2, "1 250 300 10"));
+    lines = linesOf(run.resultText());
+    ASSERT_EQ(lines.size(), 15u) << run.resultText();
+    EXPECT_EQ(lines[4], "6");
+    EXPECT_EQ(lines[3], "1       250.000000       300.000000        10.000000 ");
+
+    run(propertyRequest(3, "2 1 500 250 350 0"));
+    lines = linesOf(run.resultText());
+    ASSERT_GE(lines.size(), 6u);
+    EXPECT_EQ(lines[3], " 3");
+    EXPECT_EQ(lines[5], "0");
+}
+
+TEST(Entry, AFluidWithoutAFileIsRefusedWithTheTextOfTheEngine) {
+    Plant run;
+    run(cycleRequest(1, basicParameters(), "NOTHING.FLD"));
+    EXPECT_EQ(runReport.end, RunEnd::refused);
+    EXPECT_GT(runReport.IERR, 0);
+    EXPECT_LT(runReport.IERR, 100000);
+    EXPECT_EQ(run.resultText().substr(0, 3), " 0\n");
+    EXPECT_NE(run.resultText().find("[SETUP"), std::string::npos) << run.resultText();
+}
+
+TEST(Entry, TheSameRequestGivesTheSameBytesWhateverRanBefore) {
+    Plant run;
+    run(cycleRequest(1, basicParameters()));
+    const std::string first = run.resultText();
+    EXPECT_EQ(first.substr(0, 6), " 2\n 1\n");
+    run(cycleRequest(1, basicParameters(), "R32.FLD"));
+    EXPECT_NE(run.resultText(), first);
+    run(propertyRequest(4, "1 300 2 101.325", "R22.FLD"));
+    run(refusedRequest());
+    run(cycleRequest(1, basicParameters()));
+    EXPECT_EQ(run.resultText(), first);
 }
 
 TEST(Entry, EveryOperationHasANameAndACheck) {

@@ -61,6 +61,29 @@ TEST_F(ErrorControl, ZeroAndNegativeCodesDoNothingAndTheRunGoesOn) {
     EXPECT_EQ(readFile(result), "");
 }
 
+TEST_F(ErrorControl, AScratchFileStaysBehindAnError) {
+    const std::string scratch = folder.path("temporalA.txt");
+    EXPECT_FALSE(comesBack([&] {
+        openForWriting(1, scratch);
+        writeFree(1, 2);
+        closeUnit(1);
+        ERRORCONTROL(202201, "text");
+    }));
+    EXPECT_EQ(readFile(scratch), " 2\n");
+}
+
+TEST_F(ErrorControl, AnIncompleteResultOfARuntimeErrorIsRemoved) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(comesBack([&] {
+        openForWriting(3, result);
+        writeFree(3, 2);
+        double value = 0.0;
+        DATARECOVERY("no such file", 1, value);
+    }));
+    testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(fileExists(result));
+}
+
 TEST_F(ErrorControl, AResultThatCannotBeWrittenIsARuntimeError) {
     ERRORFILEOUT = Text255(std::string_view(folder.path("missing/plant.fo1")));
     testing::internal::CaptureStderr();
