@@ -566,6 +566,57 @@ bool twoPhaseByPressure(double given, double s, const Composition& z, double pSt
     return false;
 }
 
+// Saturated state of a given enthalpy or energy within 5 % below the critical temperature, by bisection. The critical
+// point of a fluid file is a rounded one: the saturation lines may end apart from each other there, and a value in the
+// gap has its state on the isotherm between them.
+bool rootBesideCritical(char letter, double given, const Composition& z, double Tc, double& t, double& p, double& d,
+                        double& s) {
+    constexpr int mostSteps = 60;
+    constexpr double closest = 1e-7;
+    const SilentMessages quiet;
+    SaturatedPair line;
+    const auto saturated = [&](double T, double& liquid, double& vapor) {
+        saturationAtT(T, z, 2, line);
+        if (line.ierr > 0) return false;
+        liquid = propertyByLetter(letter, T, line.Dl, z);
+        vapor = propertyByLetter(letter, T, line.Dv, z);
+        return true;
+    };
+    double liquid = 0;
+    double vapor = 0;
+    double above = Tc * (1 - closest);
+    if (!saturated(above, liquid, vapor)) return false;
+    if (given >= liquid && given <= vapor) {
+        const double q = vapor > liquid ? (given - liquid) / (vapor - liquid) : 0;
+        t = above;
+        p = line.p;
+        d = bulkDensity(q, line.Dl, line.Dv);
+        s = (1 - q) * propertyByLetter('S', above, line.Dl, z) + q * propertyByLetter('S', above, line.Dv, z);
+        return true;
+    }
+
+    // Both values move away from the critical one as the temperature falls.
+    const bool onLiquidLine = given < liquid;
+    const auto passed = [&] { return onLiquidLine ? liquid <= given : vapor >= given; };
+    double below = 0;
+    for (double away = 4 * closest; away < 0.06 && below == 0; away *= 4) {
+        const double T = Tc * (1 - away);
+        if (!saturated(T, liquid, vapor)) return false;
+        (passed() ? below : above) = T;
+    }
+    if (below == 0) return false;
+    for (int step = 1; step <= mostSteps && above - below > 1e-13 * Tc; ++step) {
+        const double middle = 0.5 * (above + below);
+        if (!saturated(middle, liquid, vapor)) return false;
+        (passed() ? below : above) = middle;
+    }
+    t = line.T;
+    p = line.p;
+    d = onLiquidLine ? line.Dl : line.Dv;
+    s = propertyByLetter('S', t, d, z);
+    return true;
+}
+
 void solveByEntropy(double given, double s, const Composition& z, bool energy, FullResult& r) {
     const std::string_view routine = energy ? "ESFLSH" : "HSFLSH";
     int icomp = 0;
@@ -609,24 +660,48 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     double s2 = 0;
     if (nroot >= 1) ENTRO(t1, d1, z, s1);
     if (nroot >= 2) ENTRO(t2, d2, z, s2);
+
+    // Beside the critical point the saturated enthalpy turns so steeply that its root there may not be found.
+    if (code > 0 && (nroot == 0 || (nroot == 1 && k1 == 2))) {
+        double t = 0;
+        double p = 0;
+        double d = 0;
+        double sFound = 0;
+        if (rootBesideCritical(energy ? 'E' : 'H', given, z, Tc, t, p, d, sFound)) {
+            if (nroot == 1) {
+                t2 = t1;
+                d2 = d1;
+                s2 = s1;
+            }
+            ++nroot;
+            t1 = t;
+            p1 = p;
+            d1 = d;
+            s1 = sFound;
+        }
+    }
+
+    // The temperatures on the way may lie above that of the result, where its entropy asks for more density than the
+    // limit allows.
+    const double top = 1.2 * Dmax;
     bool twoPhase = false;
     if (nroot == 0) {
         r.T = 1.1 * Tc;
         r.D = Dc;
-        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
+        HSFL1(given, s, z, 0, top, r.T, r.D, r.ierr, r.herr);
     } else if (s < s1) {
         r.T = 1.01 * t1;
         r.D = 1.01 * d1;
-        HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
+        HSFL1(given, s, z, d1, top, r.T, r.D, r.ierr, r.herr);
         if (r.ierr > 0) {
             r.T = t1;
             r.D = d1;
-            HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
+            HSFL1(given, s, z, d1, top, r.T, r.D, r.ierr, r.herr);
         }
     } else if (nroot >= 2 && s > s2) {
         r.T = t2;
         r.D = d2 / 1.1;
-        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
+        HSFL1(given, s, z, 0, top, r.T, r.D, r.ierr, r.herr);
     } else {
         twoPhase = true;
         if (!twoPhaseByPressure(given, s, z, p1, energy, r)) {

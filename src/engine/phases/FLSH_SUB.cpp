@@ -841,9 +841,10 @@ double lowestValue(char letter, double b, double p, int icomp, const Composition
     if (T - start > 1.1) lowest -= 2 * change;
     if (b >= lowest) return lowest;
 
-    // A liquid under pressure has less entropy, and less energy, than at the low pressure above.
-    double compressed = 0;
-    if (p > pLow && liquidValue(letter, tmin, p, z, compressed)) lowest = std::min(lowest, compressed);
+    // At the given pressure the liquid may have less: less entropy and energy under more pressure, less enthalpy under
+    // less.
+    double there = 0;
+    if (liquidValue(letter, tmin, p, z, there)) lowest = std::min(lowest, there);
     return lowest;
 }
 

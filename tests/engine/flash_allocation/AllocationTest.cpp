@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "../flash/FlashState.h"
+#include "FlashState.h"
 #include "PureFluid.h"
 
 #if defined(__SANITIZE_ADDRESS__)
