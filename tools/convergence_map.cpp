@@ -248,6 +248,9 @@ double input(char letter, const GridState& state) {
 //   -1 temperature, -2 density or pressure, -3 phase
 int wrong(const GridState& state, const FlashState& result) {
     if (!(std::abs(result.T / state.T - 1) < 1e-6)) return -1;
+    // A liquid or vapor within 1e-5 of its line may come back with a trace of the other phase, which at low pressure is
+    // much in density.
+    if (!state.twoPhase && result.q > 0 && result.q < 1) return std::min(result.q, 1 - result.q) < 1e-5 ? 0 : -3;
     // A density is compared on the scale on which the temperature is: liquids and states about the critical point
     // follow small differences of their inputs with large ones of density or pressure.
     double dpdd = 0;

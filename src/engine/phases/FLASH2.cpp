@@ -617,6 +617,86 @@ bool rootBesideCritical(char letter, double given, const Composition& z, double 
     return true;
 }
 
+// Any state: along an isentrope enthalpy and energy rise with pressure, dh = v dp and de = -p dv, through one phase and
+// two alike, so that the pressure is found between bounds.
+bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FullResult& r) {
+    constexpr int mostSteps = 80;
+    constexpr double lowestPressure = 1e-10;  // [kPa]
+    const double tolerance = 1e-10 * std::max(1.0, std::abs(given));
+    const SilentMessages quiet;
+    double F = 0;
+    // A pressure without a state of this entropy is one below its lowest temperature.
+    const auto residual = [&](double p) {
+        int code = 0;
+        Text255 text;
+        PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
+        r.p = p;
+        r.s = s;
+        const bool found = r.D > 0 && code < 200;
+        F = (energy ? r.e : r.h) - given;
+        return found;
+    };
+    double lower = std::log(lowestPressure);
+    double upper = std::log(pmax);
+    double fLower = 0;
+    double fUpper = 0;
+    bool haveLower = false;
+    if (!residual(pmax)) return false;
+    if (F < -1e-6 * std::max(1.0, std::abs(given))) return false;
+    fUpper = F;
+    int side = 0;
+    for (int step = 1; step <= mostSteps; ++step) {
+        double at = 0.5 * (lower + upper);
+        if (haveLower && step % 4 != 0) {
+            // in p, not its logarithm: h is close to linear in p for liquids
+            const double pl = std::exp(lower);
+            const double pu = std::exp(upper);
+            const double p = pu - fUpper * (pu - pl) / (fUpper - fLower);
+            if (p > pl && p < pu) at = std::log(p);
+        }
+        const bool found = residual(std::exp(at));
+        if (found && std::abs(F) < tolerance) return true;
+        if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) return found && std::abs(F) < 100 * tolerance;
+        if (!found || F < 0) {
+            if (found && side == -1) fUpper /= 2;
+            lower = at;
+            fLower = F;
+            haveLower = found;
+            side = -1;
+        } else {
+            if (side == 1) fLower /= 2;
+            upper = at;
+            fUpper = F;
+            side = 1;
+        }
+    }
+    return std::abs(F) < 100 * tolerance;
+}
+
+// Whether a single-phase result is the state asked for: inside the limits, with the given values, and neither a
+// superheated liquid nor a supercooled vapor.
+bool isStable(double given, double s, const Composition& z, double tmin, double tmax, double pmax, bool energy,
+              const FullResult& r) {
+    if (!(r.D > 0) || r.T < tmin - 1e-6 || r.T > 1.5 * tmax) return false;
+    const PhaseProperties phase = propertiesOf(r.T, r.D, z);
+    if (phase.p > 2 * pmax || phase.p < 0) return false;
+    if (std::abs((energy ? phase.e : phase.h) - given) > 1e-6 * std::max(1.0, std::abs(given))) return false;
+    if (std::abs(phase.s - s) > 1e-6 * std::max(1.0, std::abs(s))) return false;
+    double Tc = 0;
+    double Pc = 0;
+    double Dc = 0;
+    int code = 0;
+    Text255 text;
+    CRITP(z, Tc, Pc, Dc, code, text);
+    if (r.T >= Tc) return true;
+    const SilentMessages quiet;
+    SaturatedPair line;
+    const bool liquid = r.D > Dc;
+    saturationAtT(r.T, z, liquid ? 1 : 2, line);
+    if (line.ierr > 0) return true;
+    return liquid ? r.D >= line.Dl * (1 - 1e-8) : r.D <= line.Dv * (1 + 1e-8);
+}
+
 void solveByEntropy(double given, double s, const Composition& z, bool energy, FullResult& r) {
     const std::string_view routine = energy ? "ESFLSH" : "HSFLSH";
     int icomp = 0;
@@ -684,6 +764,7 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     // The temperatures on the way may lie above that of the result, where its entropy asks for more density than the
     // limit allows.
     const double top = 1.2 * Dmax;
+    bool solved = true;
     bool twoPhase = false;
     if (nroot == 0) {
         r.T = 1.1 * Tc;
@@ -704,18 +785,26 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         HSFL1(given, s, z, 0, top, r.T, r.D, r.ierr, r.herr);
     } else {
         twoPhase = true;
-        if (!twoPhaseByPressure(given, s, z, p1, energy, r)) {
-            r.q = supercriticalOrNone;
+        solved = twoPhaseByPressure(given, s, z, p1, energy, r);
+    }
+    if (!twoPhase) solved = r.ierr <= 0 && isStable(given, s, z, tmin, tmax, pmax, energy, r);
+
+    // A cold liquid under pressure, whose temperature is below the starts, a vapor beside a retrograde dew line, and
+    // two phases next to the triple point are found on their isentrope.
+    if (!solved && solveOnIsentrope(given, s, z, pmax, energy, r)) {
+        solved = true;
+        twoPhase = r.q > 0 && r.q < 1;
+        r.ierr = 0;
+    }
+    if (!solved) {
+        if (r.ierr <= 0) {
             r.ierr = 200;
             message(r.herr,
                     "[HSFLSH error 200] h-s inputs are two-phase or out of bounds, iterative routine is not available "
                     "to find a solution.",
                     nullCharacter);
             ERRMSG(r.ierr, r.herr);
-            return;
         }
-    }
-    if (r.ierr > 0) {
         r.q = supercriticalOrNone;
         return;
     }

@@ -99,7 +99,7 @@ double lowestDensity(const SinglePhaseSearch& search, double T) {
 // Density at given entropy and the temperature X, between the limits or the saturation line; X grows until there is
 // one.
 bool densityAtEntropy(const SinglePhaseSearch& search, double& X, double& T, double& D, Text255& inner) {
-    constexpr int mostAttempts = 40;
+    constexpr int mostAttempts = 20;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
         T = X;
         double lower = search.Dmin > 0 ? search.Dmin : lowestDensity(search, T);
@@ -119,10 +119,15 @@ bool densityAtEntropy(const SinglePhaseSearch& search, double& X, double& T, dou
                 }
             }
         }
+        // Entropy falls with density all along, so that its values at the bounds tell whether there is a root.
+        const bool inside = search.a <= propertyByLetter('S', T, lower, search.z) &&
+                            search.a >= propertyByLetter('S', T, upper, search.z);
         int ierr = 0;
         double p = 0;
-        ABFL1X(T, search.a, search.z, search.kph, "TS", lower, upper, T, p, D, ierr, inner);
-        if (ierr <= 0) return true;
+        if (inside) {
+            ABFL1X(T, search.a, search.z, search.kph, "TS", lower, upper, T, p, D, ierr, inner);
+            if (ierr <= 0) return true;
+        }
         X *= attempt < 10 ? 1.01 : 1.1;
     }
     return false;

@@ -887,7 +887,15 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     LIMITX("EOS", -1, 0, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
 
     // Range of the given property.
-    const double highest = propertyByLetter(letter, 1.5 * tmax, 1e-6, z);
+    double highest = propertyByLetter(letter, 1.5 * tmax, 1e-6, z);
+    if (b > highest && p > 0) {
+        // Under very high pressures a dense gas has more than the thin one.
+        double Ddense = 0;
+        int code = 0;
+        Text255 text;
+        TPRHO(1.5 * tmax, p, z, 2, 0, Ddense, code, text);
+        if (code <= 0) highest = std::max(highest, propertyByLetter(letter, 1.5 * tmax, Ddense, z));
+    }
     const double lowest = lowestValue(letter, b, p, icomp, z, tmin, tmax, highest);
     ierr = 0;
     if (limitCode < -1) {
