@@ -67,12 +67,12 @@ TEST(Entry, APathOfAnotherSystemKeepsItsFolderAndBaseName) {
     Plant run;
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(run.folder.path());
-    std::filesystem::create_directories("C:/work");
-    writeFile("C:/work/plant.fi1", refusedRequest().text());
-    run.call("C:\\work\\plant.fi1");
-    EXPECT_EQ(readFile("C:/work/plant.fo1"), failure(201101, firstText));
-    EXPECT_EQ(runReport.resultPath, "C:\\work\\plant.fo1");
-    EXPECT_EQ(scratchPath("temporal1.txt"), "C:\\work\\temporal1.txt");
+    std::filesystem::create_directories("C:/plants");
+    writeFile("C:/plants/chiller.fi1", refusedRequest().text());
+    run.call("C:\\plants\\chiller.fi1");
+    EXPECT_EQ(readFile("C:/plants/chiller.fo1"), failure(201101, firstText));
+    EXPECT_EQ(runReport.resultPath, "C:\\plants\\chiller.fo1");
+    EXPECT_EQ(scratchPath("temporal1.txt"), "C:\\plants\\temporal1.txt");
     std::filesystem::current_path(before);
 }
 

@@ -152,7 +152,7 @@ TEST(MyFindFi1, TheFirstHitFromTheLeftInAnyCase) {
         const char* path;
         int expected;
     };
-    const Row rows[] = {{"C:\\work\\plant.fi1", 17},
+    const Row rows[] = {{"C:\\plants\\r1.fi1", 16},
                         {"plant.Fi1", 9},
                         {"plant.fI1 and text", 9},
                         {"plant.FI1", 9},
