@@ -41,6 +41,14 @@ void refreshLowerBound(CppSlot& c, double tref) {
     }
 }
 
+double planckExponential(CppSlot& c, int k, double u) {
+    if (c.planckArgument[k] != u) {
+        c.planckArgument[k] = u;
+        c.planckExp[k] = std::exp(u);
+    }
+    return c.planckExp[k];
+}
+
 // Third derivative of the ideal-gas Helmholtz energy times tau^3.
 double thirdInTau(const CppSlot& c, int icomp, double t, double rg) {
     const double tz = fluidConstants.TZ[icomp], tau = tz / t;
@@ -81,7 +89,7 @@ double thirdInTau(const CppSlot& c, int icomp, double t, double rg) {
 
 double CP0CPP(int icomp, double t) {
     if (t <= 0.0) return 0.0;
-    const CppSlot& c = cppTerms[icomp];
+    CppSlot& c = cppTerms[icomp];
     const double reduced = t / c.TREDCP;
     double sum = 0.0;
     int k = 0;
@@ -93,7 +101,7 @@ double CP0CPP(int icomp, double t) {
         ++k;
         const double u = c.XKC0[k] / t;
         if (u >= largestPlanck) continue;
-        const double e = std::exp(u);
+        const double e = planckExponential(c, k, u);
         sum += c.CPC0[k] * u * u * e / ((1.0 - e) * (1.0 - e));
     }
     for (int i = 1; i <= c.NCOSHC + c.NSINHC; ++i) {
@@ -126,7 +134,7 @@ double CPICPP(int icomp, double t) {
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;
         if (c.XKC0[k] / t >= largestPlanck) continue;
-        const double upper = std::exp(c.XKC0[k] / t), lower = c.lowerExp[k];
+        const double upper = planckExponential(c, k, c.XKC0[k] / t), lower = c.lowerExp[k];
         sum += c.CPC0[k] * (-c.XKC0[k] / 2.0) * ((upper + 1.0) / (1.0 - upper) - (lower + 1.0) / (1.0 - lower));
     }
     for (int i = 1; i <= c.NCOSHC; ++i) {
@@ -160,7 +168,7 @@ double CPTCPP(int icomp, double t) {
         ++k;
         const double u = c.XKC0[k] / t, w = c.XKC0[k] / tref;
         if (u >= largestPlanck) continue;
-        const double upper = std::exp(u), lower = c.lowerExp[k];
+        const double upper = planckExponential(c, k, u), lower = c.lowerExp[k];
         sum += c.CPC0[k] *
                (std::log((1.0 - lower) / (1.0 - upper)) + u * upper / (upper - 1.0) - w * lower / (lower - 1.0));
     }

@@ -33,6 +33,9 @@ struct CppSlot {
     CppTermArray lowerPowerT;   // TREF^k
     CppTermArray reducedPower;  // TREDCP^k
     CppTermArray lowerExp;      // exp(k / TREF)
+
+    // exponential of a Planck-Einstein term and the argument it was taken for: the three sums ask for the same
+    CppTermArray planckArgument, planckExp;
 };
 
 extern SlotArray<CppSlot> cppTerms;

@@ -27,8 +27,12 @@ constexpr int position(int itau, int idel) {
     return 4 * idel + itau + 1;
 }
 
-// Derivatives of the single terms at the present call, shared by all slots and not kept between calls.
+// Derivatives of the single terms, shared by all slots.
 FeqTermArray PHIR01, PHIR02, PHIR03, PHIR10, PHIR20, PHIR30;
+
+// Slot and del that PHIR01 and PHIR02 belong to; nullptr once the terms have changed.
+const FeqSlot* derivedSlot = nullptr;
+double derivedDel = 0.0;
 
 // A distance from the critical point that never vanishes; 0 counts as above it.
 double keptAway(double distance) {
@@ -42,20 +46,27 @@ double integerPower(double base, int exponent) {
     return exponent < 0 ? 1.0 / power : power;
 }
 
+// Rows of one fluid mostly share their exponents: a power is taken again only for another exponent.
+struct SharedPower {
+    double exponent = 0.0, power = 1.0;
+    double of(double base, double wanted) {
+        if (wanted != exponent) {
+            exponent = wanted;
+            power = std::pow(base, wanted);
+        }
+        return power;
+    }
+};
+
 // Distance function Delta of a non-analytic row, its power b and the derivatives of that.
 //   u = del - 1, v = 1 - tau, s = sign of u, D = Delta
-void distanceFunction(FeqSlot& f, int j, double tau, double del, double& sharedBeta, double& sharedPower) {
+void distanceFunction(FeqSlot& f, int j, double tau, double del, SharedPower& ofSize, SharedPower& ofSquare) {
     const double u = keptAway(del - 1.0), v = keptAway(1.0 - tau);
     const double s = u >= 0.0 ? 1.0 : -1.0, size = std::fabs(u);
     const double B = f.BETAF[j], A = f.GAMMAF[j], C = f.EIDF[j], E = f.EITF[j], b = f.ALPHAF[j];
 
-    // rows of one fluid mostly share beta: the power is taken once
-    if (B != sharedBeta) {
-        sharedBeta = B;
-        sharedPower = std::pow(size, 1.0 / B);
-    }
-    const double p0 = sharedPower, p1 = p0 / size, p2 = p1 / size;         // |u|^(1/B), one less, two less
-    const double q0 = std::pow(u * u, E), q1 = q0 / size, q2 = q1 / size;  // |u|^(2E), one less, two less
+    const double p0 = ofSize.of(size, 1.0 / B), p1 = p0 / size, p2 = p1 / size;  // |u|^(1/B), one less, two less
+    const double q0 = ofSquare.of(u * u, E), q1 = q0 / size, q2 = q1 / size;     // |u|^(2E), one less, two less
 
     const double theta = v + A * p0;
     const double D = theta * theta + C * q0;
@@ -82,10 +93,10 @@ void distanceFunction(FeqSlot& f, int j, double tau, double del, double& sharedB
 }
 
 void evaluateRows(FeqSlot& f, double tau, double del) {
-    double sharedBeta = 0.0, sharedPower = 0.0;
+    SharedPower ofSize, ofSquare;
     for (int j = 1; j <= f.NCRT; ++j) {
         if (f.kind[j] == FeqRow::nonAnalytic) {
-            distanceFunction(f, j, tau, del, sharedBeta, sharedPower);
+            distanceFunction(f, j, tau, del, ofSize, ofSquare);
             continue;
         }
         f.EXTF[j] = 1.0;
@@ -112,6 +123,7 @@ double boundedTerm(double a, double exponent) {
 // Values of all terms at a new state; their sum is order (0, 0).
 void evaluateTerms(FeqSlot& f, double tau, double del) {
     f.HDRVFLG = 0;
+    if (derivedSlot == &f) derivedSlot = nullptr;
     if (std::fabs(tau - f.TAUSVF) > sameTau) {
         f.TAUSVF = tau;
         const double lnTau = std::log(tau);
@@ -201,6 +213,9 @@ double distanceSecond(double value, const RowSide& r) {
 
 // First and second derivative in del of every term into PHIR01 and PHIR02.
 void deriveInDel(const FeqSlot& f, double del) {
+    if (derivedSlot == &f && derivedDel == del) return;
+    derivedSlot = &f;
+    derivedDel = del;
     for (int k = 1; k <= f.NTERMF; ++k) {
         const double value = f.PHISVF[k], d = f.DIFEQ[k], l = f.DLIF[k], c = f.lengthTerm[k];
         PHIR01[k] = value * (d - c);
