@@ -227,6 +227,25 @@ TEST(Entry, AStepOfExactlyZeroAsksOnlyForTheLimitsOfATable) {
     EXPECT_EQ(lines[5], "0");
 }
 
+TEST(Entry, ANewMixtureGoesToTheInstallationAndLeavesNoResult) {
+    Plant run;
+    std::filesystem::create_directories(run.folder.path("installed/mixtures"));
+    std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids",
+                                              run.folder.path("installed/fluids"));
+    run.installation = run.folder.path("installed") + "\\frigana.exe";
+    Request request;
+    request.line("1").line("3").line("2").line("1").line("R32.FLD").line("0.5").line("R125.FLD").line("0.5");
+    request.line("'my blend'").line("2 DEF").line("7");
+    run(request);
+    EXPECT_EQ(runReport.end, RunEnd::returned) << runReport.HERR.trimmed();
+    EXPECT_FALSE(run.hasResult());
+    EXPECT_FALSE(readFile(run.folder.path("installed/mixtures/my blend.mix")).empty());
+
+    // The next request finds it.
+    run(propertyRequest(1, "", "'my blend.mix'", 2));
+    EXPECT_EQ(run.resultText().substr(0, 2), "1\n") << run.resultText();
+}
+
 TEST(Entry, AFluidWithoutAFileIsRefusedWithTheTextOfTheEngine) {
     Plant run;
     run(cycleRequest(1, basicParameters(), "NOTHING.FLD"));

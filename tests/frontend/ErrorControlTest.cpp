@@ -152,15 +152,9 @@ TEST(MyFindFi1, TheFirstHitFromTheLeftInAnyCase) {
         const char* path;
         int expected;
     };
-    const Row rows[] = {{"C:\\plants\\r1.fi1", 16},
-                        {"plant.Fi1", 9},
-                        {"plant.fI1 and text", 9},
-                        {"plant.FI1", 9},
-                        {"a.fi1.fi1", 5},
-                        {"plant.fi2", -5},
-                        {"plant.f1", -5},
-                        {"", -5},
-                        {".fi1", 4}};
+    const Row rows[] = {{"C:\\plants\\r1.fi1", 16}, {"plant.Fi1", 9}, {"plant.fI1 and text", 9},
+                        {"plant.FI1", 9},           {"a.fi1.fi1", 5}, {"plant.fi2", -5},
+                        {"plant.f1", -5},           {"", -5},         {".fi1", 4}};
     for (const Row& row : rows) {
         int POS = -5;
         MYFINDFI1(row.path, POS);

@@ -75,6 +75,8 @@ std::vector<Call> mixedCalls() {
     shortened.lines().resize(12);
     return {
         {"good cycle", cycleRequest(1, basicParameters()).text(), " 2\n 1\n Test of a small chiller\n R134A.FLD 1"},
+        {"good mixture", cycleRequest(1, basicParameters(), "R410A.MIX").text(),
+         " 2\n 1\n Test of a small chiller\n R410A.MIX "},
         {"refused", cycleRequest(1, refused).text(), " 0\n 201114\n Out of range: Compressor isentropic efficiency"},
         {"malformed", malformed.text(), ""},
         {"short", shortened.text(), ""},
@@ -146,7 +148,7 @@ TEST(SharedLibrary, AThousandMixedCallsComeBackWithTheRightFileAndLeakNothing) {
     // The sanitizer keeps what the test itself has freed.
     constexpr long allowedPages = 32768;
 #else
-    constexpr long allowedPages = 128;
+    constexpr long allowedPages = 64;  // what the test itself touches in between: 16, whatever the number of calls
 #endif
     EXPECT_LE(pagesAfter - pages, allowedPages);
     std::printf("resident memory grew by %ld pages in %d calls\n", pagesAfter - pages, total - warmUp);
