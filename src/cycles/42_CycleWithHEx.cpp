@@ -1,11 +1,8 @@
 #include "42_CycleWithHEx.h"
 
-#include <algorithm>
-
 #include "21_InitSubstance.h"
 #include "22_InitVaporDome.h"
 #include "23_SpecificPoints.h"
-#include "25_SubCoolSupHeat.h"
 #include "31_FluidInformation.h"
 #include "CycleBricks.h"
 #include "SecantDriver.h"
@@ -256,11 +253,7 @@ void writeExchanger(ResultWriter& writer) {
     writer.group({});
     stateRow(writer, "Vapor inlet", c.vaporSideRows.inlet);
     stateRow(writer, "Vapor outlet", c.vaporSideRows.outlet);
-    writer.group("Vapor side");
-    writer.value("pressure drop", "kPa", c.vaporSideRows.DP);
-    writer.value("drop of saturation temperature", "K", c.vaporSide.DT);
-    writer.value("temperature rise", "K", c.vaporRise);
-    writer.group({});
+    exchangerVaporRows(writer, c.vaporSideRows, c.vaporSide, c.vaporRise);
     writer.value("Mass flow of the liquid", "kg/s", c.liquidSideRows.M);
     writer.value("Mass flow of the vapor", "kg/s", c.vaporSideRows.M);
     writer.value("Heat exchanged", "kW", c.exchangerHeat);
@@ -339,19 +332,7 @@ void SOLCYCLEWTHEX_MATRIZ(SUBSTANCE& substance, const CYCLEIN& cycle, const Text
 }
 
 void SOLCYCLEWTHEX(SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT) {
-    const Parameter exchanger = parameter(cycle, 20);
-    if (exchanger.option == 2) {
-        SOLCYCLEWTHEX_MATRIZ(substance, cycle, FILEOUT);
-        return;
-    }
-    static CYCLEIN trial;
-    trial = cycle;
-    trial.TDAT[20] = 2;
-    secantDriver({exchanger.value, exchangerLines[exchanger.option], firstFall}, FILEOUT,
-                 [&](double fall, const Text255& path) {
-                     trial.VDAT[20] = fall;
-                     SOLCYCLEWTHEX_MATRIZ(substance, trial, path);
-                 });
+    solveExchanger(substance, cycle, exchangerLines, firstFall, FILEOUT, SOLCYCLEWTHEX_MATRIZ);
 }
 
 }  // namespace frigana

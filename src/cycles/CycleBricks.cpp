@@ -161,6 +161,19 @@ TemperatureChange riseWithSuperheat(const SUBSTANCE& substance, Parameter given,
     return line;
 }
 
+TemperatureChange fallWithSuperheat(const SUBSTANCE& substance, Parameter given, double inletT, double outletP) {
+    TemperatureChange line;
+    if (given.option == 3) {
+        line.degree = given.value;
+        SUPHEATDEGREE_SUPH(substance, outletP, line.degree, line.T);
+        line.change = inletT - line.T;
+    } else {
+        line = temperatureFall(given, inletT);
+        SUPHEATDEGREE_TIN(substance, outletP, line.T, line.degree);
+    }
+    return line;
+}
+
 void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P, double H, STATEPT& outlet) {
     if (P == inlet.P && H == inlet.H)
         outlet = inlet;
@@ -342,15 +355,20 @@ void evaporatorSection(ResultWriter& writer, std::string_view heading, const Dev
     writer.value("Capacity", "kW", device.heat);
 }
 
-void compressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
-                       const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double power) {
-    deviceRows(writer, heading, device);
+void compressorRows(ResultWriter& writer, const Efficiencies& efficiencies, double sweptVolume, double pressureRatio,
+                    double M, double power) {
     writer.value("Isentropic efficiency", "-", efficiencies.isentropic);
     writer.value("Volumetric efficiency", "-", efficiencies.volumetric);
     writer.value("Swept volume", "m3/s", sweptVolume);
     writer.value("Pressure ratio", "-", pressureRatio);
-    writer.value("Mass flow", "kg/s", device.M);
+    writer.value("Mass flow", "kg/s", M);
     writer.value("Power", "kW", power);
+}
+
+void compressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
+                       const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double power) {
+    deviceRows(writer, heading, device);
+    compressorRows(writer, efficiencies, sweptVolume, pressureRatio, device.M, power);
 }
 
 void condenserSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
@@ -365,16 +383,33 @@ void condenserSection(ResultWriter& writer, std::string_view heading, const Devi
     writer.value("Capacity", "kW", device.heat);
 }
 
-void expansionSection(ResultWriter& writer, std::string_view heading, const Device& device) {
-    deviceRows(writer, heading, device);
+void expansionRows(ResultWriter& writer, const Device& device) {
     writer.value("Mass flow", "kg/s", device.M);
     writer.value("Pressure drop", "kPa", device.DP);
     writer.value("Enthalpy change times mass flow", "kW", device.heat);
 }
 
+void expansionSection(ResultWriter& writer, std::string_view heading, const Device& device) {
+    deviceRows(writer, heading, device);
+    expansionRows(writer, device);
+}
+
+void exchangerVaporRows(ResultWriter& writer, const Device& side, const PressureChange& drop, double rise) {
+    writer.group("Vapor side");
+    writer.value("pressure drop", "kPa", side.DP);
+    writer.value("drop of saturation temperature", "K", drop.DT);
+    writer.value("temperature rise", "K", rise);
+    writer.group({});
+}
+
 void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacity, double condenserCapacity,
               double power, const Efficiencies& efficiencies, std::string_view capacityName) {
     writer.value("Mass flow", "kg/s", M);
+    capacityRows(writer, V, evaporatorCapacity, condenserCapacity, power, efficiencies, capacityName);
+}
+
+void capacityRows(ResultWriter& writer, double V, double evaporatorCapacity, double condenserCapacity, double power,
+                  const Efficiencies& efficiencies, std::string_view capacityName) {
     writer.value("Volumetric cooling capacity", "kJ/m3", evaporatorCapacity / V);
     writer.value("Volumetric heating capacity", "kJ/m3", condenserCapacity / V);
     writer.value("Evaporator capacity", "kW", evaporatorCapacity);

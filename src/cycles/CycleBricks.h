@@ -30,6 +30,7 @@ struct Limits {
 inline constexpr Limits temperatureLimits{100.0f, 600.0f};  // K
 inline constexpr Limits changeLimits{0.0f, 200.0f};         // K: change, subcooling, superheat, saturation drop
 inline constexpr Limits pressureDropLimits{0.0f, 1000.0f};  // kPa
+inline constexpr Limits fractionLimits{0.0f, 1.0f};         // kg/kg
 
 void refuseIf(bool condition, const Check& check);
 void refuseAbove(double value, double limit, const Check& check);  // the message quotes the limit
@@ -101,6 +102,8 @@ TemperatureChange temperatureRise(Parameter given, double inletT);
 TemperatureChange fallWithSubcooling(const SUBSTANCE& substance, Parameter given, double inletT, double outletP);
 // The same with the superheat; option 3: superheat given.
 TemperatureChange riseWithSuperheat(const SUBSTANCE& substance, Parameter given, double inletT, double outletP);
+// The same for a fall.
+TemperatureChange fallWithSuperheat(const SUBSTANCE& substance, Parameter given, double inletT, double outletP);
 
 // Outlet of a side of an exchanger by its energy balance: a copy of the inlet at equal pressure and enthalpy.
 void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P, double H, STATEPT& outlet);
@@ -200,17 +203,27 @@ struct Efficiencies {
 // Sections of the devices: heading, both rows and the device's own results. The mass flow is the device's.
 void evaporatorSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
                        double superheat);
+// The lines of a compressor behind its rows.
+void compressorRows(ResultWriter& writer, const Efficiencies& efficiencies, double sweptVolume, double pressureRatio,
+                    double M, double power);
 void compressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
                        const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double power);
 void condenserSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,
                       double inletSuperheat, double subcooling);
+// The lines of an expansion device behind its rows.
+void expansionRows(ResultWriter& writer, const Device& device);
 void expansionSection(ResultWriter& writer, std::string_view heading, const Device& device);
+// The lines of an exchanger's vapor side behind its rows.
+void exchangerVaporRows(ResultWriter& writer, const Device& side, const PressureChange& drop, double rise);
 
 // Mass flow, volumetric capacities, capacities, power, efficiencies, swept volume: the nine lines that open the
 // performance parameters of a circuit with one compressor.
 // The heat is rejected in a condenser or, by its name, in another device.
 void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacity, double condenserCapacity,
               double power, const Efficiencies& efficiencies, std::string_view capacityName = "Condenser capacity");
+// The same without the mass flow.
+void capacityRows(ResultWriter& writer, double V, double evaporatorCapacity, double condenserCapacity, double power,
+                  const Efficiencies& efficiencies, std::string_view capacityName = "Condenser capacity");
 
 // The four coefficients of performance.
 struct Performance {

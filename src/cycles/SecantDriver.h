@@ -51,4 +51,25 @@ void secantDriver(const SecantSearch& search, const Text255& FILEOUT, Solve solv
     deleteScratch(fileB);
 }
 
+// A cycle whose exchanger between suction line and liquid line may be given in several ways (parameter 20). Its solver
+// takes the fall of the liquid, option 2; any other option is looked for on its line of the result.
+using OneFluidSolver = void (*)(SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT);
+inline void solveExchanger(SUBSTANCE& substance, const CYCLEIN& cycle, const int (&lines)[6], double firstTrial,
+                           const Text255& FILEOUT, OneFluidSolver solver) {
+    constexpr int exchanger = 20;
+    constexpr int fallGiven = 2;
+    const int option = cycle.TDAT[exchanger];
+    if (option == fallGiven) {
+        solver(substance, cycle, FILEOUT);
+        return;
+    }
+    static CYCLEIN trial;
+    trial = cycle;
+    trial.TDAT[exchanger] = fallGiven;
+    secantDriver({cycle.VDAT[exchanger], lines[option], firstTrial}, FILEOUT, [&](double fall, const Text255& path) {
+        trial.VDAT[exchanger] = fall;
+        solver(substance, trial, path);
+    });
+}
+
 }  // namespace frigana

@@ -11,6 +11,9 @@
 #include "40_RangeChecks.h"
 #include "41_BasicCycle.h"
 #include "42_CycleWithHEx.h"
+#include "46_Rankine.h"
+#include "47_Transcritical.h"
+#include "49_WithLiquidInjection.h"
 #include "52_BasicBasicCycle.h"
 #include "54_Find_Refigerant.h"
 
@@ -43,9 +46,9 @@ constexpr CycleOperation cycles[] = {
     {3, "Combined cycle", CycleReader::combined, nullptr, RANGECHECKS0203, nullptr, nullptr},
     {4, "Cascade cycle", CycleReader::cascade, nullptr, RANGECHECKS0204, nullptr, nullptr},
     {5, "Line sizing", one, RANGECHECKS0205, nullptr, nullptr, nullptr},
-    {6, "Rankine cycle", one, RANGECHECKS0206, nullptr, nullptr, nullptr},
-    {7, "Transcritical cycle", one, RANGECHECKS0207, nullptr, nullptr, nullptr},
-    {9, "Cycle with liquid injection", one, RANGECHECKS0209, nullptr, nullptr, nullptr},
+    {6, "Rankine cycle", one, RANGECHECKS0206, nullptr, solve<SOLRANKCYCLE>, nullptr},
+    {7, "Transcritical cycle", one, RANGECHECKS0207, nullptr, solve<SOLTRANSCRICYCLE>, nullptr},
+    {9, "Cycle with liquid injection", one, RANGECHECKS0209, nullptr, solve<SOLLIQINJECTION>, nullptr},
     {10, "Two-stage cycle with heat exchanger", one, RANGECHECKS0210, nullptr, nullptr, nullptr},
     {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, nullptr, nullptr},
     {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, solve<SOLBASICBASICCYC>, nullptr},

@@ -1,0 +1,199 @@
+// Whole solutions of the cycles with one fluid against independent ones, through the entry: every number before the
+// diagrams, and the diagrams against the states of the same file.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <vector>
+
+#include "Requests.h"
+#include "ResultFile.h"
+
+namespace frigana::test {
+namespace {
+
+using nlohmann::json;
+
+const json& referenceCases() {
+    static const json all =
+        json::parse(std::ifstream(std::string(FRIGANA_TESTS) + "/reference/cycles_single.json")).at("cases");
+    return all;
+}
+
+// Pair of a diagram: the state whose row begins at line, or the saturation point at the mean of the pressures of two
+// rows (one row where both are the same).
+struct Pair {
+    int line;
+    int second = 0;
+};
+Pair state(int line) {
+    return {line, 0};
+}
+Pair saturated(int line) {
+    return {line, line};
+}
+Pair saturated(int inlet, int outlet) {
+    return {inlet, outlet};
+}
+
+// A saturation point whose pressure no row shows: the dew point of a Rankine cycle's condenser, which lies half a drop
+// below the mean pressure while all rows lie half a drop above it.
+Pair saturatedBelow(int line) {
+    return {line, -1};
+}
+
+struct SolvedCycle {
+    int sub;
+    int lines;        // of the whole result
+    int performance;  // last line before the diagrams
+    std::vector<Pair> pairs;
+};
+void PrintTo(const SolvedCycle& cycle, std::ostream* out) {
+    *out << "cycle " << cycle.sub;
+}
+
+const SolvedCycle cycles[] = {
+    {2,
+     379,
+     247,
+     {state(67), state(74), state(108), saturated(108), saturated(115), state(115), state(137), state(150), state(170),
+      state(177), saturated(6, 13), state(13), state(205), state(212), state(67)}},
+    {6,
+     296,
+     176,
+     {state(47), state(54), state(87), saturatedBelow(87), saturated(94), state(94), state(115), state(134),
+      saturated(6), saturated(13), state(13), state(47)}},
+    {7,
+     338,
+     214,
+     {state(67), state(74), state(101), state(106), state(120), state(166), state(145), state(150), saturated(6, 13),
+      state(13), state(173), state(180), state(67)}},
+    {9,
+     351,
+     211,
+     {state(47), state(54), state(88), saturated(88), saturated(95), state(95), state(117), state(137),
+      saturated(6, 13), state(13), state(34), state(47), state(95), state(155), state(175), saturated(34, 175),
+      state(47)}},
+};
+
+// Of the cycle with liquid injection: without injection its branch is the condenser outlet, again and again.
+constexpr int injectionPairs = 12;
+constexpr int injectionFlow = 188;
+constexpr int condenserOutlet = 95;
+// Of the Rankine cycle.
+constexpr int turbineSuperheat = 61;
+
+class OneFluidSolutions : public testing::TestWithParam<SolvedCycle> {
+  protected:
+    struct Worst {
+        double share = 0.0;  // of the tolerance
+        std::string what;
+    };
+
+    static ResultFile solve(const json& reference) {
+        Request request;
+        for (const json& line : reference.at("request")) request.line(line.get<std::string>());
+        Plant plant;
+        plant(request);
+        return ResultFile(plant.hasResult() ? plant.resultText() : "");
+    }
+
+    // Deviations relative to the value, or to 0.01 where it is smaller.
+    static void compare(const json& reference, const ResultFile& file, Worst& worst) {
+        constexpr double usual = 2e-6;
+        constexpr double least = 0.01;
+        std::map<int, double> loose;
+        for (const json& row : reference.at("loose")) loose[row[0].get<int>()] = row[2].get<double>();
+        for (const json& row : reference.at("values")) {
+            const int line = row[0].get<int>();
+            const double expected = row[2].get<double>();
+            const double tolerance = loose.contains(line) ? loose[line] : usual;
+            const double deviation = std::fabs(file.number(line) - expected) / std::max(std::fabs(expected), least);
+            EXPECT_TRUE(deviation <= tolerance) << "line " << line << ", " << row[1].get<std::string>() << ": "
+                                                << file.trimmed(line) << " instead of " << expected;
+            if (deviation / tolerance >= worst.share) {
+                char what[200];
+                std::snprintf(what, sizeof what, "case %s, line %d, %s: %.1e of %.1e",
+                              reference.at("id").get<std::string>().c_str(), line, row[1].get<std::string>().c_str(),
+                              deviation, tolerance);
+                worst = {deviation / tolerance, what};
+            }
+        }
+    }
+
+    static void comparePairs(const SolvedCycle& cycle, const ResultFile& file) {
+        const int count = static_cast<int>(cycle.pairs.size());
+        const int pressureHeading = cycle.performance + 1;
+        const int pressurePairs = pressureHeading + 2;
+        const int dome = pressurePairs + 2 * count + 2;
+        const int temperatureHeading = dome + 1 + 30 + 2;
+        const int temperaturePairs = temperatureHeading + 2;
+        EXPECT_EQ(file.trimmed(pressureHeading), "INFORMATION FOR GRAPHIC P-h");
+        EXPECT_EQ(file.raw(pressureHeading + 1),
+                  std::string(" CYCLE data for graphic P-h") + (cycle.sub == 6 ? "" : " "));
+        EXPECT_EQ(file.trimmed(dome), "PRESSURE & ENTHALPY data for graphic P-h");
+        EXPECT_EQ(file.trimmed(temperatureHeading), "INFORMATION FOR GRAPHIC T-s");
+        EXPECT_EQ(file.raw(temperatureHeading + 1), " CYCLE data for graphic T-s ");
+        EXPECT_EQ(file.trimmed(temperaturePairs + 2 * count + 2), "Temperature & enthalpy data for graphic T-s");
+        EXPECT_EQ(file.count(), temperaturePairs + 2 * count + 2 + 30);
+        for (int i = 0; i < count; ++i) {
+            const Pair pair = cycle.pairs[static_cast<std::size_t>(i)];
+            const int p = pressurePairs + 2 * i;
+            const int t = temperaturePairs + 2 * i;
+            const auto repeats = [&](int line) {
+                return file.raw(p) == file.raw(line) && file.raw(p + 1) == file.raw(line + 3) &&
+                       file.raw(t) == file.raw(line + 1) && file.raw(t + 1) == file.raw(line + 4);
+            };
+            SCOPED_TRACE("pair " + std::to_string(i + 1));
+            if (cycle.sub == 9 && i >= injectionPairs && file.number(injectionFlow) == 0.0) {
+                EXPECT_TRUE(repeats(condenserOutlet));
+            } else if (pair.second == 0) {
+                EXPECT_TRUE(repeats(pair.line));
+            } else if (pair.second < 0) {
+                const bool superheated = file.number(turbineSuperheat) > 0.0;
+                EXPECT_EQ(repeats(pair.line), !superheated);
+                EXPECT_LE(file.number(p), file.number(pair.line));
+                EXPECT_LE(file.number(t), file.number(pair.line + 6) + 1e-9);
+            } else {
+                const double P = (file.number(pair.line) + file.number(pair.second)) / 2.0;
+                EXPECT_NEAR(file.number(p), P, 1e-9 * P);
+                if (pair.line == pair.second) {
+                    EXPECT_NEAR(file.number(t), file.number(pair.line + 6), 1e-6);
+                }
+            }
+        }
+    }
+
+    static void solveAll(const SolvedCycle& cycle, const std::string& extension) {
+        Worst worst;
+        int solved = 0;
+        for (const json& reference : referenceCases()) {
+            if (reference.at("sub_type").get<int>() != cycle.sub) continue;
+            if (!reference.at("fluid").get<std::string>().ends_with(extension)) continue;
+            SCOPED_TRACE(reference.at("id").get<std::string>() + ", " + reference.at("title").get<std::string>());
+            ++solved;
+            const ResultFile file = solve(reference);
+            ASSERT_EQ(reference.at("last_line").get<int>(), cycle.performance);
+            ASSERT_EQ(file.count(), cycle.lines) << file.trimmed(2) << " " << file.trimmed(3);
+            EXPECT_EQ(file.trimmed(3), reference.at("title").get<std::string>());
+            compare(reference, file, worst);
+            comparePairs(cycle, file);
+        }
+        ASSERT_GT(solved, 0);
+        std::printf("cycle %d, %d solutions of %s, worst %s\n", cycle.sub, solved, extension.c_str(),
+                    worst.what.c_str());
+    }
+};
+
+TEST_P(OneFluidSolutions, OfPureFluidsAgreeWithIndependentOnes) {
+    solveAll(GetParam(), ".FLD");
+}
+
+INSTANTIATE_TEST_SUITE_P(Cycles, OneFluidSolutions, testing::ValuesIn(cycles),
+                         [](const auto& row) { return "Sub" + std::to_string(row.param.sub); });
+
+}  // namespace
+}  // namespace frigana::test
