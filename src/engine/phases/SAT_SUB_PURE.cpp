@@ -25,8 +25,8 @@ double gibbsEnergy(double T, double rho, const Composition& x) {
 }
 
 // Step to the pressure where both phases have one Gibbs energy: dG/dp is the volume.
-double pressureStep(double T, double rhol, double rhov, const Composition& x) {
-    return (gibbsEnergy(T, rhol, x) - gibbsEnergy(T, rhov, x)) / (1.0 / rhol - 1.0 / rhov);
+double pressureStep(double liquidGibbs, double vaporGibbs, double rhol, double rhov) {
+    return (liquidGibbs - vaporGibbs) / (1.0 / rhol - 1.0 / rhov);
 }
 
 void notConvergedAtTemperature(double T, int& ierr, Text255& herr) {
@@ -40,12 +40,15 @@ void notConvergedAtTemperature(double T, int& ierr, Text255& herr) {
 void betweenSpinodals(double T, const Composition& x, const CriticalPoint& critical, double liquidEstimate,
                       double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr, Text255& herr) {
     if (liquidEstimate <= 0.0 || vaporEstimate <= 0.0) return;
+    // Each property is taken right after the search that ended at its density: the equation still holds that state.
     double liquidSpinodal = liquidEstimate, vaporSpinodal = vaporEstimate;
+    double pl = 0.0, pv = 0.0;
     LIQSPNDL(T, x, liquidSpinodal, ierr, herr);
-    if (ierr <= 0) VAPSPNDL(T, x, vaporSpinodal, ierr, herr);
     if (ierr <= 0) {
-        double pl, pv;
         PRESS(T, liquidSpinodal, x, pl);
+        VAPSPNDL(T, x, vaporSpinodal, ierr, herr);
+    }
+    if (ierr <= 0) {
         PRESS(T, vaporSpinodal, x, pv);
         // densities at the pressure of the other spinodal bound the saturated ones
         double densest, thinnest = 0.0;
@@ -59,12 +62,13 @@ void betweenSpinodals(double T, const Composition& x, const CriticalPoint& criti
                 p *= 1.001;
                 continue;
             }
+            const double vaporGibbs = gibbsEnergy(T, rhov, x);
             TPRHOB(T, p, liquidSpinodal, densest, x, rhol, ierr, herr);
             if (ierr > 0) {
                 p *= 0.999;
                 continue;
             }
-            const double step = pressureStep(T, rhol, rhov, x);
+            const double step = pressureStep(gibbsEnergy(T, rhol, x), vaporGibbs, rhol, rhov);
             p = p - step < 0.0 ? 0.5 * p : p - step;
             if (100.0 * std::fabs(step / p) < pressureTolerance) {
                 ierr = 0;
@@ -173,7 +177,7 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
             nearCritical();
             return;
         }
-        double step = pressureStep(T, rhol, rhov, x);
+        double step = pressureStep(gibbsEnergy(T, rhol, x), gibbsEnergy(T, rhov, x), rhol, rhov);
         if (std::fabs(step / p) < pressureTolerance || std::fabs((step - lastStep) / lastStep) < 1e-11) {
             p -= step;
             TPRHO(T, p, x, vaporPhase, 1, rhov, ierr, herr);
