@@ -81,8 +81,8 @@ TEST_F(Mixture, ChemicalPotentialsAddUpToTheGibbsEnergy) {
     Composition solvent{}, u;
     solvent[1] = 1.0 - 1e-9;
     solvent[2] = 1e-9;
-    CHEMPOT(300.0, 17.5, solvent, u, ierr, herr);
-    EXPECT_NEAR(u[1], therm2(300.0, 17.5, unitComposition(1)).G, 1e-3);
+    CHEMPOT(300.0, 19.0, solvent, u, ierr, herr);
+    EXPECT_NEAR(u[1], therm2(300.0, 19.0, unitComposition(1)).G, 1e-3);
 }
 
 TEST_F(Mixture, FugacitiesByDifferencesAndByDerivativesAgree) {
