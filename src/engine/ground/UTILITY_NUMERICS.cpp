@@ -163,9 +163,22 @@ void CUBIC(double a2, double a1, double a0, double& x1, double& x2, double& x3) 
     constexpr double third = 2.0 * std::numbers::pi / 3.0;
     const double largest = amplitude * std::cos(theta) - a2 / 3.0;
     const double smallest = amplitude * std::cos(theta + third) - a2 / 3.0;
-    x3 = amplitude * std::cos(theta + 2.0 * third) - a2 / 3.0;
-    x2 = largest;
-    x1 = smallest < 0.0 ? largest : smallest;
+    // a small root is the difference of the two large terms above: Newton steps give its last digits back
+    const auto polished = [&](double root) {
+        const auto value = [&](double x) { return ((x + a2) * x + a1) * x + a0; };
+        for (int step = 1; step <= 2; ++step) {
+            const double slope = (3.0 * root + 2.0 * a2) * root + a1;
+            if (slope == 0.0) break;
+            const double next = root - value(root) / slope;
+            if (!(std::fabs(value(next)) < std::fabs(value(root)))) break;
+            root = next;
+        }
+        return root;
+    };
+    x3 = polished(amplitude * std::cos(theta + 2.0 * third) - a2 / 3.0);
+    x2 = polished(largest);
+    x1 = polished(smallest);
+    if (x1 < 0.0) x1 = x2;
 }
 
 void FITL(int n, std::span<const double> xi, std::span<const double> yi, double x, double& y, int& ierr,
