@@ -74,7 +74,6 @@ void expectDerivatives(const char* model, Phi phi, std::initializer_list<Order> 
     }
 }
 
-
 bool load(const std::string& path, int lines, int icomp, void (*reader)(int, int, const Text12&, int&, Text255&)) {
     if (!openForReading(12, path)) return false;
     for (int i = 0; i < lines; ++i) skipLine(12);
