@@ -420,6 +420,16 @@ void capacityRows(ResultWriter& writer, double V, double evaporatorCapacity, dou
     writer.value("Swept volume", "m3/s", V);
 }
 
+void compressorRows(ResultWriter& writer, std::string_view name, double power, const Efficiencies& efficiencies,
+                    double sweptVolume) {
+    writer.group(name);
+    writer.value("power", "kW", power);
+    writer.value("isentropic efficiency", "-", efficiencies.isentropic);
+    writer.value("volumetric efficiency", "-", efficiencies.volumetric);
+    writer.value("swept volume", "m3/s", sweptVolume);
+    writer.group({});
+}
+
 Performance performanceOf(double evaporatorCapacity, double condenserCapacity, double power) {
     const double cooling = evaporatorCapacity / power;
     const double heating = condenserCapacity / power;

@@ -225,6 +225,10 @@ void flowRows(ResultWriter& writer, double M, double V, double evaporatorCapacit
 void capacityRows(ResultWriter& writer, double V, double evaporatorCapacity, double condenserCapacity, double power,
                   const Efficiencies& efficiencies, std::string_view capacityName = "Condenser capacity");
 
+// Power, efficiencies and swept volume of one of several compressors: four lines.
+void compressorRows(ResultWriter& writer, std::string_view name, double power, const Efficiencies& efficiencies,
+                    double sweptVolume);
+
 // The four coefficients of performance.
 struct Performance {
     double coolingCOP, coolingEER, heatingCOP, heatingEER;

@@ -14,6 +14,7 @@
 #include "46_Rankine.h"
 #include "47_Transcritical.h"
 #include "49_WithLiquidInjection.h"
+#include "50_TwoStageWithHEx.h"
 #include "52_BasicBasicCycle.h"
 #include "54_Find_Refigerant.h"
 
@@ -49,7 +50,7 @@ constexpr CycleOperation cycles[] = {
     {6, "Rankine cycle", one, RANGECHECKS0206, nullptr, solve<SOLRANKCYCLE>, nullptr},
     {7, "Transcritical cycle", one, RANGECHECKS0207, nullptr, solve<SOLTRANSCRICYCLE>, nullptr},
     {9, "Cycle with liquid injection", one, RANGECHECKS0209, nullptr, solve<SOLLIQINJECTION>, nullptr},
-    {10, "Two-stage cycle with heat exchanger", one, RANGECHECKS0210, nullptr, nullptr, nullptr},
+    {10, "Two-stage cycle with heat exchanger", one, RANGECHECKS0210, nullptr, solve<SOLTWOSTAGEWTHEX>, nullptr},
     {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, nullptr, nullptr},
     {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, solve<SOLBASICBASICCYC>, nullptr},
     {13, "Pumped CO2 system", CycleReader::pumped, nullptr, RANGECHECKS0213, nullptr, nullptr},
