@@ -539,23 +539,30 @@ bool twoPhaseByPressure(double given, double s, const Composition& z, double pSt
     double pBefore = 0;
     double fBefore = 0;
     bool haveBefore = false;
-    for (int step = 1; step <= mostSteps; ++step) {
+    double F = 0;
+    const auto solveAt = [&](double at) {
         int code = 0;
         Text255 text;
-        {
-            const SilentMessages quiet;
-            PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
-        }
+        const SilentMessages quiet;
+        PSFLSH(at, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
         r.s = s;
-        r.p = p;
-        if (code > 0) {
+        r.p = at;
+        F = (energy ? r.e : r.h) - given;
+        return code <= 0;
+    };
+    for (int step = 1; step <= mostSteps; ++step) {
+        if (!solveAt(p)) {
             // Below the lowest pressure of a two-phase state: back toward the last good one.
             if (!haveBefore) return false;
             p = 0.5 * (p + pBefore);
             continue;
         }
-        const double F = (energy ? r.e : r.h) - given;
-        if (std::abs(F) < tolerance) return true;
+        // Beside the bubble line enthalpy hardly changes with pressure: below the tolerance the steps go on for as long
+        // as they help.
+        if (haveBefore && std::abs(fBefore) < tolerance && std::abs(F) >= 0.5 * std::abs(fBefore)) {
+            if (std::abs(F) > std::abs(fBefore)) solveAt(pBefore);
+            return true;
+        }
         double next = p - F * r.D;
         if (energy && haveBefore && std::abs(F - fBefore) > 1e-12) next = p - F * (p - pBefore) / (F - fBefore);
         pBefore = p;
@@ -563,7 +570,7 @@ bool twoPhaseByPressure(double given, double s, const Composition& z, double pSt
         haveBefore = true;
         p = std::max(0.2 * (p + 0.001), next);
     }
-    return false;
+    return haveBefore && std::abs(fBefore) < tolerance && solveAt(pBefore);
 }
 
 // Saturated state of a given enthalpy or energy within 5 % below the critical temperature, by bisection. The critical
@@ -622,7 +629,9 @@ bool rootBesideCritical(char letter, double given, const Composition& z, double 
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FullResult& r) {
     constexpr int mostSteps = 80;
     constexpr double lowestPressure = 1e-10;  // [kPa]
-    const double tolerance = 1e-10 * std::max(1.0, std::abs(given));
+    // The inner flash keeps entropy to 1e-8 of its value.
+    const double tolerance = 1e-8 * std::max(1.0, std::abs(given));
+    const double highestPressure = 1.01 * pmax;
     const SilentMessages quiet;
     double F = 0;
     // A pressure without a state of this entropy is one below its lowest temperature.
@@ -637,12 +646,11 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
         return found;
     };
     double lower = std::log(lowestPressure);
-    double upper = std::log(pmax);
+    double upper = std::log(highestPressure);
     double fLower = 0;
     double fUpper = 0;
     bool haveLower = false;
-    if (!residual(pmax)) return false;
-    if (F < -1e-6 * std::max(1.0, std::abs(given))) return false;
+    if (!residual(highestPressure) || F < 0) return false;
     fUpper = F;
     int side = 0;
     for (int step = 1; step <= mostSteps; ++step) {
@@ -656,7 +664,7 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
         }
         const bool found = residual(std::exp(at));
         if (found && std::abs(F) < tolerance) return true;
-        if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) return found && std::abs(F) < 100 * tolerance;
+        if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) return found && std::abs(F) < 10 * tolerance;
         if (!found || F < 0) {
             if (found && side == -1) fUpper /= 2;
             lower = at;
@@ -670,7 +678,7 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
             side = 1;
         }
     }
-    return std::abs(F) < 100 * tolerance;
+    return std::abs(F) < 10 * tolerance;
 }
 
 // Whether a single-phase result is the state asked for: inside the limits, with the given values, and neither a

@@ -995,16 +995,19 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         returnCritical(Tc, Dc, z, T, r);
         return;
     }
-    if (letter == 'H' && dew.T < tmin && dew.Dv <= 0) {
-        solidState();
-        return;
-    }
     const double valueAtDew = propertyByLetter(letter, dew.T, dew.Dv, z);
 
     if (b >= valueAtDew) {
         if (!singlePhase(2, dew.T, dew.Dv)) return;
         q = superheatedVapor;
         checkLimits();
+        return;
+    }
+
+    // Below the triple point the vapor stands beside a solid: a saturated state without liquid density, or with the
+    // lowest temperature in place of its own.
+    if (dew.Dl <= 0 || belowTriplePressure) {
+        solidState();
         return;
     }
 
@@ -1044,7 +1047,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     // Two phases.
     if (icomp > 0) {
         T = (1 - q) * bubble.T + q * dew.T;
-        if (T < tmin || belowTriplePressure) {
+        if (T < tmin) {
             solidState();
             return;
         }

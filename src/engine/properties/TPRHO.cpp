@@ -151,6 +151,31 @@ Outcome searchVapor(Search& s) {
     return Outcome::failed;
 }
 
+// Above the critical temperature pressure rises with density all along: the only root, by Newton's method inside a
+// bracket. For the states about the critical point at which the iterations above swing to and fro.
+Outcome searchAboveCritical(Search& s) {
+    double lower = 0.0;
+    double upper = s.dc;
+    while (pressureSlopes(s.t, upper, s.x).p < s.p) {
+        lower = upper;
+        upper *= 1.5;
+        if (upper > 100.0 * s.dc) return Outcome::failed;
+    }
+    constexpr int mostHalvings = 200;
+    double rho = 0.5 * (lower + upper);
+    for (int step = 1; step <= mostHalvings; ++step) {
+        const PressureSlopes at = pressureSlopes(s.t, rho, s.x);
+        (at.p < s.p ? lower : upper) = rho;
+        double next = at.first > 0.0 ? rho + (s.p - at.p) / at.first : lower;
+        if (!(next > lower && next < upper)) next = 0.5 * (lower + upper);
+        const bool done = std::fabs(next - rho) < 1e-13 * rho;
+        rho = next;
+        if (done) break;
+    }
+    s.rho = rho;
+    return Outcome::converged;
+}
+
 // A root between the spinodals, which the iterations can meet close to the critical point.
 bool unstableRoot(const Search& s) {
     if (!(s.t < 1.2 * s.tc && s.rho > 0.2 * s.dc && s.rho < 2.0 * s.dc)) return false;
@@ -271,6 +296,7 @@ void TPRHO(double t, double p, const Composition& x, int kph, int kguess, double
     } else {
         outcome = searchVapor(s);
     }
+    if (outcome == Outcome::failed && t > s.tc && s.dc > 0.0) outcome = searchAboveCritical(s);
     if (outcome == Outcome::failed) {
         reportFailure(side, s, ierr, herr);
         rho = s.rhoS > 0.0 ? s.rhoS : std::isfinite(s.rho) ? s.rho : 0.0;
