@@ -99,7 +99,8 @@ void fillColdEnd(const Composition& x, int icomp, double Tmin, double Tc) {
         known.liquidEnthalpy = known.liquidEnergy = known.liquidEntropy = -noSuchModel;
     }
     for (double T = Tmin; T < Tc; T += 5.0) {
-        if (!stateOnLine(vaporLine, T, x, state, ierr, herr)) continue;
+        // a mixture's cold dew point can end in a false root, with no liquid beside the vapor
+        if (!stateOnLine(vaporLine, T, x, state, ierr, herr) || state.rhov >= state.rhol) continue;
         ENTHAL(T, state.rho, x, known.vaporEnthalpy);
         ENERGY(T, state.rho, x, known.vaporEnergy);
         ENTRO(T, state.rho, x, known.vaporEntropy);
