@@ -25,13 +25,13 @@ struct Flash {
 };
 
 // How the quality of a single-phase state gets into the point.
-enum class Quality { heldWithin01, asReported, given };
+enum class Quality {
+    heldWithin01,  // a failed point keeps the code of the engine too
+    asReported,
+    given
+};
 
 Flash flash;
-
-void begin(const SUBSTANCE& substance) {
-    flash.z = substance.ZMOL;
-}
 
 void fillTransport(STATEPT& point) {
     double eta = 0.0;
@@ -94,15 +94,28 @@ void fill(const SUBSTANCE& substance, Quality rule, STATEPT& point) {
     }
 }
 
-// The failed point; the caller sets back what was given.
-bool failed(const SUBSTANCE& substance, bool keepsCode, STATEPT& point) {
-    if (flash.ierr <= 0) return false;
+// One of the two given properties.
+struct Given {
+    double STATEPT::*field;
+    double value;
+};
+
+// The point of the two given properties: solve puts them into the flash and calls the engine.
+template <class Solve>
+void answer(const SUBSTANCE& substance, Quality rule, Given first, Given second, STATEPT& point, Solve solve) {
+    flash.z = substance.ZMOL;
+    solve();
+    if (flash.ierr <= 0) {
+        fill(substance, rule, point);
+        return;
+    }
     point = substance.PTBAD;
-    if (keepsCode) {
+    point.*first.field = first.value;
+    point.*second.field = second.value;
+    if (rule == Quality::heldWithin01) {
         point.IERR = flash.ierr;
         point.HERR = flash.herr;
     }
-    return true;
 }
 
 void leaveTrace(double H) {
@@ -117,116 +130,76 @@ void leaveTrace(double H) {
 }  // namespace
 
 void PROPSIMPLEPH(const SUBSTANCE& substance, double P, double H, STATEPT& POINT) {
-    begin(substance);
-    flash.p = P;
-    flash.h = H * substance.WM;
-    PHFLSH(flash.p, flash.h, flash.z, flash.T, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.s,
-           flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, false, POINT)) {
-        POINT.P = P;
-        POINT.H = H;
-        return;
-    }
-    fill(substance, Quality::asReported, POINT);
+    answer(substance, Quality::asReported, {&STATEPT::P, P}, {&STATEPT::H, H}, POINT, [&] {
+        flash.p = P;
+        flash.h = H * substance.WM;
+        PHFLSH(flash.p, flash.h, flash.z, flash.T, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e,
+               flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 void PROPSIMPLEPS(const SUBSTANCE& substance, double P, double S, STATEPT& POINT) {
-    begin(substance);
-    flash.p = P;
-    flash.s = S * substance.WM;
-    PSFLSH(flash.p, flash.s, flash.z, flash.T, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h,
-           flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, false, POINT)) {
-        POINT.P = P;
-        POINT.S = S;
-        return;
-    }
-    fill(substance, Quality::asReported, POINT);
-    leaveTrace(POINT.H);
+    answer(substance, Quality::asReported, {&STATEPT::P, P}, {&STATEPT::S, S}, POINT, [&] {
+        flash.p = P;
+        flash.s = S * substance.WM;
+        PSFLSH(flash.p, flash.s, flash.z, flash.T, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e,
+               flash.h, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
+    if (flash.ierr <= 0) leaveTrace(POINT.H);
 }
 
 void PROPSIMPLEPT(const SUBSTANCE& substance, double P, double T, STATEPT& POINT) {
-    begin(substance);
-    flash.p = P;
-    flash.T = T;
-    TPFLSH(flash.T, flash.p, flash.z, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h, flash.s,
-           flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, true, POINT)) {
-        POINT.P = P;
-        POINT.T = T;
-        return;
-    }
-    fill(substance, Quality::heldWithin01, POINT);
+    answer(substance, Quality::heldWithin01, {&STATEPT::P, P}, {&STATEPT::T, T}, POINT, [&] {
+        flash.p = P;
+        flash.T = T;
+        TPFLSH(flash.T, flash.p, flash.z, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h,
+               flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 void PROPSIMPLEPD(const SUBSTANCE& substance, double P, double D, STATEPT& POINT) {
-    begin(substance);
-    flash.p = P;
-    flash.D = D / substance.WM;
-    PDFLSH(flash.p, flash.D, flash.z, flash.T, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h, flash.s,
-           flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, true, POINT)) {
-        POINT.P = P;
-        POINT.D = D;
-        return;
-    }
-    fill(substance, Quality::heldWithin01, POINT);
+    answer(substance, Quality::heldWithin01, {&STATEPT::P, P}, {&STATEPT::D, D}, POINT, [&] {
+        flash.p = P;
+        flash.D = D / substance.WM;
+        PDFLSH(flash.p, flash.D, flash.z, flash.T, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h,
+               flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 void PROPSIMPLETD(const SUBSTANCE& substance, double T, double D, STATEPT& POINT) {
-    begin(substance);
-    flash.T = T;
-    flash.D = D / substance.WM;
-    TDFLSH(flash.T, flash.D, flash.z, flash.p, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h, flash.s,
-           flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, true, POINT)) {
-        POINT.T = T;
-        POINT.D = D;
-        return;
-    }
-    fill(substance, Quality::heldWithin01, POINT);
+    answer(substance, Quality::heldWithin01, {&STATEPT::T, T}, {&STATEPT::D, D}, POINT, [&] {
+        flash.T = T;
+        flash.D = D / substance.WM;
+        TDFLSH(flash.T, flash.D, flash.z, flash.p, flash.Dl, flash.Dv, flash.x, flash.y, flash.q, flash.e, flash.h,
+               flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 void PROPSIMPLETQ(const SUBSTANCE& substance, double T, double Q, STATEPT& POINT) {
-    begin(substance);
-    flash.T = T;
-    flash.q = Q;
-    TQFLSH(flash.T, flash.q, flash.z, byMass, flash.p, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.e, flash.h,
-           flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, false, POINT)) {
-        POINT.T = T;
-        POINT.Q = Q;
-        return;
-    }
-    fill(substance, Quality::given, POINT);
+    answer(substance, Quality::given, {&STATEPT::T, T}, {&STATEPT::Q, Q}, POINT, [&] {
+        flash.T = T;
+        flash.q = Q;
+        TQFLSH(flash.T, flash.q, flash.z, byMass, flash.p, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.e,
+               flash.h, flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 void PROPSIMPLEPQ(const SUBSTANCE& substance, double P, double Q, STATEPT& POINT) {
-    begin(substance);
-    flash.p = P;
-    flash.q = Q;
-    PQFLSH(flash.p, flash.q, flash.z, byMass, flash.T, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.e, flash.h,
-           flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, false, POINT)) {
-        POINT.P = P;
-        POINT.Q = Q;
-        return;
-    }
-    fill(substance, Quality::given, POINT);
+    answer(substance, Quality::given, {&STATEPT::P, P}, {&STATEPT::Q, Q}, POINT, [&] {
+        flash.p = P;
+        flash.q = Q;
+        PQFLSH(flash.p, flash.q, flash.z, byMass, flash.T, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.e,
+               flash.h, flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 void PROPSIMPLETH(const SUBSTANCE& substance, double T, double H, STATEPT& POINT) {
-    begin(substance);
-    flash.T = T;
-    flash.h = H * substance.WM;
-    THFLSH(flash.T, flash.h, flash.z, lowerDensity, flash.p, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q,
-           flash.e, flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
-    if (failed(substance, false, POINT)) {
-        POINT.T = T;
-        POINT.H = H;
-        return;
-    }
-    fill(substance, Quality::asReported, POINT);
+    answer(substance, Quality::asReported, {&STATEPT::T, T}, {&STATEPT::H, H}, POINT, [&] {
+        flash.T = T;
+        flash.h = H * substance.WM;
+        THFLSH(flash.T, flash.h, flash.z, lowerDensity, flash.p, flash.D, flash.Dl, flash.Dv, flash.x, flash.y, flash.q,
+               flash.e, flash.s, flash.cv, flash.cp, flash.w, flash.ierr, flash.herr);
+    });
 }
 
 }  // namespace frigana

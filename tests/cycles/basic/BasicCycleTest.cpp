@@ -215,6 +215,13 @@ const Case cases[] = {
     {"R245fa", levels(290.15, 350.15), "R245FA.FLD"},
     {"nitrogen", levels(101.15, 120.15), "NITROGEN.FLD"},
     {"R23", levels(200.15, 250.15), "R23.FLD"},
+    {"R410A", basicParameters(), "R410A.MIX"},
+    {"R404A", basicParameters(), "R404A.MIX"},
+    {"R407C", basicParameters(), "R407C.MIX"},
+    {"R407C, losses", losses(), "R407C.MIX"},
+    {"R448A", basicParameters(), "R448A.MIX"},
+    {"R452B", basicParameters(), "R452B.MIX"},
+    {"R454B", basicParameters(), "R454B.MIX"},
 };
 
 TEST(BasicCycle, FirstLawClosesAndSettingsAreMet) {
@@ -271,6 +278,43 @@ TEST(BasicCycle, FirstLawClosesAndSettingsAreMet) {
         }
         EXPECT_NEAR(file.number(compressor + 18), outletOf(file, compressor).P / inletOf(file, compressor).P, 1e-12);
     }
+}
+
+// What the bubble and dew points of a blend say about its glide.
+TEST(BasicCycle, GlideOfABlendIsThatOfItsSaturationPoints) {
+    for (const char* blend : {"R410A.MIX", "R404A.MIX", "R407C.MIX", "R448A.MIX", "R452B.MIX", "R454B.MIX"}) {
+        SCOPED_TRACE(blend);
+        const ResultFile file = solve(basicParameters(), blend);
+        ASSERT_EQ(file.count(), 283);
+        const StateRow condenserIn = inletOf(file, condenser), condenserOut = outletOf(file, condenser);
+        const StateRow evaporatorIn = inletOf(file, evaporator), evaporatorOut = outletOf(file, evaporator);
+        EXPECT_NEAR(file.number(condenser + 15), condenserIn.TSAT - condenserOut.TSAT, 1e-6);
+        EXPECT_NEAR(file.number(evaporator + 15), evaporatorOut.TSAT - evaporatorIn.T, 1e-6);
+        EXPECT_GT(file.number(condenser + 15), 0.0);
+        // Superheat counts from the dew temperature, which is that of the outlet without a pressure drop.
+        EXPECT_NEAR(evaporatorOut.T - evaporatorOut.TSAT, 5.0, 1e-6);
+    }
+}
+
+// A blend that a request stores is then a fluid like any other.
+TEST(BasicCycle, AStoredBlendRunsByItsName) {
+    TemporaryFolder installation;
+    std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids", installation.path("fluids"));
+    std::filesystem::create_directory(installation.path("mixtures"));
+    Plant plant;
+    plant.installation = installation.path("frigana");
+    Request store;
+    for (const char* line : {"1", "3", "2", "1", "R1234YF.FLD", "0.56", "R134A.FLD", "0.44", "R513A", "2 DEF", "7"})
+        store.line(line);
+    plant(store);
+    EXPECT_FALSE(plant.hasResult());
+    ASSERT_TRUE(std::filesystem::exists(installation.path("mixtures/R513A.mix")));
+    plant(cycleRequest(1, basicParameters(), "R513A.mix"));
+    ASSERT_TRUE(plant.hasResult());
+    const ResultFile file(plant.resultText());
+    ASSERT_FALSE(file.refused()) << plant.resultText();
+    checkBalance(file);
+    EXPECT_EQ(file.trimmed(4), "R513A.mix 572");  // 0.56 x 0 + 0.44 x 1300
 }
 
 // Points of saturation that the reference tables give independently: R134a at 268.15 K and 313.15 K.
