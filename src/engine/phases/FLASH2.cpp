@@ -183,17 +183,19 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         return top > 0;
     };
 
+    // Values at the bounds belong to the range.
+    const double rounding = 1e-9 * std::max(1.0, std::abs(b));
     double Dtop = 0;
     if (T >= Tc) {
         if (!topDensity(Dtop)) Dtop = Dmax;
         const double topValue = value(Dtop);
         double lower = thinDensity;
         double upper = Dtop;
-        if (b < topValue) {
+        if (b < topValue - rounding) {
             double De = 0;
             double leastValue = 0;
             GOLD(thinDensity, Dtop, goldenSections, true, z, T, letter, De, leastValue);
-            if (b < leastValue) {
+            if (b < std::min(leastValue, topValue - rounding)) {
                 outOfRange("min =", leastValue);
                 noResult();
                 return;
@@ -206,6 +208,9 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
             } else {
                 upper = De;
             }
+        } else if (b > thinValue && topValue > thinValue) {
+            double leastValue = 0;
+            GOLD(thinDensity, Dtop, goldenSections, true, z, T, letter, lower, leastValue);
         }
         if (!singlePhase(lower, upper)) return;
         q = p > Pc ? supercriticalOrNone : superheatedVapor;
@@ -227,7 +232,10 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         return;
     }
     const double dewValue = value(dew.Dv);
-    if (b >= dewValue) {
+    // Above the value of the thin gas only a liquid under very high pressure is left, which is also the higher root of
+    // a vapor's value.
+    const bool denseOnly = b > thinValue + rounding;
+    if (b >= dewValue && !denseOnly && kr != 2) {
         if (singlePhase(thinDensity, dew.Dv)) q = superheatedVapor;
         return;
     }
@@ -251,15 +259,20 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         GOLD(bubble.Dl, Dtop, goldenSections, true, z, T, letter, De, leastValue);
     }
     const double topValue = value(Dtop);
-    if (b < std::min(leastValue, topValue)) {
+    if (b >= dewValue && !denseOnly && !(b < topValue + rounding)) {
+        if (singlePhase(thinDensity, dew.Dv)) q = superheatedVapor;
+        return;
+    }
+    if (b < std::min(leastValue, topValue) - rounding) {
         outOfRange("min =", leastValue);
         noResult();
         return;
     }
-    const bool two = b < topValue;
+    const bool extremum = topValue > leastValue + rounding;
+    const bool two = extremum && b < topValue + rounding && !denseOnly;
     if (two) warnOfTwoRoots();
-    if (b < bubbleValue || (two && kr == 2)) {
-        const bool dense = two && kr == 2;
+    if (b < bubbleValue || denseOnly || (two && kr == 2)) {
+        const bool dense = denseOnly || (two && kr == 2);
         if (singlePhase(dense ? De : bubble.Dl, dense || !two ? Dtop : De)) q = subcooledLiquid;
         return;
     }
@@ -431,7 +444,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         if (line.ierr > 0 && beyondVaporLiquidLine(icomp, D)) {
             saturatedValue = b - 1e-6;
         } else {
-            saturatedValue = propertyByLetter(letter, line.ierr > 0 ? Tc : line.T, D, z);
+            saturatedValue = propertyByLetter(letter, line.ierr > 0 || line.T > Tc ? Tc : line.T, D, z);
         }
     }
 

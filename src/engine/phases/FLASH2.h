@@ -201,8 +201,8 @@ void DBFL1(double D, double b, const Composition& z, std::string_view ab, double
 //             ab      second letter H, S, E or Q
 //   Returned  T, p, Dl, Dv, x, y, q
 //   Codes     those of ABFL2, whose text names D in place of T
-//   Notes     Mixtures stop within 0.0001 mol/L of D. A pure fluid goes on to 1e-10 of D; where the secant fails, as
-//             beside a maximum of the saturated vapor's enthalpy, it is solved along its isochore.
+//   Notes     Mixtures stop within 0.0001 mol/L of D. A pure fluid is then solved along its isochore to 1e-12 of b,
+//             also where the secant fails, as beside a maximum of the saturated vapor's enthalpy.
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
 

@@ -286,33 +286,48 @@ void DBFL1(double D, double b, const Composition& z, std::string_view ab, double
         return;
     }
 
-    T = letter == 'P' && b > 100 * Pc ? 2 * Tc : Tc;
+    double tmin = 0;
+    double tmax = 0;
+    double Dmax = 0;
+    double pmax = 0;
+    LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
+    const double start = letter == 'P' && b > 100 * Pc ? 2 * Tc : Tc;
     const double scale = std::max(1.0, std::abs(b));
-    for (int step = 1; step <= mostSteps; ++step) {
-        const double F = propertyByLetter(letter, T, D, z) - b;
-        double slope = 0;
-        if (letter == 'P') {
-            DPDT(T, D, z, slope);
-        } else {
-            double cv = 0;
-            double cp = 0;
-            CVCP(T, D, z, cv, cp);
-            slope = cv;
-            if (letter == 'S') slope = cv / T;
-            if (letter == 'H') {
-                double dpdt = 0;
-                DPDT(T, D, z, dpdt);
-                slope = cv + dpdt / D;
+
+    // Newton's method from the start; the second time no step leaves the temperatures at which the equation holds, as
+    // a cold liquid may have another root, without a meaning, below them.
+    for (const bool bounded : {false, true}) {
+        double lower = bounded ? tmin : 0;
+        double upper = 3 * tmax;
+        T = start;
+        for (int step = 1; step <= mostSteps; ++step) {
+            const double F = propertyByLetter(letter, T, D, z) - b;
+            double slope = 0;
+            if (letter == 'P') {
+                DPDT(T, D, z, slope);
+            } else {
+                double cv = 0;
+                double cp = 0;
+                CVCP(T, D, z, cv, cp);
+                slope = cv;
+                if (letter == 'S') slope = cv / T;
+                if (letter == 'H') {
+                    double dpdt = 0;
+                    DPDT(T, D, z, dpdt);
+                    slope = cv + dpdt / D;
+                }
             }
-        }
-        if (std::abs(slope) < 1e-300) break;
-        T -= F / slope;
-        // The last step is taken too: it brings the root from the tolerance to the rounding of the property.
-        if (std::abs(F) / scale < tolerance && T > 0) {
+            (F < 0 ? lower : upper) = T;
+            double next = std::abs(slope) > 1e-300 ? T - F / slope : -1;
+            if (bounded && !(next > lower - 1e-9 * lower && next < upper)) next = 0.5 * (lower + upper);
+            // The last step is taken too: it brings the root from the tolerance to the rounding of the property.
+            const bool converged = std::abs(F) / scale < tolerance && next > 0;
+            T = next > 0 ? next : Tc / 2;
+            if (!converged) continue;
+            if (!bounded && T < tmin * (1 - 1e-6)) break;
             PRESS(T, D, z, p);
             return;
         }
-        if (!(T > 0)) T = Tc / 2;
     }
     ierr = 203;
     message(herr, "[", ab, "FL1 error 203] iteration has not converged for rho =", General{12, 5, D},
@@ -715,8 +730,7 @@ bool solveOnIsochore(double D, double b, char letter, const Composition& z, doub
 
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
-    constexpr double tolerance = 0.0001;     // [mol/L]
-    constexpr double pureTolerance = 1e-10;  // of D: a pure fluid goes on below the tolerance, as it costs little
+    constexpr double tolerance = 0.0001;  // [mol/L]
     int icomp = 0;
     ISPURE(z, icomp);
     const int mostIterations = icomp > 0 ? 50 : 20;
@@ -739,7 +753,7 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
     SaturatedPair line;
     int kr = 0;
     SATD(D, z, 0, kr, line.T, line.p, line.Dl, line.Dv, line.x, line.y, line.ierr, line.herr);
-    if (line.ierr <= 0 && line.T > tmin) Ttop = line.T;
+    if (line.ierr <= 0 && line.T > tmin && line.T < Tc) Ttop = line.T;
 
     SaturatedPair bubble;
     SaturatedPair dew;
@@ -760,7 +774,6 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
     secant.now = tmin + (Ttop - tmin) / 3;
     int points = 0;
     double F = 0;
-    bool converged = false;
     for (int pass = 1; pass <= mostIterations; ++pass) {
         solveAt(secant.now);
         if (ierr == 227) {
@@ -775,19 +788,15 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
             continue;
         }
         if (ierr > 0) break;
-        const double Fbefore = F;
         F = D - bulkDensity(q, Dl, Dv);
-        const bool stalled = converged && std::abs(F) >= std::abs(Fbefore);
-        converged = std::abs(F) < tolerance;
-        if (converged && (icomp == 0 || stalled || std::abs(F) < pureTolerance * D)) break;
+        if (std::abs(F) < tolerance) break;
         bracket.take(secant.now, F, false);
         secant.fNow = F;
         ++points;
         double next = points == 1 ? T2 : secant.next();
         if (points == 1 && next <= secant.now) next = 0.5 * (secant.now + warmest);
-        if (points > 1 && std::abs(secant.fNow - secant.fBefore) <= 1e-12 && converged) break;
         if (points > 1 && bracket.closed()) {
-            if (pass > 7 && pass % 2 == 0 && !converged) {
+            if (pass > 7 && pass % 2 == 0) {
                 next = 0.5 * (bracket.xNegative + bracket.xPositive);
             } else if (next > bracket.largest() || next < bracket.smallest()) {
                 next = bracket.falsePosition();
@@ -798,8 +807,9 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         secant.now = std::clamp(next, coldest, warmest);
     }
 
-    if (icomp > 0 && !isPseudoPure(icomp) && (ierr > 0 || !converged) &&
-        solveOnIsochore(D, b, ab[1], z, tmin, Ttop, T, p, Dl, Dv, q)) {
+    // A pure fluid goes on from the tolerance to the rounding of the property, and where the secant has failed, as
+    // beside a maximum of the saturated vapor's enthalpy, is solved anew.
+    if (icomp > 0 && !isPseudoPure(icomp) && solveOnIsochore(D, b, ab[1], z, tmin, Ttop, T, p, Dl, Dv, q)) {
         ierr = 0;
         herr.clear();
     }
