@@ -64,7 +64,8 @@ void FGCTY2(double t, double rho, const Composition& x, Composition& f, int& ier
     if (t <= 0.0 || rho < smallestFugacityDensity) return;
     int icomp = 0;
     ISPURE(x, icomp);
-    if (icomp > 0) {
+    // the analytic derivatives are those of the mixing rules, which the natural gas model does not have
+    if (icomp > 0 || modelTags.HEOS == "AGA") {
         FGCTY(t, rho, x, f);
         return;
     }

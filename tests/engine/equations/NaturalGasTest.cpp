@@ -143,7 +143,7 @@ TEST(NaturalGas, Derivatives) {
     aga8Sums(everyComponent);
     Random random;
     double worst = 0.0;
-    for (int n = 0; n < 3000; ++n) {
+    for (int n = 0; n < 800; ++n) {
         const double t = random.between(220.0, 500.0), rho = random.between(0.01, 13.0);
         // central differences of sixth order in inverse temperature and in density
         const auto slope = [](auto g, double at) {
@@ -218,6 +218,15 @@ TEST_F(NaturalGasSwitched, ForthAndBack) {
     EXPECT_NEAR(gas.p / before.p, 1.0, 0.005) << "two models of one gas";
     EXPECT_NEAR(gas.cp / before.cp, 1.0, 0.02);
     EXPECT_NEAR(gas.w / before.w, 1.0, 0.01);
+    // fugacities: the sum of x ln(f/(x p)) is that of the residual Gibbs energy
+    Composition f;
+    FGCTY2(350.0, 1.0, x, f, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    const double z = gas.p / (aga8GasConstant * 350.0);
+    double sum = 0.0;
+    for (int i = 1; i <= 4; ++i) sum += x[i] * std::log(f[i] / (x[i] * gas.p));
+    SETAG(x);
+    EXPECT_NEAR(sum, aga8Phi(0, 0, 350.0, 1.0) + z - 1.0 - std::log(z), 1e-7);
     // every ideal gas has its zero of enthalpy at 25 C
     double h;
     ENTHAL(298.15, 1e-9, x, h);
@@ -238,7 +247,7 @@ TEST_F(NaturalGasSwitched, ForthAndBack) {
 }
 
 TEST_F(NaturalGasSwitched, AFluidThatTheModelDoesNotKnow) {
-    ASSERT_TRUE(test::setUp({"NITROGEN", "R134A"}));
+    ASSERT_TRUE(test::setUp({"R32", "R134A"}));
     SETAGA(ierr, herr);
     EXPECT_EQ(ierr, 1);
     EXPECT_TRUE(words(herr).starts_with("[SETAGA error 1] Not all requested fluids are available in AGA8, "));
