@@ -62,6 +62,17 @@ TEST(MeltingLine, CarbonDioxideAgainstMeasurements) {
     }
 }
 
+TEST(SublimationLine, CarbonDioxideSublimesAtAtmosphericPressure) {
+    // normal sublimation temperature on the International Temperature Scale of 1990: 194.686 K
+    ASSERT_TRUE(test::setUp({"CO2"}));
+    double t, p;
+    SUBLP(101.325, x, t, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_NEAR(t, 194.686, 0.003);
+    SUBLT(fluidConstants.TTPN[1], x, p, ierr, herr);
+    EXPECT_NEAR(p / 517.95, 1.0, 1e-12) << "it ends at the triple point";
+}
+
 TEST(MeltingLine, PropaneAgainstThePublishedEquation) {
     // H. H. Reeves, G. J. Scott, S. E. Babb, J. Chem. Phys. 40 (1964) 3662: (p - p0)/7180 bar = (T/T0)^1.283 - 1
     ASSERT_TRUE(test::setUp({"PROPANE"}));
