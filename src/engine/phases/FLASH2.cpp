@@ -191,7 +191,8 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         const double topValue = value(Dtop);
         double lower = thinDensity;
         double upper = Dtop;
-        if (b < topValue - rounding) {
+        // The property falls with density at first; where it rises to the highest density there is a minimum between.
+        if (b < topValue - rounding || value(0.999 * Dtop) < topValue) {
             double De = 0;
             double leastValue = 0;
             GOLD(thinDensity, Dtop, goldenSections, true, z, T, letter, De, leastValue);
@@ -200,17 +201,14 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
                 noResult();
                 return;
             }
-            // Above the value of the thin gas there is the dense root alone.
-            const bool two = b <= thinValue;
+            // Above the value of the thin gas there is the dense root alone, above that at the top the thin one.
+            const bool two = b <= thinValue && b < topValue + rounding;
             if (two) warnOfTwoRoots();
-            if (!two || kr == 2) {
+            if (two ? kr == 2 : b > thinValue) {
                 lower = De;
             } else {
                 upper = De;
             }
-        } else if (b > thinValue && topValue > thinValue) {
-            double leastValue = 0;
-            GOLD(thinDensity, Dtop, goldenSections, true, z, T, letter, lower, leastValue);
         }
         if (!singlePhase(lower, upper)) return;
         q = p > Pc ? supercriticalOrNone : superheatedVapor;
@@ -273,7 +271,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     if (two) warnOfTwoRoots();
     if (b < bubbleValue || denseOnly || (two && kr == 2)) {
         const bool dense = denseOnly || (two && kr == 2);
-        if (singlePhase(dense ? De : bubble.Dl, dense || !two ? Dtop : De)) q = subcooledLiquid;
+        if (singlePhase(dense ? De : bubble.Dl, dense || !extremum ? Dtop : De)) q = subcooledLiquid;
         return;
     }
 
@@ -637,6 +635,33 @@ bool rootBesideCritical(char letter, double given, const Composition& z, double 
     return true;
 }
 
+// Newton's steps in temperature and density from a single-phase state within the tolerance to the rounding of both
+// properties; none where they would lead away.
+void refineState(char letter, double given, double s, const Composition& z, double& T, double& D) {
+    for (int step = 1; step <= 3; ++step) {
+        const PhaseProperties phase = propertiesOf(T, D, z);
+        double dpdd = 0;
+        double dpdt = 0;
+        DPDD(T, D, z, dpdd);
+        DPDT(T, D, z, dpdt);
+        const bool energy = letter == 'E';
+        const double bT = energy ? phase.cv : phase.cv + dpdt / D;
+        const double bD = energy ? (phase.p - T * dpdt) / (D * D) : (dpdd - T * dpdt / D) / D;
+        const double sT = phase.cv / T;
+        const double sD = -dpdt / (D * D);
+        const double determinant = bT * sD - bD * sT;
+        if (!(std::abs(determinant) > 1e-300)) return;
+        const double bOff = given - chosenProperty(letter, phase);
+        const double sOff = s - phase.s;
+        const double stepT = (bOff * sD - bD * sOff) / determinant;
+        const double stepD = (bT * sOff - bOff * sT) / determinant;
+        if (!(std::abs(stepT) < 1e-4 * T && std::abs(stepD) < 1e-3 * D)) return;
+        T += stepT;
+        D += stepD;
+        if (std::abs(stepT) < 1e-11 * T && std::abs(stepD) < 1e-11 * D) return;
+    }
+}
+
 // Any state: along an isentrope enthalpy and energy rise with pressure, dh = v dp and de = -p dv, through one phase and
 // two alike, so that the pressure is found between bounds.
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FullResult& r) {
@@ -830,6 +855,7 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         return;
     }
     if (!twoPhase) {
+        refineState(energy ? 'E' : 'H', given, s, z, r.T, r.D);
         fillSinglePhase(z, r);
         r.q = regionQuality(r.T, r.p, r.D, Tc, Pc, Dc);
     }

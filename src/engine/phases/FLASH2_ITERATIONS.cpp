@@ -133,6 +133,42 @@ bool densityAtEntropy(const SinglePhaseSearch& search, double& X, double& T, dou
     return false;
 }
 
+// Newton's steps from a density within the tolerance to the rounding of the property, which in a gas hardly changes
+// with density; none where they would lead away.
+double refinedDensity(char letter, double T, double D, double b, const Composition& z) {
+    for (int step = 1; step <= 3; ++step) {
+        double p = 0;
+        double dpdd = 0;
+        double dpdt = 0;
+        PRESS(T, D, z, p);
+        DPDD(T, D, z, dpdd);
+        DPDT(T, D, z, dpdt);
+        double slope = 0;  // of the property over density
+        if (letter == 'S') slope = -dpdt / (D * D);
+        if (letter == 'E') slope = (p - T * dpdt) / (D * D);
+        if (letter == 'H') slope = (dpdd - T * dpdt / D) / D;
+        if (std::abs(slope) < 1e-300) return D;
+        const double change = (b - propertyByLetter(letter, T, D, z)) / slope;
+        if (!(std::abs(change) < 0.01 * D)) return D;
+        D += change;
+        if (std::abs(change) < 1e-11 * D) return D;
+    }
+    return D;
+}
+
+// Density between the ends of a bracket, by halving it; false if the property jumps there.
+bool bisectDensity(char letter, double T, double b, const Composition& z, double tolerance, RootBracket bracket,
+                   double& D) {
+    constexpr int mostHalvings = 60;
+    for (int step = 1; step <= mostHalvings; ++step) {
+        D = 0.5 * (bracket.xNegative + bracket.xPositive);
+        const double F = b - propertyByLetter(letter, T, D, z);
+        if (std::abs(F) < tolerance) return true;
+        bracket.take(D, F, true);
+    }
+    return false;
+}
+
 void reportSinglePhase(std::string_view ab, int code, char unknown, double X, double F, const Text255& inner, int& ierr,
                        Text255& herr) {
     ierr = code;
@@ -216,6 +252,7 @@ void ABFL1(double a, double b, const Composition& z, int kph, std::string_view a
         // Residual of the second property.
         F = b - propertyByLetter(search.second, T, D, z);
         if (std::abs(F) / scale < tolerance) {
+            if (givenT) D = refinedDensity(search.second, T, D, b, z);
             PRESS(T, D, z, p);
             return;
         }
@@ -257,6 +294,12 @@ void ABFL1(double a, double b, const Composition& z, int kph, std::string_view a
         secant.before = secant.now;
         secant.fBefore = secant.fNow;
         secant.now = next;
+    }
+    // A property that bends strongly over density keeps one end of the bracket for ever: halve it instead.
+    if (givenT && bracket.closed() && bisectDensity(search.second, T, b, z, tolerance * scale, bracket, D)) {
+        D = refinedDensity(search.second, T, D, b, z);
+        PRESS(T, D, z, p);
+        return;
     }
     reportSinglePhase(ab, 248, unknown, secant.now, F, inner, ierr, herr);
 }

@@ -953,7 +953,8 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     if (!aboveDome && letter == 'S') {
         double Dvapor = 0;
         int code = 0;
-        TPRHO(Tc, p, z, 2, 0, Dvapor, code, inner);
+        // At the critical temperature itself only a forced side is the vapor's.
+        TPRHO(Tc, p, z, -2, 0, Dvapor, code, inner);
         if (code <= 0) aboveDome = b > propertyByLetter('S', Tc, Dvapor, z);
     }
     if (aboveDome) {
