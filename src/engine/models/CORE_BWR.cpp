@@ -1,6 +1,7 @@
 #include "CORE_BWR.h"
 
 #include <cmath>
+#include <cstdint>
 
 #include "FluidConstants.h"
 #include "Message.h"
@@ -20,23 +21,27 @@ constexpr double perBar = 100.0;  // kPa, and J of one L bar
 // pressure; with the exponential n = 2 m + 3.
 constexpr int powerCount = 8, groupCount = 14;
 
-// Where each of the 32 coefficients belongs, and its exponent of temperature.
+// The powers of temperature that occur.
+constexpr int exponentCount = 7;
+constexpr double exponents[exponentCount] = {1.0, 0.5, 0.0, -1.0, -2.0, -3.0, -4.0};
+enum : std::uint8_t { t1, tHalf, t0, tM1, tM2, tM3, tM4 };
+
+// Where each of the 32 coefficients belongs, and its power of temperature.
 struct Place {
-    int group;
-    double exponent;
+    std::uint8_t group, power;
 };
 constexpr Place places[32] = {
-    {0, 1.0},   {0, 0.5},   {0, 0.0},   {0, -1.0},  {0, -2.0},               // rho^2
-    {1, 1.0},   {1, 0.0},   {1, -1.0},  {1, -2.0},                           // rho^3
-    {2, 1.0},   {2, 0.0},   {2, -1.0},                                       // rho^4
-    {3, 0.0},                                                                // rho^5
-    {4, -1.0},  {4, -2.0},                                                   // rho^6
-    {5, -1.0},                                                               // rho^7
-    {6, -1.0},  {6, -2.0},                                                   // rho^8
-    {7, -2.0},                                                               // rho^9
-    {8, -2.0},  {8, -3.0},  {9, -2.0},  {9, -4.0},  {10, -2.0}, {10, -3.0},  // with the exponential, rho^3, 5, 7
-    {11, -2.0}, {11, -4.0}, {12, -2.0}, {12, -3.0},                          // ... rho^9, 11
-    {13, -2.0}, {13, -3.0}, {13, -4.0},                                      // ... rho^13
+    {0, t1},   {0, tHalf}, {0, t0},   {0, tM1},  {0, tM2},              // rho^2
+    {1, t1},   {1, t0},    {1, tM1},  {1, tM2},                         // rho^3
+    {2, t1},   {2, t0},    {2, tM1},                                    // rho^4
+    {3, t0},                                                            // rho^5
+    {4, tM1},  {4, tM2},                                                // rho^6
+    {5, tM1},                                                           // rho^7
+    {6, tM1},  {6, tM2},                                                // rho^8
+    {7, tM2},                                                           // rho^9
+    {8, tM2},  {8, tM3},   {9, tM2},  {9, tM4},  {10, tM2}, {10, tM3},  // with the exponential, rho^3, 5, 7
+    {11, tM2}, {11, tM4},  {12, tM2}, {12, tM3},                        // ... rho^9, 11
+    {13, tM2}, {13, tM3},  {13, tM4},                                   // ... rho^13
 };
 
 double coefficients[groupCount];
@@ -49,41 +54,27 @@ constexpr double falling(double x, int n) {
     return product;
 }
 
-double powerOfTemperature(double exponent, double t, double u) {
-    if (exponent == 1.0) return t;
-    if (exponent == 0.5) return std::sqrt(t);
-    if (exponent == 0.0) return 1.0;
-    if (exponent == -1.0) return u;
-    if (exponent == -2.0) return u * u;
-    if (exponent == -3.0) return u * u * u;
-    return u * u * u * u;
+// The coefficient functions with each power of temperature T^e taken times the factor of its exponent.
+template <class Factor>
+void sumCoefficients(const BwrSlot& slot, double t, Factor factorOf) {
+    const double u = 1.0 / t;
+    double powers[exponentCount] = {t, std::sqrt(t), 1.0, u, u * u, u * u * u, u * u * u * u};
+    for (int e = 0; e < exponentCount; ++e) powers[e] *= factorOf(exponents[e]);
+    for (double& sum : coefficients) sum = 0.0;
+    for (int k = 0; k < 32; ++k) coefficients[places[k].group] += slot.BBWR[k + 1] * powers[places[k].power];
 }
 
 // The coefficient functions, or their derivatives of the given order in temperature.
 void temperatureDerivatives(const BwrSlot& slot, double t, int order) {
-    const double u = 1.0 / t;
     double scale = 1.0;
-    for (int i = 0; i < order; ++i) scale *= u;
-    for (double& sum : coefficients) sum = 0.0;
-    for (int k = 0; k < 32; ++k) {
-        const Place& place = places[k];
-        const double factor = falling(place.exponent, order);
-        if (factor == 0.0) continue;
-        coefficients[place.group] += slot.BBWR[k + 1] * factor * scale * powerOfTemperature(place.exponent, t, u);
-    }
+    for (int i = 0; i < order; ++i) scale /= t;
+    sumCoefficients(slot, t, [=](double exponent) { return scale * falling(exponent, order); });
 }
 
 // tau^n d^n/dtau^n of the coefficient functions over R T.
 void tauDerivatives(const BwrSlot& slot, double t, int order) {
-    const double u = 1.0 / t;
-    for (double& sum : coefficients) sum = 0.0;
-    for (int k = 0; k < 32; ++k) {
-        const Place& place = places[k];
-        const double factor = falling(1.0 - place.exponent, order);
-        if (factor == 0.0) continue;
-        coefficients[place.group] +=
-            slot.BBWR[k + 1] * factor * powerOfTemperature(place.exponent, t, u) * u / slot.RBWR;
-    }
+    const double scale = 1.0 / (slot.RBWR * t);
+    sumCoefficients(slot, t, [=](double exponent) { return scale * falling(1.0 - exponent, order); });
 }
 
 // Integral of y^m exp(-y) from 0 to y, for y = (rho/gamma)^2. The series keeps its digits where the closed form is a

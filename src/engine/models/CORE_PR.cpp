@@ -80,19 +80,21 @@ double interaction(int i, int j) {
 
 OneFluid mixedFluid(const Composition& x, double t) {
     OneFluid one;
+    double constant[ncmax + 1], perRootTemperature[ncmax + 1];
     for (int i = 1; i <= modelTags.NC; ++i) {
         if (x[i] == 0.0) continue;
-        const Component first = component(i);
-        const RootAttraction rootI(first, t);
-        one.b += x[i] * first.b;
-        one.c += x[i] * first.c;
-        for (int j = 1; j <= modelTags.NC; ++j) {
+        const Component fluid = component(i);
+        const RootAttraction root(fluid, t);
+        one.b += x[i] * fluid.b;
+        one.c += x[i] * fluid.c;
+        constant[i] = root.constant;
+        perRootTemperature[i] = root.perRootTemperature;
+        for (int j = 1; j <= i; ++j) {
             if (x[j] == 0.0) continue;
-            const RootAttraction rootJ(component(j), t);
-            const double weight = x[i] * x[j] * interaction(i, j);
-            one.a0 += weight * rootI.constant * rootJ.constant;
-            one.a1 += weight * (rootI.constant * rootJ.perRootTemperature + rootI.perRootTemperature * rootJ.constant);
-            one.a2 += weight * rootI.perRootTemperature * rootJ.perRootTemperature;
+            const double weight = (i == j ? 1.0 : 2.0) * x[i] * x[j] * interaction(i, j);
+            one.a0 += weight * constant[i] * constant[j];
+            one.a1 += weight * (constant[i] * perRootTemperature[j] + perRootTemperature[i] * constant[j]);
+            one.a2 += weight * perRootTemperature[i] * perRootTemperature[j];
         }
     }
     return one;

@@ -284,21 +284,55 @@ double falling(double u, int n) {
     return product;
 }
 
-// Dr^n d^n/dDr^n of Dr^b exp(-c Dr^k), with the operator D = Dr d/dDr: D f = f l, D l = m, D m = k m.
-double densityPart(const Term& term, double logDensity, double powerK, int order) {
+// What the terms are at the last state: one exponential a term and variable, whatever the order of the derivative.
+struct Aga8Cache {
+    double t = 0.0, reduced = 0.0;           // 0 where there is none
+    double powerK[5] = {};                   // Dr^k
+    double temperature[aga8Terms + 1] = {};  // a times property times (U/T)^u
+    double virial[virialTerms + 1] = {};     // term of the second virial coefficient
+    double density[aga8Terms + 1] = {};      // Dr^b exp(-c Dr^k)
+};
+Aga8Cache cache;
+
+void moveTo(double t, double reduced) {
+    if (t != cache.t) {
+        cache.t = t;
+        const double logT = std::log(t);
+        const double logU = std::log(aga8.U) - logT;
+        for (int n = 1; n <= virialTerms; ++n) cache.virial[n] = aga8.B[n] * std::exp(-terms[n - 1].u * logT);
+        for (int n = firstDensityTerm; n <= aga8Terms; ++n) {
+            const Term& term = terms[n - 1];
+            const double property = mixtureProperty(term.kind);
+            cache.temperature[n] = property == 0.0 ? 0.0 : term.a * property * std::exp(term.u * logU);
+        }
+    }
+    if (reduced != cache.reduced) {
+        cache.reduced = reduced;
+        const double logReduced = std::log(reduced);
+        cache.powerK[0] = 0.0;  // these terms have no exponential
+        cache.powerK[1] = reduced;
+        for (int k = 2; k <= 4; ++k) cache.powerK[k] = cache.powerK[k - 1] * reduced;
+        for (int n = firstDensityTerm; n <= aga8Terms; ++n) {
+            const Term& term = terms[n - 1];
+            cache.density[n] = std::exp(term.b * logReduced - term.c * cache.powerK[term.k]);
+        }
+    }
+}
+
+// Dr^n d^n/dDr^n of f = Dr^b exp(-c Dr^k) over f, with the operator D = Dr d/dDr: D f = f l, D l = m, D m = k m.
+double densityFactor(const Term& term, double powerK, int order) {
     const double c = term.c, k = term.k;
-    const double f = std::exp(term.b * logDensity - c * powerK);
     const double l = term.b - c * k * powerK;
     const double m = -c * k * k * powerK;
     switch (order) {
         case 0:
-            return f;
+            return 1.0;
         case 1:
-            return f * l;
+            return l;
         case 2:
-            return f * (l * l + m - l);
+            return l * l + m - l;
         default:
-            return f * (l * l * l + 3.0 * l * m + k * m - 3.0 * (l * l + m) + 2.0 * l);
+            return l * l * l + 3.0 * l * m + k * m - 3.0 * (l * l + m) + 2.0 * l;
     }
 }
 
@@ -337,6 +371,7 @@ void SETAG(const Composition& x) {
 }
 
 void aga8Sums(const Aga8Fractions& fraction) {
+    cache.t = cache.reduced = 0.0;
     int present[aga8Components], count = 0;
     for (int i = 1; i <= aga8Components; ++i)
         if (fraction[i] > 0.0) present[count++] = i;
@@ -389,33 +424,24 @@ double aga8Phi(int itau, int idel, double t, double density) {
     if (itau < 0 || idel < 0 || itau > 3 || idel > 3) return 0.0;
     const double reduced = aga8.K3 * density;
     if (!(reduced > 0.0) || !(t > 0.0)) return 0.0;
-    const double logT = std::log(t);
-    const double logReduced = std::log(reduced);
-    const double logU = std::log(aga8.U) - logT;
+    moveTo(t, reduced);
 
     // linear in density: the second virial coefficient, less the linear part of terms 13 to 18
     double sum = 0.0;
     if (idel <= 1) {
         for (int n = 1; n <= virialTerms; ++n) {
-            const Term& term = terms[n - 1];
-            const double order = falling(term.u, itau);
-            if (order == 0.0) continue;
-            double part = density * aga8.B[n] * std::exp(-term.u * logT);
-            if (n >= firstDensityTerm) part -= reduced * term.a * mixtureProperty(term.kind) * std::exp(term.u * logU);
-            sum += order * part;
+            double part = density * cache.virial[n];
+            if (n >= firstDensityTerm) part -= reduced * cache.temperature[n];
+            sum += falling(terms[n - 1].u, itau) * part;
         }
     }
     // the terms in reduced density, by the power k of their exponentials
-    double powerK[5] = {0.0, reduced, reduced * reduced, reduced * reduced * reduced, 0.0};
-    powerK[4] = powerK[2] * powerK[2];
     for (int k = 0; k <= 4; ++k) {
         for (int n = firstDensityTerm; n <= aga8Terms; ++n) {
             const Term& term = terms[n - 1];
-            if (term.k != k) continue;
-            const double order = falling(term.u, itau);
-            const double property = mixtureProperty(term.kind);
-            if (order == 0.0 || property == 0.0) continue;
-            sum += order * term.a * property * std::exp(term.u * logU) * densityPart(term, logReduced, powerK[k], idel);
+            if (term.k == k)
+                sum += falling(term.u, itau) * cache.temperature[n] * cache.density[n] *
+                       densityFactor(term, cache.powerK[k], idel);
         }
     }
     return sum;
