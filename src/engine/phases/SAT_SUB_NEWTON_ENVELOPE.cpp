@@ -1,11 +1,10 @@
-// Tracing of the phase envelope into splines, and the critical point of a mixture.
+// Tracing of the phase envelope into splines.
 #include <algorithm>
 #include <cmath>
 
 #include "CORE_PR.h"
 #include "MIX_HMX.h"
 #include "Message.h"
-#include "PHIDERV.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SAT_SUB_SPLINE.h"
@@ -265,139 +264,6 @@ void SATSPLN(const Composition& x, int& ierr, Text255& herr) {
     }
     ierr = 0;
     herr.clear();
-}
-
-namespace {
-
-// ln f/x of the composition z at T and p with its derivatives.
-struct FugacityState {
-    Composition philn{}, inT{}, inP{};
-    double rho = 0.0;
-
-    void at(const Composition& z, double T, double p, int& ierr, Text255& herr) {
-        int phase = 1;
-        double dpdt, dpdd, dddt, cp;
-        LGPHI(2, phase, T, rho, p, z, philn, dpdt, dpdd, dddt, cp, ierr, herr);
-        if (ierr > 0) return;
-        inT = compositionDerivatives.DPHIDT;
-        inP = compositionDerivatives.DPHIDP;
-    }
-};
-
-// Sums along the eigenvector, of a composition a small step away against that of the feed.
-struct DirectionSums {
-    double DFDS, DFT2, DFP2;
-};
-DirectionSums sumsAlong(double signedStep, const Composition& z, const Composition& root, const Composition& e,
-                        const FugacityState& feed, double T, double p, int& ierr, Text255& herr) {
-    const int nc = modelTags.NC;
-    Composition moved{};
-    double sum = 0.0;
-    for (int i = 1; i <= nc; ++i) {
-        moved[i] = std::fabs(z[i] + signedStep * e[i] * root[i]);
-        sum += moved[i];
-    }
-    if (sum > 1e-10)
-        for (int i = 1; i <= nc; ++i) moved[i] /= sum;
-    FugacityState state;
-    state.rho = feed.rho;
-    DirectionSums d{};
-    state.at(moved, T, p, ierr, herr);
-    if (ierr > 0) return d;
-    for (int i = 1; i <= nc; ++i) {
-        if (z[i] <= 0.0) continue;
-        const double weight = root[i] * e[i];
-        d.DFDS += weight * (std::log(moved[i] / z[i]) + state.philn[i] - feed.philn[i]);
-        d.DFT2 += weight * (state.inT[i] - feed.inT[i]);
-        d.DFP2 += weight * (state.inP[i] - feed.inP[i]);
-    }
-    return d;
-}
-
-}  // namespace
-
-void CRTPNT(const Composition& z, double& tc, double& pc, double& rhoc, int& ierr, Text255& herr) {
-    ierr = 0;
-    herr.clear();
-    int icomp = 0;
-    ISPURE(z, icomp);
-    if (icomp > 0) {
-        CRITP(z, tc, pc, rhoc, ierr, herr);
-        return;
-    }
-    const int nc = modelTags.NC;
-    int active = 0;
-    Array1<int, ncmax> member;
-    Composition root{};
-    for (int i = 1; i <= nc; ++i) {
-        if (z[i] <= 0.0) continue;
-        member[++active] = i;
-        root[i] = std::sqrt(z[i]);
-    }
-    const auto giveUp = [&](std::string_view text) {
-        ierr = 1;
-        message(herr, text, nullCharacter);
-        ERRMSG(ierr, herr);
-    };
-
-    for (double s = 0.0001;; s *= 10.0) {
-        double tolerance = 1e-8, lambda = 0.0, C = 0.0;
-        bool astray = false;
-        FugacityState feed;
-        for (int pass = 1; !astray; ++pass) {
-            feed.at(z, tc, pc, ierr, herr);
-            if (ierr > 0) {
-                astray = true;
-                break;
-            }
-            rhoc = feed.rho;
-            if (pass > 1 && std::fabs(0.5 * lambda) + std::fabs(C) < tolerance) {
-                ierr = 0;
-                herr.clear();
-                return;
-            }
-            static SquareMatrix<ncmax> Q;
-            for (int i = 1; i <= active; ++i)
-                for (int j = 1; j <= active; ++j) {
-                    const int a = member[i], b = member[j];
-                    Q[i][j] = root[a] * root[b] * compositionDerivatives.DPHIDNJ[b][a] + (i == j ? 1.0 : 0.0);
-                }
-            Array1<double, ncmax> vector{};
-            int code = 0;
-            Text255 text;
-            MINEIGEN(active, Q, lambda, vector, code, text);
-            if (pass == 10) tolerance *= 100.0;
-            Composition e{};
-            for (int i = 1; i <= active; ++i) e[member[i]] = vector[i];
-            const DirectionSums plus = sumsAlong(s, z, root, e, feed, tc, pc, ierr, herr);
-            const DirectionSums minus = ierr > 0 ? plus : sumsAlong(-s, z, root, e, feed, tc, pc, ierr, herr);
-            if (ierr > 0) {
-                astray = true;
-                break;
-            }
-            const double sixth = 1.0 / (6.0 * s * s), quarter = 1.0 / (4.0 * s);
-            C = (plus.DFDS + minus.DFDS) * sixth;
-            const double Ap = (plus.DFP2 - minus.DFP2) * quarter, At = (plus.DFT2 - minus.DFT2) * quarter;
-            const double Bp = (plus.DFP2 + minus.DFP2) * sixth, Bt = (plus.DFT2 + minus.DFT2) * sixth;
-            const double determinant = Ap * Bt - At * Bp;
-            if (std::fabs(determinant) < 1e-20) return giveUp("dp, dt -> infinity. Provide better p, t guess values");
-            double dp = (C * At - 0.5 * lambda * Bt) / determinant, dT = (Bp * 0.5 * lambda - C * Ap) / determinant;
-            for (int k = 1; k <= 25 && (std::fabs(dT) > 2.0 || std::fabs(dp) > 1000.0); ++k) {
-                dT /= 10.0;
-                dp /= 2.0;
-            }
-            // the step above solves A_p dp + A_T dT = -lambda/2, B_p dp + B_T dT = -C
-            tc += dT;
-            pc += dp;
-            astray = pass >= 20 || !(tc > 0.0) || !(pc > 0.0) || pc > 100000.0 || tc > 1000.0;
-        }
-        if (!(s < 0.099)) break;
-        int code = 0;
-        Text255 text;
-        double Dc;
-        CRITP(z, tc, pc, Dc, code, text);
-    }
-    giveUp("No convergence. Provide better p, t guess values");
 }
 
 }  // namespace frigana
