@@ -513,7 +513,7 @@ def check_fluid(c, d, path):
 
 # ---- mixtures --------------------------------------------------------------------------------
 
-def check_mixture_parameters(c, path, pairs, functions, critical):
+def check_mixture_parameters(c, path, pairs, functions, critical, estimated):
     t = Text(path)
     c.same("BNC model", t.text(3), "HMX")
     c.same("BNC version", int(t.text(2)) > 0, True)
@@ -552,7 +552,15 @@ def check_mixture_parameters(c, path, pairs, functions, critical):
                     cas = line[:26].strip() or cas
                     assert "/" in cas
                     fields[line[26:29]] = [float(w) for w in line[29:].split()[:6]]
-    c.same("pairs", len(records), len(pairs["pairs"]))
+    c.same("pairs", len(records), len(pairs["pairs"]) + len(estimated))
+    for p in estimated:
+        cas = "/".join(p["cas"])
+        citation, fields = records[cas]
+        c.same(cas + " rest", fields["LJ6"][1:], [0.0, 0.0, 1.0, 1.0, 0.0])
+        c.same(cas + " zeta", "%.6g" % fields["LJ6"][0], "%.6g" % p["estimate"]["F1_K"])
+        for tag in ("TC1", "VC1"):
+            c.same(cas + " " + tag, fields[tag], critical.get(cas, {}).get(tag, [0.0] * 6))
+        c.same(cas + " source", "have been estimated" in citation, True)
     for p in pairs["pairs"]:
         cas = "/".join(p["cas"])
         citation, fields = records[cas]
@@ -626,7 +634,8 @@ def main():
     critical = "critical_lines.json"
     guarded(c, check_mixture_parameters, os.path.join(data, "fluids", "HMX.BNC"),
             load("mixtures", "binary_pairs.json"), load("mixtures", "departure_functions.json"),
-            load(critical) if os.path.exists(os.path.join(HERE, "fluid_tables", critical)) else {})
+            load(critical) if os.path.exists(os.path.join(HERE, "fluid_tables", critical)) else {},
+            load("mixtures", "blends.json")["pairs_without_data"])
     b, k = report("HMX.BNC", c)
     bad, numbers = bad + b, numbers + k
     blends = load("mixtures", "blends.json")["blends"]

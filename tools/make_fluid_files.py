@@ -632,8 +632,32 @@ def fluid_file(fluid, statements):
 
 # ---- mixtures --------------------------------------------------------------------------------
 
-def mixture_parameter_file(pairs, functions, critical):
-    """HMX.BNC. `critical` maps "CAS1/CAS2" to {"TC1": six numbers, "VC1": six numbers}."""
+ESTIMATED = "No mixture data are available for this binary pair. The mixing parameters have been estimated."
+
+
+def estimated_record(a, b):
+    """A pair without published parameters, as the engine estimates it when there is no record: Lemmon and McLinden (2001).
+
+    The record is there for the sake of the critical line, which cannot be estimated.
+    """
+    first, second = a["constants"], b["constants"]
+    dipole = first["dipole_debye"] - second["dipole_debye"]
+    size = [c["tcrit"] / (c["pcrit"] * c["acentric"]) for c in (first, second)]
+    if dipole < 0 if abs(dipole) >= 1e-5 else size[1] > size[0]:
+        first, second = second, first
+    r = {k: second[k] / first[k] for k in ("tcrit", "pcrit", "acentric")}
+    c = r["tcrit"] / r["pcrit"] / r["acentric"]
+    if c > 5 and abs(r["acentric"]) < 0.1 and 0.75 < r["tcrit"] < 1.25:
+        r = {k: 1 / v for k, v in r.items()}
+        c = r["tcrit"] / r["pcrit"] / r["acentric"]
+    zeta = (40.4 - 25.03 * 2 ** c) / r["tcrit"]
+    assert abs(zeta) <= 200
+    return ["LJ6", [zeta, 0.0, 0.0, 1.0, 1.0, 0.0]]
+
+
+def mixture_parameter_file(pairs, functions, critical, estimated, fluids):
+    """HMX.BNC. `critical` maps "CAS1/CAS2" to {"TC1": six numbers, "VC1": six numbers}; `estimated` lists the pairs of
+    the blends that have no published parameters."""
     out = ["HMX", " 1"]
     out += ["! Mixing parameters of binary pairs and departure functions. Made by tools/make_fluid_files.py.",
             "! KW: betaT, gammaT, betaV, gammaV, F, unused. LJ: zeta [K], xi [L/mol], F, powers of x_i and x_j, unused.",
@@ -653,19 +677,29 @@ def mixture_parameter_file(pairs, functions, critical):
     # The pairs stand last: a search for a pair that the file does not hold then ends at END and at
     # the end of the file, and never takes a line of another section for a data line.
     sources = ["%s: %s" % (short_citation(c), citation_text(c)) for c in pairs["citations"].values()]
+    sources.append("LJ6 with F = 0: no published parameters; estimated by the method of E. W. Lemmon, M. O. McLinden, "
+                   "\"Method for Estimating Mixture Equation of State Parameters,\" Thermophysical Properties and Transfer "
+                   "Processes of New Refrigerants, IIR Commission B1, Paderborn (2001), 23-30.")
     out += ["#BNC  !---binary pairs---", "BNC"] + question_lines(sources) + ["!"]
+    records = []
     for p in pairs["pairs"]:
         lines = ["?%s + %s" % tuple(p["fluids"]), "?" + short_citation(pairs["citations"][p["citation"]])]
         if p["note"]:
             lines.append("?" + p["note"])
-        cas = "/".join(p["cas"])
+        records.append((p["cas"], p["tag"], p["fmix"], lines))
+    for p in estimated:
+        tag, fmix = estimated_record(*(fluids[k] for k in p["fluids"]))
+        assert abs(fmix[0] / p["estimate"]["F1_K"] - 1) < 1e-5, p
+        records.append((p["cas"], tag, fmix, ["?" + ESTIMATED]))
+    for numbers, tag, fmix, lines in records:
+        cas = "/".join(numbers)
         assert len(cas) <= 26
-        assert len(p["fmix"]) == 6
-        lines.append("%-26s%s  %s" % (cas, p["tag"], "  ".join(number(x) for x in p["fmix"])))
-        for tag in ("TC1", "VC1"):
-            values = critical.get(cas, {}).get(tag, [0.0] * 6)
+        assert len(fmix) == 6
+        lines.append("%-26s%s  %s" % (cas, tag, "  ".join(number(x) for x in fmix)))
+        for line_tag in ("TC1", "VC1"):
+            values = critical.get(cas, {}).get(line_tag, [0.0] * 6)
             assert len(values) == 6
-            lines.append("%26s%s  %s" % ("", tag, "  ".join(number(x) for x in values)))
+            lines.append("%26s%s  %s" % ("", line_tag, "  ".join(number(x) for x in values)))
         # What the reader joins into the pair's citation has 255 places.
         assert sum(len(x) for x in lines if x[0] == "?") < 250, lines
         out += lines + ["!"]
@@ -732,10 +766,12 @@ def main():
     if args.fluids:
         return 0
     pairs, functions = load("mixtures", "binary_pairs.json"), load("mixtures", "departure_functions.json")
+    blends = load("mixtures", "blends.json")
     write(os.path.join(args.out, "fluids", "HMX.BNC"),
-          mixture_parameter_file(pairs, functions, load_optional("critical_lines.json")))
+          mixture_parameter_file(pairs, functions, load_optional("critical_lines.json"), blends["pairs_without_data"],
+                                 fluids))
     points = load_optional("blend_critical_points.json")
-    for blend in load("mixtures", "blends.json")["blends"]:
+    for blend in blends["blends"]:
         text, x = mixture_file(blend, fluids, points)
         assert all(abs(a - b) < 1e-12 for a, b in zip(x, blend["mole_fractions"])), blend["name"]
         write(os.path.join(args.out, "mixtures", blend["file"]), text)

@@ -386,6 +386,14 @@ int firstOfPair(int i, int j) {
     return size(i) >= size(j) ? i : j;
 }
 
+void estimateWarning(int& ierr, Text255& herr) {
+    ierr = -117;
+    message(herr,
+            "[SETUP warning -117] No mixture data are available for one or more binary pairs in the specified mixture. "
+            "The mixing parameters have been estimated.",
+            nullCharacter);
+}
+
 // The variant that takes the pair for an ideal solution; the estimate serves better.
 constexpr bool assumeIdealSolution = false;
 
@@ -416,11 +424,7 @@ void ESTBNC(int i, int j, int k, int& ierr, Text255& herr) {
         ERRMSG(ierr, herr);
         return;
     }
-    ierr = -117;
-    message(herr,
-            "[SETUP warning -117] No mixture data are available for one or more binary pairs in the specified mixture. "
-            "The mixing parameters have been estimated.",
-            nullCharacter);
+    estimateWarning(ierr, herr);
     m.HBIN[k] = "No mixture data are available for this binary pair. The mixing parameters have been estimated.";
 
     const FluidConstants& c = fluidConstants;
@@ -501,10 +505,11 @@ void findWaterAndAlcohol() {
 
 // Turns an estimated pair into the equal KW form, whose derivatives in the fractions are known. The pair takes the
 // departure function of its new tag too, since pairs of one tag share the saved state of it.
-void convertEstimate(int iunit, int i, int j, PairMarks& LIJ, int& ierr, Text255& herr) {
+//   Returned  (value)  true for an estimated pair, whether it was estimated here or stands as such in the file
+bool convertEstimate(int iunit, int i, int j, PairMarks& LIJ, int& ierr, Text255& herr) {
     MixingPair p = mixingParameters.pair[i][j];
     const FluidConstants& c = fluidConstants;
-    if (p.HMODMX != "LJ6" || p.FMIX[4] != 1.0 || p.FMIX[5] != 1.0 || p.FMIX[3] != 0.0) return;
+    if (p.HMODMX != "LJ6" || p.FMIX[4] != 1.0 || p.FMIX[5] != 1.0 || p.FMIX[3] != 0.0) return false;
     const double Ti = c.TZ[i], Tj = c.TZ[j], vi = 1.0 / c.RHOZ[i], vj = 1.0 / c.RHOZ[j];
     const double side = std::cbrt(vi) + std::cbrt(vj), meanV = side * side * side / 8.0;
     const double gammaT = (p.FMIX[1] + Ti + Tj) / (2.0 * std::sqrt(Ti * Tj));
@@ -514,6 +519,7 @@ void convertEstimate(int iunit, int i, int j, PairMarks& LIJ, int& ierr, Text255
     p.HMODMX = "KW0";
     storeBothOrders(i, j, p);
     RDMIX(iunit, i, j, p.HMODMX, LIJ, ierr, herr);
+    return true;
 }
 
 // Reads, or estimates, all pairs and their departure functions from the open file.
@@ -552,8 +558,13 @@ void readPairs(int iunit, const Text255& hfmix, int& ierr, Text255& herr) {
         ERRMSG(-117, text);
         keep(-117, text);
     }
+    // An estimate that stands in the file, beside a critical line that cannot be estimated, is one all the same.
     for (int i = 1; i < nc; ++i)
-        for (int j = i + 1; j <= nc; ++j) convertEstimate(iunit, i, j, LIJ, status, text);
+        for (int j = i + 1; j <= nc; ++j)
+            if (convertEstimate(iunit, i, j, LIJ, status, text) && ierr == 0) {
+                estimateWarning(ierr, herr);
+                ERRMSG(ierr, herr);
+            }
 }
 
 void checkAmmoniaWater(int& ierr, Text255& herr) {
