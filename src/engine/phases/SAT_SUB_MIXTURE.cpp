@@ -195,6 +195,23 @@ Inner incipientComposition(PressureSearch& s, int pass, int j, int& guess2, doub
     return Inner::exhausted;
 }
 
+// The composition is taken for converged when its changes have become equal, which slow iterations above the critical
+// temperature reach far from any equilibrium: the fugacities themselves must agree.
+bool equalFugacities(const PressureSearch& s) {
+    constexpr double agreement = 1e-4;
+    int ierr = 0;
+    Text255 herr;
+    double rho = s.rho2;
+    quietDensity(s.T, s.p, s.x2, -s.phases.incipient, 1, rho, ierr, herr);
+    if (ierr > 0) return false;
+    Composition f{};
+    FGCTY2(s.T, rho, s.x2, f, ierr, herr);
+    if (ierr > 0) return false;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (s.x[i] > 0.0 && !(std::fabs(f[i] / s.f1[i] - 1.0) < agreement)) return false;
+    return true;
+}
+
 // Searches the pressure; false if it was not found.
 bool searchPressure(PressureSearch& s, bool started, int guess1, int guess2, int& ierr, Text255& herr) {
     const double T = s.T, Dc = s.critical.D;
@@ -243,7 +260,7 @@ bool searchPressure(PressureSearch& s, bool started, int guess1, int guess2, int
         DPDT(T, s.rho2, s.x2, dpdt);
         if (dpdt <= 0.0) return false;
         if (inner == Inner::converged) {
-            if (std::fabs(FPIT[j]) < tolerance) {
+            if (std::fabs(FPIT[j]) < tolerance && equalFugacities(s)) {
                 ierr = 0;
                 herr.clear();
                 return true;
