@@ -246,7 +246,10 @@ void SURFT(double T, double& Dl, const Composition& x, double& sigma, int& ierr,
     if (ierr != 0) {
         message(herr, "[SURFT error", Integer{3, ierr}, "] ", herr);
         ERRMSG(ierr, herr);
-        if (ierr > 0) return;
+        if (ierr > 0) {
+            sigma = 0.0;
+            return;
+        }
     }
     STN(T, Dl, Dv, x, xvap, sigma, ierr, herr);
     if (ierr == 0 && warning != 0) {
