@@ -46,7 +46,7 @@ constexpr Exception exceptions[] = {
     {"R143A", "lambda", 0.15, 0.0, "Huber 2018 here (5 %), corresponding states in the rows (10 %)"},
     {"PROPYLEN", "lambda", 0.15, 0.4, "Assael et al. 2016 here (5 %), corresponding states in the rows (10 %)"},
     {"R245FA", "eta", 0.2, 0.5, "Perkins et al. 2016 here, corresponding states in the rows"},
-    {"R245FA", "lambda", 0.15, 0.55, "Perkins et al. 2016 here, corresponding states in the rows"},
+    {"R245FA", "lambda", 0.15, 0.65, "Perkins et al. 2016 here, corresponding states in the rows"},
     {"R1234YF", "eta", notCompared, 0.0, "Huber and Assael 2016 here, a fit of corresponding states in the rows"},
     {"R1234ZE", "eta", notCompared, 0.0, "Huber and Assael 2016 here, a fit of corresponding states in the rows"},
     {"IPENTANE", "eta", 0.35, 0.45, "Huber 2018 here (5 %), Chung et al. in the rows (up to 30 %)"},
