@@ -10,7 +10,7 @@
 namespace frigana::test {
 namespace {
 
-constexpr int requestsPerCycle = 200;
+constexpr int requestsPerCycle = 120;
 
 // Uniform numbers, the same in every run.
 class Random {
@@ -179,19 +179,22 @@ void PrintTo(const RandomCycle& cycle, std::ostream* out) {
 const RandomCycle cycles[] = {
     {&withExchanger,
      &withExchangerChoices,
-     {"R134A.FLD", "PROPANE.FLD", "R32.FLD", "AMMONIA.FLD", "ISOBUTAN.FLD", "R1234YF.FLD", "R22.FLD", "R152A.FLD"},
+     {"R134A.FLD", "PROPANE.FLD", "R32.FLD", "AMMONIA.FLD", "ISOBUTAN.FLD", "R1234YF.FLD", "R22.FLD", "R152A.FLD",
+      "R410A.MIX", "R407C.MIX"},
      {{25, 1}, {45, 1}, {65, 1}, {86, 1}, {106, -1}, {128, -1}, {148, -1}, {168, -1}}},
     {&transcritical,
      &transcriticalChoices,
-     {"CO2.FLD", "CO2.FLD", "CO2.FLD", "CO2.FLD", "ETHYLENE.FLD", "R23.FLD", "R116.FLD", "R32.FLD"},
+     {"CO2.FLD", "CO2.FLD", "CO2.FLD", "CO2.FLD", "ETHYLENE.FLD", "R23.FLD", "R116.FLD", "R32.FLD", "R410A.MIX"},
      {{25, 1}, {45, 1}, {65, 1}, {84, 1}, {99, -1}, {113, -1}, {128, -1}, {143, -1}}},
     {&liquidInjection,
      &liquidInjectionChoices,
-     {"R22.FLD", "R134A.FLD", "PROPANE.FLD", "R32.FLD", "AMMONIA.FLD", "R143A.FLD", "R1234ZE.FLD", "R125.FLD"},
+     {"R22.FLD", "R134A.FLD", "PROPANE.FLD", "R32.FLD", "AMMONIA.FLD", "R143A.FLD", "R1234ZE.FLD", "R125.FLD",
+      "R404A.MIX", "R407C.MIX"},
      {{25, 1}, {45, 1}, {66, 1}, {86, -1}, {108, -1}, {128, -1}, {166, -1}}},
     {&rankine,
      &rankineChoices,
-     {"R245FA.FLD", "R134A.FLD", "AMMONIA.FLD", "PENTANE.FLD", "BUTANE.FLD", "R123.FLD", "R1233ZD.FLD", "ISOBUTAN.FLD"},
+     {"R245FA.FLD", "R134A.FLD", "AMMONIA.FLD", "PENTANE.FLD", "BUTANE.FLD", "R123.FLD", "R1233ZD.FLD", "ISOBUTAN.FLD",
+      "R407C.MIX"},
      {{25, 1}, {45, -1}, {65, -1}, {85, -1}, {106, -1}, {125, 1}, {145, -1}}},
 };
 

@@ -79,6 +79,20 @@ const SolvedCycle cycles[] = {
       state(47)}},
 };
 
+// Lines that stand further from the reference than it says, with the tolerance they need. It takes the ideal-gas heat
+// capacity of R134A in blends at a temperature scaled by 374.18/374.21 (tests/reference/README.md), which moves the
+// enthalpy of R407C by 2.3e-3 kJ/kg between both ends of its compression; the injected fraction is made of a difference
+// of 11 kJ/kg.
+struct KnownDeviation {
+    const char* id;
+    int line;
+    double tolerance;
+};
+constexpr KnownDeviation knownDeviations[] = {
+    {"9-9", 49, 2e-5},  {"9-9", 165, 2e-4}, {"9-9", 166, 2e-4},
+    {"9-9", 182, 2e-4}, {"9-9", 188, 2e-4}, {"9-9", 189, 2e-4},
+};
+
 // Of the cycle with liquid injection: without injection its branch is the condenser outlet, again and again.
 constexpr int injectionPairs = 12;
 constexpr int injectionFlow = 188;
@@ -107,6 +121,8 @@ class OneFluidSolutions : public testing::TestWithParam<SolvedCycle> {
         constexpr double least = 0.01;
         std::map<int, double> loose;
         for (const json& row : reference.at("loose")) loose[row[0].get<int>()] = row[2].get<double>();
+        for (const KnownDeviation& row : knownDeviations)
+            if (reference.at("id").get<std::string>() == row.id) loose[row.line] = row.tolerance;
         for (const json& row : reference.at("values")) {
             const int line = row[0].get<int>();
             const double expected = row[2].get<double>();
@@ -193,6 +209,16 @@ TEST_P(OneFluidSolutions, OfPureFluidsAgreeWithIndependentOnes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cycles, OneFluidSolutions, testing::ValuesIn(cycles),
+                         [](const auto& row) { return "Sub" + std::to_string(row.param.sub); });
+
+class OneFluidSolutionsOfBlends : public OneFluidSolutions {};
+
+TEST_P(OneFluidSolutionsOfBlends, AgreeWithIndependentOnes) {
+    solveAll(GetParam(), ".MIX");
+}
+
+// There is no blend among the transcritical ones.
+INSTANTIATE_TEST_SUITE_P(Cycles, OneFluidSolutionsOfBlends, testing::Values(cycles[0], cycles[1], cycles[3]),
                          [](const auto& row) { return "Sub" + std::to_string(row.param.sub); });
 
 }  // namespace
