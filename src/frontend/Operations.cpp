@@ -17,6 +17,7 @@
 #include "50_TwoStageWithHEx.h"
 #include "52_BasicBasicCycle.h"
 #include "54_Find_Refigerant.h"
+#include "57_TranscriticalBooster.h"
 
 namespace frigana {
 
@@ -54,7 +55,7 @@ constexpr CycleOperation cycles[] = {
     {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, nullptr, nullptr},
     {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, solve<SOLBASICBASICCYC>, nullptr},
     {13, "Pumped CO2 system", CycleReader::pumped, nullptr, RANGECHECKS0213, nullptr, nullptr},
-    {14, "Transcritical booster", one, RANGECHECKS0214, nullptr, nullptr, nullptr},
+    {14, "Transcritical booster", one, RANGECHECKS0214, nullptr, solve<SOLTRANSCRIBOOSTER>, nullptr},
 };
 
 }  // namespace
