@@ -293,8 +293,13 @@ void printReport(std::ostream& out, const RunResult& result) {
         case RunEnd::refused:
             out << requested(report) << ": refused\n"
                 << "  code     " << report.IERR << '\n'
-                << "  message  " << plainText(report.HERR.view()) << '\n'
-                << "  result   " << report.resultPath.trimmed() << '\n';
+                << "  message  " << plainText(report.HERR.view()) << '\n';
+            if (report.parameter > 0) {
+                out << "  from     parameter " << report.parameter;
+                if (report.record == 2) out << " of the second circuit";
+                out << ": " << report.parameterName << '\n';
+            }
+            out << "  result   " << report.resultPath.trimmed() << '\n';
             return;
         case RunEnd::runtimeError:
             out << "No result: " << plainText(report.HERR.view()) << '\n';
@@ -327,6 +332,10 @@ void printJson(std::ostream& out, const RunResult& result) {
             root["outcome"] = "refused";
             root["code"] = report.IERR;
             root["message"] = plainText(report.HERR.view());
+            if (report.parameter > 0)
+                root["parameter"] = {{"circuit", report.record},
+                                     {"number", report.parameter},
+                                     {"name", std::string(report.parameterName)}};
             break;
         case RunEnd::runtimeError:
             root["outcome"] = "runtime error";

@@ -130,7 +130,11 @@ void endAtRefusal(const Refusal& refusal) {
                 Integer{2, mostParameters});
         fileError("cycle request", problem.trimmed());
     }
-    if (refusal.kind != Refusal::none) ERRORCONTROL(refusal.code, refusal.text);
+    if (refusal.kind == Refusal::none) return;
+    runReport.record = refusal.record;
+    runReport.parameter = refusal.parameter;
+    runReport.parameterName = refusal.name;
+    ERRORCONTROL(refusal.code, refusal.text);
 }
 
 }  // namespace

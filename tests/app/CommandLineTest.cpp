@@ -136,7 +136,23 @@ TEST_F(Program, JsonTellsARefusal) {
     const auto json = nlohmann::json::parse(outcome.said);
     EXPECT_EQ(json["outcome"], "refused");
     EXPECT_EQ(json["code"], 201102);
+    EXPECT_EQ(json["parameter"]["number"], 1);
+    EXPECT_EQ(json["parameter"]["name"], "Evaporating parameter");
     EXPECT_EQ(json["exit_status"], 2);
+}
+
+TEST_F(Program, ARefusalNamesTheParameterItCameFrom) {
+    std::string text = example();
+    text.replace(text.find("1 313.15"), 8, "1 -77.00");
+    writeFile(request, text);
+    const Outcome outcome = run(quoted);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(contains(outcome.said, "  from     parameter 11: Condensing parameter\n")) << outcome.said;
+    // A check of the solver says in its text what it is about.
+    text = example();
+    text.replace(text.find("1 268.15"), 8, "1 320.00");
+    writeFile(request, text);
+    EXPECT_FALSE(contains(run(quoted).said, "  from  "));
 }
 
 TEST_F(Program, ValuesGoToCsv) {

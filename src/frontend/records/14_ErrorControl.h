@@ -1,6 +1,8 @@
 // The road of a failure, and the small routines that every operation uses.
 #pragma once
 
+#include <string_view>
+
 #include "12_MyVariables.h"
 
 namespace frigana {
@@ -18,6 +20,10 @@ struct RunReport {
     int IERR = 0;           // code of a refusal
     Text255 HERR;           // its text; the line on standard error; the name of the operation that is not built
     Text255 resultPath;     // the result file, or the mixture file that was asked for
+    // Where a refusal by the fixed ranges came from: circuit 1 or 2, number of the parameter (0 where the refusal came
+    // from elsewhere), and what the parameter is.
+    int record = 0, parameter = 0;
+    std::string_view parameterName{};
 };
 extern RunReport runReport;
 
