@@ -129,12 +129,13 @@ double CHI(int icomp, double Tr, double Dr) {
 
 // ------------------------------------------------------------------------------------------------ conformal states
 
-void CONFTD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Text255& herr) {
+namespace {
+
+// Newton's method of CONFTD; without leaving the spinodal region it follows the equation of state through it.
+bool newtonConformal(int icomp, double A, double Z, double& T0, double& D0, bool leaveSpinodal) {
     constexpr int mostSteps = 200;
     constexpr double longestStep = 0.2;
     const double limit = static_cast<double>(1.1f) * fluidConstants.TXECST[icomp];
-    ierr = 0;
-    herr.clear();
 
     double tz = 0.0, rhoz = 0.0;
     REDK(icomp, tz, rhoz);
@@ -143,7 +144,7 @@ void CONFTD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Te
     bool found = false;
     for (int step = 1; step <= mostSteps && !found; ++step) {
         const double a01 = PHIK(icomp, 0, 1, tau, del), a02 = PHIK(icomp, 0, 2, tau, del);
-        if (1.0 + 2.0 * a01 + a02 < 0.0) {
+        if (leaveSpinodal && 1.0 + 2.0 * a01 + a02 < 0.0) {
             // Between the spinodals: leave on the side of the start.
             if (del > criticalDel)
                 del *= 1.04;
@@ -173,7 +174,14 @@ void CONFTD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Te
     }
     T0 = tz / tau;
     D0 = del * rhoz;
-    if (!found || T0 > 2.0 * limit) ierr = -58;
+    return found && T0 <= 2.0 * limit;
+}
+
+}  // namespace
+
+void CONFTD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Text255& herr) {
+    herr.clear();
+    ierr = newtonConformal(icomp, A, Z, T0, D0, true) ? 0 : -58;
 }
 
 void CONFT(int icomp, double A, double D0, double& T0, int& ierr, Text255& herr) {
@@ -309,6 +317,16 @@ bool conformalState(int slot, double A, double Z, double tc, double dc, double T
     int ierr = 0;
     Text255 herr;
     CONFTD(slot, A, Z, t, d, ierr, herr);
+    if (ierr != 0) {
+        // Near the critical point the state that corresponds can lie between the spinodals of the other fluid, where
+        // the search above cannot stay. It is good for scaling all the same.
+        double freeT = T0, freeD = D0;
+        if (newtonConformal(slot, A, Z, freeT, freeD, false)) {
+            t = freeT;
+            d = freeD;
+            ierr = 0;
+        }
+    }
     const bool far = std::fabs(t / T0 - 1.0) > largestChange || std::fabs(d / D0 - 1.0) > largestChange;
     if (ierr != 0 && far) return false;
     state.T = t;

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <map>
 
-#include "DISPATCH.h"
 #include "Transport.h"
 
 namespace frigana::test {
@@ -64,16 +63,6 @@ using Table = std::map<std::string, Group>;
 
 bool byCorrespondingStates(const char* property) {
     return (std::string_view(property) == "eta" ? modelTags.HETA[1] : modelTags.HTCX[1]) == "ECS";
-}
-
-// Whether a state of a fluid under corresponding states is scaled by the critical points alone; the rows always rest on
-// the exact solution.
-bool simplyScaled(double T, double D) {
-    double tz = 0.0, rhoz = 0.0;
-    REDK(1, tz, rhoz);
-    const double A = PHIK(1, 0, 0, tz / T, D / rhoz), Z = 1.0 + PHIK(1, 0, 1, tz / T, D / rhoz);
-    ConformalState state;
-    return conformalState(0, A, Z, fluidConstants.TCRIT[1], fluidConstants.DCRIT[1], T, D, state) && !state.newton;
 }
 
 void see(Table& table, const std::string& fluid, const char* property, const std::string& region, double T, double D,

@@ -1,8 +1,16 @@
 #include "Transport.h"
 
-#include <charconv>
+#include "DISPATCH.h"
 
 namespace frigana::test {
+
+bool simplyScaled(double T, double D) {
+    double tz = 0.0, rhoz = 0.0;
+    REDK(1, tz, rhoz);
+    const double A = PHIK(1, 0, 0, tz / T, D / rhoz), Z = 1.0 + PHIK(1, 0, 1, tz / T, D / rhoz);
+    ConformalState state;
+    return conformalState(0, A, Z, fluidConstants.TCRIT[1], fluidConstants.DCRIT[1], T, D, state) && !state.newton;
+}
 
 testing::AssertionResult setUpForced(std::string_view fluid, const char* viscosity, const char* conductivity) {
     int ierr = 0;

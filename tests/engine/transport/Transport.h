@@ -50,6 +50,9 @@ inline bool saturation(double T, double& p, double& Dl, double& Dv) {
     return ierr <= 0;
 }
 
+// Whether a state of a fluid under corresponding states is scaled by the critical points alone.
+bool simplyScaled(double T, double D);
+
 // The correlation of slot 1 may not be the default of its file: forces viscosity and conductivity, "NBS" the default.
 testing::AssertionResult setUpForced(std::string_view fluid, const char* viscosity, const char* conductivity);
 
