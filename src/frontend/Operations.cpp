@@ -11,6 +11,7 @@
 #include "40_RangeChecks.h"
 #include "41_BasicCycle.h"
 #include "42_CycleWithHEx.h"
+#include "45_LineSizing.h"
 #include "46_Rankine.h"
 #include "47_Transcritical.h"
 #include "49_WithLiquidInjection.h"
@@ -47,7 +48,7 @@ constexpr CycleOperation cycles[] = {
     {2, "Cycle with heat exchanger", one, RANGECHECKS0202, nullptr, solve<SOLCYCLEWTHEX>, nullptr},
     {3, "Combined cycle", CycleReader::combined, nullptr, RANGECHECKS0203, nullptr, nullptr},
     {4, "Cascade cycle", CycleReader::cascade, nullptr, RANGECHECKS0204, nullptr, nullptr},
-    {5, "Line sizing", one, RANGECHECKS0205, nullptr, nullptr, nullptr},
+    {5, "Line sizing", one, RANGECHECKS0205, nullptr, solve<SOLLINESIZING>, nullptr},
     {6, "Rankine cycle", one, RANGECHECKS0206, nullptr, solve<SOLRANKCYCLE>, nullptr},
     {7, "Transcritical cycle", one, RANGECHECKS0207, nullptr, solve<SOLTRANSCRICYCLE>, nullptr},
     {9, "Cycle with liquid injection", one, RANGECHECKS0209, nullptr, solve<SOLLIQINJECTION>, nullptr},

@@ -120,7 +120,9 @@ void deleteScratch(const Text255& path) {
 // ---- writer ---------------------------------------------------------------------------------------------------------
 
 ResultWriter::ResultWriter(const Text255& path, int unit)
-    : unit_(unit), journal_(newJournal(path)), heard_(listener != nullptr && path == ERRORFILEOUT) {
+    : unit_(unit),
+      journal_(newJournal(path)),
+      heard_(listener != nullptr && (path == ERRORFILEOUT || path == runReport.resultPath)) {
     if (!openForWriting(unit, path.view())) fileError(path.view(), "cannot be written");
     if (heard_) listener(listenerContext, ResultEntry{.kind = ResultEntry::Kind::start, .line = 0});
 }
