@@ -1,0 +1,56 @@
+// Whole cycle requests through the entry point, file to file: one cycle after the other with a pure fluid and, where
+// it has one, a blend.
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "frigana.h"
+
+namespace {
+
+// A folder with one request, the one of examples/ with another fluid; every run reads, solves and writes it.
+class Plant {
+  public:
+    Plant(const char* example, const char* fluid) {
+        std::filesystem::create_directories(folder_);
+        std::ifstream source(std::string(FRIGANA_DATA) + "/../examples/" + example + ".fi1");
+        std::ofstream request(request_);
+        int number = 0;
+        for (std::string line; std::getline(source, line);) request << (++number == 3 ? fluid : line) << '\n';
+    }
+    ~Plant() { std::filesystem::remove_all(folder_); }
+    Plant(const Plant&) = delete;
+    Plant& operator=(const Plant&) = delete;
+    void time(benchmark::State& state) const {
+        for (auto _ : state)
+            Frigana(request_.data(), installation_.data(), static_cast<int>(request_.size()),
+                    static_cast<int>(installation_.size()));
+        state.SetItemsProcessed(state.iterations());
+        std::ifstream result(std::filesystem::path(request_).replace_extension(".fo1"));
+        if (std::string first; !(result >> first) || first == "0") state.SkipWithError("the request was refused");
+    }
+
+  private:
+    std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "frigana-bench-cycles";
+    std::string request_ = (folder_ / "plant.fi1").string();
+    std::string installation_ = std::string(FRIGANA_DATA) + "/frigana";
+};
+
+void solve(benchmark::State& state, const char* example, const char* fluid) {
+    const Plant plant(example, fluid);
+    plant.time(state);
+}
+
+}  // namespace
+
+// Those with a search are seven solutions.
+BENCHMARK_CAPTURE(solve, HeatExchangerR134A, "cycle_with_heat_exchanger", "R134A.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, HeatExchangerR410A, "cycle_with_heat_exchanger", "R410A.MIX")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, RankineR245FA, "rankine_cycle", "R245FA.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, TranscriticalCO2, "transcritical_cycle", "CO2.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, LiquidInjectionR22, "liquid_injection", "R22.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, LiquidInjectionR134A, "liquid_injection", "R134A.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, LiquidInjectionR410A, "liquid_injection", "R410A.MIX")->Unit(benchmark::kMillisecond);
+BENCHMARK_MAIN();
