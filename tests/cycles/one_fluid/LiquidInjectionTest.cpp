@@ -115,6 +115,14 @@ TEST(LiquidInjectionEdges, TooLowATemperatureNeedsMoreThanTheWholeFlow) {
               failure(209234, "Error: Fraction mass flow of liquid injection is out of range!"));
 }
 
+TEST(LiquidInjectionEdges, ATemperatureInsideTheDomeGivesNoFiniteFraction) {
+    // Below 318.15 K the compression ends inside the dome, where the temperature no longer follows the enthalpy.
+    for (double highest : {310.0, 315.0})
+        EXPECT_EQ(resultText(liquidInjection, {{16, {1, highest}}}),
+                  failure(209234, "Error: Fraction mass flow of liquid injection is out of range!"))
+            << highest;
+}
+
 TEST(LiquidInjectionEdges, WetCompressionIsLookedForBeforeTheInjectionOnly) {
     // Near the critical point the dew enthalpy falls with pressure: behind a drop of 6 K in the discharge line a
     // vapor of little superheat has less enthalpy than the dew point of the condenser.
@@ -126,7 +134,7 @@ TEST(LiquidInjectionEdges, WetCompressionIsLookedForBeforeTheInjectionOnly) {
     EXPECT_LT(compressorOutletH, condenserDewH);
 }
 
-TEST(LiquidInjectionEdges, PlaceholdersAreMissingValues) {
+TEST(LiquidInjectionEdges, ReservedLinesAreMissingValues) {
     const ResultFile file = solve(liquidInjection, {});
     ASSERT_EQ(file.count(), liquidInjection.lines);
     for (int line : {205, 206}) EXPECT_EQ(file.raw(line), " -777.00000000000000") << line;
