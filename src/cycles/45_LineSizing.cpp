@@ -191,12 +191,21 @@ void setSecondRun(CYCLEIN& cycle, const Text255& firstResult) {
     work.VDAT[6] = recovered(firstResult, sweptVolumeLine);
 }
 
+// State at an end of a line. A saturated one comes back from its printed pressure and enthalpy two-phase by a hair, and
+// two phases have no viscosity: then it is the saturated state itself.
+void pipeState(const SUBSTANCE& substance, double P, double H, int phase, STATEPT& state) {
+    constexpr double hair = 1e-6;
+    const double saturated = phase == bubbleSide ? 0.0 : 1.0;
+    PROPSIMPLEPH(substance, P, H, state);
+    if (std::fabs(state.Q - saturated) <= hair) PROPSIMPLEPQ(substance, P, saturated, state);
+}
+
 void sizeLine(const SUBSTANCE& substance, const CYCLEIN& cycle, const Line& line, const Text255& solution,
               LinePipes& sized) {
     static STATEPT inlet, outlet;
     const double P = recovered(solution, line.inletP);
-    PROPSIMPLEPH(substance, P, recovered(solution, line.inletH), inlet);
-    PROPSIMPLEPH(substance, recovered(solution, line.outletP), recovered(solution, line.outletH), outlet);
+    pipeState(substance, P, recovered(solution, line.inletH), line.phase, inlet);
+    pipeState(substance, recovered(solution, line.outletP), recovered(solution, line.outletH), line.phase, outlet);
 
     const int material = cycle.TDAT[line.pipe];
     const int wallOption = static_cast<int>(cycle.VDAT[line.pipe]);
