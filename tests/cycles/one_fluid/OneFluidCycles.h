@@ -30,7 +30,7 @@ struct CycleKind {
     }
 };
 
-extern const CycleKind withExchanger, transcritical, liquidInjection, rankine;
+extern const CycleKind withExchanger, transcritical, liquidInjection, rankine, booster;
 
 inline std::string resultText(const CycleKind& kind, Changes changes, const char* fluid = nullptr) {
     Plant plant;

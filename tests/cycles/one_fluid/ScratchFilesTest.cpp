@@ -24,7 +24,7 @@ void run(Plant& plant, const CycleKind& kind, Changes changes) {
     plant(cycleRequest(kind.sub, kind.with(changes), kind.fluid));
 }
 
-const CycleKind* const searching[] = {&withExchanger, &transcritical};
+const CycleKind* const searching[] = {&withExchanger, &transcritical, &booster};
 
 TEST(ScratchFiles, AreGoneAfterSuccess) {
     for (const CycleKind* kind : searching) {
@@ -52,7 +52,7 @@ TEST(ScratchFiles, StayAfterAFailedTrial) {
 }
 
 TEST(ScratchFiles, WithoutASearchThereAreNone) {
-    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine}) {
+    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster}) {
         Plant plant;
         std::filesystem::create_directory(plant.folder.path("temporalA.txt"));
         run(plant, *kind, {});
@@ -75,7 +75,7 @@ TEST(ScratchFiles, ThatCannotBeWrittenEndTheRunWithoutAResult) {
 }
 
 TEST(Results, ThatCannotBeWrittenEndTheRun) {
-    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine}) {
+    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster}) {
         Plant plant;
         std::filesystem::create_directory(plant.result);
         testing::internal::CaptureStderr();
@@ -88,7 +88,7 @@ TEST(Results, ThatCannotBeWrittenEndTheRun) {
 
 // A run begins with its records at zero, whatever the run before left.
 TEST(Results, DoNotDependOnEarlierRequests) {
-    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine}) {
+    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster}) {
         SCOPED_TRACE(kind->sub);
         const ResultFile first = solve(*kind, {});
         // Another request that uses every part, and one that fails half-way.
