@@ -11,6 +11,8 @@
 #include "40_RangeChecks.h"
 #include "41_BasicCycle.h"
 #include "42_CycleWithHEx.h"
+#include "43_Combined.h"
+#include "44_Cascade.h"
 #include "45_LineSizing.h"
 #include "46_Rankine.h"
 #include "47_Transcritical.h"
@@ -18,6 +20,7 @@
 #include "50_TwoStageWithHEx.h"
 #include "52_BasicBasicCycle.h"
 #include "54_Find_Refigerant.h"
+#include "55_PumpedCO2.h"
 #include "57_TranscriticalBooster.h"
 
 namespace frigana {
@@ -28,6 +31,11 @@ namespace {
 template <auto solver>
 void solve(SUBSTANCE& substance, CYCLEIN& cycle, const Text255& FILEOUT) {
     solver(substance, cycle, FILEOUT);
+}
+
+template <auto solver>
+void solveTwo(SUBSTANCE& substance1, CYCLEIN& cycle1, SUBSTANCE& substance2, CYCLEIN& cycle2, const Text255& FILEOUT) {
+    solver(substance1, cycle1, substance2, cycle2, FILEOUT);
 }
 
 constexpr PropertyOperation properties[] = {
@@ -46,8 +54,8 @@ constexpr CycleOperation cycles[] = {
     // sub, name, reader, check, check of two, solver, solver of two
     {1, "Basic cycle", one, RANGECHECKS0201, nullptr, solve<SOLBASICCYCLE>, nullptr},
     {2, "Cycle with heat exchanger", one, RANGECHECKS0202, nullptr, solve<SOLCYCLEWTHEX>, nullptr},
-    {3, "Combined cycle", CycleReader::combined, nullptr, RANGECHECKS0203, nullptr, nullptr},
-    {4, "Cascade cycle", CycleReader::cascade, nullptr, RANGECHECKS0204, nullptr, nullptr},
+    {3, "Combined cycle", CycleReader::combined, nullptr, RANGECHECKS0203, nullptr, solveTwo<SOLCOMBINEDCYCLE>},
+    {4, "Cascade cycle", CycleReader::cascade, nullptr, RANGECHECKS0204, nullptr, solveTwo<SOLCASCADECYCLE>},
     {5, "Line sizing", one, RANGECHECKS0205, nullptr, solve<SOLLINESIZING>, nullptr},
     {6, "Rankine cycle", one, RANGECHECKS0206, nullptr, solve<SOLRANKCYCLE>, nullptr},
     {7, "Transcritical cycle", one, RANGECHECKS0207, nullptr, solve<SOLTRANSCRICYCLE>, nullptr},
@@ -55,7 +63,7 @@ constexpr CycleOperation cycles[] = {
     {10, "Two-stage cycle with heat exchanger", one, RANGECHECKS0210, nullptr, solve<SOLTWOSTAGEWTHEX>, nullptr},
     {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, nullptr, nullptr},
     {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, solve<SOLBASICBASICCYC>, nullptr},
-    {13, "Pumped CO2 system", CycleReader::pumped, nullptr, RANGECHECKS0213, nullptr, nullptr},
+    {13, "Pumped CO2 system", CycleReader::pumped, nullptr, RANGECHECKS0213, nullptr, solveTwo<SOLPUMPEDCO2SYSTEM>},
     {14, "Transcritical booster", one, RANGECHECKS0214, nullptr, solve<SOLTRANSCRIBOOSTER>, nullptr},
 };
 
