@@ -260,6 +260,7 @@ TEST(CorrespondingStatesFluid, ByTheOtherFormOfItsReference) {
 TEST(PengRobinsonFluid, SelectedAsTheEquationOfAFile) {
     const test::TemporaryFolder folder;
     const std::string propane = test::readFile(FRIGANA_DATA "/fluids/PROPANE.FLD");
+    test::writeFile(folder.path("PROPANE.FLD"), propane);  // its own transport reference
     const auto next = propane.find("#AUX");
     test::writeFile(folder.path("PRTEST.FLD"),
                     propane.substr(0, next) +
