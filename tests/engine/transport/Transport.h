@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "CORE_STN.h"
-#include "EngineSetUp.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "Message.h"
@@ -26,6 +25,13 @@
 #include "TRNS_VIS.h"
 
 namespace frigana::test {
+
+// A message without what follows its null character.
+inline std::string words(const Text255& text) {
+    std::string_view view = text.view();
+    view = view.substr(0, view.find('\0'));
+    return std::string(trimRight(view));
+}
 
 struct TransportPoint {
     double eta = 0.0, tcx = 0.0;

@@ -1,0 +1,267 @@
+// Range checks, codes and texts of the transport dispatch, and the collision integrals.
+#include <cmath>
+
+#include "FluidWith.h"
+#include "MIX_HMX.h"
+
+namespace frigana::test {
+namespace {
+
+class Dispatch : public FluidWithSections {};
+
+TEST_F(Dispatch, aViscosityWithoutAConductivityAnswersAlone) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits +
+                                     "  1 0 0 0 0 0\nNUL\n  0.5\n  300.0\n  1.0 1.0\n  0.2 0.5\n  0 1.0 1.0\n"
+                                     "  0 0 0 0 0 0\n  1.0 1.0 1.0\nNUL\n"),
+              0)
+        << message();
+    const TransportPoint point = transport(400.0, 0.1);
+    EXPECT_NEAR(point.eta, 0.2 * 20.0 / 0.25, 1e-12);
+    EXPECT_EQ(point.tcx, noTransportModel);
+    EXPECT_EQ(point.ierr, 0) << point.message;
+}
+
+TEST_F(Dispatch, aFluidWithoutModelsHasCode40) {
+    ASSERT_EQ(setUpWith("R134A", ""), 0);
+    const TransportPoint point = transport(300.0, 0.1);
+    EXPECT_EQ(point.ierr, 40);
+    EXPECT_EQ(point.message, "[TRNPRP error 40] transport equations are not available for one or more of the fluids");
+    EXPECT_EQ(point.eta, notComputed);
+    EXPECT_EQ(point.tcx, notComputed);
+}
+
+TEST(DispatchCodes, atTheCriticalPointTheViscosityIsFiniteAndTheConductivityIsNot) {
+    // two blanks: the number has three columns and the words before it end in one
+    for (const char* fluid : {"R134A", "CO2", "R123", "R23"}) {
+        ASSERT_EQ(setUp(fluid), 0);
+        const TransportPoint point = transport(fluidConstants.TCRIT[1], fluidConstants.DCRIT[1]);
+        EXPECT_EQ(point.ierr, 51) << fluid;
+        EXPECT_EQ(point.message, "[TRNPRP warning  51] pure fluid property is infinite at exactly Tc, rhoc");
+        EXPECT_GT(point.eta, 5.0) << fluid;
+        EXPECT_LT(point.eta, 100.0) << fluid;
+        EXPECT_EQ(point.tcx, notComputed) << fluid;
+    }
+}
+
+TEST(DispatchCodes, aConductivityOutOfRangeLeavesTheViscosity) {
+    ASSERT_EQ(setUp("NITROGEN"), 0);  // so that the limits come from the file again
+    ASSERT_EQ(setUp("R134A"), 0);
+    fluidConstants.TXTCX[1] = 200.0;
+    TransportPoint point = transport(320.0, 0.1);
+    EXPECT_EQ(point.ierr, -31);
+    EXPECT_EQ(
+        point.message.substr(0, 115),
+        "[TRNPRP warning -31] one or more inputs to the thermal conductivity correlation are out of range; results "
+        "may be in");
+    EXPECT_NE(point.message.find("temperature > 1.5 x upper limit, T =   320.00000 K, Tmax =   200.00000 K"),
+              std::string::npos)
+        << point.message;
+    EXPECT_GT(point.eta, 10.0);
+    EXPECT_EQ(point.tcx, notComputed);
+
+    fluidConstants.TXTCX[1] = 455.0;
+    fluidConstants.DXTCX[1] = 0.05;
+    point = transport(320.0, 0.1);
+    EXPECT_EQ(point.ierr, -32);
+    EXPECT_EQ(point.tcx, notComputed);
+}
+
+TEST(DispatchCodes, bothOutOfRangeJoinTheirWarnings) {
+    struct Row {
+        bool hotEta, denseEta, hotTcx, denseTcx;
+        int code;
+    };
+    // 1 for the temperature, 2 for the density, 3 for both
+    for (const Row& row :
+         {Row{true, false, true, false, -51}, Row{true, false, false, true, -52}, Row{true, false, true, true, -53},
+          Row{false, true, false, true, -52}, Row{false, true, true, false, -53}, Row{true, true, true, true, -53}}) {
+        ASSERT_EQ(setUp("NITROGEN"), 0);
+        ASSERT_EQ(setUp("R134A"), 0);
+        FluidConstants& f = fluidConstants;
+        if (row.hotEta) f.TXETA[1] = 200.0;
+        if (row.denseEta) f.DXETA[1] = 0.05;
+        if (row.hotTcx) f.TXTCX[1] = 200.0;
+        if (row.denseTcx) f.DXTCX[1] = 0.05;
+        const TransportPoint point = transport(320.0, 0.1);
+        EXPECT_EQ(point.ierr, row.code) << point.message;
+        EXPECT_GT(point.eta, 10.0);
+        EXPECT_EQ(point.tcx, notComputed);
+    }
+    EXPECT_EQ(transport(320.0, 0.1).message,
+              "[TRNPRP warning -53] temperature and/or density input to the thermal conductivity and/or viscosity "
+              "correlations are out of range; will use the ECS model.");
+}
+
+TEST(DispatchCodes, aViscosityOutOfRangeIsComputedAndItsWarningForgotten) {
+    ASSERT_EQ(setUp("NITROGEN"), 0);  // so that the limits come from the file again
+    ASSERT_EQ(setUp("R134A"), 0);
+    const double good = transport(320.0, 0.1).eta;
+    fluidConstants.TXETA[1] = 200.0;
+    const TransportPoint point = transport(320.0, 0.1);
+    EXPECT_EQ(point.ierr, 0) << point.message;
+    EXPECT_EQ(point.eta, good);
+    fluidConstants.TXETA[1] = 455.0;
+}
+
+TEST(DispatchCodes, aNegativeValueIsNotHandedOut) {
+    ASSERT_EQ(setUp("R1233ZD"), 0);
+    EXPECT_LT(TCX1DG(1, 160.0), 0.0);
+    EXPECT_EQ(transport(165.75, 1e-6).tcx, notComputed);
+}
+
+TEST(DispatchCodes, unknownModelsHaveCodes49And39) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    struct Row {
+        const char *eta, *tcx, *critical, *text;
+        int code;
+    };
+    const Row rows[] = {
+        {"VS6", "TC1", "TK3", "[ETAK0 error 49] call to unimplemented model (VS6)", 49},
+        {"VS7", "TC1", "TK3", "[ETAK0 error 49] unknown viscosity model specified", 49},
+        {"VS1", "TC6", "TK3", "[TCXK0 error 39] call to unimplemented model (TC6)", 39},
+        {"VS1", "TC4", "TK3", "[TCXK0 error 39] unknown thermal conductivity model specified", 39},
+        {"VS1", "TC1", "TK5", "[TCXKC error 39] unknown thermal conductivity critical enhancement model specified: TK5",
+         39},
+    };
+    for (const Row& row : rows) {
+        modelTags.HETA[1] = row.eta;
+        modelTags.HTCX[1] = row.tcx;
+        modelTags.HTCXCR[1] = row.critical;
+        const TransportPoint point = transport(320.0, 0.1);
+        EXPECT_EQ(point.ierr, row.code);
+        EXPECT_EQ(point.message, row.text);
+        EXPECT_EQ(point.eta == notComputed, row.code == 49);
+        EXPECT_EQ(point.tcx == notComputed, row.code == 39);
+    }
+    modelTags.LFORCESETUP = true;
+}
+
+TEST(DispatchCodes, everyPartOfAnUnknownModelSaysWhichItIs) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    double value = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    modelTags.HETA[1] = "VS6";
+    ETAK1(1, 300.0, value, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(value, 0.0);
+    ETAKR(1, 300.0, 0.1, value, ierr, herr);
+    EXPECT_EQ(words(herr), "[ETAKR error 49] call to unimplemented model (VS6)");
+    modelTags.HETA[1] = "ECS";
+    ETAK1(1, 300.0, value, ierr, herr);
+    EXPECT_EQ(words(herr), "[ETAK1 error 49] unknown viscosity model specified");
+    ETAKR(1, 300.0, 0.1, value, ierr, herr);
+    EXPECT_EQ(words(herr), "[ETAKR error 49] unknown viscosity model specified");
+    ETAK0(1, 300.0, value, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(value, ETA0DG(1, 300.0));
+    modelTags.HTCX[1] = "TC6";
+    TCXKB(1, 300.0, 0.1, value, ierr, herr);
+    EXPECT_EQ(words(herr), "[TCXKB error 39] call to unimplemented model (TC6)");
+    modelTags.HTCX[1] = "TC9";
+    TCXKB(1, 300.0, 0.1, value, ierr, herr);
+    EXPECT_EQ(words(herr), "[TCXKB error 39] unknown thermal conductivity model specified");
+    modelTags.LFORCESETUP = true;
+}
+
+class Mixtures : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_EQ(setUp({"AMMONIA", "PROPANE"}), 0);
+        MixingPair& pair = mixingParameters.pair[1][2];
+        pair.XLJS = pair.XLJE = pair.XKIJ = pair.XLIJ = pair.XKIJK = pair.XLIJK = 0.0;
+        mixingParameters.pair[2][1] = pair;
+    }
+    void TearDown() override {
+        mixingParameters.AMMONIAWATER = mixingParameters.IWATERCOMP = mixingParameters.IALCOHOLCOMP = 0;
+        modelTags.LFORCESETUP = true;
+    }
+    static TransportPoint at(double first) {
+        Composition x{};
+        x[1] = first;
+        x[2] = 1.0 - first;
+        return transport(400.0, 0.1, x);
+    }
+};
+
+TEST_F(Mixtures, ammoniaBeforeWaterIsRefusedAndWaterBeforeAmmoniaIsNot) {
+    mixingParameters.AMMONIAWATER = 1;
+    TransportPoint point = at(0.5);
+    EXPECT_EQ(point.ierr, 50);
+    EXPECT_EQ(point.message, "[TRNPRP error 50] transport equations are not available for the ammonia/water mixture");
+    mixingParameters.AMMONIAWATER = 2;
+    EXPECT_NE(at(0.5).ierr, 50);
+}
+
+TEST_F(Mixtures, waterIsAllowedUpTo5Percent) {
+    mixingParameters.IWATERCOMP = 1;
+    EXPECT_NE(at(0.04).ierr, 50);
+    EXPECT_GT(at(0.04).eta, 0.0);
+    const TransportPoint point = at(0.06);
+    EXPECT_EQ(point.ierr, 50);
+    EXPECT_EQ(point.message,
+              "[TRNPRP error 50] transport equations are not available for mixtures with water at molar concentrations "
+              "greater than 5%");
+}
+
+TEST_F(Mixtures, alcoholIsRefused) {
+    mixingParameters.IALCOHOLCOMP = 2;
+    const TransportPoint point = at(0.5);
+    EXPECT_EQ(point.ierr, 50);
+    EXPECT_EQ(point.message, "[TRNPRP error 50] transport equations are not available for mixtures with alcohols");
+}
+
+TEST_F(Mixtures, pairParametersAllowThemAll) {
+    mixingParameters.AMMONIAWATER = 1;
+    mixingParameters.IWATERCOMP = 2;
+    for (double MixingPair::*parameter :
+         {&MixingPair::XLJS, &MixingPair::XLJE, &MixingPair::XKIJ, &MixingPair::XKIJK, &MixingPair::XLIJK}) {
+        mixingParameters.pair[1][2].*parameter = 1e-6;
+        EXPECT_NE(at(0.5).ierr, 50);
+        mixingParameters.pair[1][2].*parameter = 0.0;
+        EXPECT_EQ(at(0.5).ierr, 50);
+    }
+}
+
+// Values of the table in J. O. Hirschfelder, C. F. Curtiss, R. B. Bird, Molecular Theory of Gases and Liquids, Wiley
+// 1954, table I-M. The closed form without its oscillating terms follows them within 1.5 %.
+TEST(CollisionIntegral, theClosedFormFollowsTheTable) {
+    struct Row {
+        double t, diffusion, viscosity;
+    };
+    for (const Row& row : {Row{0.5, 2.066, 2.257}, Row{1.0, 1.439, 1.587}, Row{2.0, 1.075, 1.175},
+                           Row{5.0, 0.8422, 0.9269}, Row{10.0, 0.7424, 0.8242}, Row{100.0, 0.5130, 0.5882}}) {
+        EXPECT_NEAR(OMEGAS(1, 1, row.t) / row.diffusion, 1.0, 0.015) << row.t;
+        EXPECT_NEAR(OMEGAS(2, 2, row.t) / row.viscosity, 1.0, 0.015) << row.t;
+    }
+}
+
+TEST(CollisionIntegral, theTagSelectsTheForm) {
+    CollisionSlot& slot = collisionTerms[5];
+    slot = {};
+    slot.NTOMG = 2;
+    slot.COMG[0] = 0.5;
+    slot.ICOMG[0] = 0;
+    slot.COMG[1] = -0.25;
+    slot.ICOMG[1] = 2;
+    slot.NTOMG2 = 3;
+    slot.COMG2[0] = 0.25;
+    slot.COMG2[1] = 1.5;
+    slot.COMG2[2] = -0.5;
+    const double l = std::log(2.0), u = std::cbrt(0.5);
+    EXPECT_DOUBLE_EQ(OMEGA(5, 600.0, 300.0, "CI1"), std::exp(0.5 - 0.25 * l * l));
+    EXPECT_DOUBLE_EQ(OMEGA(5, 600.0, 300.0, "CI2"), 1.0 / (0.25 * u * u * u + 1.5 * u * u - 0.5 * u));
+    EXPECT_DOUBLE_EQ(OMEGA(5, 600.0, 300.0, "CI0"), OMEGAS(2, 2, 2.0));
+    EXPECT_EQ(OMEGA(5, 600.0, 300.0, "NUL"), 1.0);
+    EXPECT_EQ(OMEGA(5, 600.0, 300.0, "CI3"), 1.0);
+    // no molecule: logarithm and ratio are replaced
+    EXPECT_EQ(OMEGA(5, 600.0, 0.0, "CI0"), 1.0);
+    EXPECT_DOUBLE_EQ(OMEGA(5, 600.0, 0.0, "CI1"), std::exp(0.5));
+    EXPECT_DOUBLE_EQ(OMEGA(5, 300.0, 300.0, "CI1"), std::exp(0.5));
+    EXPECT_DOUBLE_EQ(OMEGA(5, 0.0, 300.0, "CI2"), 1.0 / (0.25 + 1.5 - 0.5));
+    slot.NTOMG2 = 0;
+    EXPECT_EQ(OMEGA(5, 300.0, 300.0, "CI2"), 1.0);
+}
+
+}  // namespace
+}  // namespace frigana::test
