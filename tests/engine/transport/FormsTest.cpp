@@ -1,0 +1,484 @@
+// The forms of viscosity and conductivity correlations: alternatives of the fluid files, correlations that no fluid
+// file uses with the published constants of their fluids, and the edges of each form.
+#include <cmath>
+#include <cstdio>
+
+#include "DISPATCH.h"
+#include "FluidWith.h"
+
+namespace frigana::test {
+namespace {
+
+class Forms : public FluidWithSections {};
+
+const std::string plainViscosity = "  1 0 0 0 0 0\nNUL\n  0.5\n  300.0\n  1.0 1.0\n  0.2 0.5\n  0 1.0 1.0\n";
+
+// ---------------------------------------------------------------------------------------------- viscosity
+
+// The alternatives of the files stand behind rows of tests/reference: friction theory for PENTANE, the method of Chung
+// et al. for IPENTANE.
+TEST(AlternativeViscosity, agreesWithTheRowsThatRestOnIt) {
+    struct Row {
+        const char *fluid, *model;
+        double tolerance;
+    };
+    // the rows of IPENTANE have the oscillating term of the collision integral, which changes it by less than 0.1 %
+    for (const Row& row : {Row{"PENTANE", "VS4", 1e-8}, Row{"IPENTANE", "VS5", 1e-3}}) {
+        ASSERT_TRUE(setUpForced(row.fluid, row.model, "NBS"));
+        double worst = 0.0;
+        int rows = 0;
+        for (const auto& fields : referenceRows("pure_points.csv")) {
+            if (fields[0] != row.fluid) continue;
+            const double T = std::stod(fields[2]), D = std::stod(fields[4]) / fluidConstants.WMAS[1];
+            const double off = std::abs(transport(T, D).eta / std::stod(fields[11]) - 1.0);
+            worst = std::max(worst, off);
+            ++rows;
+            EXPECT_LT(off, row.tolerance) << row.fluid << ' ' << T << " K, " << D << " mol/L";
+        }
+        std::printf("%s %s: %d rows, largest deviation %.1e\n", row.fluid, row.model, rows, worst);
+        EXPECT_GT(rows, 15);
+    }
+    modelTags.LFORCESETUP = true;
+}
+
+TEST_F(Forms, aGeneralViscosityTakesAllItsBlocks) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity +
+                                     "  -2 1 1 1 1 1\n  400.0 5.0 2.0\n"
+                                     "  3.0 0.0 0.0 0.0 0\n  0.5 1.0 0.0 0.0 0\n"  // close-packed density, a quotient
+                                     "  0.7 -1.0 2.0 1.0 2\n"                      // polynomial with an exponential
+                                     "  0.4 0.5 1.0 0.0 0\n  1.0 0.0 1.0 0.0 0\n"  // numerator, denominator
+                                     "  0.3 0.0 2.0 0.0 0\n  1.5 0.0 0.0 0.0 0\nNUL\n"),
+              0)
+        << message();
+    const double T = 320.0, D = 8.0, tau = T / 400.0, del = D / 5.0;
+    const double delta0 = 3.0 / (1.0 + 0.5 * tau);
+    const double sum = 0.7 / tau * del * del * delta0 * std::exp(-del * del) + 0.4 * std::sqrt(tau) * del / del +
+                       0.3 * del * del / 1.5;
+    EXPECT_NEAR(ETA1RS(1, T, D), 2.0 * sum, 1e-12);
+    EXPECT_EQ(ETA1RS(1, T, 0.9e-10), 0.0);
+    EXPECT_EQ(ETA1DG(1, 1e8), 0.0);
+    EXPECT_GT(ETA1DG(1, 0.99e8), 0.0);
+}
+
+TEST_F(Forms, aReducingDensityOf1LeavesTheExponentialsReduced) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity +
+                                     "  0 1 0 0 0 0\n  1.0 1.0005 1.0\n  2.0 0.0 1.0 0.0 1\nNUL\n"),
+              0);
+    const double D = 8.0;
+    EXPECT_NEAR(ETA1RS(1, 320.0, D), 2.0 * D / 1.0005 * std::exp(-D / fluidConstants.DCRIT[1]), 1e-12);
+}
+
+TEST_F(Forms, theOlderModelsFollowTheirFormulas) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS2") + wideLimits +
+                                     "NUL\n  0.5\n  300.0\n  0.1 0.5\n  1.0\n  0.5\n  1.2\n  300.0\n  -2.0\n  150.0\n"
+                                     "  1.0\n  20.0\n  0.3\n  10.0\n  1000.0\n  4.9\nNUL\n"),
+              0)
+        << message();
+    const double T = 320.0, D = 8.0;
+    const double spread = 1.2 - std::log(T / 300.0), theta = -2.0 + 150.0 / T;
+    const double residual = D * (1.0 + 0.5 * spread * spread) - std::exp(theta) +
+                            std::exp(theta + (1.0 + 20.0 * std::pow(T, -1.5)) * std::pow(D, 0.1) +
+                                     (0.3 + 10.0 / T + 1000.0 / T / T) * std::sqrt(D) * (D - 4.9) / 4.9);
+    EXPECT_NEAR(transport(T, D).eta, 0.1 * std::sqrt(T) / 0.25 + residual, 1e-10);
+
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS3") + wideLimits +
+                                     "  2 1\n  300.0 10.0\n  1.0 0.0\n  0.5 1.0\n  1.0 0.5\n"
+                                     "  1 2\n  300.0 5.0 2.0\n  3.0 1.0 1.0\n  1.0 0.0 0.0\n  0.1 0.0 1.0\nNUL\n"),
+              0)
+        << message();
+    const double tau = T / 300.0, del = D / 5.0;
+    EXPECT_NEAR(ETA3DG(1, T), 10.0 * (1.0 + 0.5 * tau) / std::sqrt(tau), 1e-12);
+    EXPECT_NEAR(ETA3RS(1, T, D), 2.0 * 3.0 * tau * del / (1.0 + 0.1 * del), 1e-12);
+    EXPECT_EQ(ETA3RS(1, T, 0.0), 0.0);
+}
+
+// The dilute gas of friction theory times one polynomial and over another.
+TEST_F(Forms, frictionTheoryScalesItsDiluteGas) {
+    ASSERT_EQ(setUpWith("R134A",
+                        section("ETA", "VS4") + wideLimits +
+                            "  1 1 2 0 0 0\nNUL\n  0.5\n  300.0\n  300.0 2.0\n  0.2 0.5\n  3.0 1.0\n  1.0 0.0\n  0.5 "
+                            "2.0\n  0 1.0 1.0\n" +
+                            std::string("  0 0 0 1\n  1e-5 0 0 1\n  0 0 0 1\n  0 0 0 1\n  0 0 0 1\n  0 0 0 1\n"
+                                        "  1e-9 0 0 1\n  0 0 0 1\nNUL\n")),
+              0)
+        << message();
+    const double T = 330.0, tau = T / 300.0, D = 3.0;
+    EXPECT_NEAR(ETA4DG(1, T), 2.0 * 0.2 * std::sqrt(tau) / 0.25 * 3.0 * tau / (1.0 + 0.5 * tau * tau), 1e-12);
+    double slope = 0.0;
+    DPDTK(1, T, D, slope);
+    const double repulsive = T * slope / 100.0, ideal = D * fluidConstants.REOS[1] * T / 100.0, G = 300.0 / T;
+    EXPECT_NEAR(ETA4RS(1, T, D) / (1000.0 * G * (1e-5 * (repulsive - ideal) + 1e-9 * std::pow(repulsive, 3.0))), 1.0,
+                1e-12);
+    EXPECT_EQ(ETA4RS(1, T, 1e-11), 0.0);
+}
+
+TEST_F(Forms, anUnknownFluidSpecificViscosityHasCode49) {
+    for (const char* tag : {"HE ", "H2 ", "H2A", "D2 ", "T2 ", "HE3", "NEO", "MEO", "SF6", "XYZ"}) {
+        ASSERT_EQ(setUpWith("R134A", section("ETA", "VS0") + wideLimits + tag + "\n  0 0 0 0 0 0 0\nNUL\n"), 0);
+        const TransportPoint point = transport(300.0, 0.1);
+        EXPECT_EQ(point.ierr, 49) << tag;
+        EXPECT_EQ(point.message, "[ETA0HC error 49] unknown viscosity model specified");
+        EXPECT_EQ(point.eta, notComputed);
+    }
+}
+
+// ------------------------------------------------------------------------------------------------ water
+
+const std::string waterViscosity =
+    section("ETA", "VS0") + wideLimits +
+    "H2O\n  0 4 21 0 0 0 0\n  647.096 17.87371 1.0\n"
+    "  0.0167752 0 0 0 0\n  0.0220462 1 0 0 0\n  0.006366564 2 0 0 0\n  -0.00241605 3 0 0 0\n"
+    "  5.20094e-1 0 0 0 0\n  8.50895e-2 1 0 0 0\n  -1.08374 2 0 0 0\n  -2.89555e-1 3 0 0 0\n"
+    "  2.22531e-1 0 1 0 0\n  9.99115e-1 1 1 0 0\n  1.88797 2 1 0 0\n  1.26613 3 1 0 0\n  1.20573e-1 5 1 0 0\n"
+    "  -2.81378e-1 0 2 0 0\n  -9.06851e-1 1 2 0 0\n  -7.72479e-1 2 2 0 0\n  -4.89837e-1 3 2 0 0\n  -2.57040e-1 4 2 0 "
+    "0\n"
+    "  1.61913e-1 0 3 0 0\n  2.57399e-1 1 3 0 0\n  -3.25372e-2 0 4 0 0\n  6.98452e-2 3 4 0 0\n"
+    "  8.72102e-3 4 5 0 0\n  -4.35673e-3 3 6 0 0\n  -5.93264e-4 5 6 0 0\nNUL\n";
+const std::string waterConductivity =
+    section("TCX", "TC0") + wideLimits +
+    "H2O\n  5 0 28 0\n  647.096 17.87371 0.001\n"
+    "  2.443221e-3 0 0 0 0\n  1.323095e-2 1 0 0 0\n  6.770357e-3 2 0 0 0\n  -3.454586e-3 3 0 0 0\n  4.096266e-4 4 0 0 "
+    "0\n"
+    "  1.60397357 0 0 0 0\n  -0.646013523 0 1 0 0\n  0.111443906 0 2 0 0\n  0.102997357 0 3 0 0\n"
+    "  -0.0504123634 0 4 0 0\n  0.00609859258 0 5 0 0\n"
+    "  2.33771842 1 0 0 0\n  -2.78843778 1 1 0 0\n  1.53616167 1 2 0 0\n  -0.463045512 1 3 0 0\n"
+    "  0.0832827019 1 4 0 0\n  -0.00719201245 1 5 0 0\n"
+    "  2.19650529 2 0 0 0\n  -4.54580785 2 1 0 0\n  3.55777244 2 2 0 0\n  -1.40944978 2 3 0 0\n"
+    "  0.275418278 2 4 0 0\n  -0.0205938816 2 5 0 0\n"
+    "  -1.21051378 3 0 0 0\n  1.60812989 3 1 0 0\n  -0.621178141 3 2 0 0\n  0.0716373224 3 3 0 0\n"
+    "  -2.7203370 4 0 0 0\n  4.57586331 4 1 0 0\n  -3.18369245 4 2 0 0\n  1.1168348 4 3 0 0\n"
+    "  -0.19268305 4 4 0 0\n  0.012913842 4 5 0 0\n";
+
+// Check values of IAPWS R12-08, table 4 (critical enhancement 1). The enhancement needs water's own equation of state;
+// above 1.5 critical temperatures it is 1 with any.
+TEST_F(Forms, waterHasTheViscosityOfTheReleaseOf2008) {
+    ASSERT_EQ(setUpWith("R134A", waterViscosity), 0) << message();
+    struct Row {
+        double T, rho, eta;
+    };
+    const double perMole = 17.87371 / 322.0;
+    for (const Row& row :
+         {Row{298.15, 998.0, 889.735100}, Row{298.15, 1200.0, 1437.649467}, Row{373.15, 1000.0, 307.883622},
+          Row{433.15, 1.0, 14.538324}, Row{433.15, 1000.0, 217.685358}, Row{873.15, 1.0, 32.619287},
+          Row{873.15, 100.0, 35.802262}, Row{873.15, 600.0, 77.430195}, Row{1173.15, 1.0, 44.217245},
+          Row{1173.15, 100.0, 47.640433}, Row{1173.15, 400.0, 64.154608}}) {
+        double eta0 = 0.0, eta1 = 0.0;
+        viscosityFactorsWater(1, row.T, row.rho * perMole, eta0, eta1);
+        EXPECT_NEAR(eta0 * eta1, row.eta, 0.6e-6) << row.T << ' ' << row.rho;
+        if (row.T > 1000.0) {
+            EXPECT_NEAR(ETAH2O(1, row.T, row.rho * perMole), row.eta, 0.6e-6);
+        }
+    }
+}
+
+// Check values of IAPWS R15-11, table 4: the product of the first two factors.
+TEST_F(Forms, waterHasTheConductivityOfTheReleaseOf2011) {
+    ASSERT_EQ(setUpWith("R134A", waterViscosity + waterConductivity + "NUL\n"), 0) << message();
+    struct Row {
+        double T, rho, lambda;
+    };
+    for (const Row& row : {Row{298.15, 0.0, 18.4341883e-3}, Row{298.15, 998.0, 607.712868e-3},
+                           Row{298.15, 1200.0, 799.038144e-3}, Row{873.15, 0.0, 79.1034659e-3}}) {
+        EXPECT_NEAR(TCXH2O(1, row.T, row.rho * 17.87371 / 322.0) / row.lambda, 1.0, 1e-8) << row.T << ' ' << row.rho;
+    }
+}
+
+TEST_F(Forms, heavyWaterHasTheConductivityOfTheRelease) {
+    // IAPWS R4-84(2007), coefficients and table of check values in reduced units
+    const std::string heavy = section("TCX", "TC0") + wideLimits +
+                              "D2O\n  6 0 4 10\n  643.847 17.87533 0.000742128\n"
+                              "  1.0 0 0 0 0\n  37.3223 1 0 0 0\n  22.5485 2 0 0 0\n  13.0465 3 0 0 0\n  0.0 4 0 0 0\n"
+                              "  -2.60735 5 0 0 0\n"
+                              "  483.656 1 0 0 0\n  -191.039 2 0 0 0\n  73.0358 3 0 0 0\n  -7.57467 4 0 0 0\n"
+                              "  -167.310 -2.506 0 0 0\n  35429.6 0 0 0 0\n  5000.0e6 0 0 0 0\n  0.144847 0 0 0 0\n"
+                              "  -5.64493 0 0 0 0\n  -2.80000 0 0 0 0\n  -0.080738543 0 0 0 0\n  -17.9430 0 0 0 0\n"
+                              "  0.125698 0 0 0 0\n  -741.112 0 0 0 0\nNUL\n";
+    ASSERT_EQ(setUpWith("R134A",
+                        section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n" + heavy),
+              0)
+        << message();
+    struct Row {
+        double tau, del, lambda;
+    };
+    for (const Row& row :
+         {Row{0.431, 3.09, 762.915707396}, Row{0.431, 3.23, 833.912049618}, Row{0.5, 0.0002, 27.006536978}}) {
+        EXPECT_NEAR(TCXD2O(1, row.tau * 643.847, row.del * 17.87533) / (0.000742128 * row.lambda), 1.0, 1e-9)
+            << row.tau;
+    }
+}
+
+// --------------------------------------------------------------------------------------- conductivity, TC1
+
+class GeneralConductivity : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_EQ(setUp("R134A"), 0);
+        slot() = {};
+        slot().TRDDGT = slot().TRDBKT = 300.0;
+        slot().TCXDGT = slot().TCXBKT = 1.0;
+        slot().DRDBKT = 5.0;
+    }
+    void TearDown() override { modelTags.LFORCESETUP = true; }
+    static ConductivitySlot& slot() { return conductivityTerms[1]; }
+    static double cp0(double T) { return CP0K(1, T); }
+    static double eta0(double T) {
+        double value = 0.0;
+        int ierr = 0;
+        Text255 herr;
+        ETAK0(1, T, value, ierr, herr);
+        return value;
+    }
+};
+
+TEST_F(GeneralConductivity, codesWorkOnTheSumAsBuiltSoFar) {
+    const double T = 330.0, R = fluidConstants.R, M = fluidConstants.WMAS[1];
+    slot().NDGNUM = 1;
+    slot().CTCX[0] = {0.5, -99.0, 0, 0, 0};
+    EXPECT_EQ(TCX1DG(1, T), 0.0);  // standing first it works on nothing
+
+    slot().NDGNUM = 2;
+    slot().CTCX[0] = {0.5, 1.0, 0, 0, 0};
+    slot().CTCX[1] = {0.01, -99.0, 0, 0, 0};
+    EXPECT_NEAR(TCX1DG(1, T), 0.5 * 1.1 * (0.01 * (cp0(T) - 2.5 * R) + 1.0), 1e-12);
+    slot().CTCX[1] = {0.01, -98.0, 0, 0, 0};
+    EXPECT_NEAR(TCX1DG(1, T), 0.55 + 0.01 * (cp0(T) - R) * eta0(T), 1e-12);
+    slot().CTCX[1] = {0.01, -97.0, 0, 0, 0};
+    EXPECT_NEAR(TCX1DG(1, T), 0.55 + 0.01 * eta0(T), 1e-12);
+    slot().CTCX[1] = {0.01, -96.0, 0, 0, 0};
+    EXPECT_NEAR(TCX1DG(1, T), (0.55 * (cp0(T) / R - 2.5) + 3.75) * R * eta0(T) / M, 1e-12);
+    slot().CTCX[1] = {0.01, -95.0, 0, 0, 0};  // no such code
+    EXPECT_NEAR(TCX1DG(1, T), 0.55, 1e-14);
+    slot().NDGDEN = 1;
+    slot().CTCX[2] = {2.0, 2.0, 0, 0, 0};
+    slot().TCXDGT = 3.0;
+    EXPECT_NEAR(TCX1DG(1, T), 3.0 * 0.55 / (2.0 * 1.21), 1e-14);
+}
+
+TEST_F(GeneralConductivity, anEmptyDensityDoesNotDivide) {
+    slot().NBKNUM = 1;
+    slot().NBKDEN = 1;
+    slot().CTCX[0] = {0.02, 0.0, 0.0, 0.0, 0};
+    slot().CTCX[1] = {4.0, 0.0, 1.0, 0.0, 0};
+    EXPECT_DOUBLE_EQ(TCX1BK(1, 330.0, 0.0), 0.02);
+    EXPECT_DOUBLE_EQ(TCX1BK(1, 330.0, 10.0), 0.02 / 8.0);
+}
+
+TEST_F(GeneralConductivity, theCodeOfTheBackgroundDividesBelowBothReducingValues) {
+    slot().NBKNUM = 2;
+    slot().CTCX[0] = {0.02, 0.0, 1.0, 0.0, 0};
+    slot().CTCX[1] = {1.0, 0.0, 0.0, -99.0, 0};
+    const double u = std::cbrt(1.0 - 270.0 / 300.0);
+    const double density =
+        std::exp(-1.880284 * std::pow(u, 1.062) - 2.8526531 * std::pow(u, 2.5) - 3.000648 * std::pow(u, 4.5) -
+                 5.251169 * std::pow(u, 7.5) - 13.191869 * std::pow(u, 12.5) - 37.553961 * std::pow(u, 23.5));
+    EXPECT_NEAR(TCX1BK(1, 270.0, 4.0), 0.02 * 0.8 / density, 1e-14);
+    EXPECT_DOUBLE_EQ(TCX1BK(1, 310.0, 4.0), 0.02 * 0.8);
+    EXPECT_DOUBLE_EQ(TCX1BK(1, 270.0, 6.0), 0.02 * 1.2);
+    slot().CTCX[1].e = -95.0;  // any other code adds nothing
+    EXPECT_DOUBLE_EQ(TCX1BK(1, 270.0, 4.0), 0.02 * 0.8);
+    slot().CTCX[1] = {0.5, 0.0, 1.0, 2.0, 0};  // an exponent is one of an exponential
+    EXPECT_NEAR(TCX1BK(1, 270.0, 4.0), 0.016 + 0.5 * 0.8 * std::exp(-0.64), 1e-14);
+}
+
+// ---------------------------------------------------------------------------------------- conductivity, others
+
+TEST_F(Forms, theMethodOfChungGivesTheConductivityOfAHydrocarbon) {
+    // n-pentane by the published method against its reference correlation, which the method meets within 10 % in
+    // the gas and 15 % in the liquid
+    ASSERT_TRUE(setUpForced("PENTANE", "NBS", "NBS"));
+    struct State {
+        double T, D;
+    };
+    const State states[] = {{300.0, 0.01}, {450.0, 0.05}, {300.0, 8.6}, {400.0, 7.0}};
+    double expected[4];
+    for (int k = 0; k < 4; ++k) expected[k] = transport(states[k].T, states[k].D).tcx;
+    const std::string viscosity =
+        section("ETA", "VS5") + wideLimits +
+        "  0 0 0 0 0 0\nCI0\n  0.5472\n  372.99\n  1.0 1.0\n  0 1.0 1.0\n  0.251 0.0 0.0 0\nNUL\n";
+    ASSERT_EQ(setUpWith("PENTANE", viscosity + section("TCX", "TC5") + wideLimits +
+                                       "  0.5472\n  372.99\n  0.251 0.0 0.0\n  0\nNUL\n"),
+              0)
+        << message();
+    for (int k = 0; k < 4; ++k)
+        EXPECT_NEAR(transport(states[k].T, states[k].D).tcx / expected[k], 1.0, states[k].D < 1.0 ? 0.1 : 0.15)
+            << states[k].T;
+    EXPECT_EQ(fluidConstants.R, 8.314472);  // the method's gas constant stays in use
+    EXPECT_EQ(TCX5BK(1, 300.0, 0.0), 0.0);
+}
+
+// Within the sum of their uncertainties: 4 % (gas) and 5 % (dense) for Assael et al. 2016, 5 % for Holland et al. 1983.
+TEST(EthyleneAlternative, isNearTheNewerCorrelation) {
+    ASSERT_EQ(setUp("ETHYLENE"), 0);
+    struct State {
+        double T, D, tolerance;
+    };
+    for (const State& s :
+         {State{250.0, 0.01, 0.09}, State{400.0, 0.01, 0.09}, State{150.0, 21.0, 0.1}, State{350.0, 12.0, 0.1}}) {
+        EXPECT_NEAR(TCXETY(1, s.T, s.D) / (transport(s.T, s.D).tcx - TCX3CR(1, s.T, s.D)), 1.0, s.tolerance) << s.T;
+    }
+    ASSERT_TRUE(setUpForced("ETHYLENE", "NBS", "TC0"));
+    EXPECT_EQ(transport(250.0, 0.01).tcx, TCXETY(1, 250.0, 0.01));
+    modelTags.LFORCESETUP = true;
+}
+
+// Helium at 300 K and zero density: 155.3 mW/(m K), B. A. Hands, V. D. Arp, Cryogenics 21 (1981) 697.
+TEST_F(Forms, heliumHasTheDiluteGasOfItsCorrelation) {
+    ASSERT_EQ(setUpWith("R134A", section("TCX", "TC0") + wideLimits +
+                                     "HE \n  5 0 1 0\n  1.0 1.0 1.0\n  2.7870034e-3 0.7034007057 0 0 0\n"
+                                     "  3.739232544 -1 0 0 0\n  -26.20316969 -2 0 0 0\n  59.82252246 -3 0 0 0\n"
+                                     "  -49.26397634 -4 0 0 0\n  0.002 1 2 1 0\nNUL\n"),
+              0)
+        << message();
+    EXPECT_NEAR(TCXHE(1, 300.0, 0.0), 0.1553, 0.0015);
+    const double u = std::cbrt(300.0);
+    EXPECT_NEAR(TCXHE(1, 300.0, 2.0) - TCXHE(1, 300.0, 0.0), 0.002 * u * 4.0 * std::log(2.0), 1e-12);
+    conductivityTerms[1].HTCXHC = "HE3";
+    EXPECT_DOUBLE_EQ(TCX0HC(1, 300.0, 0.0, ierr, herr), TCXHE(1, 300.0, 0.0) / 0.8660254037844386);
+}
+
+const std::string hydrogen = [] {
+    std::string text = section("TCX", "TC0") + wideLimits + "H2 \n  0 0 18 0\n  1.0 1.0 1.0\n";
+    const char* coefficients[18] = {"0.0",  "0.0",  "0.0", "0.0", "0.0", "2.0", "0.5",  "0.0", "0.0",
+                                    "0.25", "-3.0", "0.1", "0.5", "2.0", "5.0", "20.0", "1.0", "15.0"};
+    for (const char* c : coefficients) text += std::string("  ") + c + " 0 0 0 0\n";
+    return text + "NUL\n";
+}();
+
+TEST_F(Forms, hydrogenBlendsItsTwoRanges) {
+    ASSERT_EQ(setUpWith("NITROGEN", hydrogen), 0) << message();
+    const double D = 0.5;
+    const double edge = TCXH2(1, 90.0, D), above = TCXH2(1, 90.0 + 1e-9, D);
+    EXPECT_NEAR(edge / above, 1.0, 1e-9);  // the low value times 0 plus the high one
+    const double below = TCXH2(1, 70.0 - 1e-9, D), at70 = TCXH2(1, 70.0, D);
+    EXPECT_NEAR(below / at70, 1.0, 1e-9);
+    // at 80 K a blend: above it the excess takes another form, from below it is approached smoothly
+    const double middle = TCXH2(1, 80.0, D);
+    EXPECT_NEAR(TCXH2(1, 80.0 - 1e-7, D) / middle, 1.0, 1e-6);
+    EXPECT_GT(std::abs(at70 - middle), 1e-6);
+    EXPECT_GT(std::abs(edge - middle), 1e-6);
+    // normal hydrogen (c10 = 0.25) without density: the table of the gas
+    EXPECT_NEAR(TCXH2(1, 300.0, 0.0), 0.187 * (0.9715160001069307 + 7.058800110826269e-5 * 300.0), 1e-12);
+    EXPECT_NEAR(TCXH2(1, 420.0, 0.0), 0.2425 * (0.9715160001069307 + 7.058800110826269e-5 * 420.0), 1e-12);
+}
+
+TEST_F(Forms, deuteriumIsCapped) {
+    ASSERT_EQ(setUpWith("NITROGEN", hydrogen), 0);
+    const double Tc = fluidConstants.TCRIT[1];
+    EXPECT_EQ(deuteriumFactor(1, 0.5 * Tc, 100.0), 0.9200000166893005);
+    EXPECT_EQ(deuteriumFactor(1, 0.5 * Tc, 2.0), 0.03099999949336052 * 2.0 + 0.7071067811865475);
+    EXPECT_NEAR(deuteriumFactor(1, 2.0 * Tc, 2.0), 0.03099999949336052 * 2.0 / 32.0 + 0.7071067811865475, 1e-15);
+    conductivityTerms[1].HTCXHC = "D2 ";
+    EXPECT_DOUBLE_EQ(TCX0HC(1, 300.0, 100.0, ierr, herr), TCXH2(1, 300.0, 100.0) * deuteriumFactor(1, 300.0, 100.0));
+    conductivityTerms[1].HTCXHC = "T2 ";
+    EXPECT_DOUBLE_EQ(TCX0HC(1, 300.0, 1.0, ierr, herr), TCXH2(1, 300.0, 1.0) / 1.7320508075688772);
+    conductivityTerms[1].HTCXHC = "ABC";
+    TCX0HC(1, 300.0, 1.0, ierr, herr);
+    EXPECT_EQ(ierr, 39);
+    EXPECT_EQ(words(herr), "[TCX0HC error 39] unknown thermal conductivity model specified");
+}
+
+TEST_F(Forms, theModelsOfMethaneFollowTheirFormulas) {
+    ASSERT_EQ(
+        setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n" +
+                               section("TCX", "TC2") + wideLimits +
+                               "NUL\n  0.5\n  300.0\n  0.2\n  1.5 -0.8\n  0.001 0.1 1.0 1e-4 0.01 0.5 0.02 1.0\nNUL\n"),
+        0)
+        << message();
+    const double T = 330.0, D = 3.0, R = fluidConstants.R, M = fluidConstants.WMAS[1];
+    const double eta0 = 0.2 * std::sqrt(T) / 0.25;
+    EXPECT_NEAR(TCX2DG(1, T), 0.001 * eta0 / M * (3.75 * R + (CP0K(1, T) - 2.5 * R) * (1.5 - 0.8 * 300.0 / T)), 1e-14);
+    const double A = 0.001 + 0.1 / T + 1.0 / T / T, B = 1e-4 + 0.01 / T + 0.5 / T / T, C = 0.02 + 1.0 / T;
+    EXPECT_NEAR(TCX2BK(1, T, D), (A + B * D) * D / (C * D + 1.0), 1e-14);
+
+    ASSERT_EQ(
+        setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n" +
+                               section("TCX", "TC3") + wideLimits +
+                               "  0.5\n  300.0\n  0.002 0.5\n  1 2 3 4 5 6 7 8 9\n"
+                               "  0.001 0.0005 1.2 300.0 -4.0 100.0 0.5 10.0 0.2 5.0 500.0 5.0\n  0.0 1.0\nNUL\n"),
+        0)
+        << message();
+    double inverse = 0.0;
+    for (int i = 4; i <= 12; ++i) inverse += (i - 3) * std::pow(300.0 / T, (7.0 - i) / 3.0);
+    EXPECT_NEAR(TCX3DG(1, T), 0.002 * std::sqrt(T) / 0.25 * inverse, 1e-12);
+    EXPECT_EQ(TCX3BK(1, T, 0.0), 0.0);
+}
+
+// ---------------------------------------------------------------------------------------------- enhancement
+
+TEST_F(GeneralConductivity, aRationalEnhancementCountsATermWithoutDensity) {
+    EnhancementSection& s = slot().enhancement;
+    s.NNUMTCK = 1;
+    s.TRTCK = 300.0;
+    s.DRTCK = 5.0;
+    s.TCXRED = 2.0;
+    s.CTCK[0] = {0.01, 0.5, 2.0, 0.0, 0.0, 0};
+    EXPECT_DOUBLE_EQ(TCX1CR(1, 330.0, 0.0), 2.0 * 0.01 * 1.6 * 1.6);  // density exponent 0 at no density
+    s.CTCK[0].f = 1.0;
+    EXPECT_EQ(TCX1CR(1, 330.0, 0.0), 0.0);
+    s.CTCK[0].f = 0.0;
+    s.NDENTCK = 1;
+    s.CTCK[1] = {1.0, 3.0, 1.0, 1.0, 0.0, 99};  // the larger of tau and a - tau
+    EXPECT_DOUBLE_EQ(TCX1CR(1, 330.0, 5.0), 2.0 * 0.01 * 2.56 / 1.9);
+    s.TRTCK = -300.0;  // tau = Tr / T
+    EXPECT_NEAR(TCX1CR(1, 330.0, 5.0), 2.0 * 0.01 * std::pow(300.0 / 330.0 + 0.5, 2.0) / (3.0 - 300.0 / 330.0), 1e-15);
+    s.NEXPTCK = 1;
+    s.TREDEX = 300.0;
+    s.DREDEX = 5.0;
+    s.CTCK[2] = {-1000.0, 0.0, 0.0, 0.0, 2.0, 0};
+    EXPECT_EQ(TCX1CR(1, 330.0, 5.0), 0.0);  // an exponent below -500
+}
+
+TEST(Crossover, endsAtItsReferenceTemperatureAndWithoutDensity) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    const double Tref = conductivityTerms[1].enhancement.CTCK[8].c, dc = fluidConstants.DCRIT[1];
+    EXPECT_EQ(TCX3CR(1, Tref + 0.01, dc), 0.0);
+    EXPECT_EQ(TCX3CR(1, 380.0, 0.9e-6), 0.0);
+    EXPECT_GT(TCX3CR(1, 380.0, dc), 0.0);
+    double value = 1.0;
+    int ierr = 0;
+    Text255 herr;
+    // no susceptibility above that of the reference temperature: compressed liquid
+    TCXM1C(unitComposition(1), 190.0, 15.5, value, ierr, herr);
+    EXPECT_EQ(value, 0.0);
+    EXPECT_EQ(ierr, 0);
+    TCXM1C(unitComposition(1), 380.0, 0.9e-6, value, ierr, herr);
+    EXPECT_EQ(value, 0.0);
+    TCXM1C(unitComposition(1), fluidConstants.TCRIT[1], dc, value, ierr, herr);
+    EXPECT_EQ(ierr, -60);
+    EXPECT_EQ(words(herr),
+              "[TCXM1C error-60] pure fluid is exactly at the critical point; thermal conductivity is infinite");
+    // both routines are one algebra
+    TCXM1C(unitComposition(1), 385.0, dc, value, ierr, herr);
+    EXPECT_NEAR(value / TCX3CR(1, 385.0, dc), 1.0, 1e-12);
+}
+
+TEST(Crossover, ofAmmoniaHasItsOwnCriticalTemperature) {
+    ASSERT_EQ(setUp("AMMONIA"), 0);
+    const double M = fluidConstants.WMAS[1];
+    // D of 10 lies inside the range where the distance is not widened: A = 1e20, B = -1e20
+    const double rho = 10.0 * M, A = 1e20, B = -1e20;
+    const double value = TCCNH3(1, 405.4, 10.0);
+    EXPECT_DOUBLE_EQ(value, A * B * B / (B * B + (rho - 225.6) * (rho - 225.6)));
+    // outside it the distance counts as 0.002
+    const double e = static_cast<double>(0.002f), dpdt = 1e5 * (2.18 - 0.12);
+    const double outer = 1.656792e-23 * 405.4 * 405.4 * dpdt * dpdt * 4.23e-9 / std::pow(e, 1.24) /
+                         (18.84954071044922 * 2.6e-5 * 1.34e-10 / std::pow(e, 0.63));
+    const double b = 16.5 * std::log(e) + 143.35, r = 5.0 * M;
+    EXPECT_NEAR(TCCNH3(1, 405.4, 5.0) / (outer * b * b / (b * b + 7157.159999999999) * r * r / 19881.0), 1.0, 1e-12);
+    // R. Tufeu et al. (1984) observe a maximum of the order of 0.1 W/(m K) 5 K above the critical temperature
+    EXPECT_GT(TCCNH3(1, 410.4, 13.2), 0.03);
+    EXPECT_LT(TCCNH3(1, 410.4, 13.2), 0.3);
+}
+
+TEST(Crossover, ofMethaneIsPositiveAndVanishes) {
+    ASSERT_EQ(setUp("NITROGEN"), 0);
+    const double tc = fluidConstants.TCRIT[1], dc = fluidConstants.DCRIT[1];
+    EXPECT_GT(TCCCH4(1, 1.01 * tc, dc), TCCCH4(1, 1.2 * tc, dc));
+    EXPECT_GT(TCCCH4(1, 1.2 * tc, dc), 0.0);
+    EXPECT_LT(TCCCH4(1, 2.0 * tc, 0.01 * dc), 1e-4);
+    EXPECT_EQ(TCX4CR(1, tc, 1e-7), 0.0);
+    EXPECT_EQ(TCX2CR(1, tc, 1e-7), 0.0);
+}
+
+}  // namespace
+}  // namespace frigana::test

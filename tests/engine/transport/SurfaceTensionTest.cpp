@@ -1,0 +1,243 @@
+// Surface tension of pure fluids and mixtures.
+#include <cmath>
+#include <cstdio>
+
+#include "FluidWith.h"
+#include "PROP_SUB_FUGACITY.h"
+#include "SaturationSpline.h"
+
+namespace frigana::test {
+namespace {
+
+struct Tension {
+    double sigma = 0.0;
+    int ierr = 0;
+    std::string message;
+};
+
+Tension stn(double T, double Dl, double Dv, const Composition& xl, const Composition& xv) {
+    Tension t;
+    Text255 herr;
+    STN(T, Dl, Dv, xl, xv, t.sigma, t.ierr, herr);
+    t.message = words(herr);
+    return t;
+}
+Tension surft(double T, const Composition& x) {
+    Tension t;
+    Text255 herr;
+    double Dl = 0.0;
+    SURFT(T, Dl, x, t.sigma, t.ierr, herr);
+    t.message = words(herr);
+    return t;
+}
+
+TEST(SurfaceTension, isZeroAtTheCriticalTemperatureAndHasACodeAboveIt) {
+    for (const char* fluid : {"R134A", "CO2", "R32", "PROPANE"}) {
+        ASSERT_EQ(setUp(fluid), 0);
+        const double tc = fluidConstants.TCRIT[1];
+        const Composition x = unitComposition(1);
+        Tension t = stn(tc, 5.0, 5.0, x, x);
+        EXPECT_EQ(t.sigma, 0.0) << fluid;
+        EXPECT_EQ(t.ierr, 0) << fluid;
+        t = stn(tc + 0.001, 5.0, 5.0, x, x);
+        EXPECT_EQ(t.sigma, 0.0) << fluid;
+        EXPECT_EQ(t.ierr, 121) << fluid;
+        EXPECT_EQ(
+            t.message.substr(0, 99),
+            "[STN error 121] temperature input to surface tension routine is greater than critical temperature; ");
+        EXPECT_EQ(surft(tc + 0.5, x).sigma, 0.0);
+        EXPECT_EQ(surft(tc + 0.5, x).ierr, 121);
+    }
+}
+
+// Up to 0.999 of the critical temperature: the published series of R12 and R227EA pass zero 0.05 K below it.
+TEST(SurfaceTension, fallsFromTheTriplePointToTheCriticalPointForEveryFluid) {
+    for (const char* fluid : pureFluids) {
+        ASSERT_EQ(setUp(fluid), 0);
+        const FluidConstants& f = fluidConstants;
+        double last = 1.0;
+        for (int k = 0; k <= 50; ++k) {
+            const double T = f.TMINST[1] + (0.999 * f.TCRIT[1] - f.TMINST[1]) * k / 50.0;
+            double sigma = 0.0;
+            int ierr = 0;
+            Text255 herr;
+            STNK(1, 1.0 - T / f.TCRIT[1], sigma, ierr, herr);
+            ASSERT_EQ(ierr, 0);
+            EXPECT_GT(sigma, 0.0) << fluid << ' ' << T;
+            EXPECT_LT(sigma, last) << fluid << ' ' << T;
+            last = sigma;
+        }
+    }
+}
+
+TEST(SurfaceTension, findsThePhasesItself) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    const Composition x = unitComposition(1);
+    double p = 0.0, Dl = 0.0, Dv = 0.0;
+    ASSERT_TRUE(saturation(300.0, p, Dl, Dv));
+    const Tension direct = stn(300.0, Dl, Dv, x, x), found = surft(300.0, x);
+    EXPECT_EQ(found.ierr, 0) << found.message;
+    EXPECT_NEAR(found.sigma / direct.sigma, 1.0, 1e-12);
+
+    // vapor neither given nor looked at: its limits do not count
+    double liquid = 0.0, vapor = 0.0, sigma = 0.0;
+    Composition xl = x, xv{};
+    xv[1] = -5.0;
+    int ierr = 0;
+    Text255 herr;
+    SURTEN(300.0, liquid, vapor, xl, xv, sigma, ierr, herr);
+    EXPECT_EQ(ierr, 0) << words(herr);
+    EXPECT_NEAR(sigma / direct.sigma, 1.0, 1e-12);
+    EXPECT_NEAR(liquid / Dl, 1.0, 1e-9);
+    EXPECT_NEAR(vapor / Dv, 1.0, 1e-9);
+    EXPECT_EQ(xv[1], 1.0);
+}
+
+TEST(SurfaceTension, tellsTemperaturesOutOfRange) {
+    ASSERT_EQ(setUp("CO2"), 0);  // so that the limits come from the file again
+    ASSERT_EQ(setUp("R134A"), 0);
+    const Composition x = unitComposition(1);
+    const double value = surft(240.0, x).sigma;
+    fluidConstants.TMINST[1] = 250.0;  // above that of the equation of state
+    Tension t = surft(240.0, x);
+    EXPECT_EQ(t.sigma, value);
+    EXPECT_EQ(t.ierr, 1) << t.message;
+    EXPECT_EQ(t.message, "[SURFT error 1] t<tmin");
+    EXPECT_GT(t.sigma, 0.01);
+    double Dl = 0.0, Dv = 0.0, sigma = 0.0;
+    Composition xl = x, xv = x;
+    int ierr = 0;
+    Text255 herr;
+    SURTEN(700.0, Dl, Dv, xl, xv, sigma, ierr, herr);
+    EXPECT_EQ(ierr, 1);
+    EXPECT_EQ(sigma, notComputed);
+    EXPECT_EQ(words(herr).substr(0, 17), "[SURTEN error  1]");
+    SURTEN(380.0, Dl, Dv, xl, xv, sigma, ierr, herr);
+    EXPECT_EQ(ierr, 121);
+    EXPECT_EQ(sigma, 0.0);
+}
+
+TEST(SurfaceTension, anUnknownModelHasCode99) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    modelTags.HSTENK[1] = "ST9";
+    double sigma = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    STNK(1, 0.2, sigma, ierr, herr);
+    EXPECT_EQ(sigma, -999.0);
+    EXPECT_EQ(ierr, 99);
+    EXPECT_EQ(words(herr), "[STN error 99] unknown surface tension model:  (ST9)");
+    modelTags.LFORCESETUP = true;
+}
+
+class TensionOfMixtures : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_EQ(setUp({"R32", "R134A"}), 0); }
+    void TearDown() override { modelTags.LFORCESETUP = true; }
+    static Composition of(double first) {
+        Composition x{};
+        x[1] = first;
+        x[2] = 1.0 - first;
+        return x;
+    }
+    // Both phases of the bubble point.
+    static bool bubblePoint(double T, const Composition& x, double& Dl, double& Dv, Composition& xv) {
+        double p = 0.0;
+        Composition xl{};
+        int ierr = 0;
+        Text255 herr;
+        SATT(T, x, 1, p, Dl, Dv, xl, xv, ierr, herr);
+        return ierr <= 0;
+    }
+};
+
+TEST_F(TensionOfMixtures, theLimitOfAComponentIsThePureFluid) {
+    for (const char* model : {"STH", "STM", "STX"}) {
+        modelTags.HSTNTOP = model;
+        for (const int i : {1, 2}) {
+            const double T = 280.0;
+            double Dl = 0.0, Dv = 0.0;
+            Composition xv{};
+            const Composition x = of(i == 1 ? 1.0 - 1e-7 : 1e-7);
+            ASSERT_TRUE(bubblePoint(T, x, Dl, Dv, xv));
+            const Tension mixture = stn(T, Dl, Dv, x, xv);
+            ASSERT_EQ(mixture.ierr, 0) << model << ' ' << mixture.message;
+            const Tension pure = stn(T, Dl, Dv, unitComposition(i), unitComposition(i));
+            // STX takes the root of the product of a trace and its solvent
+            EXPECT_NEAR(mixture.sigma / pure.sigma, 1.0, std::string_view(model) == "STX" ? 1e-3 : 1e-4) << model << i;
+        }
+    }
+}
+
+TEST_F(TensionOfMixtures, liesBetweenItsComponents) {
+    for (const double T : {240.0, 280.0, 320.0}) {
+        double Dl = 0.0, Dv = 0.0;
+        Composition xv{};
+        const Composition x = of(0.5);
+        ASSERT_TRUE(bubblePoint(T, x, Dl, Dv, xv));
+        const double low = stn(T, Dl, Dv, unitComposition(1), unitComposition(1)).sigma;
+        const double high = stn(T, Dl, Dv, unitComposition(2), unitComposition(2)).sigma;
+        for (const char* model : {"STH", "STM"}) {
+            modelTags.HSTNTOP = model;
+            const Tension t = stn(T, Dl, Dv, x, xv);
+            EXPECT_EQ(t.ierr, 0) << t.message;
+            EXPECT_GT(t.sigma, 0.9 * std::min(low, high)) << model << ' ' << T;
+            EXPECT_LT(t.sigma, 1.1 * std::max(low, high)) << model << ' ' << T;
+        }
+    }
+}
+
+// Above the critical temperature of R32 (351.255 K) both components take the distance of the mixture.
+TEST_F(TensionOfMixtures, aComponentAboveItsCriticalTemperatureTakesTheDistanceOfTheMixture) {
+    const double T = 352.0;
+    const Composition x = of(0.2);
+    double Dl = 0.0, Dv = 0.0;
+    Composition xv{};
+    ASSERT_TRUE(bubblePoint(T, x, Dl, Dv, xv));
+    const Tension t = stn(T, Dl, Dv, x, xv);
+    EXPECT_EQ(t.ierr, 0) << t.message;
+    EXPECT_GT(t.sigma, 0.0);
+    EXPECT_LT(t.sigma, 0.005);
+}
+
+TEST_F(TensionOfMixtures, theEnvelopeIsLeftAsItWas) {
+    saturationSpline.SPLINEREADY = true;
+    stn(280.0, 10.0, 0.5, of(0.5), of(0.6));
+    EXPECT_TRUE(saturationSpline.SPLINEREADY);
+    saturationSpline.SPLINEREADY = false;
+}
+
+TEST_F(TensionOfMixtures, anUnknownTopModelHasCode99) {
+    modelTags.HSTNTOP = "STQ";
+    const Tension t = stn(280.0, 10.0, 0.5, of(0.5), of(0.6));
+    EXPECT_EQ(t.ierr, 99);
+    EXPECT_EQ(t.sigma, -9999000.0);
+    EXPECT_EQ(t.message, "[STN error 99] unknown surface tension model:  (STQ)");
+}
+
+TEST_F(TensionOfMixtures, theCompositionOfTheCriticalPointHasTheFugacityFractionsAskedFor) {
+    const Composition x = of(0.4);
+    double Tc = 0.0, Pc = 0.0, Dc = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    CRITP(x, Tc, Pc, Dc, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    Composition f{}, zeta{};
+    FGCTY2(Tc, Dc, x, f, ierr, herr);
+    for (const int i : {1, 2}) zeta[i] = f[i] / (f[1] + f[2]);
+    Composition start = of(0.5);
+    CRITF(zeta, start, Tc, Pc, Dc, ierr, herr);
+    ASSERT_EQ(ierr, 0) << words(herr);
+    EXPECT_NEAR(start[1], 0.4, 1e-3);
+
+    zeta[1] = zeta[2] = 3.0;  // not fractions
+    start = of(0.5);
+    CRITF(zeta, start, Tc, Pc, Dc, ierr, herr);
+    EXPECT_EQ(ierr, 160);
+    EXPECT_EQ(words(herr),
+              "[SURFT error 160] CRITF (find critical parameters at a specified fugacity fraction) did not converge in "
+              "the surface tension calculation");
+}
+
+}  // namespace
+}  // namespace frigana::test
