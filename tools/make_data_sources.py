@@ -209,6 +209,30 @@ def main():
         row("Melting lines of water (`CORE_MLT`)", "IAPWS R14-08(2011)", "the check values of the release"),
         row("Extended corresponding states (`CORE_ECS`)", "none: no fluid file gives shape factors",
             "a fluid by itself as reference; a made-up fluid of the tests"),
+        row("Viscosity and conductivity by Chung et al. (`VS5`, `TC5`)",
+            "T. H. Chung, M. Ajlan, L. L. Lee, K. E. Starling, Ind. Eng. Chem. Res. 27, 671 (1988), tables II and IV",
+            "the independent evaluation of IPENTANE; the conductivity of PENTANE within 15 %"),
+        row("Viscosity of water (`VS0`, sub-tag `H2O`)", "IAPWS R12-08: critical enhancement; the other coefficients stand "
+            "in a fluid file", "the check values of the release outside the critical region"),
+        row("Conductivity of water (`TC0`, sub-tag `H2O`; `TCCR_2010`)",
+            "IAPWS R15-11: critical enhancement; the other coefficients stand in a fluid file",
+            "the check values of the release outside the critical region"),
+        row("Conductivity of heavy water (`TC0`, sub-tag `D2O`)", "none: all coefficients stand in a fluid file",
+            "the check values of IAPWS R4-84(2007)"),
+        row("Ethylene (`VS0` and `TC0`, sub-tag `ETY`)",
+            "P. M. Holland, B. E. Eaton, H. J. M. Hanley, J. Phys. Chem. Ref. Data 12, 917 (1983)",
+            "printed viscosities; the conductivity against the newer correlation within 10 %"),
+        row("Conductivity of helium (`TC0`, sub-tags `HE`, `HE3`)",
+            "B. A. Hands, V. D. Arp, Cryogenics 21, 697 (1981): scaled compressibility; its algebra is completed from the "
+            "general scaled equation of state", "the dilute gas at 300 K; the critical region is not checked"),
+        row("Conductivity of hydrogen (`TC0`, sub-tags `H2`, `D2`, `T2`)",
+            "conductivity of normal hydrogen and parahydrogen at nine temperatures from 70 to 410 K, linear between them "
+            "(the published table has steps of 10 K)", "the blend of the two ranges; no check against printed values"),
+        row("Collision integrals (`CI0`)", "P. D. Neufeld, A. R. Janzen, R. A. Aziz, J. Chem. Phys. 57, 1100 (1972), "
+            "without the oscillating terms", "the tables of Hirschfelder, Curtiss and Bird within 1.5 %"),
+        "", "Sub-tags of `VS0` whose published constants the program does not hold: `NEO` (neon), `HE` and `HE3` "
+        "(helium), `H2`, `H2A`, `D2` and `T2` (hydrogens), `MEO` (methanol), `SF6` (sulfur hexafluoride). A file that "
+        "names one of them is read, and its viscosity answers with code 49. No fluid file of this installation does.",
     ]
     refs = program + ["", "## References", ""] + ["%d. %s" % (k + 1, t) for k, t in enumerate(s.texts)]
     with open(os.path.join(HERE, "..", "docs", "data-sources.md"), "w", encoding="utf-8", newline="\n") as f:
