@@ -139,6 +139,14 @@ void printIndexed(std::ostream& out, const Entries& entries) {
         if (table.rows.size() == 1) table.headings.push_back(withUnit(*entry));
         table.rows.back().push_back(shown(*entry));
     }
+    const auto holdsNothing = [](const Entry* entry) {
+        const std::string text = shown(*entry);
+        return text.empty() || text == "n/a";
+    };
+    if (std::all_of(entries.begin(), entries.end(), holdsNothing)) {
+        out << "  none\n";
+        return;
+    }
     for (auto& cells : table.rows) cells.resize(table.headings.size());
     table.print(out);
 }

@@ -13,7 +13,7 @@ namespace {
 // A folder with one request, the one of examples/ with another fluid; every run reads, solves and writes it.
 class Plant {
   public:
-    Plant(const char* example, const char* fluid) {
+    Plant(const char* example, const char* fluid, const char* extension) : extension_(extension) {
         std::filesystem::create_directories(folder_);
         std::ifstream source(std::string(FRIGANA_DATA) + "/../examples/" + example + ".fi1");
         std::ofstream request(request_);
@@ -28,18 +28,19 @@ class Plant {
             Frigana(request_.data(), installation_.data(), static_cast<int>(request_.size()),
                     static_cast<int>(installation_.size()));
         state.SetItemsProcessed(state.iterations());
-        std::ifstream result(std::filesystem::path(request_).replace_extension(".fo1"));
+        std::ifstream result(std::filesystem::path(request_).replace_extension(extension_));
         if (std::string first; !(result >> first) || first == "0") state.SkipWithError("the request was refused");
     }
 
   private:
     std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "frigana-bench-cycles";
     std::string request_ = (folder_ / "plant.fi1").string();
+    const char* extension_;
     std::string installation_ = std::string(FRIGANA_DATA) + "/frigana";
 };
 
-void solve(benchmark::State& state, const char* example, const char* fluid) {
-    const Plant plant(example, fluid);
+void solve(benchmark::State& state, const char* example, const char* fluid, const char* extension = ".fo1") {
+    const Plant plant(example, fluid, extension);
     plant.time(state);
 }
 
@@ -53,4 +54,7 @@ BENCHMARK_CAPTURE(solve, TranscriticalCO2, "transcritical_cycle", "CO2.FLD")->Un
 BENCHMARK_CAPTURE(solve, LiquidInjectionR22, "liquid_injection", "R22.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LiquidInjectionR134A, "liquid_injection", "R134A.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LiquidInjectionR410A, "liquid_injection", "R410A.MIX")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, TranscriticalBoosterCO2, "transcritical_booster", "CO2.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, LineSizingR134A, "line_sizing", "R134A.FLD", ".fo0")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, LineSizingR410A, "line_sizing", "R410A.MIX", ".fo0")->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

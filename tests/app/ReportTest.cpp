@@ -75,6 +75,14 @@ TEST(Report, SectionsPlacesScalarsAndTablesAreAligned) {
               "Result file: plant.fo1\n");
 }
 
+TEST(Report, ATableWithoutAnyValueIsNotDrawn) {
+    RunResult result = success();
+    result.entries = {value(1, "", "Option", 1, "T", "K", -777.0), value(2, "", "Option", 2, "T", "K", -777.0)};
+    EXPECT_EQ(printed(printReport, result), "Basic cycle: done\n  none\n\nResult file: plant.fo1\n");
+    result.entries[1].value = 3.0;
+    EXPECT_NE(printed(printReport, result).find("  2           3\n"), std::string::npos);
+}
+
 TEST(Report, EveryEndHasItsStatusAndItsWords) {
     RunResult result = success();
     EXPECT_EQ(exitStatus(result), 0);
