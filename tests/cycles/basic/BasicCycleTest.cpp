@@ -437,6 +437,21 @@ TEST(BasicCycleCodes, EveryReachableCheckEndsTheRunWithItsText) {
         {201226, "Error: Suction line - temperature change is out of range!", with(4, {1, 270.0})},
         {201228, "Error: Discharge line - pressure drop is out of range!", with(10, {2, 50.0})},
         {201230, "Error: Discharge line - temperature change is out of range!", with(9, {1, 400.0})},
+        // Drops so large that a saturation point fails count with -777, and the next check finds them.
+        {201210, "Error: Liquid line - outlet pressure was less or equal than zero!",
+         withAll({{11, {2, 200.0}}, {15, {2, 150.0}}})},
+        {201212, "Error: Liquid line - outlet subcooling is out of range!",
+         withAll({{12, {2, 50.0}}, {14, {2, 190.0}}})},
+        {201222, "Error: Suction line - pressure drop is out of range!", with(5, {2, 150.0})},
+        {201223, "Error: Suction line - drop of saturation temperature is out of range!", with(5, {1, 300.0})},
+        {201224, "Error: Compressor - inlet pressure was less or equal than zero!",
+         withAll({{1, {2, 100.0}}, {5, {2, 150.0}}})},
+        {201227, "Error: Suction line drop of saturation temperature is out of range!",
+         withAll({{1, {1, 172.0}}, {2, {2, 15.0}}, {4, {2, 186.0}}})},
+        {201229, "Error: Discharge line - drop of saturation temperature is out of range!",
+         withAll({{10, {1, 900.0}}, {11, {2, 3500.0}}})},
+        {201300, "Error: wet compression, increase the inlet superheat",
+         withAll({{2, {2, 0.0}}, {4, {2, 0.0}}, {7, {1, 1.0}}}), "ISOBUTAN.FLD"},
     };
     for (const CodeCase& row : rows) {
         SCOPED_TRACE(row.code);
