@@ -328,15 +328,24 @@ void stateRow(ResultWriter& writer, std::string_view where, const STATEPT& point
     writer.group({});
 }
 
-void deviceRows(ResultWriter& writer, std::string_view heading, const Device& device) {
-    writer.heading(heading);
+void endRows(ResultWriter& writer, const Device& device) {
     stateRow(writer, "Inlet", device.inlet);
     stateRow(writer, "Outlet", device.outlet);
+}
+
+void deviceRows(ResultWriter& writer, std::string_view heading, const Device& device) {
+    writer.heading(heading);
+    endRows(writer, device);
 }
 
 void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
                  std::string_view changeName, double change, std::string_view heatName) {
     deviceRows(writer, heading, line);
+    lineRows(writer, line, drop, changeName, change, heatName);
+}
+
+void lineRows(ResultWriter& writer, const Device& line, const PressureChange& drop, std::string_view changeName,
+              double change, std::string_view heatName) {
     writer.value("Pressure drop", "kPa", line.DP);
     writer.value("Drop of saturation temperature", "K", drop.DT);
     writer.value(changeName, "K", change);

@@ -189,9 +189,14 @@ void stateRow(ResultWriter& writer, std::string_view where, const STATEPT& point
 // P, T, D, H, S: five lines.
 void shortStateRow(ResultWriter& writer, std::string_view where, const STATEPT& point);
 
+// The rows of both ends.
+void endRows(ResultWriter& writer, const Device& device);
 // Heading and the rows of both ends.
 void deviceRows(ResultWriter& writer, std::string_view heading, const Device& device);
 
+// The lines of a line behind its rows.
+void lineRows(ResultWriter& writer, const Device& line, const PressureChange& drop, std::string_view changeName,
+              double change, std::string_view heatName);
 // A line: rows, pressure drop, drop of saturation temperature, temperature change, mass flow, heat.
 void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
                  std::string_view changeName, double change, std::string_view heatName);

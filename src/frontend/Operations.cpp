@@ -18,6 +18,7 @@
 #include "47_Transcritical.h"
 #include "49_WithLiquidInjection.h"
 #include "50_TwoStageWithHEx.h"
+#include "51_MStageWithFlashTank.h"
 #include "52_BasicBasicCycle.h"
 #include "54_Find_Refigerant.h"
 #include "55_PumpedCO2.h"
@@ -61,7 +62,7 @@ constexpr CycleOperation cycles[] = {
     {7, "Transcritical cycle", one, RANGECHECKS0207, nullptr, solve<SOLTRANSCRICYCLE>, nullptr},
     {9, "Cycle with liquid injection", one, RANGECHECKS0209, nullptr, solve<SOLLIQINJECTION>, nullptr},
     {10, "Two-stage cycle with heat exchanger", one, RANGECHECKS0210, nullptr, solve<SOLTWOSTAGEWTHEX>, nullptr},
-    {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, nullptr, nullptr},
+    {11, "Multi-stage cycle with flash tank", one, RANGECHECKS0211, nullptr, solve<SOLMULTISTAGEFTK>, nullptr},
     {12, "Minimal basic cycle", one, RANGECHECKS0212, nullptr, solve<SOLBASICBASICCYC>, nullptr},
     {13, "Pumped CO2 system", CycleReader::pumped, nullptr, RANGECHECKS0213, nullptr, solveTwo<SOLPUMPEDCO2SYSTEM>},
     {14, "Transcritical booster", one, RANGECHECKS0214, nullptr, solve<SOLTRANSCRIBOOSTER>, nullptr},

@@ -179,6 +179,13 @@ void ResultWriter::heading(std::string_view text) {
     tell({.kind = ResultEntry::Kind::heading, .line = line(), .text = text});
 }
 
+void ResultWriter::fixedHeading(std::string_view text) {
+    group({});
+    section_ = numberOf(trimRight(text));
+    writeLine(unit_, text);
+    tell({.kind = ResultEntry::Kind::heading, .line = line(), .text = text});
+}
+
 void ResultWriter::value(std::string_view name, std::string_view unit, double value) {
     writeFree(unit_, value);
     tell({.kind = ResultEntry::Kind::value, .line = line(), .name = name, .unit = unit, .value = value});

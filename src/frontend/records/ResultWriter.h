@@ -95,6 +95,7 @@ class ResultWriter {
 
     void circuit(std::string_view name);
     void heading(std::string_view text);
+    void fixedHeading(std::string_view text);  // in fixed format: no blank in front of it
     void group(std::string_view name);
     void row(std::string_view table, int index);
 
