@@ -147,6 +147,8 @@ constexpr int lineCount = 3;
 constexpr int linesPerOption = 6;
 constexpr int lossOfOption = 3;  // lines behind its diameter
 
+constexpr int mostWallOptions = 3, mostFittings = 200;
+
 constexpr int massFlowLine = 148, sweptVolumeLine = 156;  // of the basic cycle
 constexpr int basicCycleLines = 283;
 
@@ -191,6 +193,12 @@ void setSecondRun(CYCLEIN& cycle, const Text255& firstResult) {
     work.VDAT[6] = recovered(firstResult, sweptVolumeLine);
 }
 
+// Whole part of a parameter. The check of the request lets a value pass that is not a number: it counts as the lowest.
+int wholePart(double value, int lowest, int highest) {
+    if (!(value >= lowest)) return lowest;
+    return value < highest ? static_cast<int>(value) : highest;
+}
+
 // State at an end of a line. A saturated one comes back from its printed pressure and enthalpy two-phase by a hair, and
 // two phases have no viscosity: then it is the saturated state itself.
 void pipeState(const SUBSTANCE& substance, double P, double H, int phase, STATEPT& state) {
@@ -208,11 +216,11 @@ void sizeLine(const SUBSTANCE& substance, const CYCLEIN& cycle, const Line& line
     pipeState(substance, recovered(solution, line.outletP), recovered(solution, line.outletH), line.phase, outlet);
 
     const int material = cycle.TDAT[line.pipe];
-    const int wallOption = static_cast<int>(cycle.VDAT[line.pipe]);
+    const int wallOption = wholePart(cycle.VDAT[line.pipe], 1, mostWallOptions);
     const bool counted = cycle.TDAT[line.pipe + 3] == 1;
     const double fittings = cycle.VDAT[line.pipe + 3];
     const PipeRun run{pipeRoughness(material), cycle.VDAT[line.pipe + 1], cycle.VDAT[line.pipe + 2],
-                      counted ? static_cast<int>(fittings) : 0, counted ? 0.0 : fittings};
+                      counted ? wholePart(fittings, 0, mostFittings) : 0, counted ? 0.0 : fittings};
     const int receiver = cycle.TDAT[28] == 1 ? 1 : 0;
     VelocityRange velocity{};
     PIPE_VLIMITS(line.number, run.h, receiver, velocity.vmin, velocity.vmax);

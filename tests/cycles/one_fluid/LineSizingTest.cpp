@@ -30,6 +30,7 @@ struct Dialogue {
     std::string firstResult = plant.folder.path("plant.fo0");
 
     ResultFile first(Changes changes) {
+        std::filesystem::remove(firstResult);
         run(lineSizing.with(changes));
         return ResultFile(hasFirst() ? readFile(firstResult) : "");
     }
@@ -275,6 +276,16 @@ TEST(LineSizingEdges, FittingsGivenAsAValueHaveNoEffect) {
         const ResultFile file = dialogue.first({{19, {2, value}}, {5, {3, 0.03}}});
         EXPECT_EQ(pipe(file, fullLoad[0], 3).DP, pipe(none, fullLoad[0], 3).DP);
     }
+}
+
+// The check of a request lets such values pass.
+TEST(LineSizingEdges, WallAndFittingsThatAreNotNumbersCountAsTheLowest) {
+    Dialogue dialogue;
+    const double none = std::nan("");
+    const ResultFile file = dialogue.first({{16, {1, none}}, {19, {1, none}}, {5, {3, 0.03}}});
+    const ResultFile lowest = dialogue.first({{16, {1, 1.0}}, {19, {1, 0.0}}, {5, {3, 0.03}}});
+    ASSERT_EQ(file.count(), resultLines);
+    for (int line = 287; line < 287 + 36; ++line) EXPECT_EQ(file.raw(line), lowest.raw(line)) << line;
 }
 
 TEST(LineSizingEdges, WithoutElevationThereIsNoColumnAndASlowerSuctionLineWillDo) {
