@@ -136,7 +136,8 @@ void subcoolerToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double P2 = c.condenser.outletP() - c.liquidBefore.DP;
     c.subcooler = pressureChange(substance, parameter(cycle, 19), P2, bubbleSide, subcoolerDrop);
     const double P3 = P2 - c.subcooler.DP;
-    PROPSIMPLEPT(substance, P3, T3, c.p3);
+    // Where nothing changes a flash at P and T could take a saturated liquid for its vapor.
+    linePoint(substance, c.p2, c.subcooler.DP, c.subcoolerT.change, P3, T3, c.p3);
 
     c.liquidAfter = pressureChange(substance, parameter(cycle, 17), P3, bubbleSide, liquidAfterDrop);
     const double P4 = P3 - c.liquidAfter.DP;
@@ -144,7 +145,7 @@ void subcoolerToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseOutside(c.liquidAfterT.T, temperatureLimits, liquidAfterT);
     refuseOutside(c.liquidAfterT.change, changeLimits, liquidAfterFall);
     refuseOutside(c.liquidAfterT.degree, changeLimits, liquidAfterSubcooling);
-    PROPSIMPLEPT(substance, P4, c.liquidAfterT.T, c.p4);
+    linePoint(substance, c.p3, c.liquidAfter.DP, c.liquidAfterT.change, P4, c.liquidAfterT.T, c.p4);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
