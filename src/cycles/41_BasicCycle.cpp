@@ -81,7 +81,8 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.liquid = fallWithSubcooling(substance, parameter(cycle, 14), c.subcooling.T, lineP);
     refuseOutside(c.liquid.change, changeLimits, liquidLineFall);
     refuseOutside(c.liquid.degree, changeLimits, liquidLineSubcooling);
-    linePoint(substance, c.condenserOutlet, c.liquidDrop.DP, c.liquid.change, lineP, c.liquid.T, c.expansionInlet);
+    liquidLinePoint(substance, parameter(cycle, 14), c.condenserOutlet, c.liquidDrop.DP, c.liquid.change, lineP,
+                    c.liquid.T, c.expansionInlet);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {

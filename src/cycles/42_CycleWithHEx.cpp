@@ -147,7 +147,7 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseOutside(c.liquidAfterT.T, temperatureLimits, liquidAfterT);
     refuseOutside(c.liquidAfterT.change, changeLimits, liquidAfterFall);
     refuseOutside(c.liquidAfterT.degree, changeLimits, liquidAfterSubcooling);
-    PROPSIMPLEPT(substance, P4, c.liquidAfterT.T, c.p4);
+    liquidPoint(substance, parameter(cycle, 18), P4, c.liquidAfterT.T, c.p4);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {

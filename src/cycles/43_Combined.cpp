@@ -125,7 +125,7 @@ void condenserToSubcooler(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseOutside(T2, temperatureLimits, liquidBeforeT);
     refuseOutside(c.liquidBeforeT.change, changeLimits, liquidBeforeFall);
     refuseOutside(c.liquidBeforeT.degree, changeLimits, liquidBeforeSubcooling);
-    linePoint(substance, c.p1, c.liquidBefore.DP, c.liquidBeforeT.change, P2, T2, c.p2);
+    liquidLinePoint(substance, parameter(cycle, 14), c.p1, c.liquidBefore.DP, c.liquidBeforeT.change, P2, T2, c.p2);
 }
 
 void subcoolerToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
@@ -145,7 +145,8 @@ void subcoolerToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseOutside(c.liquidAfterT.T, temperatureLimits, liquidAfterT);
     refuseOutside(c.liquidAfterT.change, changeLimits, liquidAfterFall);
     refuseOutside(c.liquidAfterT.degree, changeLimits, liquidAfterSubcooling);
-    linePoint(substance, c.p3, c.liquidAfter.DP, c.liquidAfterT.change, P4, c.liquidAfterT.T, c.p4);
+    liquidLinePoint(substance, parameter(cycle, 16), c.p3, c.liquidAfter.DP, c.liquidAfterT.change, P4,
+                    c.liquidAfterT.T, c.p4);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {

@@ -111,7 +111,7 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.liquidT = fallWithSubcooling(substance, parameter(cycle, 14), c.subcooling.T, P2);
     refuseOutside(c.liquidT.change, changeLimits, liquidFall);
     refuseOutside(c.liquidT.degree, changeLimits, liquidSubcooling);
-    linePoint(substance, c.p1, c.liquid.DP, c.liquidT.change, P2, c.liquidT.T, c.p2);
+    liquidLinePoint(substance, parameter(cycle, 14), c.p1, c.liquid.DP, c.liquidT.change, P2, c.liquidT.T, c.p2);
 }
 
 void evaporatorToSuction(const SUBSTANCE& substance, const CYCLEIN& cycle) {
@@ -166,7 +166,8 @@ void injectLiquid(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseOutside(c.injectionT.T, temperatureLimits, injectionT);
     refuseOutside(c.injectionT.change, changeLimits, injectionFall);
     refuseOutside(c.injectionT.degree, changeLimits, injectionSubcooling);
-    linePoint(substance, c.p1, c.injection.DP, c.injectionT.change, P9, c.injectionT.T, c.p9);
+    liquidLinePoint(substance, parameter(cycle, 17), c.p1, c.injection.DP, c.injectionT.change, P9, c.injectionT.T,
+                    c.p9);
 
     PROPSIMPLEPH(substance, c.p5.P, c.p9.H, c.p10);
     c.fraction = (c.p5.H - c.p6.H) / (c.p5.H - c.p10.H);

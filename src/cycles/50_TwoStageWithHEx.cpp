@@ -131,7 +131,7 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.liquidT = fallWithSubcooling(substance, parameter(cycle, 16), T2, P3);
     refuseOutside(c.liquidT.change, changeLimits, liquidLineFall);
     refuseOutside(c.liquidT.degree, changeLimits, liquidLineSubcooling);
-    linePoint(substance, c.p2, c.liquid.DP, c.liquidT.change, P3, c.liquidT.T, c.p3);
+    liquidLinePoint(substance, parameter(cycle, 16), c.p2, c.liquid.DP, c.liquidT.change, P3, c.liquidT.T, c.p3);
 }
 
 void evaporatorToLowCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {

@@ -257,7 +257,7 @@ void liquidLineToEvaporator(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.liquidT = fallWithSubcooling(substance, parameter(cycle, 14), inlet.T, P5);
     refuseOutside(c.liquidT.change, changeLimits, liquidFall);
     refuseOutside(c.liquidT.degree, changeLimits, liquidSubcooling);
-    linePoint(substance, inlet, c.liquid.DP, c.liquidT.change, P5, c.liquidT.T, c.p5);
+    liquidLinePoint(substance, parameter(cycle, 14), inlet, c.liquid.DP, c.liquidT.change, P5, c.liquidT.T, c.p5);
     // Expansion is isenthalpic. The evaporator's pressures stay those of the estimated inlet.
     PROPSIMPLEPH(substance, c.evaporator.inletP(), c.p5.H, c.p2);
 }
