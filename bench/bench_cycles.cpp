@@ -54,6 +54,11 @@ BENCHMARK_CAPTURE(solve, TranscriticalCO2, "transcritical_cycle", "CO2.FLD")->Un
 BENCHMARK_CAPTURE(solve, LiquidInjectionR22, "liquid_injection", "R22.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LiquidInjectionR134A, "liquid_injection", "R134A.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LiquidInjectionR410A, "liquid_injection", "R410A.MIX")->Unit(benchmark::kMillisecond);
+// Systems of two circuits, with this fluid in the first one.
+BENCHMARK_CAPTURE(solve, CombinedR134A, "combined_cycle", "R134A.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, CascadeR134A, "cascade_cycle", "R134A.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, CascadeR410A, "cascade_cycle", "R410A.MIX")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, PumpedAmmonia, "pumped_co2", "AMMONIA.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, TranscriticalBoosterCO2, "transcritical_booster", "CO2.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LineSizingR134A, "line_sizing", "R134A.FLD", ".fo0")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LineSizingR410A, "line_sizing", "R410A.MIX", ".fo0")->Unit(benchmark::kMillisecond);
