@@ -66,8 +66,7 @@ double meltingAmmoniaWater(double z) {
 
 // What a check has found so far: a text and a bit per group, and whether an error is among them.
 struct Findings {
-    FixedText<90> temperature;  // the longest text, of the triple point, takes 87
-    FixedText<75> density, pressure;
+    FixedText<75> temperature, density, pressure;
     FixedText<140> composition;
     int temperatureBit = 0, densityBit = 0, pressureBit = 0, compositionBit = 0;
     bool error = false;
@@ -147,7 +146,7 @@ void checkTriplePoint(int icomp, double t, double p, double margin, Findings& fi
     if (!(t < triplePoint - 1e-10 && t > 0.0)) return;
     findings.temperatureBit = 16;
     findings.note(false);
-    message(findings.temperature, " temperature less than triple point temperature, T=", FixedPoint{12, 5, t},
+    message(findings.temperature, " temperature less than triple point, T=", FixedPoint{12, 5, t},
             " K, Ttrp=", FixedPoint{12, 5, triplePoint}, " K;");
     if (fluidFiles.HCAS[icomp] != waterNumber || std::fabs(p) <= 1e-20) return;
     double densest, iceOne;

@@ -235,9 +235,8 @@ TEST_F(Limits, FluidWithoutAMeltingLineIsNotTested) {
 TEST_F(Limits, BelowTheTriplePointWithinTheLimits) {
     fluidConstants.TTPN[1] = 160.0;
     EXPECT_EQ(check(155.0, 0.0, 0.0), -16);
-    EXPECT_EQ(
-        words(herr),
-        std::string(head) + " temperature less than triple point temperature, T=   155.00000 K, Ttrp=   160.00000 K");
+    EXPECT_EQ(words(herr),
+              std::string(head) + " temperature less than triple point, T=   155.00000 K, Ttrp=   160.00000 K");
     EXPECT_EQ(checkSlot(155.0, 0.0, 0.0), -16);
     EXPECT_EQ(check(160.0, 0.0, 0.0), 0);
     EXPECT_EQ(check(149.0, 0.0, 0.0), 1) << "one message of temperature is enough";
