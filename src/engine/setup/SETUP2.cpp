@@ -1,5 +1,3 @@
-#include <charconv>
-
 #include "CORE_ANC.h"
 #include "CORE_BWR.h"
 #include "CORE_CPP.h"
@@ -235,11 +233,6 @@ struct FluidFile {
     Text3 heqn{};
 };
 
-bool readNumber(std::string_view text, double& value) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t' || text.front() == '+')) text.remove_prefix(1);
-    return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc{};
-}
-
 // The lines between the fixed items and the first blank line: values before an exclamation mark and a key.
 bool readFreeLines(int unit, int icomp) {
     for (;;) {
@@ -253,7 +246,7 @@ bool readFreeLines(int unit, int icomp) {
         if (key == "!fa") fluidFiles.FAMILY[icomp].assign(value);
         if (key == "!he") {
             double heat = 0.0;
-            if (readNumber(value, heat)) fluidConstants.HCMBST[icomp] = heat;
+            if (FreeRecord(value).read(heat) == ReadStatus::ok) fluidConstants.HCMBST[icomp] = heat;
         }
     }
 }

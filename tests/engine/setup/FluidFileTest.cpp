@@ -31,7 +31,7 @@ TEST_F(FluidFile, HeaderItemsReachTheirPlaces) {
     header.name = "R32           !short name";
     header.cas = "75-10-5         !CAS number";
     header.freeLines =
-        "3252          !UN number\nhydrofluorocarbon !family\nskipped line\n-5.5E+02 !heat of combustion\n12 !other\n";
+        "3252          !UN number\nhydrofluorocarbon !family\nskipped line\n-5.5D+02 !heat of combustion\n12 !other\n";
     ASSERT_EQ(read(helmholtzSection("#", "FEQ", "52.024") + plainHeatCapacity, header), 0) << message();
     EXPECT_EQ(fluidFiles.HNAME[1], "R32") << "without the comment";
     EXPECT_EQ(fluidFiles.HNAM60[1], "R32");
