@@ -181,9 +181,8 @@ void SATT(double T, const Composition& x, int kph, double& p, double& rhol, doub
     CriticalPoint critical;
     CRITP(z, critical.T, critical.p, critical.D, ierr, herr);
     if (ierr > 0) {
-        constexpr std::string_view heading = "[SATT error 120] ";
         ierr = 120;
-        message(herr, heading, innerText(heading, herr), nullCharacter);
+        wrapMessage("[SATT error 120] ", herr);
         ERRMSG(ierr, herr);
         p = rhol = rhov = 0.0;
         xliq = xvap = z;
@@ -280,9 +279,8 @@ void SATP(double p, const Composition& x, int kph, double& T, double& rhol, doub
     CriticalPoint critical;
     CRITP(z, critical.T, critical.p, critical.D, ierr, herr);
     if (ierr > 0) {
-        constexpr std::string_view heading = "[SATP error 140] ";
         ierr = 140;
-        message(herr, heading, innerText(heading, herr), nullCharacter);
+        wrapMessage("[SATP error 140] ", herr);
         ERRMSG(ierr, herr);
         xliq = xvap = z;
         return;

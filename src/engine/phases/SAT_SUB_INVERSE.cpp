@@ -151,9 +151,8 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
     double Tc, pc, Dc;
     CRITP(z, Tc, pc, Dc, ierr, herr);
     if (ierr > 0) {
-        constexpr std::string_view heading = "[SATD error 160] ";
         ierr = 160;
-        message(herr, heading, innerText(heading, herr), nullCharacter);
+        wrapMessage("[SATD error 160] ", herr);
         ERRMSG(ierr, herr);
         return;
     }
@@ -381,9 +380,8 @@ void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& 
     double Tc, pc, Dc;
     CRITP(x, Tc, pc, Dc, ierr, herr);
     if (ierr > 0) {
-        constexpr std::string_view heading = "[SATH error 160] ";
         ierr = 160;
-        message(herr, heading, innerText(heading, herr), nullCharacter);
+        wrapMessage("[SATH error 160] ", herr);
         ERRMSG(ierr, herr);
         return;
     }
@@ -544,9 +542,8 @@ void SATS(double s, const Composition& x, int kph, int& nroot, int& k1, double& 
     double Tc, pc, Dc;
     CRITP(x, Tc, pc, Dc, ierr, herr);
     if (ierr > 0) {
-        constexpr std::string_view heading = "[SATS error 160] ";
         ierr = 160;
-        message(herr, heading, innerText(heading, herr), nullCharacter);
+        wrapMessage("[SATS error 160] ", herr);
         ERRMSG(ierr, herr);
         return;
     }

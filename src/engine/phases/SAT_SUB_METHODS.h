@@ -20,9 +20,9 @@ inline bool hasAncillary(const Text3& tag) {
     return !tag.blank() && !(tag == "NBS");
 }
 
-// Cuts an inner message so that the composed one ends with its null character at the last place of the field.
-inline Character innerText(std::string_view heading, const Text255& inner) {
-    return {Text255::size - 1 - static_cast<int>(heading.size()), inner.view()};
+// The message "HEADING inner message", the inner one cut so that the null character stands at the last place at most.
+inline void wrapMessage(std::string_view heading, Text255& herr) {
+    message(herr, heading, Character{Text255::size - 1 - static_cast<int>(heading.size()), herr.view()}, nullCharacter);
 }
 
 // The message "HEADINGnnn; inner message", nnn in three places.

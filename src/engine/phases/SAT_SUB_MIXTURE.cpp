@@ -354,21 +354,21 @@ void mixtureAtPressure(double p, const Composition& x, int kph, const CriticalPo
         int failedPhase = phases.parent;
         quietDensity(start, p, x, -phases.parent, 0, rho1, ierr, herr);
         if (ierr > 0) {
-            constexpr std::string_view heading =
-                "[SATP advisory -145] density iteration in saturation routine did not converge for the parent phase; ";
             ierr = -145;
-            message(herr, heading, innerText(heading, herr), nullCharacter);
+            wrapMessage(
+                "[SATP advisory -145] density iteration in saturation routine did not converge for the parent phase; ",
+                herr);
             ERRMSG(ierr, herr);
         } else {
             failedPhase = phases.incipient;
             quietDensity(start, p, x2, -phases.incipient, 0, rho2, ierr, herr);
             if (ierr <= 0) break;
             // the code and the number in the text differ, and both are known to callers
-            constexpr std::string_view heading =
-                "[SATP advisory -146] density iteration in saturation routine did not converge for the incipient "
-                "phase; ";
             ierr = -144;
-            message(herr, heading, innerText(heading, herr), nullCharacter);
+            wrapMessage(
+                "[SATP advisory -146] density iteration in saturation routine did not converge for the incipient "
+                "phase; ",
+                herr);
             ERRMSG(ierr, herr);
         }
         if (start > static_cast<double>(0.8f) * Tc && failedPhase == liquidPhase)
