@@ -15,79 +15,70 @@ struct FlashState {
     Text255 herr;
 
     bool twoPhase() const { return q > 0 && q < 1; }
+
+    // The value that a letter of a flash names.
+    double& operator[](char letter) {
+        switch (letter) {
+            case 'T':
+                return T;
+            case 'P':
+                return p;
+            case 'D':
+                return D;
+            case 'E':
+                return e;
+            case 'H':
+                return h;
+            case 'S':
+                return s;
+            default:
+                return q;
+        }
+    }
 };
 
 // The flash of the two letters, with the given values; kr and kq where the routine has them.
 inline FlashState flash(std::string_view letters, double a, double b, const Composition& z, int selector = 1) {
     FlashState r;
+    r[letters[0]] = a;
+    r[letters[1]] = b;
+    auto& [T, p, D, Dl, Dv, q, e, h, s, cv, cp, w, x, y, ierr, herr] = r;
     const auto is = [&](std::string_view name) { return letters == name; };
     if (is("TP")) {
-        r.T = a;
-        r.p = b;
-        TPFLSH(r.T, b, z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        TPFLSH(T, p, z, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr);
     } else if (is("TD")) {
-        r.T = a;
-        r.D = b;
-        TDFLSH(a, b, z, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        TDFLSH(T, D, z, p, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr);
     } else if (is("PD")) {
-        r.p = a;
-        r.D = b;
-        PDFLSH(a, b, z, r.T, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        PDFLSH(p, D, z, T, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr);
     } else if (is("PH")) {
-        r.p = a;
-        r.h = b;
-        PHFLSH(a, b, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        PHFLSH(p, h, z, T, D, Dl, Dv, x, y, q, e, s, cv, cp, w, ierr, herr);
     } else if (is("PS")) {
-        r.p = a;
-        r.s = b;
-        PSFLSH(a, b, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, r.ierr, r.herr);
+        PSFLSH(p, s, z, T, D, Dl, Dv, x, y, q, e, h, cv, cp, w, ierr, herr);
     } else if (is("PE")) {
-        r.p = a;
-        r.e = b;
-        PEFLSH(a, b, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        PEFLSH(p, e, z, T, D, Dl, Dv, x, y, q, h, s, cv, cp, w, ierr, herr);
     } else if (is("TH")) {
-        r.T = a;
-        r.h = b;
-        THFLSH(a, b, z, selector, r.p, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        THFLSH(T, h, z, selector, p, D, Dl, Dv, x, y, q, e, s, cv, cp, w, ierr, herr);
     } else if (is("TS")) {
-        r.T = a;
-        r.s = b;
-        TSFLSH(a, b, z, selector, r.p, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, r.ierr, r.herr);
+        TSFLSH(T, s, z, selector, p, D, Dl, Dv, x, y, q, e, h, cv, cp, w, ierr, herr);
     } else if (is("TE")) {
-        r.T = a;
-        r.e = b;
-        TEFLSH(a, b, z, selector, r.p, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        TEFLSH(T, e, z, selector, p, D, Dl, Dv, x, y, q, h, s, cv, cp, w, ierr, herr);
     } else if (is("DH")) {
-        r.D = a;
-        r.h = b;
-        DHFLSH(a, b, z, r.T, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        DHFLSH(D, h, z, T, p, Dl, Dv, x, y, q, e, s, cv, cp, w, ierr, herr);
     } else if (is("DS")) {
-        r.D = a;
-        r.s = b;
-        DSFLSH(a, b, z, r.T, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, r.ierr, r.herr);
+        DSFLSH(D, s, z, T, p, Dl, Dv, x, y, q, e, h, cv, cp, w, ierr, herr);
     } else if (is("DE")) {
-        r.D = a;
-        r.e = b;
-        DEFLSH(a, b, z, r.T, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        DEFLSH(D, e, z, T, p, Dl, Dv, x, y, q, h, s, cv, cp, w, ierr, herr);
     } else if (is("HS")) {
-        r.h = a;
-        r.s = b;
-        HSFLSH(a, b, z, r.T, r.p, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.cv, r.cp, r.w, r.ierr, r.herr);
+        HSFLSH(h, s, z, T, p, D, Dl, Dv, x, y, q, e, cv, cp, w, ierr, herr);
     } else if (is("ES")) {
-        r.e = a;
-        r.s = b;
-        ESFLSH(a, b, z, r.T, r.p, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.h, r.cv, r.cp, r.w, r.ierr, r.herr);
+        ESFLSH(e, s, z, T, p, D, Dl, Dv, x, y, q, h, cv, cp, w, ierr, herr);
     } else if (is("TQ")) {
-        r.T = a;
-        r.q = b;
-        TQFLSH(a, b, z, selector, r.p, r.D, r.Dl, r.Dv, r.x, r.y, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        TQFLSH(T, q, z, selector, p, D, Dl, Dv, x, y, e, h, s, cv, cp, w, ierr, herr);
     } else if (is("PQ")) {
-        r.p = a;
-        r.q = b;
-        PQFLSH(a, b, z, selector, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        PQFLSH(p, q, z, selector, T, D, Dl, Dv, x, y, e, h, s, cv, cp, w, ierr, herr);
     } else {
-        r.ierr = 9999;
-        r.herr.assign("no flash of these letters");
+        ierr = 9999;
+        herr.assign("no flash of these letters");
     }
     return r;
 }
