@@ -1,13 +1,15 @@
 // No calculation takes memory from the heap: every request of operator new and malloc between the end of SETUP and the
-// end of a flash is counted.
+// end of a flash or a transport property is counted.
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <cstdlib>
 #include <new>
 
+#include "CORE_STN.h"
 #include "FlashState.h"
 #include "PureFluid.h"
+#include "TRNSP.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 // Not every compiler brings the header that declares this routine of the sanitizer.
@@ -119,6 +121,39 @@ TEST(Allocation, NoFlashOfAPureFluidTakesMemory) {
     EXPECT_EQ(flashes, 53);
     EXPECT_EQ(failures, 0);
     EXPECT_EQ(requests.load(), 0);
+}
+
+TEST(Allocation, NoTransportPropertyTakesMemory) {
+    struct Set {
+        std::initializer_list<std::string_view> fluids;
+        double liquid;  // [mol/L]
+    };
+    // own correlations, corresponding states, both, and mixtures of two and three
+    const Set sets[] = {{{"R134A"}, 12.0}, {{"R32"}, 19.0},         {{"R143A"}, 12.0},
+                        {{"R23"}, 14.0},   {{"R32", "R125"}, 15.0}, {{"R32", "R125", "R134A"}, 13.0}};
+    for (const Set& set : sets) {
+        ASSERT_LE(test::setUp(set.fluids), 0);
+        Composition x{};
+        const auto n = static_cast<double>(set.fluids.size());
+        for (int i = 1; i <= static_cast<int>(set.fluids.size()); ++i) x[i] = 1.0 / n;
+        double eta = 0.0, tcx = 0.0, sigma = 0.0;
+        int ierr = 0, values = 0;
+        Text255 herr;
+
+        counting = true;
+        requests = 0;
+        for (const double D : {set.liquid, 0.05}) {
+            TRNPRP(280.0, D, x, eta, tcx, ierr, herr);
+            values += (eta > 0.0) + (tcx > 0.0);
+        }
+        TRNPRP(5000.0, 0.05, x, eta, tcx, ierr, herr);  // composes a message
+        STN(280.0, set.liquid, 0.05, x, x, sigma, ierr, herr);
+        counting = false;
+
+        EXPECT_EQ(values, 4);
+        EXPECT_GT(sigma, 0.0);
+        EXPECT_EQ(requests.load(), 0);
+    }
 }
 
 }  // namespace
