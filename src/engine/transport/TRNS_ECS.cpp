@@ -299,8 +299,7 @@ void CONFD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Tex
     }
 }
 
-bool conformalState(int slot, double A, double Z, double tc, double dc, double T, double D, ConformalState& state,
-                    bool forceNewton) {
+bool conformalState(int slot, double A, double Z, double tc, double dc, double T, double D, ConformalState& state) {
     constexpr double smallestZ = static_cast<double>(0.3f), pressureFactor = static_cast<double>(1.1f);
     constexpr double largestChange = 0.1;
     const FluidConstants& fluid = fluidConstants;
@@ -311,8 +310,7 @@ bool conformalState(int slot, double A, double Z, double tc, double dc, double T
     state.newton = false;
     if (D <= 0.0) return true;
     const double p = Z * fluid.R * T0 * D0;
-    if (!(forceNewton || Z <= smallestZ || p >= pressureFactor * fluid.PCRIT[slot] || D0 >= fluid.DCRIT[slot]))
-        return true;
+    if (!(Z <= smallestZ || p >= pressureFactor * fluid.PCRIT[slot] || D0 >= fluid.DCRIT[slot])) return true;
     double t = T0, d = D0;
     int ierr = 0;
     Text255 herr;
@@ -387,7 +385,7 @@ void notConverged(std::string_view beginning, int icomp, int& ierr, Text255& her
     ERRMSG(ierr, herr);
 }
 
-// What the model gives for one component; a viscosity of no meaning leaves a code in viscosityStatus.
+// What the model gives for one component.
 struct PureTransport {
     double eta = notComputed, tcx = notComputed;
     int status = 0;  // -58 where there is no conformal state, -48 where the viscosity has no meaning
