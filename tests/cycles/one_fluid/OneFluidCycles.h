@@ -1,4 +1,4 @@
-// Requests of the cycles with one fluid and one stage, and where things stand in their results.
+// Requests of the cycles with one fluid, and where things stand in their results.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -30,7 +30,8 @@ struct CycleKind {
     }
 };
 
-extern const CycleKind withExchanger, transcritical, liquidInjection, rankine, booster;
+extern const CycleKind withExchanger, transcritical, liquidInjection, rankine, booster, twoStage,
+    multiStage;  // of three compressors
 
 inline std::string resultText(const CycleKind& kind, Changes changes, const char* fluid = nullptr) {
     Plant plant;

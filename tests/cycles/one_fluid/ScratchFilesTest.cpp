@@ -52,7 +52,8 @@ TEST(ScratchFiles, StayAfterAFailedTrial) {
 }
 
 TEST(ScratchFiles, WithoutASearchThereAreNone) {
-    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster}) {
+    for (const CycleKind* kind :
+         {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster, &twoStage, &multiStage}) {
         Plant plant;
         std::filesystem::create_directory(plant.folder.path("temporalA.txt"));
         run(plant, *kind, {});
@@ -75,7 +76,8 @@ TEST(ScratchFiles, ThatCannotBeWrittenEndTheRunWithoutAResult) {
 }
 
 TEST(Results, ThatCannotBeWrittenEndTheRun) {
-    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster}) {
+    for (const CycleKind* kind :
+         {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster, &twoStage, &multiStage}) {
         Plant plant;
         std::filesystem::create_directory(plant.result);
         testing::internal::CaptureStderr();
@@ -88,7 +90,8 @@ TEST(Results, ThatCannotBeWrittenEndTheRun) {
 
 // A run begins with its records at zero, whatever the run before left.
 TEST(Results, DoNotDependOnEarlierRequests) {
-    for (const CycleKind* kind : {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster}) {
+    for (const CycleKind* kind :
+         {&withExchanger, &transcritical, &liquidInjection, &rankine, &booster, &twoStage, &multiStage}) {
         SCOPED_TRACE(kind->sub);
         const ResultFile first = solve(*kind, {});
         // Another request that uses every part, and one that fails half-way.
