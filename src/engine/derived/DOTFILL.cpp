@@ -13,14 +13,15 @@ namespace frigana {
 
 namespace {
 
-// Pressure and liquid density of saturation; 0 where there is none.
+// Pressure and liquid density of saturation. Above the critical temperature the pressure is the critical one, below
+// which such a gas would fill no container; the density is then 0.
 void saturatedLiquid(double t, const Composition& x, double& p, double& rho) {
     double vapor;
     Composition xliq, xvap;
     int ierr;
     Text255 herr;
     SATT(t, x, 1, p, rho, vapor, xliq, xvap, ierr, herr);
-    if (ierr > 0) p = rho = 0.0;
+    if (ierr > 0) rho = 0.0;
 }
 
 }  // namespace
@@ -42,17 +43,16 @@ void DOTFILL(const Composition& x, double& ptest, double& fill, int& ierr, Text2
     CRITP(x, tc, pc, dc, ierr, herr);
     if (ierr > 0) return;
 
-    double p65 = 0.0, unused;
+    double p65, unused;
+    saturatedLiquid(338.15, x, p65, unused);
     double density = 0.0;
     if (tc - celsius > 65.0) {
-        saturatedLiquid(338.15, x, p65, unused);
         double at60, at50;
         saturatedLiquid(333.15, x, unused, at60);
         saturatedLiquid(323.15, x, unused, at50);
         density = std::min(at60, 0.95 * at50);
         ptest = p65;
     } else {
-        // above its critical temperature the fluid has no saturation pressure at 65 C
         double t = 338.15, dl, dv, q, e, h, s, cv, cp, w;
         Composition xl, xv;
         TPFLSH(t, ptest, x, density, dl, dv, xl, xv, q, e, h, s, cv, cp, w, ierr, herr);

@@ -370,6 +370,23 @@ TEST_F(Filling, AgainstTheTransportRegulations) {
     }
 }
 
+TEST_F(Filling, TestPressureOfAGasReachesItsCriticalPressure) {
+    ASSERT_TRUE(test::setUp({"CO2"}));
+    fluidConstants.IUNFLG[1] = 1;
+    const double pc = fluidConstants.PCRIT[1];
+    double ptest = 0.99 * pc, fill;
+    DOTFILL(x, ptest, fill, ierr, herr);
+    EXPECT_EQ(ierr, -1);
+    EXPECT_EQ(words(herr), "Test pressure must exceed saturation pressure at 65 C");
+    EXPECT_EQ(ptest, pc);
+    EXPECT_EQ(fill, -999.0);
+    ptest = 1.01 * pc;
+    DOTFILL(x, ptest, fill, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(ptest, 1.01 * pc);
+    EXPECT_GT(fill, 0.0);
+}
+
 TEST_F(Filling, NeedsThePermissionOfTheFile) {
     ASSERT_TRUE(test::setUp({"R134A"}));
     double ptest = 5.0, fill = 5.0;
