@@ -1,49 +1,8 @@
 // Whole requests through the entry point take no memory from the heap, however they end.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-
+#include "CountedAllocations.h"
 #include "Requests.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-// Not every compiler brings the header that declares this routine of the sanitizer.
-extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*onMalloc)(const volatile void*, std::size_t),
-                                                         void (*onFree)(const volatile void*));
-#endif
-
-namespace {
-std::atomic<bool> counting{false};
-std::atomic<long> taken{0};
-void count() {
-    if (counting.load(std::memory_order_relaxed)) taken.fetch_add(1, std::memory_order_relaxed);
-}
-}  // namespace
-
-#if defined(__SANITIZE_ADDRESS__)
-namespace {
-const int installed = __sanitizer_install_malloc_and_free_hooks([](const volatile void*, std::size_t) { count(); },
-                                                                [](const volatile void*) {});
-}  // namespace
-#else
-extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void* malloc(std::size_t size) {
-    count();
-    return __libc_malloc(size);
-}
-void* calloc(std::size_t items, std::size_t size) {
-    count();
-    return __libc_calloc(items, size);
-}
-void* realloc(void* block, std::size_t size) {
-    count();
-    return __libc_realloc(block, size);
-}
-}
-#endif
 
 namespace frigana {
 namespace {
@@ -72,11 +31,11 @@ TEST(Allocation, NoRequestTakesMemoryFromTheHeap) {
         Plant run;
         writeFile(run.request, row.bytes);
         if (!row.answered) testing::internal::CaptureStderr();
-        taken = 0;
+        allocations = 0;
         counting = true;
         run.call(run.request);
         counting = false;
-        const long requests = taken;
+        const long requests = allocations;
         if (!row.answered) testing::internal::GetCapturedStderr();
         EXPECT_EQ(requests, 0) << row.name;
         EXPECT_EQ(run.hasResult(), row.answered) << row.name;
@@ -86,7 +45,7 @@ TEST(Allocation, NoRequestTakesMemoryFromTheHeap) {
     std::free(std::malloc(16));
     std::string text(1000, 'x');
     counting = false;
-    EXPECT_GE(taken, 1) << text.size();
+    EXPECT_GE(allocations, 1) << text.size();
 }
 
 }  // namespace

@@ -403,17 +403,11 @@ void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& 
     int line = h < hc ? liquidLine : vaporLine;
     if (icomp > 0 && (kph == meltingLine || kph == sublimationBranch)) line = kph;
 
-    const auto refuse = [&](int code, std::string_view words, double limit) {
-        ierr = code;
-        message(herr, "[SATH error", Integer{3, code}, "] enthalpy ", words, General{12, 5, limit}, " J/mol",
-                nullCharacter);
-        ERRMSG(ierr, herr);
-    };
-    // the number given stands between the words of the text and the limit
     const auto out = [&](int code, std::string_view relation, std::string_view limitName, double limit) {
-        Text255 words;
-        message(words, relation, "; h =", General{12, 5, h}, " J/mol, ", limitName, " =");
-        refuse(code, words.trimmed(), limit);
+        ierr = code;
+        message(herr, "[SATH error", Integer{3, code}, "] enthalpy ", relation, "; h =", General{12, 5, h}, " J/mol, ",
+                limitName, " =", General{12, 5, limit}, " J/mol", nullCharacter);
+        ERRMSG(ierr, herr);
     };
     if (line == sublimationBranch && h > coldVapor) return out(8, "greater than triple point value", "max", coldVapor);
     if ((line == liquidLine || line == meltingLine) && h < coldLiquid)

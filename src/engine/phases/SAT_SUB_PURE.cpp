@@ -29,6 +29,19 @@ double pressureStep(double liquidGibbs, double vaporGibbs, double rhol, double r
     return (liquidGibbs - vaporGibbs) / (1.0 / rhol - 1.0 / rhov);
 }
 
+// A blend treated as one fluid: its bubble and dew lines are the ancillary equations, and only the phase asked for has
+// a density there.
+bool isPseudoPure(int icomp) {
+    return modelTags.IANC[icomp] == 1;
+}
+void onePhase(double T, double p, const Composition& x, int kph, int kguess, double& rhol, double& rhov, int& ierr,
+              Text255& herr) {
+    const bool dew = kph == vaporPhase;
+    double& rho = dew ? rhov : rhol;
+    TPRHO(T, p, x, dew ? vaporPhase : liquidPhase, kguess, rho, ierr, herr);
+    rhol = rhov = rho;
+}
+
 void notConvergedAtTemperature(double T, int& ierr, Text255& herr) {
     ierr = 124;
     message(herr, "[SATT error 124] iteration for saturation state did not converge; T =", General{12, 5, T}, " K.",
@@ -119,8 +132,7 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
     const auto nearCritical = [&] {
         betweenSpinodals(T, x, critical, liquidEstimate, vaporEstimate, p, rhol, rhov, ierr, herr);
     };
-    const bool pseudoPure = modelTags.IANC[icomp] == 1;
-    if (T > 0.99 * critical.T && !pseudoPure) {
+    if (T > 0.99 * critical.T && !isPseudoPure(icomp)) {
         nearCritical();
         return;
     }
@@ -148,11 +160,8 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
     ierr = 0;
     herr.clear();
 
-    if (pseudoPure) {
-        const bool dew = kph == vaporPhase;
-        double& rho = dew ? rhov : rhol;
-        TPRHO(T, p, x, dew ? vaporPhase : liquidPhase, kguess, rho, ierr, herr);
-        rhol = rhov = rho;
+    if (isPseudoPure(icomp)) {
+        onePhase(T, p, x, kph, kguess, rhol, rhov, ierr, herr);
         return;
     }
 
@@ -267,11 +276,8 @@ void pureAtPressure(double p, const Composition& x, int icomp, int kph, const Cr
     ierr = 0;
     herr.clear();
 
-    if (modelTags.IANC[icomp] == 1) {
-        const bool dew = kph == vaporPhase;
-        double& rho = dew ? rhov : rhol;
-        TPRHO(T, p, x, dew ? vaporPhase : liquidPhase, kguess, rho, ierr, herr);
-        rhol = rhov = rho;
+    if (isPseudoPure(icomp)) {
+        onePhase(T, p, x, kph, kguess, rhol, rhov, ierr, herr);
         return;
     }
 

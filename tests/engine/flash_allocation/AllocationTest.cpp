@@ -2,77 +2,29 @@
 // end of a flash or a transport property is counted.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
 #include "CORE_STN.h"
+#include "CountedAllocations.h"
 #include "FlashState.h"
 #include "PureFluid.h"
 #include "TRNSP.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-// Not every compiler brings the header that declares this routine of the sanitizer.
-extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*onMalloc)(const volatile void*, std::size_t),
-                                                         void (*onFree)(const volatile void*));
-#endif
-
-namespace {
-
-std::atomic<bool> counting{false};
-std::atomic<long> requests{0};
-
-void count() {
-    if (counting.load(std::memory_order_relaxed)) requests.fetch_add(1, std::memory_order_relaxed);
-}
-
-}  // namespace
-
-#if defined(__SANITIZE_ADDRESS__)
-// The sanitizer's own malloc stands below operator new and malloc, and tells of every request.
-namespace {
-void onMalloc(const volatile void*, std::size_t) {
-    count();
-}
-void onFree(const volatile void*) {}
-const int installed = __sanitizer_install_malloc_and_free_hooks(onMalloc, onFree);
-}  // namespace
-#else
-// Allocation of the C library under the names that a program may replace; operator new ends here too.
-extern "C" {
-void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
-void* __libc_realloc(void*, std::size_t);
-void* malloc(std::size_t size) {
-    count();
-    return __libc_malloc(size);
-}
-void* calloc(std::size_t items, std::size_t size) {
-    count();
-    return __libc_calloc(items, size);
-}
-void* realloc(void* block, std::size_t size) {
-    count();
-    return __libc_realloc(block, size);
-}
-}
-#endif
-
 namespace frigana {
 namespace {
 
+using test::allocations;
+using test::counting;
 using test::flash;
 using test::FlashState;
 
 TEST(Allocation, TheCounterCounts) {
     counting = true;
-    requests = 0;
+    allocations = 0;
     int* volatile one = new int(1);
     void* volatile two = std::malloc(16);
     counting = false;
     delete one;
     std::free(two);
-    EXPECT_GE(requests.load(), 2);
+    EXPECT_GE(allocations.load(), 2);
 }
 
 TEST(Allocation, NoFlashOfAPureFluidTakesMemory) {
@@ -82,7 +34,7 @@ TEST(Allocation, NoFlashOfAPureFluidTakesMemory) {
     const double points[][2] = {{280, 2000}, {300, 200}, {400, 6000}};
 
     counting = true;
-    requests = 0;
+    allocations = 0;
     long flashes = 0;
     long failures = 0;
     const auto run = [&](const char* letters, double a, double b) {
@@ -120,7 +72,7 @@ TEST(Allocation, NoFlashOfAPureFluidTakesMemory) {
 
     EXPECT_EQ(flashes, 53);
     EXPECT_EQ(failures, 0);
-    EXPECT_EQ(requests.load(), 0);
+    EXPECT_EQ(allocations.load(), 0);
 }
 
 TEST(Allocation, NoTransportPropertyTakesMemory) {
@@ -141,7 +93,7 @@ TEST(Allocation, NoTransportPropertyTakesMemory) {
         Text255 herr;
 
         counting = true;
-        requests = 0;
+        allocations = 0;
         for (const double D : {set.liquid, 0.05}) {
             TRNPRP(280.0, D, x, eta, tcx, ierr, herr);
             values += (eta > 0.0) + (tcx > 0.0);
@@ -152,7 +104,7 @@ TEST(Allocation, NoTransportPropertyTakesMemory) {
 
         EXPECT_EQ(values, 4);
         EXPECT_GT(sigma, 0.0);
-        EXPECT_EQ(requests.load(), 0);
+        EXPECT_EQ(allocations.load(), 0);
     }
 }
 
