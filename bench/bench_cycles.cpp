@@ -54,6 +54,12 @@ BENCHMARK_CAPTURE(solve, TranscriticalCO2, "transcritical_cycle", "CO2.FLD")->Un
 BENCHMARK_CAPTURE(solve, LiquidInjectionR22, "liquid_injection", "R22.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LiquidInjectionR134A, "liquid_injection", "R134A.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, LiquidInjectionR410A, "liquid_injection", "R410A.MIX")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, TwoStageR134A, "two_stage_cycle", "R134A.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, TwoStageCO2, "two_stage_cycle", "CO2.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, TwoStageR410A, "two_stage_cycle", "R410A.MIX")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, MultiStageR134A, "multi_stage_cycle", "R134A.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, MultiStageCO2, "multi_stage_cycle", "CO2.FLD")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(solve, MultiStageR410A, "multi_stage_cycle", "R410A.MIX")->Unit(benchmark::kMillisecond);
 // Systems of two circuits, with this fluid in the first one.
 BENCHMARK_CAPTURE(solve, CombinedR134A, "combined_cycle", "R134A.FLD")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(solve, CascadeR134A, "cascade_cycle", "R134A.FLD")->Unit(benchmark::kMillisecond);
