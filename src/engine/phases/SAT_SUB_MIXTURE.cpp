@@ -112,7 +112,7 @@ struct PressureSearch {
 enum class Inner { converged, exhausted, nextOuterPass, failed };
 
 // Composition of the incipient phase at fixed pressure. j is the point of the secant in use.
-Inner incipientComposition(PressureSearch& s, int pass, int j, int& guess2, double tolerance, double& sum, int& ierr,
+Inner incipientComposition(PressureSearch& s, int j, int& guess2, double tolerance, double& sum, int& ierr,
                            Text255& herr) {
     const int nc = modelTags.NC;
     const double Dc = s.critical.D;
@@ -155,7 +155,7 @@ Inner incipientComposition(PressureSearch& s, int pass, int j, int& guess2, doub
                 passMessage(herr,
                             "[SATT advisory -126] density iteration in saturation routine did not converge for "
                             "composition iteration",
-                            pass);
+                            k);
                 s.x2 = X2ORG;
                 guess2 = 0;
                 PIT[j] /= s.phases.incipientFactor;
@@ -251,7 +251,7 @@ bool searchPressure(PressureSearch& s, bool started, int guess1, int guess2, int
         FGCTY2(T, s.rho1, s.x, s.f1, ierr, herr);
 
         double sum = 1.0;
-        const Inner inner = incipientComposition(s, pass, j, guess2, tolerance, sum, ierr, herr);
+        const Inner inner = incipientComposition(s, j, guess2, tolerance, sum, ierr, herr);
         if (inner == Inner::failed) return false;
         if (inner == Inner::nextOuterPass) continue;
 

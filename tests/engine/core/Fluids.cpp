@@ -17,12 +17,6 @@ namespace frigana::test {
 
 namespace {
 
-constexpr const char* names[] = {
-    "AMMONIA", "BUTANE",  "C12",      "CF3I",    "CO2",    "ETHYLENE", "IPENTANE", "ISOBUTAN", "NITROGEN",
-    "PENTANE", "PROPANE", "PROPYLEN", "R11",     "R113",   "R114",     "R115",     "R116",     "R12",
-    "R123",    "R1233ZD", "R1234YF",  "R1234ZE", "R124",   "R125",     "R134A",    "R141B",    "R142B",
-    "R143A",   "R152A",   "R218",     "R22",     "R227EA", "R23",      "R236FA",   "R245FA",   "R32"};
-
 // Stands the unit on the first line of a block whose model tag begins with tag; gives the whole tag.
 bool findBlock(int unit, std::string_view key, std::string_view tag, Text3& found) {
     rewindUnit(unit);
@@ -41,10 +35,6 @@ bool findBlock(int unit, std::string_view key, std::string_view tag, Text3& foun
 }
 
 }  // namespace
-
-std::span<const char* const> allFluids() {
-    return names;
-}
 
 bool loadFluid(std::string_view name, std::string_view idealGas, int icomp, int components) {
     constexpr int unit = 12;

@@ -3,17 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "EngineLimits.h"
+#include "PureFluid.h"
 
 namespace frigana::test {
-
-// Names of all fluid files.
-std::span<const char* const> allFluids();
 
 inline std::string fluidName(const testing::TestParamInfo<const char*>& fluid) {
     return fluid.param;
