@@ -139,7 +139,7 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double T3 = T2 - c.liquidFall;
     refuseIf(P3 <= 0.0, liquidSideP);
     refuseIf(T3 <= 0.0, liquidSideT);
-    PROPSIMPLEPT(substance, P3, T3, c.p3);
+    linePoint(substance, c.p2, c.liquidSide.DP, c.liquidFall, P3, T3, c.p3);
 
     c.liquidAfter = pressureChange(substance, parameter(cycle, 19), P3, bubbleSide, liquidAfterDrop);
     const double P4 = P3 - c.liquidAfter.DP;
@@ -147,7 +147,8 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseOutside(c.liquidAfterT.T, temperatureLimits, liquidAfterT);
     refuseOutside(c.liquidAfterT.change, changeLimits, liquidAfterFall);
     refuseOutside(c.liquidAfterT.degree, changeLimits, liquidAfterSubcooling);
-    liquidPoint(substance, parameter(cycle, 18), P4, c.liquidAfterT.T, c.p4);
+    liquidLinePoint(substance, parameter(cycle, 18), c.p3, c.liquidAfter.DP, c.liquidAfterT.change, P4,
+                    c.liquidAfterT.T, c.p4);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {

@@ -198,19 +198,13 @@ void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, doub
         PROPSIMPLEPT(substance, P, T, outlet);
 }
 
-void liquidPoint(const SUBSTANCE& substance, Parameter given, double P, double T, STATEPT& point) {
-    if (given.option == 3 && given.value == 0.0)
-        PROPSIMPLEPQ(substance, P, 0.0, point);
-    else
-        PROPSIMPLEPT(substance, P, T, point);
-}
-
 void liquidLinePoint(const SUBSTANCE& substance, Parameter given, const STATEPT& inlet, double DP, double change,
                      double P, double T, STATEPT& outlet) {
-    if (DP == 0.0 && change == 0.0)
-        outlet = inlet;
+    const bool changed = DP != 0.0 || change != 0.0;
+    if (changed && given.option == 3 && given.value == 0.0)
+        PROPSIMPLEPQ(substance, P, 0.0, outlet);
     else
-        liquidPoint(substance, given, P, T, outlet);
+        linePoint(substance, inlet, DP, change, P, T, outlet);
 }
 
 OutletSetting subcooledOutlet(const SUBSTANCE& substance, Parameter given, double P, double bubbleT,

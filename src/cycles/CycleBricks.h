@@ -117,10 +117,8 @@ double smallerHeatCapacity(const SUBSTANCE& substance, const STATEPT& liquidInle
 void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,
                STATEPT& outlet);
 
-// Liquid at P and T whose temperature a parameter gave. A subcooling of exactly 0 (option 3) is the bubble point
-// itself: by pressure and temperature it could not be told from vapor.
-void liquidPoint(const SUBSTANCE& substance, Parameter given, double P, double T, STATEPT& point);
-// Outlet of a liquid line: a copy of its inlet where nothing changes, otherwise the liquid at P and T.
+// The same of a liquid line. Where a subcooling of exactly 0 is given (option 3) the outlet is the bubble point itself:
+// by pressure and temperature it could not be told from vapor.
 void liquidLinePoint(const SUBSTANCE& substance, Parameter given, const STATEPT& inlet, double DP, double change,
                      double P, double T, STATEPT& outlet);
 
