@@ -2,7 +2,6 @@
 
 #include "21_InitSubstance.h"
 #include "22_InitVaporDome.h"
-#include "23_SpecificPoints.h"
 #include "31_FluidInformation.h"
 #include "CycleBricks.h"
 
@@ -19,13 +18,13 @@ constexpr SubcooledChecks condenserOutlet{
     {201206, "Error: Condenser - outlet temperature is out of range!"},
     {201207, "Error: Condenser - subcooling is out of range!"},
 };
-constexpr DropChecks liquidLineDrop{
-    {201208, "Error: Liquid line - pressure drop is out of range!"},
-    {201209, "Error: Liquid line - drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidLineChecks{
+    .drop = {{201208, "Error: Liquid line - pressure drop is out of range!"},
+             {201209, "Error: Liquid line - drop of saturation temperature is out of range!"}},
+    .pressure = {201210, "Error: Liquid line - outlet pressure was less or equal than zero!"},
+    .change = {201211, "Error: Liquid line - change temperature is out of range!"},
+    .degree = {201212, "Error: Liquid line - outlet subcooling is out of range!"},
 };
-constexpr Check liquidLinePressure{201210, "Error: Liquid line - outlet pressure was less or equal than zero!"};
-constexpr Check liquidLineFall{201211, "Error: Liquid line - change temperature is out of range!"};
-constexpr Check liquidLineSubcooling{201212, "Error: Liquid line - outlet subcooling is out of range!"};
 constexpr EvaporatingChecks evaporating{
     {201213, "Error: Evaporating temperature > Critical temperature (", " K)"},
     {201214, "Error: Evaporator temperature > Condenser temperature!"},
@@ -35,15 +34,15 @@ constexpr EvaporatingChecks evaporating{
     {201220, "Error: Evaporator - outlet pressure was less or equal than zero!"},
 };
 constexpr Check evaporatorSuperheat{201221, "Error: Evaporator - superheat is out of range!"};
-constexpr DropChecks suctionLineDrop{
-    {201222, "Error: Suction line - pressure drop is out of range!"},
-    {201223, "Error: Suction line - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionLineChecks{
+    .drop = {{201222, "Error: Suction line - pressure drop is out of range!"},
+             {201223, "Error: Suction line - drop of saturation temperature is out of range!"}},
+    .pressure = {201224, "Error: Compressor - inlet pressure was less or equal than zero!"},
+    .aboveTC = {201225, "Error: Suction line - outlet temperature > critical temperature (", " K)"},
+    .change = {201226, "Error: Suction line - temperature change is out of range!"},
+    // The text speaks of the saturation temperature while it guards the superheat; front ends know it so.
+    .degree = {201227, "Error: Suction line drop of saturation temperature is out of range!"},
 };
-constexpr Check compressorPressure{201224, "Error: Compressor - inlet pressure was less or equal than zero!"};
-constexpr Check suctionLineAboveTC{201225, "Error: Suction line - outlet temperature > critical temperature (", " K)"};
-constexpr Check suctionLineRise{201226, "Error: Suction line - temperature change is out of range!"};
-// The text speaks of the saturation temperature while it guards the superheat; front ends know it so.
-constexpr Check suctionLineSuperheat{201227, "Error: Suction line drop of saturation temperature is out of range!"};
 constexpr DropChecks dischargeLineDrop{
     {201228, "Error: Discharge line - pressure drop is out of range!"},
     {201229, "Error: Discharge line - drop of saturation temperature is out of range!"},
@@ -56,8 +55,9 @@ struct Cycle {
     Level condenser, evaporator;
     OutletSetting subcooling, superheat;
     double inletSuperheat;
-    PressureChange liquidDrop, suctionDrop, dischargeDrop;
-    TemperatureChange liquid, suction, discharge;
+    Line liquid, suction;
+    PressureChange dischargeDrop;
+    TemperatureChange discharge;
     STATEPT condenserOutlet, expansionInlet, evaporatorInlet, evaporatorOutlet, compressorInlet, compressorOutlet,
         condenserInlet;
     Flow flow;
@@ -69,41 +69,17 @@ struct Cycle {
 Cycle c;
 
 void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    condensingLevel(substance, parameter(cycle, 11), parameter(cycle, 13), condensing, c.condenser);
-    const double outletP = c.condenser.outletP();
-    c.subcooling = subcooledOutlet(substance, parameter(cycle, 12), outletP, c.condenser.bubble.T, condenserOutlet,
-                                   c.condenserOutlet);
-
-    c.liquidDrop = pressureChange(substance, parameter(cycle, 15), outletP, bubbleSide, liquidLineDrop);
-    const double lineP = outletP - c.liquidDrop.DP;
-    refuseIf(lineP <= 0.0, liquidLinePressure);
-
-    c.liquid = fallWithSubcooling(substance, parameter(cycle, 14), c.subcooling.T, lineP);
-    refuseOutside(c.liquid.change, changeLimits, liquidLineFall);
-    refuseOutside(c.liquid.degree, changeLimits, liquidLineSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 14), c.condenserOutlet, c.liquidDrop.DP, c.liquid.change, lineP,
-                    c.liquid.T, c.expansionInlet);
+    c.subcooling = condense(substance, cycle, 11, condensing, condenserOutlet, c.condenser, c.condenserOutlet);
+    c.liquid = liquidLine(substance, cycle, 14, {c.condenserOutlet, c.condenser.outletP(), c.subcooling.T},
+                          liquidLineChecks, c.expansionInlet);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double inletH = c.expansionInlet.H;  // expansion is isenthalpic
-    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), inletH, c.condenser.T, c.condenser.P,
-                     evaporating, c.evaporator);
-    PROPSIMPLEPH(substance, c.evaporator.inletP(), inletH, c.evaporatorInlet);
-
-    const double outletP = c.evaporator.outletP();
-    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), outletP, c.evaporator.dew.T, evaporatorSuperheat,
-                                    c.evaporatorOutlet);
-
-    c.suctionDrop = pressureChange(substance, parameter(cycle, 5), outletP, dewSide, suctionLineDrop);
-    const double lineP = outletP - c.suctionDrop.DP;
-    refuseIf(lineP <= 0.0, compressorPressure);
-
-    c.suction = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, lineP);
-    refuseAbove(c.suction.T, substance.TC, suctionLineAboveTC);
-    refuseOutside(c.suction.change, changeLimits, suctionLineRise);
-    refuseOutside(c.suction.degree, changeLimits, suctionLineSuperheat);
-    linePoint(substance, c.evaporatorOutlet, c.suctionDrop.DP, c.suction.change, lineP, c.suction.T, c.compressorInlet);
+    c.superheat = evaporate(substance, cycle, 1, inletH, c.condenser, evaporating, evaporatorSuperheat, c.evaporator,
+                            c.evaporatorInlet, c.evaporatorOutlet);
+    c.suction = vaporLine(substance, cycle, 4, {c.evaporatorOutlet, c.evaporator.outletP(), c.superheat.T},
+                          suctionLineChecks, c.compressorInlet);
 }
 
 void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
@@ -112,9 +88,8 @@ void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     compress(substance, cycle.VDAT[7], c.compressorInlet, condenserP + c.dischargeDrop.DP, c.condenser.dew.H,
              wetCompression, c.compressorOutlet);
 
-    c.discharge = temperatureFall(parameter(cycle, 9), c.compressorOutlet.T);
-    refuseOutside(c.discharge.change, changeLimits, dischargeLineFall);
-    PROPSIMPLEPT(substance, condenserP, c.discharge.T, c.condenserInlet);
+    c.discharge = dischargeOutlet(substance, parameter(cycle, 9), c.compressorOutlet, condenserP, dischargeLineFall,
+                                  c.condenserInlet);
     c.inletSuperheat = c.discharge.T - c.condenser.dew.T;
 }
 
@@ -163,21 +138,19 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
-    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suctionDrop, "Temperature rise", c.suction.change,
-                "Heat gain");
+    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, Heat::gained);
     compressorSection(writer, "COMPRESSOR", c.compressorRows, efficiencies, c.flow.V, c.ratio, c.power);
-    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.dischargeDrop, "Temperature fall", c.discharge.change,
-                "Heat loss");
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.dischargeDrop, c.discharge.change, Heat::lost);
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.inletSuperheat, c.subcooling.degree);
-    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquidDrop, "Temperature fall", c.liquid.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, Heat::lost);
     expansionSection(writer, "EXPANSION DEVICE", c.expansionRows);
 
     writer.heading("PERFORMANCE PARAMETERS");
     flowRows(writer, M, c.flow.V, c.evaporatorRows.heat, c.condenserRows.heat, c.power, efficiencies);
     performanceRows(writer, c.performance);
-    writer.value("Subcooling at the liquid line outlet", "K", c.liquid.degree);
+    writer.value("Subcooling at the liquid line outlet", "K", c.liquid.temperature.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the suction line outlet", "K", c.suction.degree);
+    writer.value("Superheat at the suction line outlet", "K", c.suction.temperature.degree);
     writer.value("Specific cooling effect", "kJ/kg", c.evaporatorRows.heat / M);
     writer.value("Specific heat rejection", "kJ/kg", c.condenserRows.heat / M);
     writer.value("Mean condensing temperature", "K", c.condenser.T);

@@ -38,15 +38,13 @@ constexpr Check liquidSideP{202215,
                             "Error: Liquid side at heat exchanger - inlet pressure was less than or equal to zero!"};
 constexpr Check liquidSideT{202216,
                             "Error: Liquid side at heat exchanger - inlet temperature was less than or equal to zero!"};
-constexpr DropChecks liquidAfterDrop{
-    {202217, "Error: Liquid line after heat exchanger - pressure drop is out of range!"},
-    {202218, "Error: Liquid line after heat exchanger - drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidAfter{
+    .drop = {{202217, "Error: Liquid line after heat exchanger - pressure drop is out of range!"},
+             {202218, "Error: Liquid line after heat exchanger - drop of saturation temperature is out of range!"}},
+    .temperature = {202219, "Error: Liquid line after heat exchanger - outlet temperature is out of range!"},
+    .change = {202220, "Error: Liquid line after heat exchanger - temperature change is out of range!"},
+    .degree = {202221, "Error: Liquid line after heat exchanger - outlet subcooling is out of range!"},
 };
-constexpr Check liquidAfterT{202219, "Error: Liquid line after heat exchanger - outlet temperature is out of range!"};
-constexpr Check liquidAfterFall{202220,
-                                "Error: Liquid line after heat exchanger - temperature change is out of range!"};
-constexpr Check liquidAfterSubcooling{202221,
-                                      "Error: Liquid line after heat exchanger - outlet subcooling is out of range!"};
 constexpr EvaporatingChecks evaporating{
     {202222, "Error: Evaporating temperature > critical temperature (", " K)"},
     {202223, "Error: Evaporating temperature > condenser temperature!"},
@@ -56,34 +54,29 @@ constexpr EvaporatingChecks evaporating{
     {202229, "Error: Evaporator - outlet pressure was less than or equal to zero!"},
 };
 constexpr Check evaporatorSuperheat{202230, "Error: Evaporator - superheat is out of range!"};
-constexpr DropChecks suctionBeforeDrop{
-    {202231, "Error: Suction line before heat exchanger - pressure drop is out of range!"},
-    {202232, "Error: Suction line before heat exchanger - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionBefore{
+    .drop = {{202231, "Error: Suction line before heat exchanger - pressure drop is out of range!"},
+             {202232, "Error: Suction line before heat exchanger - drop of saturation temperature is out of range!"}},
+    .pressure = {202233, "Error: Suction line before heat exchanger - outlet pressure was less than or equal to zero!"},
+    .aboveTC = {202234, "Error: Suction line before heat exchanger - Outlet temperature > critical temperature (",
+                " K)"},
+    .change = {202235, "Error: Suction line before heat exchanger - temperature change is out of range!"},
+    // The text speaks of the saturation temperature while it guards the superheat; so it stays.
+    .degree = {202236, "Error: Suction line before heat exchanger - drop of saturation temperature is out of range!"},
 };
-constexpr Check suctionBeforeP{
-    202233, "Error: Suction line before heat exchanger - outlet pressure was less than or equal to zero!"};
-constexpr Check suctionBeforeAboveTC{
-    202234, "Error: Suction line before heat exchanger - Outlet temperature > critical temperature (", " K)"};
-constexpr Check suctionBeforeRise{202235,
-                                  "Error: Suction line before heat exchanger - temperature change is out of range!"};
-// The text speaks of the saturation temperature while it guards the superheat; so it stays.
-constexpr Check suctionBeforeSuperheat{
-    202236, "Error: Suction line before heat exchanger - drop of saturation temperature is out of range!"};
 constexpr DropChecks vaporSideDrop{
     {202237, "Error: Vapor side at heat exchanger - pressure drop is out of range!"},
     {202238, "Error: Vapor side at heat exchanger - drop of saturation temperature is out of range!"},
 };
 constexpr Check negativeHeat{202239, "Error: Heat exchanger - the heat trasfer was negative!"};
 constexpr Check vaporSideRise{202240, "Error: Vapor side at heat exchanger - temperature change is out of range!"};
-constexpr DropChecks suctionAfterDrop{
-    {202241, "Error: Suction line after heat exchanger - pressure drop is out of range!"},
-    {202242, "Error: Suction line after heat exchanger - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionAfter{
+    .drop = {{202241, "Error: Suction line after heat exchanger - pressure drop is out of range!"},
+             {202242, "Error: Suction line after heat exchanger - drop of saturation temperature is out of range!"}},
+    .temperature = {202243, "Error: Suction line after heat exchanger - outlet temperature is out of range!"},
+    .change = {202244, "Error: Suction line after heat exchanger - temperature change is out of range!"},
+    .degree = {202245, "Error: Suction line after heat exchanger - outlet superheat is out of range!"},
 };
-constexpr Check suctionAfterT{202243, "Error: Suction line after heat exchanger - outlet temperature is out of range!"};
-constexpr Check suctionAfterRise{202244,
-                                 "Error: Suction line after heat exchanger - temperature change is out of range!"};
-constexpr Check suctionAfterSuperheat{202245,
-                                      "Error: Suction line after heat exchanger - outlet superheat is out of range!"};
 constexpr DropChecks dischargeDrop{
     {202246, "Error: Discharge line - pressure drop is out of range!"},
     {202247, "Error: Discharge line - drop of saturation temperature is out of range!"},
@@ -108,8 +101,9 @@ struct Cycle {
     STATEPT p10;  // compressor outlet
     STATEPT p11;  // condenser inlet
     OutletSetting subcooling, superheat;
-    PressureChange liquidBefore, liquidSide, liquidAfter, suctionBefore, vaporSide, suctionAfter, discharge;
-    TemperatureChange liquidBeforeT, liquidAfterT, suctionBeforeT, suctionAfterT, dischargeT;
+    PressureChange liquidBefore, liquidSide, vaporSide, discharge;
+    TemperatureChange liquidBeforeT, dischargeT;
+    Line liquidAfter, suctionBefore, suctionAfter;
     double liquidFall, vaporRise, inletSuperheat;
     Flow flow;
     double power, ratio, exchangerHeat, effectiveness;
@@ -121,9 +115,8 @@ struct Cycle {
 Cycle c;
 
 void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    condensingLevel(substance, parameter(cycle, 13), parameter(cycle, 15), condensing, c.condenser);
+    c.subcooling = condense(substance, cycle, 13, condensing, condenserOutlet, c.condenser, c.p1);
     const double P1 = c.condenser.outletP();
-    c.subcooling = subcooledOutlet(substance, parameter(cycle, 14), P1, c.condenser.bubble.T, condenserOutlet, c.p1);
 
     c.liquidBefore = pressureChange(substance, parameter(cycle, 17), P1, bubbleSide, liquidBeforeDrop);
     const double P2 = P1 - c.liquidBefore.DP;
@@ -141,57 +134,31 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseIf(T3 <= 0.0, liquidSideT);
     linePoint(substance, c.p2, c.liquidSide.DP, c.liquidFall, P3, T3, c.p3);
 
-    c.liquidAfter = pressureChange(substance, parameter(cycle, 19), P3, bubbleSide, liquidAfterDrop);
-    const double P4 = P3 - c.liquidAfter.DP;
-    c.liquidAfterT = fallWithSubcooling(substance, parameter(cycle, 18), T3, P4);
-    refuseOutside(c.liquidAfterT.T, temperatureLimits, liquidAfterT);
-    refuseOutside(c.liquidAfterT.change, changeLimits, liquidAfterFall);
-    refuseOutside(c.liquidAfterT.degree, changeLimits, liquidAfterSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 18), c.p3, c.liquidAfter.DP, c.liquidAfterT.change, P4,
-                    c.liquidAfterT.T, c.p4);
+    c.liquidAfter = liquidLine(substance, cycle, 18, {c.p3, P3, T3}, liquidAfter, c.p4);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double H5 = c.p4.H;  // expansion is isenthalpic
-    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), H5, c.condenser.T, c.condenser.P, evaporating,
-                     c.evaporator);
-    PROPSIMPLEPH(substance, c.evaporator.inletP(), H5, c.p5);
-    const double P6 = c.evaporator.outletP();
-    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), P6, c.evaporator.dew.T, evaporatorSuperheat, c.p6);
+    c.superheat =
+        evaporate(substance, cycle, 1, H5, c.condenser, evaporating, evaporatorSuperheat, c.evaporator, c.p5, c.p6);
+    c.suctionBefore =
+        vaporLine(substance, cycle, 4, {c.p6, c.evaporator.outletP(), c.superheat.T}, suctionBefore, c.p7);
 
-    c.suctionBefore = pressureChange(substance, parameter(cycle, 5), P6, dewSide, suctionBeforeDrop);
-    const double P7 = P6 - c.suctionBefore.DP;
-    refuseIf(P7 <= 0.0, suctionBeforeP);
-    c.suctionBeforeT = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, P7);
-    const double T7 = c.suctionBeforeT.T;
-    refuseAbove(T7, substance.TC, suctionBeforeAboveTC);
-    refuseOutside(c.suctionBeforeT.change, changeLimits, suctionBeforeRise);
-    refuseOutside(c.suctionBeforeT.degree, changeLimits, suctionBeforeSuperheat);
-    linePoint(substance, c.p6, c.suctionBefore.DP, c.suctionBeforeT.change, P7, T7, c.p7);
-
-    c.vaporSide = pressureChange(substance, parameter(cycle, 22), P7, dewSide, vaporSideDrop);
-    const double P8 = P7 - c.vaporSide.DP;
+    c.vaporSide = pressureChange(substance, parameter(cycle, 22), c.suctionBefore.P, dewSide, vaporSideDrop);
+    const double P8 = c.suctionBefore.P - c.vaporSide.DP;
     refuseIf(c.p3.H > c.p2.H, negativeHeat);
     exchangerOutlet(substance, c.p7, P8, c.p7.H + (c.p2.H - c.p3.H), c.p8);
-    c.vaporRise = c.p8.T - T7;
+    c.vaporRise = c.p8.T - c.suctionBefore.temperature.T;
     refuseOutside(c.vaporRise, changeLimits, vaporSideRise);
 
-    c.suctionAfter = pressureChange(substance, parameter(cycle, 7), P8, dewSide, suctionAfterDrop);
-    const double P9 = P8 - c.suctionAfter.DP;
-    c.suctionAfterT = riseWithSuperheat(substance, parameter(cycle, 6), c.p8.T, P9);
-    refuseOutside(c.suctionAfterT.T, temperatureLimits, suctionAfterT);
-    refuseOutside(c.suctionAfterT.change, changeLimits, suctionAfterRise);
-    refuseOutside(c.suctionAfterT.degree, changeLimits, suctionAfterSuperheat);
-    linePoint(substance, c.p8, c.suctionAfter.DP, c.suctionAfterT.change, P9, c.suctionAfterT.T, c.p9);
+    c.suctionAfter = vaporLine(substance, cycle, 6, {c.p8, P8, c.p8.T}, suctionAfter, c.p9);
 }
 
 void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double P11 = c.condenser.inletP();
     c.discharge = pressureChangeBackwards(substance, parameter(cycle, 12), P11, dischargeDrop);
     compress(substance, cycle.VDAT[9], c.p9, P11 + c.discharge.DP, c.condenser.dew.H, wetCompression, c.p10);
-    c.dischargeT = temperatureFall(parameter(cycle, 11), c.p10.T);
-    refuseOutside(c.dischargeT.change, changeLimits, dischargeFall);
-    PROPSIMPLEPT(substance, P11, c.dischargeT.T, c.p11);
+    c.dischargeT = dischargeOutlet(substance, parameter(cycle, 11), c.p10, P11, dischargeFall, c.p11);
     c.inletSuperheat = c.dischargeT.T - c.condenser.dew.T;
 }
 
@@ -267,27 +234,23 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
-    lineSection(writer, "SUCTION LINE - BEFORE HEAT EXCHANGER", c.suctionBeforeRows, c.suctionBefore,
-                "Temperature rise", c.suctionBeforeT.change, "Heat gain");
-    lineSection(writer, "SUCTION LINE - AFTER EXCHANGER", c.suctionAfterRows, c.suctionAfter, "Temperature rise",
-                c.suctionAfterT.change, "Heat gain");
+    lineSection(writer, "SUCTION LINE - BEFORE HEAT EXCHANGER", c.suctionBeforeRows, c.suctionBefore, Heat::gained);
+    lineSection(writer, "SUCTION LINE - AFTER EXCHANGER", c.suctionAfterRows, c.suctionAfter, Heat::gained);
     compressorSection(writer, "COMPRESSOR", c.compressorRows, efficiencies, c.flow.V, c.ratio, c.power);
-    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, "Temperature fall", c.dischargeT.change,
-                "Heat loss");
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, c.dischargeT.change, Heat::lost);
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.inletSuperheat, c.subcooling.degree);
-    lineSection(writer, "LIQUID LINE - BEFORE HEAT EXCHANGER", c.liquidBeforeRows, c.liquidBefore, "Temperature fall",
-                c.liquidBeforeT.change, "Heat loss");
-    lineSection(writer, "LIQUID LINE - AFTER HEAT EXCHANGER", c.liquidAfterRows, c.liquidAfter, "Temperature fall",
-                c.liquidAfterT.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE - BEFORE HEAT EXCHANGER", c.liquidBeforeRows, c.liquidBefore,
+                c.liquidBeforeT.change, Heat::lost);
+    lineSection(writer, "LIQUID LINE - AFTER HEAT EXCHANGER", c.liquidAfterRows, c.liquidAfter, Heat::lost);
     expansionSection(writer, "EXPANSION DEVICE", c.expansionRows);
     writeExchanger(writer);
 
     writer.heading("PERFORMANCE PARAMETERS");
     flowRows(writer, M, c.flow.V, c.evaporatorRows.heat, c.condenserRows.heat, c.power, efficiencies);
     performanceRows(writer, c.performance);
-    writer.value("Subcooling at the expansion device", "K", c.liquidAfterT.degree);
+    writer.value("Subcooling at the expansion device", "K", c.liquidAfter.temperature.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the compressor inlet", "K", c.suctionAfterT.degree);
+    writer.value("Superheat at the compressor inlet", "K", c.suctionAfter.temperature.degree);
     writer.value("Specific cooling effect", "kJ/kg", c.evaporatorRows.heat / M);
     writer.value("Specific heat rejection", "kJ/kg", c.condenserRows.heat / M);
     writer.value("Heat exchanged", "kW", c.exchangerHeat);

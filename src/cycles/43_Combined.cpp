@@ -3,7 +3,6 @@
 #include "14_ErrorControl.h"
 #include "21_InitSubstance.h"
 #include "22_InitVaporDome.h"
-#include "23_SpecificPoints.h"
 #include "31_FluidInformation.h"
 #include "41_BasicCycle.h"
 #include "CoupledCircuits.h"
@@ -25,32 +24,28 @@ constexpr SubcooledChecks condenserOutlet{
     {203206, "Error: Condenser - outlet temperature is out of range!"},
     {203207, "Error: Condenser - subcooling is out of range!"},
 };
-constexpr DropChecks liquidBeforeDrop{
-    {203208, "Error: Liquid line before subcooler - pressure drop is out of range!"},
-    {203209, "Error: Liquid line before subcooler - drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidLineBefore{
+    .drop = {{203208, "Error: Liquid line before subcooler - pressure drop is out of range!"},
+             {203209, "Error: Liquid line before subcooler - drop of saturation temperature is out of range!"}},
+    .pressure = {203210, "Error: Liquid line before subcooler - outlet pressure was less than or equal to zero!"},
+    .temperature = {203211, "Error: Liquid line before subcooler - outlet temperature is out of range!"},
+    .change = {203212, "Error: Liquid line before subcooler - temperature change is out of range!"},
+    .degree = {203213, "Error: Liquid line before subcooler - outlet subcooling is out of range!"},
 };
-constexpr Check liquidBeforeP{203210,
-                              "Error: Liquid line before subcooler - outlet pressure was less than or equal to zero!"};
-constexpr Check liquidBeforeT{203211, "Error: Liquid line before subcooler - outlet temperature is out of range!"};
-constexpr Check liquidBeforeFall{203212, "Error: Liquid line before subcooler - temperature change is out of range!"};
-constexpr Check liquidBeforeSubcooling{203213,
-                                       "Error: Liquid line before subcooler - outlet subcooling is out of range!"};
 constexpr Check subcoolerFall{203214, "Error: Subcooler - temperature change is out of range!"};
 constexpr Check subcoolerT{203215, "Error: Subcooler - outlet temperature is out of range!"};
 constexpr DropChecks subcoolerDrop{
     {203216, "Error: Subcooler - pressure drop is out of range!"},
     {203217, "Error: Subcooler - drop of saturation temperature is out of range!"},
 };
-constexpr DropChecks liquidAfterDrop{
-    {203218, "Error: Liquid line after subcooler - pressure drop is out of range!"},
-    {203219, "Error: Liquid line after subcooler - drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidLineAfter{
+    .drop = {{203218, "Error: Liquid line after subcooler - pressure drop is out of range!"},
+             {203219, "Error: Liquid line after subcooler - drop of saturation temperature is out of range!"}},
+    // The texts speak of drops while they guard the temperature, its fall and the subcooling; front ends know them so.
+    .temperature = {203220, "Error: Liquid line after subcooler - pressure drop is out of range!"},
+    .change = {203221, "Error: Liquid line after subcooler - drop of saturation temperature is out of range!"},
+    .degree = {203222, "Error: Liquid line after subcooler - drop of saturation temperature is out of range!"},
 };
-// The texts speak of drops while they guard the temperature, its fall and the subcooling; front ends know them so.
-constexpr Check liquidAfterT{203220, "Error: Liquid line after subcooler - pressure drop is out of range!"};
-constexpr Check liquidAfterFall{203221,
-                                "Error: Liquid line after subcooler - drop of saturation temperature is out of range!"};
-constexpr Check liquidAfterSubcooling{
-    203222, "Error: Liquid line after subcooler - drop of saturation temperature is out of range!"};
 constexpr EvaporatingChecks evaporating{
     {203223, "Error: Evaporating temperature > critical temperature(", " K)"},
     {203224, "Error: Evaporating temperature > condenser temperature!"},
@@ -60,15 +55,15 @@ constexpr EvaporatingChecks evaporating{
     {203230, "Error: Evaporator - outlet pressure was less than or equal to zero!"},
 };
 constexpr Check evaporatorSuperheat{203231, "Error: Evaporator - superheat is out of range!"};
-constexpr DropChecks suctionDrop{
-    {203232, "Error: Suction line - pressure drop is out of range!"},
-    {203233, "Error: Suction line - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionLineChecks{
+    .drop = {{203232, "Error: Suction line - pressure drop is out of range!"},
+             {203233, "Error: Suction line - drop of saturation temperature is out of range!"}},
+    .pressure = {203234, "Error: Compressor - inlet pressure was less than or equal to zero!"},
+    .aboveTC = {203235, "Error: Suction line - outlet temperature > critical temperature(", " K)"},
+    .change = {203236, "Error: Suction line - temperature change is out of range!"},
+    // The text speaks of the saturation temperature while it guards the superheat; so it stays.
+    .degree = {203237, "Error: Suction line drop of saturation temperature is out of range!"},
 };
-constexpr Check suctionP{203234, "Error: Compressor - inlet pressure was less than or equal to zero!"};
-constexpr Check suctionAboveTC{203235, "Error: Suction line - outlet temperature > critical temperature(", " K)"};
-constexpr Check suctionRise{203236, "Error: Suction line - temperature change is out of range!"};
-// The text speaks of the saturation temperature while it guards the superheat; so it stays.
-constexpr Check suctionSuperheat{203237, "Error: Suction line drop of saturation temperature is out of range!"};
 constexpr DropChecks dischargeDrop{
     {203238, "Error: Discharge line - pressure drop is out of range!"},
     {203239, "Error: Discharge line - drop of saturation temperature is out of range!"},
@@ -91,8 +86,9 @@ struct Cycle {
     STATEPT p8;  // compressor outlet
     STATEPT p9;  // condenser inlet
     OutletSetting subcooling, superheat;
-    PressureChange liquidBefore, subcooler, liquidAfter, suction, discharge;
-    TemperatureChange liquidBeforeT, subcoolerT, liquidAfterT, suctionT, dischargeT;
+    Line liquidBefore, liquidAfter, suction;
+    PressureChange subcooler, discharge;
+    TemperatureChange subcoolerT, dischargeT;
     double inletSuperheat;
     Flow flow;
     double power, ratio;
@@ -113,67 +109,37 @@ TemperatureChange subcoolerChange(Parameter given, double inletT) {
 }
 
 void condenserToSubcooler(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    condensingLevel(substance, parameter(cycle, 11), parameter(cycle, 13), condensing, c.condenser);
-    const double P1 = c.condenser.outletP();
-    c.subcooling = subcooledOutlet(substance, parameter(cycle, 12), P1, c.condenser.bubble.T, condenserOutlet, c.p1);
-
-    c.liquidBefore = pressureChange(substance, parameter(cycle, 15), P1, bubbleSide, liquidBeforeDrop);
-    const double P2 = P1 - c.liquidBefore.DP;
-    refuseIf(P2 <= 0.0, liquidBeforeP);
-    c.liquidBeforeT = fallWithSubcooling(substance, parameter(cycle, 14), c.subcooling.T, P2);
-    const double T2 = c.liquidBeforeT.T;
-    refuseOutside(T2, temperatureLimits, liquidBeforeT);
-    refuseOutside(c.liquidBeforeT.change, changeLimits, liquidBeforeFall);
-    refuseOutside(c.liquidBeforeT.degree, changeLimits, liquidBeforeSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 14), c.p1, c.liquidBefore.DP, c.liquidBeforeT.change, P2, T2, c.p2);
+    c.subcooling = condense(substance, cycle, 11, condensing, condenserOutlet, c.condenser, c.p1);
+    c.liquidBefore =
+        liquidLine(substance, cycle, 14, {c.p1, c.condenser.outletP(), c.subcooling.T}, liquidLineBefore, c.p2);
 }
 
 void subcoolerToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    c.subcoolerT = subcoolerChange(parameter(cycle, subcoolerSetting), c.liquidBeforeT.T);
+    c.subcoolerT = subcoolerChange(parameter(cycle, subcoolerSetting), c.liquidBefore.temperature.T);
     const double T3 = c.subcoolerT.T;
     refuseOutside(c.subcoolerT.change, changeLimits, subcoolerFall);
     refuseOutside(T3, temperatureLimits, subcoolerT);
-    const double P2 = c.condenser.outletP() - c.liquidBefore.DP;
+    const double P2 = c.liquidBefore.P;
     c.subcooler = pressureChange(substance, parameter(cycle, 19), P2, bubbleSide, subcoolerDrop);
     const double P3 = P2 - c.subcooler.DP;
     // Where nothing changes a flash at P and T could take a saturated liquid for its vapor.
     linePoint(substance, c.p2, c.subcooler.DP, c.subcoolerT.change, P3, T3, c.p3);
 
-    c.liquidAfter = pressureChange(substance, parameter(cycle, 17), P3, bubbleSide, liquidAfterDrop);
-    const double P4 = P3 - c.liquidAfter.DP;
-    c.liquidAfterT = fallWithSubcooling(substance, parameter(cycle, 16), T3, P4);
-    refuseOutside(c.liquidAfterT.T, temperatureLimits, liquidAfterT);
-    refuseOutside(c.liquidAfterT.change, changeLimits, liquidAfterFall);
-    refuseOutside(c.liquidAfterT.degree, changeLimits, liquidAfterSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 16), c.p3, c.liquidAfter.DP, c.liquidAfterT.change, P4,
-                    c.liquidAfterT.T, c.p4);
+    c.liquidAfter = liquidLine(substance, cycle, 16, {c.p3, P3, T3}, liquidLineAfter, c.p4);
 }
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double H5 = c.p4.H;  // expansion is isenthalpic
-    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), H5, c.condenser.T, c.condenser.P, evaporating,
-                     c.evaporator);
-    PROPSIMPLEPH(substance, c.evaporator.inletP(), H5, c.p5);
-    const double P6 = c.evaporator.outletP();
-    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), P6, c.evaporator.dew.T, evaporatorSuperheat, c.p6);
-
-    c.suction = pressureChange(substance, parameter(cycle, 5), P6, dewSide, suctionDrop);
-    const double P7 = P6 - c.suction.DP;
-    refuseIf(P7 <= 0.0, suctionP);
-    c.suctionT = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, P7);
-    refuseAbove(c.suctionT.T, substance.TC, suctionAboveTC);
-    refuseOutside(c.suctionT.change, changeLimits, suctionRise);
-    refuseOutside(c.suctionT.degree, changeLimits, suctionSuperheat);
-    linePoint(substance, c.p6, c.suction.DP, c.suctionT.change, P7, c.suctionT.T, c.p7);
+    c.superheat =
+        evaporate(substance, cycle, 1, H5, c.condenser, evaporating, evaporatorSuperheat, c.evaporator, c.p5, c.p6);
+    c.suction = vaporLine(substance, cycle, 4, {c.p6, c.evaporator.outletP(), c.superheat.T}, suctionLineChecks, c.p7);
 }
 
 void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double P9 = c.condenser.inletP();
     c.discharge = pressureChangeBackwards(substance, parameter(cycle, 10), P9, dischargeDrop);
     compress(substance, cycle.VDAT[7], c.p7, P9 + c.discharge.DP, c.condenser.dew.H, wetCompression, c.p8);
-    c.dischargeT = temperatureFall(parameter(cycle, 9), c.p8.T);
-    refuseOutside(c.dischargeT.change, changeLimits, dischargeFall);
-    PROPSIMPLEPT(substance, P9, c.dischargeT.T, c.p9);
+    c.dischargeT = dischargeOutlet(substance, parameter(cycle, 9), c.p8, P9, dischargeFall, c.p9);
     c.inletSuperheat = c.dischargeT.T - c.condenser.dew.T;
 }
 
@@ -226,25 +192,22 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
-    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, "Temperature rise", c.suctionT.change, "Heat gain");
+    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, Heat::gained);
     compressorSection(writer, "COMPRESSOR", c.compressorRows, efficiencies, c.flow.V, c.ratio, c.power);
-    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, "Temperature fall", c.dischargeT.change,
-                "Heat loss");
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, c.dischargeT.change, Heat::lost);
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.inletSuperheat, c.subcooling.degree);
-    lineSection(writer, "LIQUID LINE - BEFORE MECHANICAL SUBCOOLING", c.liquidBeforeRows, c.liquidBefore,
-                "Temperature fall", c.liquidBeforeT.change, "Heat loss");
-    lineSection(writer, "LIQUID LINE - AFTER MECHANICAL SUBCOOLING", c.liquidAfterRows, c.liquidAfter,
-                "Temperature fall", c.liquidAfterT.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE - BEFORE MECHANICAL SUBCOOLING", c.liquidBeforeRows, c.liquidBefore, Heat::lost);
+    lineSection(writer, "LIQUID LINE - AFTER MECHANICAL SUBCOOLING", c.liquidAfterRows, c.liquidAfter, Heat::lost);
     expansionSection(writer, "EXPANSION DEVICE", c.expansionRows);
-    lineSection(writer, "MECHANICAL SUBCOOLING (HEAT EXCHANGER)", c.subcoolerRows, c.subcooler, "Temperature fall",
-                c.subcoolerT.change, "Heat exchanged");
+    lineSection(writer, "MECHANICAL SUBCOOLING (HEAT EXCHANGER)", c.subcoolerRows, c.subcooler, c.subcoolerT.change,
+                Heat::lost, "Heat exchanged");
 
     writer.heading("PERFORMANCE PARAMETERS");
     flowRows(writer, M, c.flow.V, c.evaporatorRows.heat, c.condenserRows.heat, c.power, efficiencies);
     performanceRows(writer, c.performance);
-    writer.value("Subcooling at the expansion device", "K", c.liquidAfterT.degree);
+    writer.value("Subcooling at the expansion device", "K", c.liquidAfter.temperature.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the compressor inlet", "K", c.suctionT.degree);
+    writer.value("Superheat at the compressor inlet", "K", c.suction.temperature.degree);
     writer.value("Specific cooling effect", "kJ/kg", c.evaporatorRows.heat / M);
     writer.value("Specific heat rejection", "kJ/kg", c.condenserRows.heat / M);
     writer.value("Heat exchanged in the subcooler", "kW", c.subcoolerRows.heat);

@@ -6,9 +6,8 @@
 namespace frigana {
 
 // Solves the low circuit, then the high one, and writes one result: the high circuit, the low circuit, the system.
-//   Given     CYCLEIN1  high temperature circuit, parameters of the basic cycle; 1 and 6 of the request are of no
-//   effect
-//                       and are written here
+//   Given     CYCLEIN1  high temperature circuit, parameters of the basic cycle; 1 and 6 of the request have no
+//                       effect and are written here
 //             CYCLEIN2  low temperature circuit, parameters of the basic cycle, and
 //                       16 intermediate temperatures   1 mean condensing temperature of the low circuit less the mean
 //                                                      evaporating temperature of the high one [K], 2 the latter [K]

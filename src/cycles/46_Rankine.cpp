@@ -134,9 +134,7 @@ void turbineToPump(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.p5 = c.condenser.bubble;
     const double P7 = c.boiler.inletP();
     COMPISOENTRO(substance, cycle.VDAT[14], c.p5, P7 + c.liquid.DP, c.p6);
-    c.liquidT = temperatureFall(parameter(cycle, 15), c.p6.T);
-    refuseOutside(c.liquidT.change, changeLimits, liquidChange);
-    PROPSIMPLEPT(substance, P7, c.liquidT.T, c.p7);
+    c.liquidT = dischargeOutlet(substance, parameter(cycle, 15), c.p6, P7, liquidChange, c.p7);
 }
 
 void flowAndPowers(const CYCLEIN& cycle) {
@@ -254,14 +252,13 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "BOILER", c.boilerRows, c.boiler, c.boilerSuperheat);
-    lineSection(writer, "HIGH PRESSURE VAPOR LINE", c.highPressureRows, c.highPressure, "Temperature fall",
-                c.highPressureT.change, "Heat loss");
+    lineSection(writer, "HIGH PRESSURE VAPOR LINE", c.highPressureRows, c.highPressure, c.highPressureT.change,
+                Heat::lost);
     writeTurbine(writer, cycle.VDAT[7]);
-    lineSection(writer, "LOW PRESSURE VAPOR LINE", c.lowPressureRows, c.lowPressure, "Temperature fall",
-                c.lowPressureT.change, "Heat loss");
+    lineSection(writer, "LOW PRESSURE VAPOR LINE", c.lowPressureRows, c.lowPressure, c.lowPressureT.change, Heat::lost);
     writeCondenser(writer);
     writePump(writer, cycle.VDAT[14]);
-    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, "Temperature fall", c.liquidT.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, c.liquidT.change, Heat::lost);
     writer.heading("COOLING WATER");
     reservedLines(writer, 3);
     writer.heading("GAS EXHAUSTION");

@@ -2,7 +2,6 @@
 
 #include "21_InitSubstance.h"
 #include "22_InitVaporDome.h"
-#include "23_SpecificPoints.h"
 #include "31_FluidInformation.h"
 #include "CycleBricks.h"
 #include "SecantDriver.h"
@@ -49,10 +48,10 @@ constexpr SuctionChecks suctionLine{
      {207238, "Error: Vapor side at heat exchanger - drop of saturation temperature is out of range!"}},
     {207239, "Error: Heat exchanger - the heat trasfer is negative!"},
     {207240, "Error: Vapor side at heat exchanger - temperature change is out of range!"},
-    {{207241, "Error: Suction line after heat exchanger - pressure drop is out of range!"},
-     {207242, "Error: Suction line after heat exchanger - drop of saturation temperature is out of range!"}},
-    {207243, "Error: Suction line after heat exchanger - outlet temperature is out of range!"},
-    {207244, "Error: Suction line after heat exchanger - temperature change is out of range!"},
+    {.drop = {{207241, "Error: Suction line after heat exchanger - pressure drop is out of range!"},
+              {207242, "Error: Suction line after heat exchanger - drop of saturation temperature is out of range!"}},
+     .temperature = {207243, "Error: Suction line after heat exchanger - outlet temperature is out of range!"},
+     .change = {207244, "Error: Suction line after heat exchanger - temperature change is out of range!"}},
 };
 constexpr DischargeChecks dischargeLine{
     {207246, "Error: Discharge line - pressure drop is out of range!"},
@@ -84,11 +83,9 @@ Cycle c;
 
 void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double H5 = c.high.p4.H;  // expansion is isenthalpic
-    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), H5, 0.0, c.high.gasCooler.P, evaporating,
-                     c.evaporator);
-    PROPSIMPLEPH(substance, c.evaporator.inletP(), H5, c.p5);
-    const double P6 = c.evaporator.outletP();
-    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), P6, c.evaporator.dew.T, evaporatorSuperheat, c.p6);
+    // The gas cooler has no temperature level to compare with.
+    c.superheat = evaporate(substance, cycle, 1, H5, c.high.gasCooler, evaporating, evaporatorSuperheat, c.evaporator,
+                            c.p5, c.p6);
     suctionThroughExchanger(substance, cycle, c.p6, c.superheat.T, c.high, suctionLine, c.suction);
 }
 
@@ -147,9 +144,8 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
     lineSection(writer, "SUCTION LINE - BEFORE HEAT EXCHANGER", c.suctionBeforeRows, c.suction.beforeDrop,
-                "Temperature rise", c.suction.before.change, "Heat gain");
-    lineSection(writer, "SUCTION LINE - AFTER HEAT EXCHANGER", c.suctionAfterRows, c.suction.afterDrop,
-                "Temperature rise", c.suction.after.change, "Heat gain");
+                c.suction.before.change, Heat::gained);
+    lineSection(writer, "SUCTION LINE - AFTER HEAT EXCHANGER", c.suctionAfterRows, c.suction.after, Heat::gained);
     highSideCompressorSection(writer, "COMPRESSOR", c.compressorRows, efficiencies, c.flow.V, c.ratio,
                               c.compressorRows.M, c.power);
     highSideLineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge.change);
@@ -164,7 +160,7 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
              "Gas cooler capacity");
     performanceRows(writer, c.performance);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the compressor inlet", "K", c.suction.after.degree);
+    writer.value("Superheat at the compressor inlet", "K", c.suction.after.temperature.degree);
     writer.value("Specific cooling effect", "kJ/kg", c.evaporatorRows.heat / M);
     writer.value("Specific heat rejection", "kJ/kg", c.gasCoolerRows.heat / M);
     writer.value("Heat exchanged", "kW", c.exchangerHeat);

@@ -30,13 +30,13 @@ constexpr DropChecks dischargeDrop{
     {209228, "Error: Discharge line - pressure drop is out of range!"},
     {209229, "Error: Discharge line - drop of saturation temperature is out of range!"},
 };
-constexpr DropChecks liquidDrop{
-    {209208, "Error: Liquid line - pressure drop is out of range!"},
-    {209209, "Error: Liquid line drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidLineChecks{
+    .drop = {{209208, "Error: Liquid line - pressure drop is out of range!"},
+             {209209, "Error: Liquid line drop of saturation temperature is out of range!"}},
+    .pressure = {209210, "Error: Liquid line - outlet pressure was less than or equal to zero!"},
+    .change = {209211, "Error: Liquid line - temperature change is out of range!"},
+    .degree = {209212, "Error: Liquid line - outlet subcooling is out of range!"},
 };
-constexpr Check liquidP{209210, "Error: Liquid line - outlet pressure was less than or equal to zero!"};
-constexpr Check liquidFall{209211, "Error: Liquid line - temperature change is out of range!"};
-constexpr Check liquidSubcooling{209212, "Error: Liquid line - outlet subcooling is out of range!"};
 constexpr EvaporatingChecks evaporating{
     {209213, "Error: Evaporating temperature > critical temperature (", " K)"},
     {209214, "Error: Evaporating temperature > condenser temperature!"},
@@ -46,24 +46,24 @@ constexpr EvaporatingChecks evaporating{
     {209220, "Error: Evaporator - outlet pressure was less than or equal to zero!"},
 };
 constexpr Check evaporatorSuperheat{209221, "Error: Evaporator - superheat is out of range!"};
-constexpr DropChecks suctionDrop{
-    {209222, "Error: Suction line - pressure drop is out of range!"},
-    {209223, "Error: Suction line - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionLineChecks{
+    .drop = {{209222, "Error: Suction line - pressure drop is out of range!"},
+             {209223, "Error: Suction line - drop of saturation temperature is out of range!"}},
+    .pressure = {209224, "Error: Suction line - outlet pressure is less than or equal to zero!"},
+    .aboveTC = {209225, "Error: Suction line - outlet temperature > critical temperature (", " K)"},
+    .change = {209226, "Error: Suction line - temperature change is out of range!"},
+    // The text speaks of the saturation temperature while it guards the superheat; front ends know it so.
+    .degree = {209227, "Error: Suction line drop of saturation temperature is out of range!"},
 };
-constexpr Check suctionP{209224, "Error: Suction line - outlet pressure is less than or equal to zero!"};
-constexpr Check suctionAboveTC{209225, "Error: Suction line - outlet temperature > critical temperature (", " K)"};
-constexpr Check suctionRise{209226, "Error: Suction line - temperature change is out of range!"};
-// The text speaks of the saturation temperature while it guards the superheat; front ends know it so.
-constexpr Check suctionSuperheat{209227, "Error: Suction line drop of saturation temperature is out of range!"};
 constexpr Check wetCompression{209300, "Error: wet compression, increase the inlet superheat"};
-constexpr DropChecks injectionDrop{
-    {209228, "Error: Liquid injection line - pressure drop is out of range!"},
-    {209229, "Error: Liquid injection line - drop of saturation temperature is out of range!"},
+constexpr LineChecks injectionLine{
+    .drop = {{209228, "Error: Liquid injection line - pressure drop is out of range!"},
+             {209229, "Error: Liquid injection line - drop of saturation temperature is out of range!"}},
+    .pressure = {209230, "Error: Liquid injection line - outlet pressure was less than or equal to zero!"},
+    .temperature = {209231, "Error: Liquid injection line - outlet temperature is out of range!"},
+    .change = {209232, "Error: Liquid injection line - temperature change is out of range!"},
+    .degree = {209233, "Error: Liquid injection line - outlet subcooling is out of range!"},
 };
-constexpr Check injectionP{209230, "Error: Liquid injection line - outlet pressure was less than or equal to zero!"};
-constexpr Check injectionT{209231, "Error: Liquid injection line - outlet temperature is out of range!"};
-constexpr Check injectionFall{209232, "Error: Liquid injection line - temperature change is out of range!"};
-constexpr Check injectionSubcooling{209233, "Error: Liquid injection line - outlet subcooling is out of range!"};
 constexpr Check injectedFraction{209234, "Error: Fraction mass flow of liquid injection is out of range!"};
 constexpr Check dischargeFall{209235, "Error: Discharge line - temperature change is out of range!"};
 
@@ -84,8 +84,9 @@ struct Cycle {
     STATEPT p10;                      // injection valve outlet
     STATEPT mixingBubble, mixingDew;  // at the pressure of the injection
     OutletSetting subcooling, superheat;
-    PressureChange discharge, liquid, suction, injection;
-    TemperatureChange liquidT, suctionT, injectionT, dischargeT;
+    Line liquid, suction, injection;
+    PressureChange discharge;
+    TemperatureChange dischargeT;
     double inletSuperheat;
     double fraction;  // of the compressor's flow that is injected
     Flow flow;        // that of the compressor and the condenser
@@ -99,37 +100,16 @@ struct Cycle {
 Cycle c;
 
 void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    condensingLevel(substance, parameter(cycle, 11), parameter(cycle, 13), condensing, c.condenser);
-    const double P1 = c.condenser.outletP();
-    c.subcooling = subcooledOutlet(substance, parameter(cycle, 12), P1, c.condenser.bubble.T, condenserOutlet, c.p1);
-
+    c.subcooling = condense(substance, cycle, 11, condensing, condenserOutlet, c.condenser, c.p1);
     c.discharge = pressureChangeBackwards(substance, parameter(cycle, 10), c.condenser.inletP(), dischargeDrop);
-
-    c.liquid = pressureChange(substance, parameter(cycle, 15), P1, bubbleSide, liquidDrop);
-    const double P2 = P1 - c.liquid.DP;
-    refuseIf(P2 <= 0.0, liquidP);
-    c.liquidT = fallWithSubcooling(substance, parameter(cycle, 14), c.subcooling.T, P2);
-    refuseOutside(c.liquidT.change, changeLimits, liquidFall);
-    refuseOutside(c.liquidT.degree, changeLimits, liquidSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 14), c.p1, c.liquid.DP, c.liquidT.change, P2, c.liquidT.T, c.p2);
+    c.liquid = liquidLine(substance, cycle, 14, {c.p1, c.condenser.outletP(), c.subcooling.T}, liquidLineChecks, c.p2);
 }
 
 void evaporatorToSuction(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double H3 = c.p2.H;  // expansion is isenthalpic
-    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), H3, c.condenser.T, c.condenser.P, evaporating,
-                     c.evaporator);
-    PROPSIMPLEPH(substance, c.evaporator.inletP(), H3, c.p3);
-    const double P4 = c.evaporator.outletP();
-    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), P4, c.evaporator.dew.T, evaporatorSuperheat, c.p4);
-
-    c.suction = pressureChange(substance, parameter(cycle, 5), P4, dewSide, suctionDrop);
-    const double P5 = P4 - c.suction.DP;
-    refuseIf(P5 <= 0.0, suctionP);
-    c.suctionT = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, P5);
-    refuseAbove(c.suctionT.T, substance.TC, suctionAboveTC);
-    refuseOutside(c.suctionT.change, changeLimits, suctionRise);
-    refuseOutside(c.suctionT.degree, changeLimits, suctionSuperheat);
-    linePoint(substance, c.p4, c.suction.DP, c.suctionT.change, P5, c.suctionT.T, c.p5);
+    c.superheat =
+        evaporate(substance, cycle, 1, H3, c.condenser, evaporating, evaporatorSuperheat, c.evaporator, c.p3, c.p4);
+    c.suction = vaporLine(substance, cycle, 4, {c.p4, c.evaporator.outletP(), c.superheat.T}, suctionLineChecks, c.p5);
 }
 
 // The compressor's inlet so cold that its outlet has the temperature T: five secant steps on the inlet enthalpy, each
@@ -159,15 +139,7 @@ void coolCompressor(const SUBSTANCE& substance, double efficiency, double T) {
 
 // What the injection needs of the condenser's liquid.
 void injectLiquid(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    c.injection = pressureChange(substance, parameter(cycle, 18), c.p1.P, bubbleSide, injectionDrop);
-    const double P9 = c.p1.P - c.injection.DP;
-    refuseIf(P9 <= 0.0, injectionP);
-    c.injectionT = fallWithSubcooling(substance, parameter(cycle, 17), c.subcooling.T, P9);
-    refuseOutside(c.injectionT.T, temperatureLimits, injectionT);
-    refuseOutside(c.injectionT.change, changeLimits, injectionFall);
-    refuseOutside(c.injectionT.degree, changeLimits, injectionSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 17), c.p1, c.injection.DP, c.injectionT.change, P9, c.injectionT.T,
-                    c.p9);
+    c.injection = liquidLine(substance, cycle, 17, {c.p1, c.p1.P, c.subcooling.T}, injectionLine, c.p9);
 
     PROPSIMPLEPH(substance, c.p5.P, c.p9.H, c.p10);
     c.fraction = (c.p5.H - c.p6.H) / (c.p5.H - c.p10.H);
@@ -188,9 +160,7 @@ void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
         injectLiquid(substance, cycle);
     }
 
-    c.dischargeT = temperatureFall(parameter(cycle, 9), c.p7.T);
-    refuseOutside(c.dischargeT.change, changeLimits, dischargeFall);
-    PROPSIMPLEPT(substance, P8, c.dischargeT.T, c.p8);
+    c.dischargeT = dischargeOutlet(substance, parameter(cycle, 9), c.p7, P8, dischargeFall, c.p8);
     c.inletSuperheat = c.dischargeT.T - c.condenser.dew.T;
 }
 
@@ -281,15 +251,13 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
-    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, "Temperature rise", c.suctionT.change, "Heat gain");
+    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, Heat::gained);
     compressorSection(writer, "COMPRESSOR", c.compressorRows, efficiencies, V, c.ratio, c.power);
-    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, "Temperature fall", c.dischargeT.change,
-                "Heat loss");
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, c.dischargeT.change, Heat::lost);
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.inletSuperheat, c.subcooling.degree);
-    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, "Temperature fall", c.liquidT.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, Heat::lost);
     expansionSection(writer, "EXPANSION DEVICE", c.expansionRows);
-    lineSection(writer, "LIQUID INJECTION LINE", c.injectionRows, c.injection, "Temperature fall", c.injectionT.change,
-                "Heat loss");
+    lineSection(writer, "LIQUID INJECTION LINE", c.injectionRows, c.injection, Heat::lost);
     expansionSection(writer, "LIQUID INJECTION EXPANSION VALVE", c.valveRows);
 
     writer.heading("PERFORMANCE PARAMETERS");
@@ -299,9 +267,9 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     writer.value("Injected fraction of the compressor's flow", "kg/kg", c.fraction);
     capacityRows(writer, V, evaporatorCapacity, condenserCapacity, c.power, efficiencies);
     performanceRows(writer, c.performance);
-    writer.value("Subcooling at the liquid line outlet", "K", c.liquidT.degree);
+    writer.value("Subcooling at the liquid line outlet", "K", c.liquid.temperature.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the suction line outlet", "K", c.suctionT.degree);
+    writer.value("Superheat at the suction line outlet", "K", c.suction.temperature.degree);
     for (int reserved = 1; reserved <= 2; ++reserved) writer.value("Reserved", "", missingValue);
     writer.value("Temperature at the compressor outlet", "K", c.p7.T);
     writer.value("Specific cooling effect", "kJ/kg", evaporatorCapacity / M);

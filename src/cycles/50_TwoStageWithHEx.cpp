@@ -36,13 +36,13 @@ constexpr Check liquidSideP{210210,
                             "Error: Heat exchanger-liquid side outlet pressure  is less than or equal to zero!"};
 constexpr Check liquidSideT{210211,
                             "Error: Heat exchanger- liquid side  outlet temperature is less than or equal to zero!"};
-constexpr DropChecks liquidLineDrop{
-    {210212, "Error: Liquid line - pressure drop is out of range!"},
-    {210213, "Error: Liquid line drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidLineChecks{
+    .drop = {{210212, "Error: Liquid line - pressure drop is out of range!"},
+             {210213, "Error: Liquid line drop of saturation temperature is out of range!"}},
+    .pressure = {210214, "Error: Liquid line - outlet pressure is less than or equal to zero!"},
+    .change = {210215, "Error: Liquid line - change in temperature is out of range!"},
+    .degree = {210216, "Error: Liquid line - outlet subcooling is out of range!"},
 };
-constexpr Check liquidLineP{210214, "Error: Liquid line - outlet pressure is less than or equal to zero!"};
-constexpr Check liquidLineFall{210215, "Error: Liquid line - change in temperature is out of range!"};
-constexpr Check liquidLineSubcooling{210216, "Error: Liquid line - outlet subcooling is out of range!"};
 constexpr EvaporatingChecks evaporating{
     {210217, "Error: Evaporating temperature > critical temperature (", " K)"},
     {210218, "Error: Evaporating temperature > condenser temperature!"},
@@ -52,14 +52,14 @@ constexpr EvaporatingChecks evaporating{
     {210224, "Error: Evaporator - outlet pressure was less than or equal to zero!"},
 };
 constexpr Check evaporatorSuperheat{210225, "Error: Evaporator - superheat is out of range!"};
-constexpr DropChecks suctionDrop{
-    {210226, "Error: Suction line - pressure drop is out of range!"},
-    {210227, "Error: Suction line - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionLineChecks{
+    .drop = {{210226, "Error: Suction line - pressure drop is out of range!"},
+             {210227, "Error: Suction line - drop of saturation temperature is out of range!"}},
+    .pressure = {210228, "Error: Compressor - inlet pressure was less than or equal to zero!"},
+    .aboveTC = {210229, "Error: Suction line - outlet temperature > critical temperature (", " K)"},
+    .change = {210230, "Error: Suction line - temperature change is out of range!"},
+    .degree = {210231, "Error: Suction line drop of saturation temperature is out of range!"},
 };
-constexpr Check compressorP{210228, "Error: Compressor - inlet pressure was less than or equal to zero!"};
-constexpr Check suctionAboveTC{210229, "Error: Suction line - outlet temperature > critical temperature (", " K)"};
-constexpr Check suctionRise{210230, "Error: Suction line - temperature change is out of range!"};
-constexpr Check suctionSuperheat{210231, "Error: Suction line drop of saturation temperature is out of range!"};
 constexpr Check injectionAboveCondenser{
     210233, "Error: Liquid line injection - inlet pressure was greater than condenser outlet pressure!"};
 constexpr Check injectionBelowEvaporator{
@@ -93,8 +93,9 @@ struct Cycle {
     STATEPT p13;                            // condenser inlet
     STATEPT injectionBubble, injectionDew;  // at the pressure of point 10
     OutletSetting subcooling, superheat;
-    PressureChange liquid, liquidSide, suction, discharge;
-    TemperatureChange liquidT, suctionT, dischargeT;
+    Line liquid, suction;
+    PressureChange liquidSide, discharge;
+    TemperatureChange dischargeT;
     double P7, P9, P10;  // intermediate pressures; that of point 11 is P7
     double lowOutletSuperheat, highInletSuperheat, condenserInletSuperheat;
     double x;                                    // part of the condenser's flow that is injected
@@ -112,9 +113,8 @@ struct Cycle {
 Cycle c;
 
 void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    condensingLevel(substance, parameter(cycle, 13), parameter(cycle, 15), condensing, c.condenser);
+    c.subcooling = condense(substance, cycle, 13, condensing, condenserOutlet, c.condenser, c.p1);
     const double P1 = c.condenser.outletP();
-    c.subcooling = subcooledOutlet(substance, parameter(cycle, 14), P1, c.condenser.bubble.T, condenserOutlet, c.p1);
     c.discharge = pressureChangeBackwards(substance, parameter(cycle, 12), c.condenser.inletP(), dischargeDrop);
 
     c.liquidSide.DP = cycle.VDAT[20];
@@ -125,37 +125,20 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     refuseIf(T2 <= 0.0, liquidSideT);
     PROPSIMPLEPT(substance, P2, T2, c.p2);
 
-    c.liquid = pressureChange(substance, parameter(cycle, 17), P2, bubbleSide, liquidLineDrop);
-    const double P3 = P2 - c.liquid.DP;
-    refuseIf(P3 <= 0.0, liquidLineP);
-    c.liquidT = fallWithSubcooling(substance, parameter(cycle, 16), T2, P3);
-    refuseOutside(c.liquidT.change, changeLimits, liquidLineFall);
-    refuseOutside(c.liquidT.degree, changeLimits, liquidLineSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 16), c.p2, c.liquid.DP, c.liquidT.change, P3, c.liquidT.T, c.p3);
+    c.liquid = liquidLine(substance, cycle, 16, {c.p2, P2, T2}, liquidLineChecks, c.p3);
 }
 
 void evaporatorToLowCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double H4 = c.p3.H;  // expansion is isenthalpic
-    evaporatingLevel(substance, parameter(cycle, 1), parameter(cycle, 3), H4, c.condenser.T, c.condenser.P, evaporating,
-                     c.evaporator);
-    PROPSIMPLEPH(substance, c.evaporator.inletP(), H4, c.p4);
-    const double P5 = c.evaporator.outletP();
-    c.superheat = superheatedOutlet(substance, parameter(cycle, 2), P5, c.evaporator.dew.T, evaporatorSuperheat, c.p5);
-
-    c.suction = pressureChange(substance, parameter(cycle, 5), P5, dewSide, suctionDrop);
-    const double P6 = P5 - c.suction.DP;
-    refuseIf(P6 <= 0.0, compressorP);
-    c.suctionT = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, P6);
-    refuseAbove(c.suctionT.T, substance.TC, suctionAboveTC);
-    refuseOutside(c.suctionT.change, changeLimits, suctionRise);
-    refuseOutside(c.suctionT.degree, changeLimits, suctionSuperheat);
-    linePoint(substance, c.p5, c.suction.DP, c.suctionT.change, P6, c.suctionT.T, c.p6);
+    c.superheat =
+        evaporate(substance, cycle, 1, H4, c.condenser, evaporating, evaporatorSuperheat, c.evaporator, c.p4, c.p5);
+    c.suction = vaporLine(substance, cycle, 4, {c.p5, c.evaporator.outletP(), c.superheat.T}, suctionLineChecks, c.p6);
 }
 
 // The pressures between the stages.
 void intermediatePressures(const CYCLEIN& cycle) {
     const double P1 = c.condenser.outletP();
-    const double P6 = c.evaporator.outletP() - c.suction.DP;
+    const double P6 = c.suction.P;
     const double P12 = c.condenser.inletP() + c.discharge.DP;
     const double lineDrop = cycle.VDAT[23];
     if (cycle.TDAT[25] == 1) {
@@ -198,9 +181,7 @@ void highCompressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle)
     SUPHEATDEGREE_TIN(substance, c.P7, c.p11.T, c.highInletSuperheat);
     const double P13 = c.condenser.inletP();
     compress(substance, cycle.VDAT[9], c.p11, P13 + c.discharge.DP, c.condenser.dew.H, wetCompression, c.p12);
-    c.dischargeT = temperatureFall(parameter(cycle, 11), c.p12.T);
-    refuseOutside(c.dischargeT.change, changeLimits, dischargeFall);
-    PROPSIMPLEPT(substance, P13, c.dischargeT.T, c.p13);
+    c.dischargeT = dischargeOutlet(substance, parameter(cycle, 11), c.p12, P13, dischargeFall, c.p13);
     c.condenserInletSuperheat = c.dischargeT.T - c.condenser.dew.T;
 }
 
@@ -322,9 +303,9 @@ void writePerformance(ResultWriter& writer, const Efficiencies& low, const Effic
     compressorRows(writer, "High compressor", c.WH, high, c.VH);
     compressorRows(writer, "Low compressor", c.WL, low, c.VL);
     performanceRows(writer, c.performance);
-    writer.value("Subcooling at the expansion device", "K", c.liquidT.degree);
+    writer.value("Subcooling at the expansion device", "K", c.liquid.temperature.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the low compressor inlet", "K", c.suctionT.degree);
+    writer.value("Superheat at the low compressor inlet", "K", c.suction.temperature.degree);
     writer.value("Superheat at the low compressor outlet", "K", c.lowOutletSuperheat);
     writer.value("Superheat at the injection line outlet (not computed)", "K", c.neverFilled);
     writer.value("Superheat at the high compressor inlet", "K", c.highInletSuperheat);
@@ -342,13 +323,12 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
-    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, "Temperature rise", c.suctionT.change, "Heat gain");
+    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, Heat::gained);
     compressorSection(writer, "LOW COMPRESSOR", c.lowRows, low, c.VL, c.lowRatio, c.WL);
     compressorSection(writer, "HIGH COMPRESSOR", c.highRows, high, c.VH, c.highRatio, c.WH);
-    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, "Temperature fall", c.dischargeT.change,
-                "Heat loss");
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, c.dischargeT.change, Heat::lost);
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.condenserInletSuperheat, c.subcooling.degree);
-    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, "Temperature fall", c.liquidT.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, Heat::lost);
     expansionSection(writer, "EXPANSION DEVICE", c.expansionRows);
     expansionSection(writer, "LIQUID INJECTION EXPANSION VALVE", c.valveRows);
     writeExchanger(writer, cycle);

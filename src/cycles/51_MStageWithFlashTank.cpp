@@ -44,14 +44,14 @@ constexpr EvaporatingChecks evaporating{
     {211217, "Error: Evaporator - outlet pressure is less than or equal to zero!"},
 };
 constexpr Check evaporatorSuperheat{211218, "Error: Evaporator - superheat is out of range!"};
-constexpr DropChecks suctionDrop{
-    {211219, "Error: Suction line - pressure drop is out of range!"},
-    {211220, "Error: Suction line - drop of saturation temperature is out of range!"},
+constexpr LineChecks suctionLineChecks{
+    .drop = {{211219, "Error: Suction line - pressure drop is out of range!"},
+             {211220, "Error: Suction line - drop of saturation temperature is out of range!"}},
+    .pressure = {211221, "Error: Suction line - outlet pressure is less than or equal to zero!"},
+    .aboveTC = {211222, "Error: Suction line - outlet temperature > critical temperature (", " K)"},
+    .change = {211223, "Error: Suction line - temperature change is out of range!"},
+    .degree = {211224, "Error: Suction line drop of saturation temperature is out of range!"},
 };
-constexpr Check suctionP{211221, "Error: Suction line - outlet pressure is less than or equal to zero!"};
-constexpr Check suctionAboveTC{211222, "Error: Suction line - outlet temperature > critical temperature (", " K)"};
-constexpr Check suctionRise{211223, "Error: Suction line - temperature change is out of range!"};
-constexpr Check suctionSuperheat{211224, "Error: Suction line drop of saturation temperature is out of range!"};
 // Between text and tail stands the number of the stage.
 constexpr Check stageTemperature{
     211234, "Out of range: Stage ",
@@ -63,13 +63,13 @@ constexpr Check noVapor{211226, "Error: Vapor injection line - stage ",
 constexpr Check onlyVapor{211227, "Error: Vapor injection line - stage ",
                           " - injection mass flow was greater than possible!"};
 constexpr Check unknownVapor{211228, "Error: Vapor injection line - stage ", " -  injection mass flow is undefinited!"};
-constexpr DropChecks liquidDrop{
-    {211228, "Error: Liquid line - pressure drop is out of range!"},
-    {211229, "Error: Liquid line drop of saturation temperature is out of range!"},
+constexpr LineChecks liquidLineChecks{
+    .drop = {{211228, "Error: Liquid line - pressure drop is out of range!"},
+             {211229, "Error: Liquid line drop of saturation temperature is out of range!"}},
+    .pressure = {211230, "Error: Liquid line - outlet pressure was less than or equal to zero!"},
+    .change = {211231, "Error: Liquid line - change in temperature is out of range!"},
+    .degree = {211232, "Error: Liquid line - outlet subcooling is out of range!"},
 };
-constexpr Check liquidP{211230, "Error: Liquid line - outlet pressure was less than or equal to zero!"};
-constexpr Check liquidFall{211231, "Error: Liquid line - change in temperature is out of range!"};
-constexpr Check liquidSubcooling{211232, "Error: Liquid line - outlet subcooling is out of range!"};
 constexpr Check wetCompression{211300, "Error: wet compression in last stage compressor, increase the inlet superheat"};
 constexpr Check dischargeFall{211233, "Error: Discharge line - temperature change is out of range!"};
 
@@ -124,8 +124,9 @@ struct Cycle {
     PerStage<STATEPT> PT12;  // compressor outlet
     PerStage<STATEPT> PT13;  // behind the mixing: inlet of the next compressor
     OutletSetting subcooling, superheat;
-    PressureChange suction, liquid, discharge;
-    TemperatureChange suctionT, liquidT, dischargeT;
+    Line suction, liquid;
+    PressureChange discharge;
+    TemperatureChange dischargeT;
     double P4, P12;  // inlet pressure of the first, outlet pressure of the last compressor
     double condenserInletSuperheat;
     double mc, me;  // flow of condenser and last compressor, of the evaporator
@@ -161,9 +162,7 @@ void stageParameters(const CYCLEIN& cycle) {
 }
 
 void condenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    condensingLevel(substance, parameter(cycle, 11), parameter(cycle, 13), condensing, c.condenser);
-    c.subcooling = subcooledOutlet(substance, parameter(cycle, 12), c.condenser.outletP(), c.condenser.bubble.T,
-                                   condenserOutlet, c.p1);
+    c.subcooling = condense(substance, cycle, 11, condensing, condenserOutlet, c.condenser, c.p1);
     c.discharge = pressureChangeBackwards(substance, parameter(cycle, 10), c.condenser.inletP(), dischargeDrop);
     c.P12 = c.condenser.inletP() + c.discharge.DP;
 }
@@ -181,15 +180,9 @@ void evaporatorToFirstCompressor(const SUBSTANCE& substance, const CYCLEIN& cycl
     const double P3 = c.evaporator.outletP();
     c.superheat = superheatedOutlet(substance, parameter(cycle, 2), P3, c.evaporator.dew.T, evaporatorSuperheat, c.p3);
 
-    c.suction = pressureChange(substance, parameter(cycle, 5), P3, dewSide, suctionDrop);
-    c.P4 = P3 - c.suction.DP;
-    refuseIf(c.P4 <= 0.0, suctionP);
-    c.suctionT = riseWithSuperheat(substance, parameter(cycle, 4), c.superheat.T, c.P4);
-    refuseAbove(c.suctionT.T, substance.TC, suctionAboveTC);
-    refuseOutside(c.suctionT.change, changeLimits, suctionRise);
-    refuseOutside(c.suctionT.degree, changeLimits, suctionSuperheat);
-    linePoint(substance, c.p3, c.suction.DP, c.suctionT.change, c.P4, c.suctionT.T, c.p4);
-    c.COMP2[1].inletSuperheat = c.suctionT.degree;
+    c.suction = vaporLine(substance, cycle, 4, {c.p3, P3, c.superheat.T}, suctionLineChecks, c.p4);
+    c.P4 = c.suction.P;
+    c.COMP2[1].inletSuperheat = c.suction.temperature.degree;
 }
 
 // PT11(i).P: the pressures at which the stages meet.
@@ -251,13 +244,7 @@ void solveStage(const SUBSTANCE& substance, int i) {
 
 void liquidLineToEvaporator(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const STATEPT& inlet = c.PT09[1];
-    c.liquid = pressureChange(substance, parameter(cycle, 15), inlet.P, bubbleSide, liquidDrop);
-    const double P5 = inlet.P - c.liquid.DP;
-    refuseIf(P5 <= 0.0, liquidP);
-    c.liquidT = fallWithSubcooling(substance, parameter(cycle, 14), inlet.T, P5);
-    refuseOutside(c.liquidT.change, changeLimits, liquidFall);
-    refuseOutside(c.liquidT.degree, changeLimits, liquidSubcooling);
-    liquidLinePoint(substance, parameter(cycle, 14), inlet, c.liquid.DP, c.liquidT.change, P5, c.liquidT.T, c.p5);
+    c.liquid = liquidLine(substance, cycle, 14, {inlet, inlet.P, inlet.T}, liquidLineChecks, c.p5);
     // Expansion is isenthalpic. The evaporator's pressures stay those of the estimated inlet.
     PROPSIMPLEPH(substance, c.evaporator.inletP(), c.p5.H, c.p2);
 }
@@ -265,9 +252,7 @@ void liquidLineToEvaporator(const SUBSTANCE& substance, const CYCLEIN& cycle) {
 void lastCompressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     compress(substance, c.COMP2[c.N].efficiency.isentropic, compressorInlet(c.N), c.P12, c.condenser.dew.H,
              wetCompression, c.p12);
-    c.dischargeT = temperatureFall(parameter(cycle, 9), c.p12.T);
-    refuseOutside(c.dischargeT.change, changeLimits, dischargeFall);
-    PROPSIMPLEPT(substance, c.condenser.inletP(), c.dischargeT.T, c.p6);
+    c.dischargeT = dischargeOutlet(substance, parameter(cycle, 9), c.p12, c.condenser.inletP(), dischargeFall, c.p6);
     c.condenserInletSuperheat = c.dischargeT.T - c.condenser.dew.T;
 }
 
@@ -412,7 +397,7 @@ void writeStage(ResultWriter& writer, int i) {
 
     stageTitle(writer, i, " - VAPOR INJECTION LINE");
     endRows(writer, line.rows);
-    lineRows(writer, line.rows, line.drop, "Temperature rise", line.change, "Heat gain");
+    lineRows(writer, line.rows, line.drop, line.change, Heat::gained);
 
     stageTitle(writer, i, " - COMPRESSOR");
     endRows(writer, compressor.rows);
@@ -432,9 +417,9 @@ void writePerformance(ResultWriter& writer) {
     writer.value("Condenser capacity", "kW", QC);
     compressorRows(writer, "Last compressor", last.power, last.efficiency, last.V);
     performanceRows(writer, c.performance);
-    writer.value("Subcooling at the expansion device", "K", c.liquidT.degree);
+    writer.value("Subcooling at the expansion device", "K", c.liquid.temperature.degree);
     writer.value("Superheat at the evaporator outlet", "K", c.superheat.degree);
-    writer.value("Superheat at the inlet of compressor 1", "K", c.suctionT.degree);
+    writer.value("Superheat at the inlet of compressor 1", "K", c.suction.temperature.degree);
     writer.value("Superheat at the last compressor inlet", "K", last.inletSuperheat);
     writer.value("Temperature at the last compressor outlet", "K", c.p12.T);
     writer.value("Specific cooling effect", "kJ/kg", QE / c.me);
@@ -480,12 +465,11 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.superheat.degree);
-    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, "Temperature rise", c.suctionT.change, "Heat gain");
+    lineSection(writer, "SUCTION LINE", c.suctionRows, c.suction, Heat::gained);
     compressorSection(writer, "LAST STAGE COMPRESSOR", last.rows, last.efficiency, last.V, last.ratio, last.power);
-    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, "Temperature fall", c.dischargeT.change,
-                "Heat loss");
+    lineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge, c.dischargeT.change, Heat::lost);
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, c.condenserInletSuperheat, c.subcooling.degree);
-    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, "Temperature fall", c.liquidT.change, "Heat loss");
+    lineSection(writer, "LIQUID LINE", c.liquidRows, c.liquid, Heat::lost);
     expansionSection(writer, "EXPANSION DEVICE NEAR TO EVAPORATOR", c.expansionRows);
     writer.heading("NUMBER OF STAGES");
     writer.integer("Number of stages", c.N);

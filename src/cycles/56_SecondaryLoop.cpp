@@ -5,7 +5,6 @@
 #include "21_InitSubstance.h"
 #include "22_InitVaporDome.h"
 #include "23_SpecificPoints.h"
-#include "25_SubCoolSupHeat.h"
 #include "27_PSatAverage.h"
 #include "28_IsentropProcess.h"
 #include "31_FluidInformation.h"
@@ -222,13 +221,12 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     resultHeader(writer, cycle, substance);
 
     evaporatorSection(writer, "EVAPORATOR", c.evaporatorRows, c.evaporator, c.evaporatorOutlet.superheat);
-    lineSection(writer, "LOW PRESSURE VAPOR LINE", c.vaporLineRows, c.vaporLine, "Temperature rise", c.vaporRise,
-                "Heat gain");
+    lineSection(writer, "LOW PRESSURE VAPOR LINE", c.vaporLineRows, c.vaporLine, c.vaporRise, Heat::gained);
     // The vapor leaves the receiver saturated: its superheat is never worked out and prints 0.
     constexpr double noSuperheat = 0.0;
     condenserSection(writer, "CONDENSER", c.condenserRows, c.condenser, noSuperheat, c.subcooling.degree);
-    lineSection(writer, "HIGH PRESSURE LIQUID LINE", c.liquidLineRows, c.liquidLine, "Temperature rise",
-                c.liquidLineT.change, "Heat gain");
+    lineSection(writer, "HIGH PRESSURE LIQUID LINE", c.liquidLineRows, c.liquidLine, c.liquidLineT.change,
+                Heat::gained);
     deviceRows(writer, "PUMP", c.pumpRows);
     writer.value("Isentropic efficiency", "-", efficiency);
     writer.value("Pressure ratio", "-", c.ratio);

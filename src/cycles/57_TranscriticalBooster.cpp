@@ -67,10 +67,10 @@ constexpr SuctionChecks suctionLine{
      {214251, "Error: Vapor side at heat exchanger - drop of saturation temperature is out of range!"}},
     {214252, "Error: Heat exchanger - the heat trasfer is negative!"},
     {214253, "Error: Vapor side at heat exchanger - temperature change is out of range!"},
-    {{214254, "Error: Suction line after heat exchanger - pressure drop is out of range!"},
-     {214255, "Error: Suction line after heat exchanger - drop of saturation temperature is out of range!"}},
-    {214256, "Error: Suction line after heat exchanger - outlet temperature is out of range!"},
-    {214257, "Error: Suction line after heat exchanger - temperature change is out of range!"},
+    {.drop = {{214254, "Error: Suction line after heat exchanger - pressure drop is out of range!"},
+              {214255, "Error: Suction line after heat exchanger - drop of saturation temperature is out of range!"}},
+     .temperature = {214256, "Error: Suction line after heat exchanger - outlet temperature is out of range!"},
+     .change = {214257, "Error: Suction line after heat exchanger - temperature change is out of range!"}},
 };
 constexpr DischargeChecks dischargeLine{
     {214259, "Error: Discharge line - pressure drop is out of range!"},
@@ -124,20 +124,12 @@ void receiver(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     PROPSIMPLEPQ(substance, P, 0.0, c.liquid);
 }
 
-void evaporate(const SUBSTANCE& substance, Parameter level, Parameter drop, Parameter outlet,
-               const EvaporatingChecks& checks, const Check& superheat, Evaporator& evaporator) {
-    const double inletH = c.liquid.H;
-    evaporatingLevel(substance, level, drop, inletH, 0.0, c.high.gasCooler.P, checks, evaporator.level);
-    PROPSIMPLEPH(substance, evaporator.level.inletP(), inletH, evaporator.inlet);
-    evaporator.superheat = superheatedOutlet(substance, outlet, evaporator.level.outletP(), evaporator.level.dew.T,
-                                             superheat, evaporator.outlet);
-}
-
 void evaporatorsToLowStage(const SUBSTANCE& substance, const CYCLEIN& cycle) {
-    evaporate(substance, parameter(cycle, 1), parameter(cycle, 3), parameter(cycle, 2), mediumTemperature,
-              mediumTemperatureSuperheat, c.medium);
-    evaporate(substance, parameter(cycle, 24), parameter(cycle, 26), parameter(cycle, 25), lowTemperature,
-              lowTemperatureSuperheat, c.low);
+    const double inletH = c.liquid.H;
+    c.medium.superheat = evaporate(substance, cycle, 1, inletH, c.high.gasCooler, mediumTemperature,
+                                   mediumTemperatureSuperheat, c.medium.level, c.medium.inlet, c.medium.outlet);
+    c.low.superheat = evaporate(substance, cycle, 24, inletH, c.high.gasCooler, lowTemperature, lowTemperatureSuperheat,
+                                c.low.level, c.low.inlet, c.low.outlet);
     SUPHEATDEGREE_TIN(substance, c.low.outlet.P, c.low.superheat.T, c.lowSuperheat);
     // The low stage delivers to the outlet of the MT evaporator, without a line of its own.
     COMPISOENTRO(substance, cycle.VDAT[27], c.low.outlet, c.medium.outlet.P, c.lowStageOutlet);
@@ -266,7 +258,7 @@ void writePerformance(ResultWriter& writer, const Efficiencies& highStage, const
     performanceRows(writer, c.performance);
     writer.value("Superheat at the MT evaporator outlet", "K", c.medium.superheat.degree);
     writer.value("Superheat at the LT evaporator outlet", "K", c.low.superheat.degree);
-    writer.value("Superheat at the high stage inlet", "K", c.suction.after.degree);
+    writer.value("Superheat at the high stage inlet", "K", c.suction.after.temperature.degree);
     writer.value("Superheat at the low stage inlet", "K", c.lowSuperheat);
     writer.value("Specific cooling effect", "kJ/kg", c.capacity.total / c.totalM);
     writer.value("Specific heat rejection", "kJ/kg", gasCoolerHeat / c.totalM);
@@ -286,9 +278,8 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     evaporatorSection(writer, "MT EVAPORATOR", c.mediumRows, c.medium.level, c.medium.superheat.degree);
     evaporatorSection(writer, "LT EVAPORATOR", c.lowRows, c.low.level, c.low.superheat.degree);
     lineSection(writer, "SUCTION LINE - BEFORE HEAT EXCHANGER", c.suctionBeforeRows, c.suction.beforeDrop,
-                "Temperature rise", c.suction.before.change, "Heat gain");
-    lineSection(writer, "SUCTION LINE - AFTER HEAT EXCHANGER", c.suctionAfterRows, c.suction.afterDrop,
-                "Temperature rise", c.suction.after.change, "Heat gain");
+                c.suction.before.change, Heat::gained);
+    lineSection(writer, "SUCTION LINE - AFTER HEAT EXCHANGER", c.suctionAfterRows, c.suction.after, Heat::gained);
     // Both compressors show the flow of the high stage, also the low one, which carries that of the LT evaporator.
     highSideCompressorSection(writer, "HIGH STAGE COMPRESSOR", c.highStageRows, highStage, c.highV, c.highRatio,
                               c.totalM, c.highPower);

@@ -198,15 +198,6 @@ void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, doub
         PROPSIMPLEPT(substance, P, T, outlet);
 }
 
-void liquidLinePoint(const SUBSTANCE& substance, Parameter given, const STATEPT& inlet, double DP, double change,
-                     double P, double T, STATEPT& outlet) {
-    const bool changed = DP != 0.0 || change != 0.0;
-    if (changed && given.option == 3 && given.value == 0.0)
-        PROPSIMPLEPQ(substance, P, 0.0, outlet);
-    else
-        linePoint(substance, inlet, DP, change, P, T, outlet);
-}
-
 OutletSetting subcooledOutlet(const SUBSTANCE& substance, Parameter given, double P, double bubbleT,
                               const SubcooledChecks& checks, STATEPT& outlet) {
     OutletSetting setting;
@@ -242,6 +233,69 @@ OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, dou
 OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT, const Check& range,
                                 STATEPT& outlet) {
     return superheatedOutlet(substance, given, P, dewT, SuperheatedChecks{{}, range}, outlet);
+}
+
+// ---- steps of a circuit ---------------------------------------------------------------------------------------------
+
+OutletSetting condense(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, const CondensingChecks& levelChecks,
+                       const SubcooledChecks& outletChecks, Level& condenser, STATEPT& outlet) {
+    condensingLevel(substance, parameter(cycle, k), parameter(cycle, k + 2), levelChecks, condenser);
+    return subcooledOutlet(substance, parameter(cycle, k + 1), condenser.outletP(), condenser.bubble.T, outletChecks,
+                           outlet);
+}
+
+OutletSetting evaporate(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, double inletH, const Level& high,
+                        const EvaporatingChecks& levelChecks, const Check& superheat, Level& evaporator, STATEPT& inlet,
+                        STATEPT& outlet) {
+    evaporatingLevel(substance, parameter(cycle, k), parameter(cycle, k + 2), inletH, high.T, high.P, levelChecks,
+                     evaporator);
+    PROPSIMPLEPH(substance, evaporator.inletP(), inletH, inlet);
+    return superheatedOutlet(substance, parameter(cycle, k + 1), evaporator.outletP(), evaporator.dew.T, superheat,
+                             outlet);
+}
+
+Line liquidLine(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, const LineInlet& inlet,
+                const LineChecks& checks, STATEPT& outlet) {
+    const Parameter given = parameter(cycle, k);
+    Line line;
+    line.drop = pressureChange(substance, parameter(cycle, k + 1), inlet.P, bubbleSide, checks.drop);
+    line.P = inlet.P - line.drop.DP;
+    refuseIf(line.P <= 0.0, checks.pressure);
+    line.temperature = fallWithSubcooling(substance, given, inlet.T, line.P);
+    const auto& [T, change, degree] = line.temperature;
+    refuseOutside(T, temperatureLimits, checks.temperature);
+    refuseOutside(change, changeLimits, checks.change);
+    refuseOutside(degree, changeLimits, checks.degree);
+    const bool changed = line.drop.DP != 0.0 || change != 0.0;
+    if (changed && given.option == 3 && given.value == 0.0)
+        PROPSIMPLEPQ(substance, line.P, 0.0, outlet);
+    else
+        linePoint(substance, inlet.point, line.drop.DP, change, line.P, T, outlet);
+    return line;
+}
+
+Line vaporLine(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, const LineInlet& inlet,
+               const LineChecks& checks, STATEPT& outlet) {
+    Line line;
+    line.drop = pressureChange(substance, parameter(cycle, k + 1), inlet.P, dewSide, checks.drop);
+    line.P = inlet.P - line.drop.DP;
+    refuseIf(line.P <= 0.0, checks.pressure);
+    line.temperature = riseWithSuperheat(substance, parameter(cycle, k), inlet.T, line.P);
+    const auto& [T, change, degree] = line.temperature;
+    refuseAbove(T, substance.TC, checks.aboveTC);
+    refuseOutside(T, temperatureLimits, checks.temperature);
+    refuseOutside(change, changeLimits, checks.change);
+    refuseOutside(degree, changeLimits, checks.degree);
+    linePoint(substance, inlet.point, line.drop.DP, change, line.P, T, outlet);
+    return line;
+}
+
+TemperatureChange dischargeOutlet(const SUBSTANCE& substance, Parameter given, const STATEPT& inlet, double P,
+                                  const Check& fall, STATEPT& outlet) {
+    const TemperatureChange line = temperatureFall(given, inlet.T);
+    refuseOutside(line.change, changeLimits, fall);
+    PROPSIMPLEPT(substance, P, line.T, outlet);
+    return line;
 }
 
 // ---- flows and devices ----------------------------------------------------------------------------------------------
@@ -347,19 +401,25 @@ void deviceRows(ResultWriter& writer, std::string_view heading, const Device& de
     endRows(writer, device);
 }
 
-void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
-                 std::string_view changeName, double change, std::string_view heatName) {
-    deviceRows(writer, heading, line);
-    lineRows(writer, line, drop, changeName, change, heatName);
-}
-
-void lineRows(ResultWriter& writer, const Device& line, const PressureChange& drop, std::string_view changeName,
-              double change, std::string_view heatName) {
+void lineRows(ResultWriter& writer, const Device& line, const PressureChange& drop, double change, Heat direction,
+              std::string_view heatName) {
+    const bool gained = direction == Heat::gained;
     writer.value("Pressure drop", "kPa", line.DP);
     writer.value("Drop of saturation temperature", "K", drop.DT);
-    writer.value(changeName, "K", change);
+    writer.value(gained ? "Temperature rise" : "Temperature fall", "K", change);
     writer.value("Mass flow", "kg/s", line.M);
+    if (heatName.empty()) heatName = gained ? "Heat gain" : "Heat loss";
     writer.value(heatName, "kW", line.heat);
+}
+
+void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
+                 double change, Heat direction, std::string_view heatName) {
+    deviceRows(writer, heading, line);
+    lineRows(writer, line, drop, change, direction, heatName);
+}
+
+void lineSection(ResultWriter& writer, std::string_view heading, const Device& rows, const Line& line, Heat direction) {
+    lineSection(writer, heading, rows, line.drop, line.temperature.change, direction);
 }
 
 void evaporatorSection(ResultWriter& writer, std::string_view heading, const Device& device, const Level& level,

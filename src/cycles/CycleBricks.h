@@ -117,11 +117,6 @@ double smallerHeatCapacity(const SUBSTANCE& substance, const STATEPT& liquidInle
 void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,
                STATEPT& outlet);
 
-// The same of a liquid line. Where a subcooling of exactly 0 is given (option 3) the outlet is the bubble point itself:
-// by pressure and temperature it could not be told from vapor.
-void liquidLinePoint(const SUBSTANCE& substance, Parameter given, const STATEPT& inlet, double DP, double change,
-                     double P, double T, STATEPT& outlet);
-
 // Temperature of a condenser's or an evaporator's outlet, and its distance from saturation.
 struct OutletSetting {
     double T = 0;
@@ -142,6 +137,53 @@ OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, dou
 // The same where the temperature is not checked.
 OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, double P, double dewT, const Check& range,
                                 STATEPT& outlet);
+
+// ---- steps of a circuit ---------------------------------------------------------------------------------------------
+
+// Condenser: its level, and the state at its outlet. Parameter k: level, k + 1: outlet, k + 2: drop.
+OutletSetting condense(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, const CondensingChecks& levelChecks,
+                       const SubcooledChecks& outletChecks, Level& condenser, STATEPT& outlet);
+
+// Evaporator: its level, the state at its inlet behind an isenthalpic expansion, and the state at its outlet.
+// Parameter k: level, k + 1: outlet, k + 2: drop.
+//   Given     inletH  enthalpy of the liquid before the expansion
+//             high    the level that the evaporator must stay below
+OutletSetting evaporate(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, double inletH, const Level& high,
+                        const EvaporatingChecks& levelChecks, const Check& superheat, Level& evaporator, STATEPT& inlet,
+                        STATEPT& outlet);
+
+// In the order in which they fire.
+struct LineChecks {
+    DropChecks drop{};
+    Check pressure{};     // outlet at zero pressure or below
+    Check aboveTC{};      // outlet of a vapor line above the critical temperature
+    Check temperature{};  // of the outlet
+    Check change{};       // of the temperature
+    Check degree{};       // subcooling or superheat at the outlet
+};
+// What enters a line: the state, and its pressure and temperature as they were set.
+struct LineInlet {
+    const STATEPT& point;
+    double P, T;
+};
+struct Line {
+    PressureChange drop;
+    TemperatureChange temperature;
+    double P = 0;  // at the outlet
+};
+// A line in which liquid cools. Parameter k: temperature or subcooling at the outlet, k + 1: drop.
+//   Notes     Where a subcooling of exactly 0 is given the outlet is the bubble point itself: by pressure and
+//             temperature it could not be told from vapor.
+Line liquidLine(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, const LineInlet& inlet,
+                const LineChecks& checks, STATEPT& outlet);
+// A line in which vapor is heated. Parameter k: temperature or superheat at the outlet, k + 1: drop.
+Line vaporLine(const SUBSTANCE& substance, const CYCLEIN& cycle, int k, const LineInlet& inlet,
+               const LineChecks& checks, STATEPT& outlet);
+
+// Outlet of the line behind a compressor or a pump.
+//   Given     P  pressure at the outlet: that of the device which follows
+TemperatureChange dischargeOutlet(const SUBSTANCE& substance, Parameter given, const STATEPT& inlet, double P,
+                                  const Check& fall, STATEPT& outlet);
 
 // ---- flows and devices ----------------------------------------------------------------------------------------------
 
@@ -199,12 +241,15 @@ void endRows(ResultWriter& writer, const Device& device);
 // Heading and the rows of both ends.
 void deviceRows(ResultWriter& writer, std::string_view heading, const Device& device);
 
-// The lines of a line behind its rows.
-void lineRows(ResultWriter& writer, const Device& line, const PressureChange& drop, std::string_view changeName,
-              double change, std::string_view heatName);
-// A line: rows, pressure drop, drop of saturation temperature, temperature change, mass flow, heat.
+// The lines of a line behind its rows: pressure drop, drop of saturation temperature, temperature change, mass flow,
+// heat. A line that gains heat shows its "Temperature rise" and "Heat gain", another "Temperature fall" and "Heat
+// loss", unless the heat is named.
+void lineRows(ResultWriter& writer, const Device& line, const PressureChange& drop, double change, Heat direction,
+              std::string_view heatName = {});
+// A line: heading, rows of both ends and the lines above.
 void lineSection(ResultWriter& writer, std::string_view heading, const Device& line, const PressureChange& drop,
-                 std::string_view changeName, double change, std::string_view heatName);
+                 double change, Heat direction, std::string_view heatName = {});
+void lineSection(ResultWriter& writer, std::string_view heading, const Device& rows, const Line& line, Heat direction);
 
 struct Efficiencies {
     double isentropic, volumetric;

@@ -77,12 +77,7 @@ void suctionThroughExchanger(const SUBSTANCE& substance, const CYCLEIN& cycle, c
     s.rise = s.vaporOutlet.T - s.before.T;
     refuseOutside(s.rise, changeLimits, checks.vaporRise);
 
-    s.afterDrop = pressureChange(substance, parameter(cycle, 7), vaporP, dewSide, checks.afterDrop);
-    const double afterP = vaporP - s.afterDrop.DP;
-    s.after = riseWithSuperheat(substance, parameter(cycle, 6), s.vaporOutlet.T, afterP);
-    refuseOutside(s.after.T, temperatureLimits, checks.afterT);
-    refuseOutside(s.after.change, changeLimits, checks.afterRise);
-    linePoint(substance, s.vaporOutlet, s.afterDrop.DP, s.after.change, afterP, s.after.T, s.afterOutlet);
+    s.after = vaporLine(substance, cycle, 6, {s.vaporOutlet, vaporP, s.vaporOutlet.T}, checks.after, s.afterOutlet);
 }
 
 void compressorToGasCooler(const SUBSTANCE& substance, const CYCLEIN& cycle, const STATEPT& inlet,
@@ -90,9 +85,8 @@ void compressorToGasCooler(const SUBSTANCE& substance, const CYCLEIN& cycle, con
                            TemperatureChange& discharge, STATEPT& gasCoolerInlet) {
     const double outletP = gasCoolerInletP + pressureDrop(cycle, 12, checks.drop);
     COMPISOENTRO(substance, cycle.VDAT[9], inlet, outletP, compressorOutlet);
-    discharge = temperatureFall(parameter(cycle, 11), compressorOutlet.T);
-    refuseOutside(discharge.change, changeLimits, checks.fall);
-    PROPSIMPLEPT(substance, gasCoolerInletP, discharge.T, gasCoolerInlet);
+    discharge = dischargeOutlet(substance, parameter(cycle, 11), compressorOutlet, gasCoolerInletP, checks.fall,
+                                gasCoolerInlet);
 }
 
 // ---- report ---------------------------------------------------------------------------------------------------------

@@ -43,14 +43,14 @@ struct SuctionChecks {
     Check beforeP, beforeAboveTC, beforeRise;  // parameter 4
     DropChecks vaporDrop;                      // exchanger: parameter 22
     Check negativeHeat, vaporRise;
-    DropChecks afterDrop;     // line after the exchanger: parameter 7
-    Check afterT, afterRise;  // parameter 6
+    LineChecks after;  // line after the exchanger: parameters 6, 7
 };
 struct SuctionSide {
     STATEPT beforeOutlet, vaporOutlet, afterOutlet;
-    PressureChange beforeDrop, vaporDrop, afterDrop;
-    TemperatureChange before, after;  // the degree is the superheat at the compressor
-    double rise;                      // of the vapor in the exchanger
+    PressureChange beforeDrop, vaporDrop;
+    TemperatureChange before;
+    double rise;  // of the vapor in the exchanger
+    Line after;   // the degree is the superheat at the compressor
 };
 // The vapor takes up in the exchanger what the hot side gives away at the same mass flow.
 //   Given     inlet, inletT  state that enters the line, and its temperature as it was set
