@@ -281,7 +281,8 @@ double evaluated(char letter, const FlashState& result, const Composition& z) {
 int wrong(const std::string& pair, const GridState& state, const FlashState& result) {
     // Inputs that hardly tell the state (enthalpy and temperature of a thin gas) are measured by themselves.
     // So are energy and entropy of a liquid, as energy hardly changes along an isentrope at low pressure.
-    if (pair == "TH" || pair == "TE" || pair == "TS" || pair == "ES") {
+    // And the pressure of a liquid at its bubble line, where enthalpy hardly changes with it.
+    if (pair == "TH" || pair == "TE" || pair == "TS" || pair == "ES" || pair == "HS") {
         const Composition z = unitComposition(1);
         const auto reproduced = [&](char letter) {
             const double given = input(letter, state);
@@ -289,7 +290,8 @@ int wrong(const std::string& pair, const GridState& state, const FlashState& res
         };
         const bool same = reproduced(pair[1]) && (pair[0] == 'T' || reproduced(pair[0]));
         const bool wet = result.q > 0 && result.q < 1;
-        if (same && wet == state.twoPhase) return 0;
+        const bool onTheLine = std::min(std::abs(result.q), std::abs(result.q - 1)) < 1e-5;
+        if (same && (wet == state.twoPhase || onTheLine)) return 0;
     }
     if (!(std::abs(result.T / state.T - 1) < 1e-6)) return -1;
     // A liquid or vapor within 1e-5 of its line may come back with a trace of the other phase, which at low pressure is

@@ -665,7 +665,7 @@ void refineState(char letter, double given, double s, const Composition& z, doub
 // Any state: along an isentrope enthalpy and energy rise with pressure, dh = v dp and de = -p dv, through one phase and
 // two alike, so that the pressure is found between bounds.
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FullResult& r) {
-    constexpr int mostSteps = 80;
+    constexpr int mostSteps = 100;
     constexpr double lowestPressure = 1e-10;  // [kPa]
     // The inner flash keeps entropy to 1e-8 of its value.
     const double tolerance = 1e-8 * std::max(1.0, std::abs(given));
@@ -690,10 +690,16 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
     bool haveLower = false;
     if (!residual(highestPressure) || F < 0) return false;
     fUpper = F;
+    // A pressure without a state between two good ones lies in the gap of an equation whose saturation lines end apart
+    // from each other: the side of the lower pressures is searched first, then that of the higher ones.
+    bool haveUpper = true;
+    double upperBeyondGap = 0;
+    double fUpperBeyondGap = 0;
+    bool haveGap = false;
     int side = 0;
     for (int step = 1; step <= mostSteps; ++step) {
         double at = 0.5 * (lower + upper);
-        if (haveLower && step % 4 != 0) {
+        if (haveLower && haveUpper && step % 4 != 0) {
             // in p, not its logarithm: h is close to linear in p for liquids
             const double pl = std::exp(lower);
             const double pu = std::exp(upper);
@@ -702,8 +708,28 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
         }
         const bool found = residual(std::exp(at));
         if (found && std::abs(F) < tolerance) return true;
-        if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) return found && std::abs(F) < 10 * tolerance;
-        if (!found || F < 0) {
+        if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) {
+            if (!haveUpper && haveGap) {
+                lower = upper;
+                haveLower = false;
+                upper = upperBeyondGap;
+                fUpper = fUpperBeyondGap;
+                haveUpper = true;
+                haveGap = false;
+                continue;
+            }
+            return found && std::abs(F) < 10 * tolerance;
+        }
+        if (!found && haveLower) {
+            if (!haveGap) {
+                upperBeyondGap = upper;
+                fUpperBeyondGap = fUpper;
+                haveGap = true;
+            }
+            upper = at;
+            haveUpper = false;
+            side = 0;
+        } else if (!found || F < 0) {
             if (found && side == -1) fUpper /= 2;
             lower = at;
             fLower = F;
@@ -713,6 +739,7 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
             if (side == 1) fLower /= 2;
             upper = at;
             fUpper = F;
+            haveUpper = true;
             side = 1;
         }
     }
@@ -807,28 +834,25 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         }
     }
 
-    // The temperatures on the way may lie above that of the result, where its entropy asks for more density than the
-    // limit allows.
-    const double top = 1.2 * Dmax;
     bool solved = true;
     bool twoPhase = false;
     if (nroot == 0) {
         r.T = 1.1 * Tc;
         r.D = Dc;
-        HSFL1(given, s, z, 0, top, r.T, r.D, r.ierr, r.herr);
+        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
     } else if (s < s1) {
         r.T = 1.01 * t1;
         r.D = 1.01 * d1;
-        HSFL1(given, s, z, d1, top, r.T, r.D, r.ierr, r.herr);
+        HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
         if (r.ierr > 0) {
             r.T = t1;
             r.D = d1;
-            HSFL1(given, s, z, d1, top, r.T, r.D, r.ierr, r.herr);
+            HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
         }
     } else if (nroot >= 2 && s > s2) {
         r.T = t2;
         r.D = d2 / 1.1;
-        HSFL1(given, s, z, 0, top, r.T, r.D, r.ierr, r.herr);
+        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
     } else {
         twoPhase = true;
         solved = twoPhaseByPressure(given, s, z, p1, energy, r);

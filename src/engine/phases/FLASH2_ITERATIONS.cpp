@@ -119,7 +119,10 @@ bool densityAtEntropy(const SinglePhaseSearch& search, double& X, double& T, dou
                 }
             }
         }
-        // Entropy falls with density all along, so that its values at the bounds tell whether there is a root.
+        // Entropy falls with density, so that its values at the bounds tell whether there is a root. The temperatures
+        // on the way may lie above that of the result, where its entropy asks for more density than the limit allows.
+        const bool aboveUpper = search.a < propertyByLetter('S', T, upper, search.z);
+        if (aboveUpper && upper == search.Dmax) upper *= 1.2;
         const bool inside = search.a <= propertyByLetter('S', T, lower, search.z) &&
                             search.a >= propertyByLetter('S', T, upper, search.z);
         int ierr = 0;
