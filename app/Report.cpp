@@ -275,8 +275,6 @@ int exitStatus(const RunResult& result) {
             return 2;
         case RunEnd::runtimeError:
             return 3;
-        case RunEnd::notBuilt:
-            return 4;
         case RunEnd::returned:
             break;
     }
@@ -312,9 +310,6 @@ void printReport(std::ostream& out, const RunResult& result) {
         case RunEnd::runtimeError:
             out << "No result: " << plainText(report.HERR.view()) << '\n';
             return;
-        case RunEnd::notBuilt:
-            out << "No result: " << plainText(report.HERR.view()) << " is not part of this build\n";
-            return;
         case RunEnd::returned:
             break;
     }
@@ -347,10 +342,6 @@ void printJson(std::ostream& out, const RunResult& result) {
             break;
         case RunEnd::runtimeError:
             root["outcome"] = "runtime error";
-            root["message"] = plainText(report.HERR.view());
-            break;
-        case RunEnd::notBuilt:
-            root["outcome"] = "not built";
             root["message"] = plainText(report.HERR.view());
             break;
         case RunEnd::returned:

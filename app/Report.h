@@ -28,7 +28,7 @@ struct RunResult {
     std::vector<Entry> entries;
 };
 
-// Exit status of the program: 0 success, 2 the request was refused, 3 runtime error, 4 the operation is not built.
+// Exit status of the program: 0 success, 2 the request was refused, 3 there is no result.
 int exitStatus(const RunResult& result);
 
 // Gathers the entries of the run that comes next.

@@ -47,17 +47,22 @@ bool writeTo(const std::string& path, const app::RunResult& result,
 int main(int argc, char** argv) {
     CLI::App options{
         "Runs one refrigeration request and says what came of it.\n"
-        "Exit status: 0 done, 1 wrong command line, 2 the request was refused (code and message are "
-        "shown),\n3 the request cannot be read or the result cannot be written, 4 the operation is not "
-        "part of this build.",
+        "Exit status: 0 done; 1 wrong command line; 2 the request was refused: code and message are shown\n"
+        "and stand in the result file; 3 the request cannot be read, asks for what there is not, or a file\n"
+        "cannot be written.",
         "frigana"};
     std::string request, data, json, csv;
     options
-        .add_option("REQUEST", request, "request file, with the extension .fi1; the result file .fo1 is left beside it")
+        .add_option("REQUEST", request,
+                    "request file with the extension .fi1; its result is left beside it with the extension .fo1")
         ->required();
-    options.add_option("--data", data, "folder that holds fluids and mixtures (default: the one of this program)");
-    options.add_option("--json", json, "write the values with names and units as JSON to this file (- for here)");
-    options.add_option("--csv", csv, "write the values with names and units as CSV to this file (- for here)");
+    options.add_option(
+        "--data", data,
+        "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
+    options.add_option(
+        "--json", json,
+        "write every value with its name and unit to this file as JSON; - writes it here in place of the report");
+    options.add_option("--csv", csv, "the same as CSV");
     options.set_version_flag("--version", "frigana " FRIGANA_VERSION);
     try {
         options.parse(argc, argv);

@@ -2,6 +2,8 @@
 
 #include "13_ReadInputData.h"
 #include "14_ErrorControl.h"
+#include "21_InitSubstance.h"
+#include "54_Find_Refigerant.h"
 #include "Message.h"
 #include "Operations.h"
 #include "Platform.h"
@@ -23,9 +25,8 @@ constexpr int storeNewMixture = 7;
 void runPropertyRequest(int sub) {
     int stepFlag = 0;
     READINPUTPROPS(FILEIN, substance1, propertyRequest, stepFlag);
-    if (propertyPreparation.initialise == nullptr) operationNotBuilt("Property request");
-    propertyPreparation.initialise(substance1);
-    propertyPreparation.lookUp(substance1);
+    INITSUBSTANCE(substance1);
+    CHECKREF_PROPERTIES(substance1);
     // Setting up wrote over the record: it shall stand as the request gave it.
     READINPUTPROPS(FILEIN, substance1, propertyRequest, stepFlag);
 
@@ -37,7 +38,6 @@ void runPropertyRequest(int sub) {
     for (const PropertyOperation& operation : propertyOperations) {
         if (operation.sub != sub) continue;
         const auto tool = operation.limits != nullptr && stepFlag == 0 ? operation.limits : operation.tool;
-        if (tool == nullptr) operationNotBuilt(operation.name);
         tool(substance1, propertyRequest, FILEOUT);
     }
 }
@@ -63,10 +63,8 @@ void runCycleRequest(int sub) {
         if (operation.checkTwo != nullptr) operation.checkTwo(cycle1, cycle2);
         if (operation.solve != nullptr)
             operation.solve(substance1, cycle1, FILEOUT);
-        else if (operation.solveTwo != nullptr)
-            operation.solveTwo(substance1, cycle1, substance2, cycle2, FILEOUT);
         else
-            operationNotBuilt(operation.name);
+            operation.solveTwo(substance1, cycle1, substance2, cycle2, FILEOUT);
     }
 }
 

@@ -1,6 +1,5 @@
 #include "Operations.h"
 
-#include "21_InitSubstance.h"
 #include "31_FluidInformation.h"
 #include "32_SaturationTables.h"
 #include "33_IsopropertyTables.h"
@@ -20,7 +19,6 @@
 #include "50_TwoStageWithHEx.h"
 #include "51_MStageWithFlashTank.h"
 #include "52_BasicBasicCycle.h"
-#include "54_Find_Refigerant.h"
 #include "55_PumpedCO2.h"
 #include "57_TranscriticalBooster.h"
 
@@ -72,7 +70,6 @@ constexpr CycleOperation cycles[] = {
 
 const std::span<const PropertyOperation> propertyOperations(properties);
 const std::span<const CycleOperation> cycleOperations(cycles);
-const PropertyPreparation propertyPreparation = {INITSUBSTANCE, CHECKREF_PROPERTIES};
 
 std::string_view operationName(int type, int sub) {
     if (type == 1)

@@ -8,12 +8,11 @@
 
 namespace frigana {
 
-// A null routine is not part of this build; a request for it is read and checked, and then ends with its name.
 struct PropertyOperation {
     int sub;
     std::string_view name;
     void (*tool)(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT);
-    void (*limits)(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT);  // where the step is 0
+    void (*limits)(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT);  // where the step is 0; may be null
 };
 
 enum class CycleReader { oneFluid, combined, cascade, pumped };
@@ -22,7 +21,7 @@ struct CycleOperation {
     int sub;
     std::string_view name;
     CycleReader reader;
-    // Those of one fluid, or those of two.
+    // Those of one fluid, or those of two; the others are null.
     void (*check)(const CYCLEIN& cycle);
     void (*checkTwo)(const CYCLEIN& cycle1, const CYCLEIN& cycle2);
     void (*solve)(SUBSTANCE& substance, CYCLEIN& cycle, const Text255& FILEOUT);
@@ -32,13 +31,6 @@ struct CycleOperation {
 
 extern const std::span<const PropertyOperation> propertyOperations;
 extern const std::span<const CycleOperation> cycleOperations;
-
-// What every property request begins with: the fluid into the engine, its rows in the library.
-struct PropertyPreparation {
-    void (*initialise)(SUBSTANCE& substance);
-    void (*lookUp)(const SUBSTANCE& substance);
-};
-extern const PropertyPreparation propertyPreparation;
 
 // Name of an operation as a person says it; empty if there is none.
 std::string_view operationName(int type, int sub);

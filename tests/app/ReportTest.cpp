@@ -98,11 +98,6 @@ TEST(Report, EveryEndHasItsStatusAndItsWords) {
     EXPECT_EQ(exitStatus(result), 3);
     EXPECT_EQ(printed(printReport, result).substr(0, 11), "No result: ");
 
-    result.report.end = RunEnd::notBuilt;
-    result.report.HERR = "Cascade cycle";
-    EXPECT_EQ(exitStatus(result), 4);
-    EXPECT_EQ(printed(printReport, result), "No result: Cascade cycle is not part of this build\n");
-
     result.report.end = RunEnd::returned;
     result.resultExists = false;
     result.report.sub = 8;

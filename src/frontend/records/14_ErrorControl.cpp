@@ -73,15 +73,6 @@ void ERRORCONTROL(int IERR, const Text255& HERR) {
     endInRuntimeError(text.trimmed());
 }
 
-[[noreturn]] void operationNotBuilt(std::string_view name) {
-    FixedText<400> text;
-    message(text, "frigana: ", name, " is not part of this build\n");
-    writeStandardError(text.trimmed());
-    runReport.end = RunEnd::notBuilt;
-    runReport.HERR = name;
-    divideByZero();
-}
-
 void MYNROUND(double X, int N, double& R) {
     const double whole = std::floor(X);
     // The conversion of what no 32-bit integer holds is the one that the processor makes of it.

@@ -9,16 +9,15 @@ namespace frigana {
 
 // How a run ended, for the one who called in process; the result file tells the rest of the world.
 enum class RunEnd {
-    returned,      // the operation came to its end
-    refused,       // ERRORCONTROL: the result file has the failure form
-    runtimeError,  // input or output failed: one line on standard error, no result file
-    notBuilt       // this build has no such operation
+    returned,     // the operation came to its end
+    refused,      // ERRORCONTROL: the result file has the failure form
+    runtimeError  // input or output failed: one line on standard error, no result file
 };
 struct RunReport {
     RunEnd end = RunEnd::returned;
     int type = 0, sub = 0;  // what was asked for
     int IERR = 0;           // code of a refusal
-    Text255 HERR;           // its text; the line on standard error; the name of the operation that is not built
+    Text255 HERR;           // its text; the line on standard error
     Text255 resultPath;     // the result file, or the mixture file that was asked for
     // Where a refusal by the fixed ranges came from: circuit 1 or 2, number of the parameter (0 where the refusal came
     // from elsewhere), and what the parameter is.
@@ -44,8 +43,6 @@ extern Text255 ERRORFILEOUT;
 [[noreturn]] void readError(int unit, std::string_view expected, std::string_view found);
 // The same for a file that cannot be opened, written, or an item beyond the end.
 [[noreturn]] void fileError(std::string_view path, std::string_view problem);
-// Ends the run because the operation of that name is not part of this build.
-[[noreturn]] void operationNotBuilt(std::string_view name);
 
 // X cut down to a whole multiple of 10**N.
 //   Given     X   floor of it is taken first, as a 32-bit integer
