@@ -17,7 +17,8 @@ struct Plant {
 
     explicit Plant(const char* firstParameter) {
         std::filesystem::create_directories(folder);
-        std::ofstream(request) << "2\nbench\nR134A.FLD\n2 DEF\n1\n15\n" << firstParameter
+        std::ofstream(request) << "2\nbench\nR134A.FLD\n2 DEF\n1\n15\n"
+                               << firstParameter
                                << "\n2 5.0\n1 0.0\n2 2.0\n1 0.0\n1 0.0028\n1 0.7\n1 0.85\n2 0.0\n1 0.0\n1 313.15\n"
                                   "2 3.0\n1 0.0\n2 0.0\n1 0.0\n";
     }

@@ -22,14 +22,14 @@ using Composition = ComponentArray<double>;
 
 // Sentinels of values that could not be given.
 inline constexpr double notComputed = -9999990.0;
-inline constexpr double twoPhaseValue = -9999980.0;         // cv, cp, w of a two-phase state
+inline constexpr double twoPhaseValue = -9999980.0;  // cv, cp, w of a two-phase state
 inline constexpr double fugacityOutOfRange = -9999970.0;
 inline constexpr double undefinedAtZeroDensity = -9999960.0;
 inline constexpr double twoPhaseQualityValue = -9999920.0;  // cv, cp, w of TQFLSH and PQFLSH
 inline constexpr double noTransportModel = -9999910.0;
 inline constexpr double noSuchModel = 9.99e99;
 
-inline constexpr double defaultGasConstant = 8.314472;      // J/(mol K)
+inline constexpr double defaultGasConstant = 8.314472;  // J/(mol K)
 
 // Unit of the composition of a pure fluid in slot icomp.
 constexpr Composition unitComposition(int icomp) {

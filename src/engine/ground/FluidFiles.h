@@ -14,8 +14,8 @@ struct FluidFiles {
     SlotArray<Text255> HNAM80{}, HSYN1{}, HSYN2{};
     SlotArray<Text255> UNNUMB{}, FAMILY{};
     // citations: the tag in characters 1 to 3, then the text
-    SlotArray<Text255> HIEOS{}, HICP0{}, HISTN{}, HIDIEL{}, HIMELT{}, HISUBL{}, HIPS{}, HIPL{}, HIDL{}, HIDV{},
-        HITCX{}, HIETA{}, HITCXC{}, HIETAC{};
+    SlotArray<Text255> HIEOS{}, HICP0{}, HISTN{}, HIDIEL{}, HIMELT{}, HISUBL{}, HIPS{}, HIPL{}, HIDL{}, HIDV{}, HITCX{},
+        HIETA{}, HITCXC{}, HIETAC{};
 };
 
 extern FluidFiles fluidFiles;

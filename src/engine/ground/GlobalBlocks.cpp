@@ -13,8 +13,8 @@ ReferenceState referenceState;
 SaturationSpline saturationSpline;
 
 ModelTags::ModelTags() {
-    for (SlotArray<Text3>* tags : {&HMXEOS, &HMODCP, &HETA, &HTCX, &HSTENK, &HDIELK, &HMELTK, &HSUBLK, &HPSK, &HPLK,
-                                   &HDLK, &HDVK})
+    for (SlotArray<Text3>* tags :
+         {&HMXEOS, &HMODCP, &HETA, &HTCX, &HSTENK, &HDIELK, &HMELTK, &HSUBLK, &HPSK, &HPLK, &HDLK, &HDVK})
         tags->fill("NBS");
     for (SlotArray<Text3>* tags : {&HMDETA, &HMDTCX, &HETACR, &HTCXCR, &HTCXCRECS}) tags->fill("NUL");
 }
