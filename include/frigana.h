@@ -3,10 +3,12 @@
  * A request is a text file with the extension .fi1; the answer is the text file of the same name with the extension
  * .fo1, left beside it. The result file is the only channel back: its first line is the type of the request, or 0 when
  * the request was refused, in which case a code and a text follow. When the request itself cannot be read (missing,
- * short or malformed), one line goes to standard error and no result file is written.
+ * short or malformed), one line goes to standard error and no result file is written. The first run of line sizing
+ * leaves its answer in .fo0, and a stored blend becomes a mixture file of the installation.
  *
- * The library keeps its state from call to call, runs one request at a time, and is not re-entrant. Control always
- * comes back to the caller, and the handling of signals is the caller's own again.
+ * The library keeps its state from call to call, runs one request at a time, and is not re-entrant: one thread calls
+ * it, and two processes do not work in one folder at a time. Every call returns, whatever the request; signal handlers
+ * and floating-point environment are then the caller's own again.
  */
 #ifndef FRIGANA_H
 #define FRIGANA_H
@@ -30,7 +32,7 @@ extern "C" {
  */
 FRIGANA_API void Frigana(const char* FILEIN, const char* ADDRESS, int FILEIN_LENGTH, int ADDRESS_LENGTH);
 
-/* Reads or writes a named item of the property engine.
+/* Reads or writes a named item of the property engine, of the fluid that the last request set up.
  *   hvr        name of the item, up to its first null character; src/engine/setup/PASSCMN.h lists the names
  *   iwrite     1 writes, anything else reads
  *   icomp      component slot
@@ -41,7 +43,8 @@ FRIGANA_API void Frigana(const char* FILEIN, const char* ADDRESS, int FILEIN_LEN
  *   arr        array of 100 reals
  *   ierr       0, 1 for an unknown name, 2 for a slot out of bounds
  *   herr       its text, 255 characters
- *   last three lengths of hvr, hstr and herr
+ *   hvrLength, hstrLength, herrLength
+ *              lengths of hvr, hstr and herr in characters
  */
 FRIGANA_API void PASSCMN(const char* hvr, const int* iwrite, const int* icomp, const int* jcomp, char* hstr, int* ival,
                          double* rval, double* arr, int* ierr, char* herr, int hvrLength, int hstrLength,
