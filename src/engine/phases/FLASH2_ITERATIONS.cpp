@@ -443,7 +443,7 @@ double twoPhaseResidual(const TwoPhaseTarget& target, double T, double Dl, doubl
 }
 
 // Compositions, densities and the unknown at an estimated quality, from the saturation states of both compositions.
-//   Codes  223, 224  no bubble point of x, no dew point of y
+//   Codes  223  neither a bubble point of x nor a dew point of y
 bool estimateAtQuality(std::string_view ab, double a, const Composition& z, const SaturationEnds& ends, double q,
                        double& X, double& Dl, double& Dv, Composition& x, Composition& y, int& ierr, Text255& herr) {
     const bool givenT = ab[0] == 'T';
@@ -455,21 +455,19 @@ bool estimateAtQuality(std::string_view ab, double a, const Composition& z, cons
     } else {
         saturationAtP(a, x, 1, bubbleOfX);
     }
-    if (bubbleOfX.ierr > 0) {
-        reportTwoPhase(ab, 223, "bubble point calculation did not converge within 2-phase iteration:  ", bubbleOfX.herr,
-                       ierr, herr);
-        return false;
-    }
     if (givenT) {
         saturationAtT(a, y, 2, dewOfY);
     } else {
         saturationAtP(a, y, 2, dewOfY);
     }
-    if (dewOfY.ierr > 0) {
-        reportTwoPhase(ab, 224, "dew point calculation did not converge within 2-phase iteration:  ", dewOfY.herr, ierr,
-                       herr);
+    // Close to the lowest temperature one of the compositions may lie outside its own limits: the other serves.
+    if (bubbleOfX.ierr > 0 && dewOfY.ierr > 0) {
+        reportTwoPhase(ab, 223, "bubble point calculation did not converge within 2-phase iteration:  ", bubbleOfX.herr,
+                       ierr, herr);
         return false;
     }
+    if (bubbleOfX.ierr > 0) bubbleOfX = dewOfY;
+    if (dewOfY.ierr > 0) dewOfY = bubbleOfX;
     Dl = bulkDensity(q, bubbleOfX.Dl, dewOfY.Dl);
     Dv = bulkDensity(q, bubbleOfX.Dv, dewOfY.Dv);
     X = givenT ? (1 - q) * bubbleOfX.p + q * dewOfY.p : (1 - q) * bubbleOfX.T + q * dewOfY.T;
@@ -582,7 +580,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         PTANC(T, p, q, b, second, Dl, Dv);
         return;
     }
-    if (icomp > 0 || std::abs(Xb - Xd) < 0.001) {
+    if (icomp > 0 || (std::abs(Xb - Xd) < 0.001 && std::abs(Xb - Xd) < 0.001 * std::abs(Xb))) {
         if (icomp == 0) compositionsAtQuality(q, z, xdew, ybub, x, y);
         (givenT ? p : T) = X;
         return;

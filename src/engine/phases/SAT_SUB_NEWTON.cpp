@@ -1,5 +1,6 @@
 #include "SAT_SUB_NEWTON.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "CORE_PR.h"
@@ -23,6 +24,8 @@ namespace {
 constexpr int largestEquations = 50;
 constexpr int mostPasses = 30;
 constexpr int liquid = 1, vapor = 2;
+constexpr double smallResidual = 1e-8;
+constexpr double densestVapor = 1.5;     // [critical density] beyond it the two phases are two liquids
 constexpr double sameDensity = 0.1;  // [mol/L] two phases closer than this are one, unless near the critical density
 
 // ln f and its derivatives of one phase, for the components in order of their fractions. The first index of a matrix is
@@ -331,7 +334,8 @@ Outcome iterate(Solution& s, const OrderList& order, int kguess) {
             message(s.herr, "SATTP:  Error in iteration");
             return Outcome::leave;
         }
-        if (largestOf(w.DELTA_X, n) < toleranceX) return Outcome::leave;
+        // at low pressures, or for traces, a small step may be a large part of what it changes
+        if (largestOf(w.DELTA_X, n) < toleranceX && norm < smallResidual) return Outcome::leave;
         if (!update(s, order)) {
             s.ierr = 3;
             message(s.herr, "SATTP:  Error in iteration");
@@ -344,10 +348,103 @@ Outcome iterate(Solution& s, const OrderList& order, int kguess) {
     return Outcome::leave;
 }
 
+// ---- walk along the line ----------------------------------------------------------------------------------------
+// Close to the critical point the simple start lies too far away. There the line is followed from where the start is
+// good enough, each point started from the two before.
+
+// A point of the line in the variables that run nearly straight: what is given (T, or ln p), and ln p or 1/T, ln of the
+// densities and of the ratios of the compositions.
+struct LinePoint {
+    double given = 0.0, unknown = 0.0, lnLiquid = 0.0, lnVapor = 0.0;
+    Composition lnRatio{};
+};
+
+LinePoint linePoint(const Solution& s, const OrderList& order) {
+    LinePoint point;
+    point.given = s.givenT() ? s.T : std::log(s.p);
+    point.unknown = s.givenT() ? std::log(s.p) : 1.0 / s.T;
+    point.lnLiquid = std::log(s.rhol);
+    point.lnVapor = std::log(s.rhov);
+    const Composition& incipient = s.bubble() ? s.xvap : s.xliq;
+    for (int i = 1; i <= order.m; ++i)
+        point.lnRatio[order.o[i]] = std::log(incipient[order.o[i]] / s.z[order.o[i]]);
+    return point;
+}
+
+// Start at a place of the line on the straight continuation of two points (or at one).
+void startAt(double given, const LinePoint& last, const LinePoint& before, Solution& s, const OrderList& order) {
+    const double span = last.given - before.given;
+    const double along = span == 0.0 ? 0.0 : (given - last.given) / span;
+    const auto extended = [&](double a, double b) { return a + along * (a - b); };
+    const double unknown = extended(last.unknown, before.unknown);
+    if (s.givenT()) {
+        s.T = given;
+        s.p = std::exp(unknown);
+    } else {
+        s.p = std::exp(given);
+        s.T = 1.0 / unknown;
+    }
+    s.rhol = std::exp(extended(last.lnLiquid, before.lnLiquid));
+    s.rhov = std::exp(extended(last.lnVapor, before.lnVapor));
+    Composition& incipient = s.bubble() ? s.xvap : s.xliq;
+    double sum = 0.0;
+    for (int i = 1; i <= order.m; ++i) {
+        const int oi = order.o[i];
+        incipient[oi] = s.z[oi] * std::exp(extended(last.lnRatio[oi], before.lnRatio[oi]));
+        sum += incipient[oi];
+    }
+    for (int i = 1; i <= order.m; ++i) incipient[order.o[i]] /= sum;
+}
+
+bool acceptable(const Solution& s, double Pc, double Dc) {
+    return s.ierr == 0 && s.rhov > 0.0 && s.rhol > 0.0 && s.p > 0.0 && s.p <= 10.0 * Pc && !s.equalPhases(Dc) &&
+           std::isfinite(s.T) && std::isfinite(s.p) && !(s.kph != 0 && s.rhov > densestVapor * Dc);
+}
+
+bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, double Dc) {
+    const double end = s.givenT() ? s.T : std::log(s.p);
+    const double begin = s.givenT() ? 0.85 * std::min(s.T, Tc) : std::log(0.3 * std::min(s.p, Pc));
+    const double smallestStep = s.givenT() ? 1e-4 * end : 1e-4;
+    const auto solve = [&]() {
+        s.ierr = 0;
+        s.herr.clear();
+        return iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc) && s.rhol > s.rhov;
+    };
+    (s.givenT() ? s.T : s.p) = s.givenT() ? begin : std::exp(begin);
+    int code = 0;
+    Text255 text;
+    SATEST(s.kph, s.T, s.p, s.z, s.xliq, s.xvap, code, text);
+    s.rhol = s.rhov = Dc;
+    s.ierr = 0;
+    if (iterate(s, order, 0) != Outcome::leave || !acceptable(s, Pc, Dc)) return false;
+    LinePoint last = linePoint(s, order), before = last;
+    double step = (end - begin) / 3.0;
+    for (int count = 1; count <= 60; ++count) {
+        const double given = std::min(last.given + step, end);
+        startAt(given, last, before, s, order);
+        // two phases that have come together are no point of the line
+        const bool good = solve() && s.rhol - s.rhov > 0.3 * (std::exp(last.lnLiquid) - std::exp(last.lnVapor));
+        if (good && given == end) return true;
+        if (good) {
+            before = last;
+            last = linePoint(s, order);
+        } else {
+            step *= 0.5;
+            if (step < smallestStep) return false;
+        }
+    }
+    return false;
+}
+
 // Share of the vapor and bulk density of a two-phase state.
 void leverRule(Solution& s, const OrderList& order) {
-    const int first = order.o[1];
-    s.q = (s.z[first] - s.xliq[first]) / (s.xvap[first] - s.xliq[first]);
+    // every component gives the same share; the one whose fractions differ most gives the most digits
+    int widest = order.o[1];
+    for (int i = 2; i <= order.m; ++i) {
+        const int oi = order.o[i];
+        if (std::fabs(s.xvap[oi] - s.xliq[oi]) > std::fabs(s.xvap[widest] - s.xliq[widest])) widest = oi;
+    }
+    s.q = (s.z[widest] - s.xliq[widest]) / (s.xvap[widest] - s.xliq[widest]);
     s.D = 1.0 / ((1.0 - s.q) / s.rhol + s.q / s.rhov);
 }
 
@@ -387,18 +484,27 @@ void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, doub
     }
     if (kph == 0) leverRule(s, order);
     s.setQuality();
-    if (rhov < 0.0 || rhol < 0.0 || p > 10.0 * Pc || p <= 0.0 || s.equalPhases(Dc) || !std::isfinite(T) ||
-        !std::isfinite(p))
-        ierr = 1;
+    if (!acceptable(s, Pc, Dc) && ierr == 0) ierr = 1;
     if (ierr != 0 && herr.blank()) message(herr, "SATTP:  Iteration failed");
-    if (ierr > 0 && !saturationSpline.INSPLINE) {
-        ++newtonControl.substitutionCalls;
-        ierr = 0;
-        herr.clear();
+    if (ierr <= 0 || saturationSpline.INSPLINE) return;
+
+    const auto restoreGiven = [&]() {
         if (kph == 0 || s.givenT()) T = givenT;
         if (kph == 0 || !s.givenT()) p = givenP;
-        classicalPath(s, Dc);
+        ierr = 0;
+        herr.clear();
+    };
+    restoreGiven();
+    if (kph != 0) {
+        if (walkAlongLine(s, order, Tc, Pc, Dc)) {
+            restoreGiven();
+            s.setQuality();
+            return;
+        }
+        restoreGiven();
     }
+    ++newtonControl.substitutionCalls;
+    classicalPath(s, Dc);
 }
 
 }  // namespace frigana

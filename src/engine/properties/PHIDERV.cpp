@@ -204,7 +204,9 @@ void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition&
     if (pengRobinsonSelected()) return cubicDerivatives(state, x, dalpha, dnalpha, ierr, herr);
 
     const MixtureEnergy e(iderv, state.tau, state.del, x);
-    if (e.a[o01] <= -1.0) {
+    // rounding may leave the pressure of a cold liquid a trifle below zero
+    constexpr double rounding = 1e-7;
+    if (e.a[o01] <= -1.0 - rounding) {
         ierr = 1;
         message(herr, "[PHIDERV error 1] pressure is not positive", nullCharacter);
         ERRMSG(ierr, herr);

@@ -1,0 +1,373 @@
+// Walks the two-phase region of the predefined blends, or of mixtures given by their files, through the saturation
+// routines and the two-phase flashes, and counts the failures.
+//
+//   convergence_map_blends [--list] [--points n] [--flash n] [blend ...]
+//
+// Bubble and dew points at n temperatures (400 if not told otherwise) from the lower limit to 0.5 K below the critical
+// temperature, the same at the pressures found, and flashes at (T, p), (p, h), (p, s), (T, q) and (p, q) between them at
+// every n-th of these temperatures. A state fails where a routine returns an error, or not the state that the inputs were
+// made from. Exit status 1 if a state fails up to 0.98 of the critical pressure. States at temperatures where the model
+// has two liquids, so that a solution with one liquid is not the stable state, are counted apart.
+//   --list     prints all failing states, one a line; otherwise only those up to 0.98 of the critical pressure
+//   --points   number of temperatures
+//   --flash    every n-th of them has flashes (10 if not told otherwise)
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "FLASH2.h"
+#include "FLSH_SUB.h"
+#include "LIMITS.h"
+#include "OPENFL.h"
+#include "PHIDERV.h"
+#include "PROP_SUB.h"
+#include "PROP_SUB_FUGACITY.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_NEWTON.h"
+#include "SETUP.h"
+#include "TPRHO.h"
+
+namespace {
+
+using namespace frigana;
+
+std::string text(const Text255& field) {
+    const std::string_view view = field.view();
+    return std::string(trimRight(view.substr(0, view.find('\0'))));
+}
+
+struct Options {
+    bool list = false;
+    int points = 400, flash = 10;
+    std::vector<std::string> blends;
+};
+
+struct Blend {
+    std::string name;
+    int nc = 0;
+    Composition z{};
+    double Tmin = 0, Tc = 0, pc = 0, Dc = 0;
+};
+
+struct State {
+    double T = 0, p = 0, rhol = 0, rhov = 0;
+    Composition x{}, y{};
+    int ierr = 0;
+    Text255 herr;
+};
+
+struct Count {
+    long states = 0, failures = 0, nearCritical = 0, twoLiquids = 0;
+    double slowest = 0.0;  // [s]
+};
+
+// True if the liquid of the blend's composition, or the first liquid of its vapor, falls apart into two at T: the model
+// has a miscibility gap there, the equations of two phases have several roots, and none of them need be the stable one.
+// By the distance of the tangent plane, from trial liquids that are rich in one component.
+//   Source  M. L. Michelsen, Fluid Phase Equilib. 9 (1982) 1
+bool splits(const Blend& blend, double T);
+
+struct Report {
+    const Options& options;
+    const Blend& blend;
+    Count saturation, flash;
+
+    void add(Count& count, bool good, double T, double p, double seconds, const std::string& words) {
+        ++count.states;
+        count.slowest = std::max(count.slowest, seconds);
+        if (good) return;
+        if (splits(blend, T)) {
+            ++count.twoLiquids;
+            if (options.list)
+                std::printf("  %-6s %5.3f pc  two liquids  %s\n", blend.name.c_str(), p / blend.pc, words.c_str());
+            return;
+        }
+        const bool near = p > 0.98 * blend.pc;
+        ++(near ? count.nearCritical : count.failures);
+        if (options.list || !near) std::printf("  %-6s %5.3f pc  %s\n", blend.name.c_str(), p / blend.pc, words.c_str());
+    }
+};
+
+bool fugacityCoefficients(double T, double p, const Composition& x, int nc, Composition& lnPhi) {
+    double D = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TPRHO(T, p, x, 1, 0, D, ierr, herr);
+    if (ierr > 0) return false;
+    Composition dalpha{}, dnalpha{};
+    PHIDERV(1, T, D, x, dalpha, dnalpha, ierr, herr);
+    if (ierr > 0) return false;
+    for (int i = 1; i <= nc; ++i) lnPhi[i] = dnalpha[i] + std::log(D);  // up to what all phases at T and p share
+    return true;
+}
+
+// Of one liquid at T and p.
+bool liquidSplits(const Blend& blend, double T, double p, const Composition& z) {
+    Composition lnPhi{};
+    if (!fugacityCoefficients(T, p, z, blend.nc, lnPhi)) return false;
+    for (int rich = 1; rich <= blend.nc; ++rich) {
+        Composition W{}, x{}, lnPhiOfTrial{};
+        for (int i = 1; i <= blend.nc; ++i) W[i] = i == rich ? 0.95 : 0.05 * z[i];
+        double sum = 0.0;
+        for (int pass = 1; pass <= 300; ++pass) {
+            sum = 0.0;
+            for (int i = 1; i <= blend.nc; ++i) sum += W[i];
+            for (int i = 1; i <= blend.nc; ++i) x[i] = W[i] / sum;
+            if (!fugacityCoefficients(T, p, x, blend.nc, lnPhiOfTrial)) break;
+            double change = 0.0;
+            for (int i = 1; i <= blend.nc; ++i) {
+                const double next = z[i] * std::exp(lnPhi[i] - lnPhiOfTrial[i]);
+                change += std::fabs(next - W[i]);
+                W[i] = next;
+            }
+            if (change < 1e-10) break;
+        }
+        double distance = 0.0;
+        sum = 0.0;
+        for (int i = 1; i <= blend.nc; ++i) {
+            distance += std::fabs(x[i] - z[i]);
+            sum += W[i];
+        }
+        if (distance > 1e-3 && sum > 1.0 + 1e-7) return true;
+    }
+    return false;
+}
+
+bool splits(const Blend& blend, double T) {
+    State s;
+    SATT(T, blend.z, 1, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
+    if (s.ierr == 0 && liquidSplits(blend, T, s.p, s.x)) return true;
+    SATT(T, blend.z, 2, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
+    return s.ierr == 0 && liquidSplits(blend, T, s.p, s.x);
+}
+
+class Clock {
+  public:
+    double seconds() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    }
+
+  private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+// Equality of the fugacities, the proof of an equilibrium.
+double disequilibrium(const Blend& blend, const State& s) {
+    Composition fl{}, fv{};
+    int ierr = 0;
+    Text255 herr;
+    FGCTY2(s.T, s.rhol, s.x, fl, ierr, herr);
+    FGCTY2(s.T, s.rhov, s.y, fv, ierr, herr);
+    double worst = 0.0;
+    for (int i = 1; i <= blend.nc; ++i)
+        if (blend.z[i] > 0.0) worst = std::max(worst, std::fabs(fl[i] / fv[i] - 1.0));
+    return worst;
+}
+
+std::string words(const char* what, double T, double p, const State& s, double deviation) {
+    char line[400];
+    std::snprintf(line, sizeof line, "%s T %.4f p %.5g: code %d, T %.5f p %.6g rhol %.5g rhov %.5g, off by %.2e %s", what,
+                  T, p, s.ierr, s.T, s.p, s.rhol, s.rhov, deviation, text(s.herr).substr(0, 160).c_str());
+    return line;
+}
+
+constexpr double agreement = 1e-6;
+
+State bubbleOrDew(const Blend& blend, double T, int kph) {
+    State s;
+    s.T = T;
+    SATT(T, blend.z, kph, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
+    return s;
+}
+
+void saturation(const Blend& blend, Report& report, std::vector<State>& bubble, std::vector<State>& dew) {
+    const int n = report.options.points;
+    for (int k = 0; k < n; ++k) {
+        const double T = blend.Tmin + (blend.Tc - 0.5 - blend.Tmin) * k / (n - 1);
+        for (const int kph : {1, 2}) {
+            const Clock clock;
+            State s = bubbleOrDew(blend, T, kph);
+            const double seconds = clock.seconds();
+            double deviation = s.ierr > 0 ? 1.0 : disequilibrium(blend, s);
+            const double p = s.ierr > 0 ? blend.pc * std::exp(6.5 * (1.0 - blend.Tc / T)) : s.p;
+            // the dew point lies below the bubble point of its temperature, and both rise with it
+            std::vector<State>& line = kph == 1 ? bubble : dew;
+            bool good = s.ierr == 0 && deviation < agreement && s.rhol > s.rhov;
+            if (good && kph == 2 && bubble.back().ierr == 0 && s.p > bubble.back().p * (1.0 + 1e-9)) {
+                good = false;
+                deviation = s.p / bubble.back().p - 1.0;
+            }
+            if (good && k > 0 && line.back().ierr == 0 && s.p <= line.back().p) good = false;
+            report.add(report.saturation, good, T, p, seconds, words(kph == 1 ? "SATT bubble" : "SATT dew", T, p, s, deviation));
+            if (!good) s.ierr = 999;
+            line.push_back(s);
+            if (!good) continue;
+            const Clock again;
+            State back;
+            back.p = s.p;
+            SATP(s.p, blend.z, kph, back.T, back.rhol, back.rhov, back.x, back.y, back.ierr, back.herr);
+            const double off = std::fabs(back.T / T - 1.0);
+            report.add(report.saturation, back.ierr == 0 && off < agreement, T, s.p, again.seconds(),
+                       words(kph == 1 ? "SATP bubble" : "SATP dew", T, s.p, back, off));
+        }
+    }
+}
+
+struct FlashResult {
+    double D = 0, e = 0, h = 0, s = 0, cv = 0, cp = 0, w = 0, q = 0;
+};
+
+void flashes(const Blend& blend, Report& report, const std::vector<State>& bubble, const std::vector<State>& dew) {
+    const auto stride = static_cast<std::size_t>(report.options.flash);
+    for (std::size_t k = stride / 2; k < bubble.size(); k += stride) {
+        if (bubble[k].ierr != 0 || dew[k].ierr != 0) continue;
+        for (const double q : {0.05, 0.25, 0.5, 0.75, 0.95}) {
+            const double T = bubble[k].T;
+            State s;
+            FlashResult r;
+            {
+                const Clock clock;
+                TQFLSH(T, q, blend.z, 1, s.p, r.D, s.rhol, s.rhov, s.x, s.y, r.e, r.h, r.s, r.cv, r.cp, r.w, s.ierr,
+                       s.herr);
+                s.T = T;
+                const double seconds = clock.seconds();
+                const double deviation = s.ierr > 0 ? 1.0 : disequilibrium(blend, s);
+                const double p = s.ierr > 0 ? bubble[k].p : s.p;
+                const bool good = s.ierr <= 0 && deviation < agreement && s.p <= bubble[k].p * (1.0 + 1e-9) &&
+                                  s.p >= dew[k].p * (1.0 - 1e-9);
+                report.add(report.flash, good, T, p, seconds, words("TQ", T, p, s, deviation));
+                if (!good) continue;
+            }
+            const double p = s.p;
+            // the flashes end where the vapor share is known to 5e-6 or, relative to the width of the two-phase region,
+            // to 1e-7, and less after slow progress
+            const double width = bubble[k].p / dew[k].p - 1.0;
+            const double qAgreement = std::max(1e-4, 2e-6 / std::max(width, 1e-6));
+            const auto check = [&](const char* what, const State& b, double qb, double seconds) {
+                const double off = std::max({std::fabs(b.T / T - 1.0), std::fabs(b.p / p - 1.0)});
+                const double offQ = std::fabs(qb - q);
+                const bool good = b.ierr <= 0 && off < 10.0 * agreement && offQ < qAgreement;
+                char quality[60];
+                std::snprintf(quality, sizeof quality, " q %.6f of %.2f", qb, q);
+                report.add(report.flash, good, T, p, seconds, words(what, T, p, b, off) + quality);
+            };
+            FlashResult o;
+            {
+                State b;
+                const Clock clock;
+                double t = T;
+                TPFLSH(t, p, blend.z, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.h, o.s, o.cv, o.cp, o.w, b.ierr, b.herr);
+                b.T = t;
+                b.p = p;
+                check("TP", b, o.q, clock.seconds());
+            }
+            {
+                State b;
+                const Clock clock;
+                PHFLSH(p, r.h, blend.z, b.T, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.s, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
+                b.p = p;
+                check("PH", b, o.q, clock.seconds());
+            }
+            {
+                State b;
+                const Clock clock;
+                PSFLSH(p, r.s, blend.z, b.T, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.h, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
+                b.p = p;
+                check("PS", b, o.q, clock.seconds());
+            }
+            {
+                State b;
+                const Clock clock;
+                PQFLSH(p, q, blend.z, 1, b.T, o.D, b.rhol, b.rhov, b.x, b.y, o.e, o.h, o.s, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
+                b.p = p;
+                check("PQ", b, q, clock.seconds());
+            }
+        }
+    }
+}
+
+bool setUp(const std::string& name, Blend& blend) {
+    blend.name = name;
+    int ierr = 0;
+    FileNames files{};
+    Text3 reference("DEF");
+    Text255 herr;
+    SETMIX(Text255(name + ".MIX"), Text255("HMX.BNC"), reference, blend.nc, files, blend.z, ierr, herr);
+    if (ierr > 0) {
+        std::printf("%s: %s\n", name.c_str(), text(herr).c_str());
+        return false;
+    }
+    CRITP(blend.z, blend.Tc, blend.pc, blend.Dc, ierr, herr);
+    CRTPNT(blend.z, blend.Tc, blend.pc, blend.Dc, ierr, herr);
+    double Tmax, Dmax, pmax;
+    LIMITS("EOS", blend.z, blend.Tmin, Tmax, Dmax, pmax);
+    return true;
+}
+
+std::vector<std::string> allBlends() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(FRIGANA_DATA) + "/mixtures"))
+        if (entry.path().extension() == ".MIX") names.push_back(entry.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--list") == 0)
+            options.list = true;
+        else if (std::strcmp(argv[i], "--points") == 0 && i + 1 < argc)
+            options.points = std::max(2, std::atoi(argv[++i]));
+        else if (std::strcmp(argv[i], "--flash") == 0 && i + 1 < argc)
+            options.flash = std::max(1, std::atoi(argv[++i]));
+        else
+            options.blends.emplace_back(argv[i]);
+    }
+    if (options.blends.empty()) options.blends = allBlends();
+    SETPATH(FRIGANA_DATA);
+    std::printf("blend   Tmin K  Tc K    saturation states, failures (near pc)   flashes, failures (near pc)   slowest ms  "
+                "Newton calls, by substitution\n");
+    Count saturationTotal, flashTotal;
+    long calls = 0, substituted = 0;
+    for (const std::string& name : options.blends) {
+        Blend blend;
+        if (!setUp(name, blend)) return 1;
+        Report report{options, blend, {}, {}};
+        newtonControl.mixtureCalls = newtonControl.substitutionCalls = 0;
+        std::vector<State> bubble, dew;
+        saturation(blend, report, bubble, dew);
+        flashes(blend, report, bubble, dew);
+        std::printf("%-6s %7.2f %7.2f %9ld %6ld (%ld) %18ld %6ld (%ld) %16.2f %12ld %8ld\n", name.c_str(), blend.Tmin,
+                    blend.Tc, report.saturation.states, report.saturation.failures, report.saturation.nearCritical,
+                    report.flash.states, report.flash.failures, report.flash.nearCritical,
+                    1e3 * std::max(report.saturation.slowest, report.flash.slowest), newtonControl.mixtureCalls,
+                    newtonControl.substitutionCalls);
+        std::fflush(stdout);
+        for (const auto& [total, part] : {std::pair{&saturationTotal, &report.saturation}, {&flashTotal, &report.flash}}) {
+            total->states += part->states;
+            total->failures += part->failures;
+            total->nearCritical += part->nearCritical;
+            total->twoLiquids += part->twoLiquids;
+        }
+        calls += newtonControl.mixtureCalls;
+        substituted += newtonControl.substitutionCalls;
+    }
+    for (const auto& [what, total] : {std::pair{"saturation", saturationTotal}, {"flashes", flashTotal}})
+        std::printf("%-10s %ld states, %ld failures, %ld more above 0.98 pc, %ld where the model has two liquids\n", what,
+                    total.states, total.failures, total.nearCritical, total.twoLiquids);
+    std::printf("Newton method: %ld calls, %ld of them (%.3f %%) went on by substitution\n", calls, substituted,
+                calls > 0 ? 100.0 * static_cast<double>(substituted) / static_cast<double>(calls) : 0.0);
+    return saturationTotal.failures + flashTotal.failures > 0 ? 1 : 0;
+}
