@@ -168,8 +168,7 @@ void flowsAndPerformance(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.ratio = c.p10.P / c.p9.P;
     c.performance = performanceOf(c.flow.evaporator, c.flow.condenser, c.power);
     c.exchangerHeat = c.flow.M * (c.p2.H - c.p3.H);
-    c.effectiveness =
-        c.exchangerHeat / (c.flow.M * smallerHeatCapacity(substance, c.p2, c.p3, c.p7, c.p8) * (c.p2.T - c.p7.T));
+    c.effectiveness = exchangerEffectiveness(substance, c.flow.M, c.p2, c.p3, c.p7, c.p8);
 }
 
 void deviceRowsOfCircuit(SUBSTANCE& substance) {

@@ -98,8 +98,7 @@ void flowsAndPerformance(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.ratio = c.p10.P / p9.P;
     c.performance = performanceOf(c.flow.evaporator, c.flow.condenser, c.power);
     c.exchangerHeat = c.flow.M * (p2.H - p3.H);
-    c.effectiveness = c.exchangerHeat /
-                      (c.flow.M * smallerHeatCapacity(substance, p2, p3, p7, c.suction.vaporOutlet) * (p2.T - p7.T));
+    c.effectiveness = exchangerEffectiveness(substance, c.flow.M, p2, p3, p7, c.suction.vaporOutlet);
 }
 
 void deviceRowsOfCircuit(SUBSTANCE& substance) {

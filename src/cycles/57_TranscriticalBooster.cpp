@@ -186,8 +186,7 @@ void performance(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     const double gasCoolerHeat = c.totalM * (c.gasCoolerInlet.H - c.high.p1.H);
     c.performance = performanceOf(c.capacity.total, gasCoolerHeat, c.highPower + c.lowPower);
     c.exchangerHeat = c.totalM * (p2.H - p3.H);
-    c.effectiveness = c.exchangerHeat /
-                      (c.totalM * smallerHeatCapacity(substance, p2, p3, p16, c.suction.vaporOutlet) * (p2.T - p16.T));
+    c.effectiveness = exchangerEffectiveness(substance, c.totalM, p2, p3, p16, c.suction.vaporOutlet);
 }
 
 void deviceRowsOfCircuit(SUBSTANCE& substance) {

@@ -181,13 +181,14 @@ void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P,
         PROPSIMPLEPH(substance, P, H, outlet);
 }
 
-double smallerHeatCapacity(const SUBSTANCE& substance, const STATEPT& liquidInlet, const STATEPT& liquidOutlet,
-                           const STATEPT& vaporInlet, const STATEPT& vaporOutlet) {
+double exchangerEffectiveness(const SUBSTANCE& substance, double M, const STATEPT& liquidInlet,
+                              const STATEPT& liquidOutlet, const STATEPT& vaporInlet, const STATEPT& vaporOutlet) {
     static STATEPT liquid, vapor;
     const double meanT = (liquidInlet.T + vaporInlet.T) / 2.0;
     PROPSIMPLEPT(substance, (liquidInlet.P + liquidOutlet.P) / 2.0, meanT, liquid);
     PROPSIMPLEPT(substance, (vaporInlet.P + vaporOutlet.P) / 2.0, meanT, vapor);
-    return std::min(liquid.CP, vapor.CP);
+    const double heat = M * (liquidInlet.H - liquidOutlet.H);
+    return heat / (M * std::min(liquid.CP, vapor.CP) * (liquidInlet.T - vaporInlet.T));
 }
 
 void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,

@@ -108,10 +108,12 @@ TemperatureChange fallWithSuperheat(const SUBSTANCE& substance, Parameter given,
 // Outlet of a side of an exchanger by its energy balance: a copy of the inlet at equal pressure and enthalpy.
 void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P, double H, STATEPT& outlet);
 
-// The smaller isobaric heat capacity of the two sides of an exchanger, each at its mean pressure and both at the mean
-// of the two inlet temperatures.
-double smallerHeatCapacity(const SUBSTANCE& substance, const STATEPT& liquidInlet, const STATEPT& liquidOutlet,
-                           const STATEPT& vaporInlet, const STATEPT& vaporOutlet);
+// Effectiveness of an exchanger with the same flow on both sides: its heat over mass flow, smaller heat capacity and
+// difference of the inlet temperatures.
+//   Notes     The isobaric heat capacities are those of each side at its mean pressure, both at the mean of the two
+//             inlet temperatures.
+double exchangerEffectiveness(const SUBSTANCE& substance, double M, const STATEPT& liquidInlet,
+                              const STATEPT& liquidOutlet, const STATEPT& vaporInlet, const STATEPT& vaporOutlet);
 
 // Outlet of a line: a copy of its inlet where nothing changes, otherwise the state at P and T.
 void linePoint(const SUBSTANCE& substance, const STATEPT& inlet, double DP, double change, double P, double T,
