@@ -1,4 +1,4 @@
-// The program frigana: runs one request and says what came of it.
+// The program frigana: runs one request and says what came of it, or checks the data of an installation.
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fstream>
@@ -6,6 +6,7 @@
 #include <string>
 
 #include "14_ErrorControl.h"
+#include "DataReport.h"
 #include "Installation.h"
 #include "Platform.h"
 #include "Report.h"
@@ -18,6 +19,7 @@ using namespace frigana;
 
 constexpr int usageError = 1;
 constexpr int runtimeError = 3;
+constexpr int faultyData = 4;
 
 int complain(int status, const std::string& text) {
     std::cerr << "frigana: " << text << '\n';
@@ -42,20 +44,28 @@ bool writeTo(const std::string& path, const app::RunResult& result,
     return static_cast<bool>(file);
 }
 
+int checkDataOf(std::string folder) {
+    if (folder.empty()) folder = app::defaultInstallation();
+    if (folder.empty()) return complain(runtimeError, "no data folder found; name one: frigana check-data DIR");
+    if (!fits(folder)) return complain(usageError, folder + ": the path is too long");
+    app::DataCheckResult result;
+    if (!app::checkData(folder, result)) return complain(runtimeError, folder + ": there is no folder fluids in it");
+    app::printDataCheck(std::cout, result);
+    return result.clean() ? 0 : faultyData;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     CLI::App options{
-        "Runs one refrigeration request and says what came of it.\n"
+        "Runs one refrigeration request and says what came of it, or checks the data of an installation.\n"
         "Exit status: 0 done; 1 wrong command line; 2 the request was refused: code and message are shown\n"
         "and stand in the result file; 3 the request cannot be read, asks for what there is not, or a file\n"
-        "cannot be written.",
+        "cannot be written; 4 the data have faults.",
         "frigana"};
-    std::string request, data, json, csv;
-    options
-        .add_option("REQUEST", request,
-                    "request file with the extension .fi1; its result is left beside it with the extension .fo1")
-        ->required();
+    std::string request, data, json, csv, checked;
+    options.add_option("REQUEST", request,
+                       "request file with the extension .fi1; its result is left beside it with the extension .fo1");
     options.add_option(
         "--data", data,
         "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
@@ -64,10 +74,19 @@ int main(int argc, char** argv) {
         "write every value with its name and unit to this file as JSON; - writes it here in place of the report");
     options.add_option("--csv", csv, "the same as CSV");
     options.set_version_flag("--version", "frigana " FRIGANA_VERSION);
+    CLI::App* checkData = options.add_subcommand(
+        "check-data", "checks every fluid, the mixing parameters and every mixture of a data folder");
+    checkData->add_option("DIR", checked, "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
     try {
         options.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return options.exit(error) == 0 ? 0 : usageError;
+    }
+
+    if (checkData->parsed()) return checkDataOf(checked.empty() ? data : checked);
+    if (request.empty()) {
+        std::cerr << "REQUEST is required\nRun with --help for more information.\n";
+        return usageError;
     }
 
     Text255 path{std::string_view(request)};

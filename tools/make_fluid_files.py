@@ -109,6 +109,11 @@ def question_lines(paragraphs):
     return out
 
 
+def known_notes(block):
+    """Deviations that frigana check-data shall report as known: the figure, how far it goes, and why."""
+    return ["Known: %s up to %s: %s." % (k["figure"], number(k["bound"]), k["reason"]) for k in block.get("known", [])]
+
+
 def section(mark, key, title, tag, model, paragraphs, body):
     """A whole section: header, tag line with the model's citation, `?` lines, `!`, body, blank line."""
     assert mark in "#@" and "%-3s" % key in SECTION_KEYS and len(tag) == 3
@@ -211,7 +216,7 @@ EOS_WRITERS = {"FEQ": (body_feq, "Helmholtz equation of state"),
 
 def eos_section(fluid, eos, mark):
     writer, kind = EOS_WRITERS[eos["tag"]]
-    notes = [citation_text(eos["citation"]), uncertainty_text(eos.get("uncertainty")), range_text(eos)]
+    notes = [citation_text(eos["citation"]), uncertainty_text(eos.get("uncertainty")), range_text(eos)] + known_notes(eos)
     if eos.get("dmax_computed"):
         notes.append("The maximum density is computed: %s." % eos["dmax_note"])
     if fluid["name"] in ("R123", "R152A") and eos["tag"] == "FEQ":
@@ -344,7 +349,7 @@ def transport_notes(block, statement):
         out.append("Rows: " + ", ".join(k for k, _ in block["constant_rows"]) + ".")
     if block.get("estimated"):
         out.append("ESTIMATED.")
-    return out
+    return out + known_notes(block)
 
 
 def viscosity_sections(fluid, statements):
@@ -486,7 +491,7 @@ def ecs_notes(fluid):
     for k in ("sigma_note", "note"):
         if e.get(k):
             out.append("Note: " + e[k])
-    return out
+    return out + known_notes(e)
 
 
 def ecs_sections(fluid):

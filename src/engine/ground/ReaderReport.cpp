@@ -4,6 +4,8 @@
 
 namespace frigana {
 
+Text255 lastRefusal{};
+
 namespace {
 
 std::string_view fileName(int unit) {
@@ -46,6 +48,7 @@ void readFailed(int unit, std::string_view what, ReadStatus status, std::string_
     else
         message(herr, fileName(unit), ", line ", digitsOf(lineNumber(unit), line), ": expected ", what, ", found '",
                 excerpt(found), "'");
+    lastRefusal = herr;
 }
 
 bool countFits(int unit, std::string_view what, int count, int largest, int& ierr, Text255& herr) {
@@ -54,6 +57,7 @@ bool countFits(int unit, std::string_view what, int count, int largest, int& ier
     ierr = 1;
     message(herr, fileName(unit), ", line ", digitsOf(lineNumber(unit), line), ": expected ", what, " from 0 to ",
             digitsOf(largest, limit), ", found ", digitsOf(count, value));
+    lastRefusal = herr;
     return false;
 }
 

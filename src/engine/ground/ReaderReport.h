@@ -7,6 +7,10 @@
 
 namespace frigana {
 
+// Words of the record that was refused last, for a caller whose own code says less. Written by readFailed and countFits;
+// blank before the first refusal, or when the caller has blanked it.
+extern Text255 lastRefusal;
+
 // Words of a record that could not be read.
 //   Given     unit    open unit of the file; the line is the one that was read last
 //             what    what was expected there, in the field's terms ("number of terms", "reducing temperature")

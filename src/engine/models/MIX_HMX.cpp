@@ -9,6 +9,7 @@
 
 namespace frigana {
 
+MixingParameters::MixingParameters() = default;
 MixingParameters mixingParameters;
 IndexedArray<DepartureCache, 0, largestModelNumber> departureCache{};
 

@@ -46,6 +46,8 @@ struct MixingParameters {
     int AMMONIAWATER = 0;  // 1: component 1 is ammonia and 2 water; 2: the reverse; 0: another mixture
     int IWATERCOMP = 0, IALCOHOLCOMP = 0;
     int IGERG = 0;  // 1: the GE records of the file are used as they stand
+
+    MixingParameters();  // not constexpr: clang 14 fails to evaluate so large a table
 };
 
 extern MixingParameters mixingParameters;

@@ -10,6 +10,7 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "OPENFL.h"
+#include "ReaderReport.h"
 #include "TextFile.h"
 #include "UTILITY.h"
 
@@ -19,6 +20,14 @@ namespace {
 
 constexpr int mostLines = 20000;
 constexpr int mostComments = 1000;
+
+// Keeps file and line of what could not be read; the messages of this file have no room for them. False.
+bool refused(int iunit, std::string_view what) {
+    int ierr = 0;
+    Text255 herr;
+    readFailed(iunit, what, ReadStatus::malformed, ierr, herr);
+    return false;
+}
 
 bool isOneOf(std::string_view text, std::initializer_list<std::string_view> list) {
     for (const std::string_view item : list)
@@ -248,14 +257,20 @@ void RDBNC(int iunit, int i, int j, int k, int& ierr, Text255& herr) {
             }
             if (line[1] != '!') {
                 const LineKind kind = takeDataLine(line, record);
-                if (kind == LineKind::wrong) return readError(ierr, herr);
+                if (kind == LineKind::wrong) {
+                    refused(iunit, "CAS numbers and a tag of a pair");
+                    return readError(ierr, herr);
+                }
                 if (kind == LineKind::endsRecord) record.clear();
                 continue;
             }
             const bool forward = record.first == casI && record.second == casJ;
             const bool reversed = record.first == casJ && record.second == casI;
             if (forward || reversed) {
-                if (!storeRecord(record, i, j, k, reversed, ierr, herr)) return;
+                if (!storeRecord(record, i, j, k, reversed, ierr, herr)) {
+                    if (ierr > 0) refused(iunit, "numbers in the lines above");
+                    return;
+                }
                 MixingPair &p = mixingParameters.pair[i][j], &mirror = mixingParameters.pair[j][i];
                 if (!p.HMODMX.startsWith("GE")) return;
                 p.HMODMX.assign(1, 2, "KW");
@@ -290,24 +305,26 @@ struct RuleRecord {
 
 bool readRule(int iunit, RuleRecord& r) {
     Text255 line;
-    if (readText(iunit, line, 254) != ReadStatus::ok) return false;
+    if (readText(iunit, line, 254) != ReadStatus::ok) return refused(iunit, "tag of a departure function");
     r.rule.HRULE = line;
-    if (!skipComments(iunit)) return false;
-    if (readText(iunit, line) != ReadStatus::ok) return false;
+    if (!skipComments(iunit) || readText(iunit, line) != ReadStatus::ok)
+        return refused(iunit, "names of the parameters");
     for (int k = 1; k <= 6; ++k) r.rule.HBPAR[k].assign(line.slice(9 * k - 8, 9 * k - 1));
     FreeRecord ideal(iunit);
     for (double& value : r.rule.BIDEAL)
-        if (ideal.read(value) != ReadStatus::ok) return false;
+        if (ideal.read(value) != ReadStatus::ok) return refused(iunit, "parameters of an ideal mixture");
     int c1 = 0, f = 0, c2 = 0;
-    if (readValues(iunit, r.n1, c1, f, r.n2, c2) != ReadStatus::ok) return false;
-    if (c1 < 0 || c1 > 7 || c2 < 0 || c2 > 7) return false;
+    if (readValues(iunit, r.n1, c1, f, r.n2, c2) != ReadStatus::ok)
+        return refused(iunit, "five counts of a departure function");
+    if (c1 < 0 || c1 > 7 || c2 < 0 || c2 > 7) return refused(iunit, "columns from 0 to 7");
     if (f == 1) ++c1;
-    if (r.n1 < 0 || r.n1 > largestMixTerms || r.n2 < 0 || r.n2 > largestMixTerms - r.n1 || c1 > 7) return false;
+    if (r.n1 < 0 || r.n1 > largestMixTerms || r.n2 < 0 || r.n2 > largestMixTerms - r.n1 || c1 > 7)
+        return refused(iunit, "terms from 0 to 15");
     for (int n = 1; n <= r.n1 + r.n2; ++n) {
         FreeRecord row(iunit);
         const int columns = n <= r.n1 ? c1 : c2;
         for (int c = 1; c <= columns; ++c)
-            if (row.read(r.ATERM[n][c]) != ReadStatus::ok) return false;
+            if (row.read(r.ATERM[n][c]) != ReadStatus::ok) return refused(iunit, "row of a departure function");
     }
     return true;
 }

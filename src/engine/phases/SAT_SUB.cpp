@@ -30,7 +30,7 @@ void temperatureAboveCritical(std::string_view heading, double T, double Tc, int
 
 namespace {
 
-constexpr int bubblePoint = 1, dewPoint = 2, freezingLine = 3, sublimationLine = 4;
+constexpr int dewPoint = 2, freezingLine = 3, sublimationLine = 4;  // values of kph; 1 is the bubble point
 
 // True if the memo holds the answer to this call.
 bool remembers(const SaturationMemo::State& memo, const Composition& savedX, double input, int kph, int icomp,

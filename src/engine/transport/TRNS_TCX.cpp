@@ -313,7 +313,7 @@ double TCX1BK(int icomp, double T, double D) {
 // ------------------------------------------------------------------------------------------------------ TC2, TC3
 
 double TCX2DG(int icomp, double T) {
-    const TransportTerm* c = conductivityTerms[icomp].CTCX - 1;  // as numbered in the source
+    const FromOne<TransportTerm> c{conductivityTerms[icomp].CTCX};
     if (c[1].c == 0.0) return 0.0;
     const double eta0 = c[3].c * std::sqrt(T) / (OMEGA(icomp, T, c[2].c, modelTags.HMDTCX[icomp]) * c[1].c * c[1].c);
     const double R = fluidConstants.R;
@@ -322,7 +322,7 @@ double TCX2DG(int icomp, double T) {
 }
 
 double TCX2BK(int icomp, double T, double D) {
-    const TransportTerm* c = conductivityTerms[icomp].CTCX - 1;
+    const FromOne<TransportTerm> c{conductivityTerms[icomp].CTCX};
     const double A = c[6].c + c[7].c / T + c[8].c / (T * T);
     const double B = c[9].c + c[10].c / T + c[11].c / (T * T);
     const double C = c[12].c + c[13].c / T;
@@ -330,7 +330,7 @@ double TCX2BK(int icomp, double T, double D) {
 }
 
 double TCX3DG(int icomp, double T) {
-    const TransportTerm* c = conductivityTerms[icomp].CTCX - 1;
+    const FromOne<TransportTerm> c{conductivityTerms[icomp].CTCX};
     if (c[1].c == 0.0) return 0.0;
     const double u = std::cbrt(c[2].c / T);
     double inverse = 0.0;
@@ -340,7 +340,7 @@ double TCX3DG(int icomp, double T) {
 
 double TCX3BK(int icomp, double T, double D) {
     if (D <= 0.0) return 0.0;
-    const TransportTerm* c = conductivityTerms[icomp].CTCX - 1;
+    const FromOne<TransportTerm> c{conductivityTerms[icomp].CTCX};
     const double M = fluidConstants.WMAS[icomp];
     const double spread = c[15].c - std::log(T / c[16].c);
     const double L = D * (c[13].c + c[14].c * spread * spread);
@@ -405,7 +405,7 @@ double TCX5BK(int icomp, double T, double D) {
     fluidConstants.R = defaultGasConstant;
     const ConductivitySlot& s = conductivityTerms[icomp];
     if (D <= 0.0 || s.EPSCHK <= 0.0) return 0.0;
-    const double* B = s.CCTCX - 1;  // as numbered in the source
+    const FromOne<double> B{s.CCTCX};
     const double root = 10.0 * s.SIGCHK / 0.809, Vc = root * root * root;
     const double y = D * Vc / 6000.0;
     const double G1 = (1.0 - 0.5 * y) / ((1.0 - y) * (1.0 - y) * (1.0 - y));

@@ -96,7 +96,7 @@ double closedEnhancement(const ClosedForm& k, const CriticalScale& ref, double T
 double TCX2CR(int icomp, double T, double D) {
     if (D < leastDensity) return 0.0;
     const FluidConstants& fluid = fluidConstants;
-    const TransportTerm* c = conductivityTerms[icomp].CTCX - 1;  // as numbered in the source
+    const FromOne<TransportTerm> c{conductivityTerms[icomp].CTCX};
     double tz = 0.0, rhoz = 0.0;
     REDK(icomp, tz, rhoz);
     const double tau = tz / T, del = D / rhoz;
@@ -123,7 +123,7 @@ double TCX2CR(int icomp, double T, double D) {
 double TCX4CR(int icomp, double T, double D) {
     if (D < leastDensity) return 0.0;
     const EnhancementSection& s = conductivityTerms[icomp].enhancement;
-    const EnhancementTerm* c = s.CTCK - 1;
+    const FromOne<EnhancementTerm> c{s.CTCK};
     double dpdD = 0.0, dpdT = 0.0;
     DPDDK(icomp, T, D, dpdD);
     DPDTK(icomp, T, D, dpdT);
@@ -143,7 +143,7 @@ struct Crossover {
 };
 
 Crossover crossoverRows(const EnhancementSection& s) {
-    const EnhancementTerm* c = s.CTCK - 1;
+    const FromOne<EnhancementTerm> c{s.CTCK};
     return {c[1].c, c[2].c, c[3].c, c[6].c, c[7].c, c[8].c, c[9].c};
 }
 

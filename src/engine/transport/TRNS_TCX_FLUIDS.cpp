@@ -43,7 +43,7 @@ double TCXETY(int icomp, double T, double D) {
 //   Source    Z. Shan, S. G. Penoncello, R. T. Jacobsen, ASHRAE Trans. 106 (2000) 757
 double TCXR23(int icomp, double T, double D) {
     const ConductivitySlot& s = conductivityTerms[icomp];
-    const TransportTerm* c = s.CTCX + s.NDGNUM + s.NDGDEN - 1;
+    const FromOne<TransportTerm> c{s.CTCX + s.NDGNUM + s.NDGDEN};
     if (s.NBKNUM < 7) return 0.0;
     constexpr double gasConstant = 8.31451;  // of the correlation
     const double gap = c[1].c - D;
@@ -70,7 +70,7 @@ double TCXD2O(int icomp, double T, double D) {
     for (int k = 0; k < s.NDGNUM; ++k) value += s.CTCX[k].c * power(tau, s.CTCX[k].t);
     for (int k = polynomial; k < polynomial + s.NBKNUM; ++k) value += s.CTCX[k].c * power(del, s.CTCX[k].t);
 
-    const TransportTerm* e = s.CTCX + polynomial + s.NBKNUM - 1;
+    const FromOne<TransportTerm> e{s.CTCX + polynomial + s.NBKNUM};
     value += e[1].c * (1.0 - std::exp(e[1].t * del));
     const double t = tau / (std::fabs(tau - 1.1) + 1.1);
     const double f1 = std::exp(e[4].c * tau + e[5].c * tau * tau);

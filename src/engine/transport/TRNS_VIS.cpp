@@ -291,7 +291,7 @@ double ETA2DG(int icomp, double T) {
 double ETA2RS(int icomp, double T, double D) {
     const ViscositySlot& s = viscosityTerms[icomp];
     if (D <= 0.0 || s.DCR2 == 0.0) return 0.0;
-    const double* c = s.C2 - 1;  // as numbered in the source
+    const FromOne<double> c{s.C2};
     const double spread = c[3] - std::log(T / c[4]);
     const double initial = D * (c[1] + c[2] * spread * spread);
     const double theta = c[5] + c[6] / T;
@@ -394,7 +394,7 @@ double ETA5RS(int icomp, double T, double D) {
     const double V = chungVolume(s);
     const double reduced = T / s.EPSKV;
     const double eta0 = chungDilute(icomp, s, T) / chungUnit;
-    const double* A = s.CCETA - 1;  // as numbered in the source
+    const FromOne<double> A{s.CCETA};
 
     const double y = D * V / 6000.0;
     const double G1 = (1.0 - 0.5 * y) / ((1.0 - y) * (1.0 - y) * (1.0 - y));

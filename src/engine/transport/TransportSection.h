@@ -20,11 +20,19 @@ struct TransportTerm {
     int i;     // exponent inside the exponential; 0 none
 };
 
+// The rows of a term table as the sources number them, from 1.
+template <class Row>
+struct FromOne {
+    const Row* rows;
+    const Row& operator[](int k) const { return rows[k - 1]; }
+};
+
 // x to the power e. Integer and half-integer exponents, which most terms have, take no logarithm.
 inline double power(double x, double e) {
     const double twice = e + e;
+    if (!(std::fabs(twice) <= 120.0)) return std::pow(x, e);
     const int n = static_cast<int>(twice);
-    if (static_cast<double>(n) != twice || n > 120 || n < -120) return std::pow(x, e);
+    if (static_cast<double>(n) != twice) return std::pow(x, e);
     if (n % 2 != 0 && x < 0.0) return std::pow(x, e);
     int count = (n < 0 ? -n : n) / 2;
     double result = n % 2 != 0 ? std::sqrt(x) : 1.0;
