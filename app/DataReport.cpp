@@ -68,7 +68,7 @@ using Row = std::vector<std::string>;
 void printTable(std::ostream& out, const std::vector<Row>& rows) {
     std::vector<std::size_t> widths;
     for (const Row& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i) {
+        for (std::size_t i = 0; i < row.size() && row.size() > 1; ++i) {  // a lone text may run over the columns
             if (i == widths.size()) widths.push_back(0);
             widths[i] = std::max(widths[i], row[i].size());
         }
@@ -91,18 +91,12 @@ void printFigures(std::ostream& out, const DataCheckResult& result) {
     }
     for (const FluidReport& fluid : result.fluids) {
         rows.push_back({plain(fluid.file.view())});
-        if (!fluid.readable) {
-            rows.back().push_back("cannot be set up!");
-            continue;
-        }
-        for (const Figure& figure : fluid.figures) rows.back().push_back(cell(figure));
+        if (!fluid.readable) rows.back()[0] += "  cannot be set up!";
+        if (fluid.readable)
+            for (const Figure& figure : fluid.figures) rows.back().push_back(cell(figure));
     }
-    // A row without figures must not widen the first column of them.
-    std::vector<Row> shown = rows;
-    for (Row& row : shown)
-        if (row.size() == 2) row.pop_back();
     out << "Figures: largest deviation of each\n";
-    printTable(out, shown);
+    printTable(out, rows);
     out << '\n';
     for (const FigureKind& kind : figureKinds)
         out << "  " << padded(std::string(kind.heading), 7, true) << ' ' << kind.meaning << '\n';

@@ -31,7 +31,7 @@ void fault(FaultList& faults, int line, const Piece&... pieces) {
 // What the set-up refused, with line and reason where a record is the cause.
 void faultOfSetUp(FaultList& faults, int ierr, const Text255& herr) {
     if (lastRefusal.blank())
-        fault(faults, 0, "set-up ", FreeInteger{ierr}, ": ", words(herr));
+        fault(faults, 0, "set-up", FreeInteger{ierr}, ": ", words(herr));
     else
         fault(faults, 0, words(lastRefusal));
 }

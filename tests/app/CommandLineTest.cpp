@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -50,7 +51,7 @@ struct Program : testing::Test {
 TEST_F(Program, HelpAndVersion) {
     const Outcome help = run("--help");
     EXPECT_EQ(help.status, 0);
-    for (const char* part : {"REQUEST", "--data", "--json", "--csv", "--version"})
+    for (const char* part : {"REQUEST", "--data", "--json", "--csv", "--version", "check-data"})
         EXPECT_TRUE(contains(help.said, part));
     const Outcome version = run("--version");
     EXPECT_EQ(version.status, 0);
@@ -182,6 +183,36 @@ TEST_F(Program, AnInstallationMayBeNamedAndAnEmptyOneIsNotPretended) {
     const Outcome outcome = run(quoted + " --data '" + folder.path("empty") + "'");
     EXPECT_EQ(outcome.status, 2) << outcome.said;
     EXPECT_TRUE(contains(outcome.said, "[SETUP")) << outcome.said;
+}
+
+TEST_F(Program, TheDataAreCheckedAndShownAsATable) {
+    const Outcome clean = run("check-data");
+    EXPECT_EQ(clean.status, 0) << clean.said;
+    for (const char* part : {"R134A.FLD", "bound", "Models chosen", "Sections found", "HMX.BNC, 14 departure functions",
+                             "Clean: 36 fluids, 53 mixtures"})
+        EXPECT_TRUE(contains(clean.said, part)) << part << '\n' << clean.said;
+    EXPECT_EQ(run("check-data --help").status, 0);
+    EXPECT_EQ(run("check-data one two").status, 1);
+}
+
+TEST_F(Program, FaultyDataAreNamedWithFileLineAndReasonAndExitWithFour) {
+    namespace fs = std::filesystem;
+    for (const char* each : {"fluids", "mixtures"}) fs::create_directories(folder.path(each));
+    for (const char* name : {"fluids/R32.FLD", "fluids/PROPANE.FLD", "fluids/HMX.BNC"})
+        fs::copy(std::string(FRIGANA_DATA) + "/" + name, folder.path(name));
+    std::string text = readFile(folder.path("fluids/R32.FLD"));
+    text.replace(text.find("0.03520158"), 10, "0,O3520158");
+    writeFile(folder.path("fluids/R32.FLD"), text);
+    writeFile(folder.path("fluids/EMPTY.FLD"), "");
+    const Outcome outcome = run("check-data '" + folder.path() + "'");
+    EXPECT_EQ(outcome.status, 4) << outcome.said;
+    for (const char* part : {"cannot be set up", "Faults", "R32.FLD, line ", "found 'O3520158'",
+                             "EMPTY.FLD, line 0: expected", "2 of 4 files have faults"})
+        EXPECT_TRUE(contains(outcome.said, part)) << part << '\n' << outcome.said;
+
+    const Outcome none = run("check-data '" + folder.path("mixtures") + "'");
+    EXPECT_EQ(none.status, 3) << none.said;
+    EXPECT_TRUE(contains(none.said, "there is no folder fluids in it"));
 }
 
 }  // namespace

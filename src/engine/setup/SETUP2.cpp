@@ -509,6 +509,9 @@ void SETFLD(int icomp, SlotArray<Text255>& hfile, int& ierr, Text255& herr) {
     FluidFile f;
     f.icomp = icomp;
 
+    // A file without an ideal-gas block has the functions of none, not those of the fluid before.
+    cppTerms[icomp] = CppSlot{};
+    ph0Terms[icomp] = Ph0Slot{};
     fluidConstants.IGENFL[icomp] = 0;
     fluidFiles.UNNUMB[icomp].clear();
     fluidFiles.FAMILY[icomp] = " ";

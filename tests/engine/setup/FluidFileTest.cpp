@@ -109,8 +109,13 @@ TEST_F(FluidFile, TheFirstOfTwoDefaultEquationsIsRead) {
 }
 
 TEST_F(FluidFile, AnEquationWithoutAnIdealGasReadsWithoutComplaintAndGivesZero) {
+    // the functions of a fluid that was set up before do not stay
+    ASSERT_EQ(read(helmholtzSection("#", "FEQ", "52.0") + plainHeatCapacity), 0) << message();
+    EXPECT_GT(CP0K(1, 300.0), 0.0);
+    modelTags.LFORCESETUP = true;
     ASSERT_EQ(read(helmholtzSection("#", "FEQ", "52.0", "CP7")), 0) << message();
     EXPECT_EQ(modelTags.HMODCP[1], "CP7");
+    EXPECT_EQ(CP0K(1, 300.0), 0.0);
     modelTags.HMODCP[1] = "XX1";
     const Composition x = unitComposition(1);
     EXPECT_EQ(CP0K(1, 300.0), 0.0);

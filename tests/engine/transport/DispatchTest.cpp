@@ -106,6 +106,9 @@ TEST(DispatchCodes, aViscosityOutOfRangeIsComputedAndItsWarningForgotten) {
 TEST(DispatchCodes, aNegativeValueIsNotHandedOut) {
     ASSERT_EQ(setUp("R1233ZD"), 0);
     EXPECT_LT(TCX1DG(1, 160.0), 0.0);
+    // within the range of the measurements, from 204 K, the correlation is positive; below, corresponding states serve
+    EXPECT_GT(transport(165.75, 1e-6).tcx, 0.0);
+    fluidConstants.TMTCX[1] = 160.0;
     EXPECT_EQ(transport(165.75, 1e-6).tcx, notComputed);
 }
 
