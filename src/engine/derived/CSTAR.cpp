@@ -9,6 +9,7 @@
 #include "LIMITS.h"
 #include "Message.h"
 #include "PROP_SUB.h"
+#include "SAT_SUB.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -35,6 +36,16 @@ bool throatState(double T, double s, const Composition& z, double stagnationDens
         Composition y{};
         TSFLSH(T, s, z, 1, p, D, Dl, Dv, x, y, q, e, h, cv, cp, w, code, text);
         if (code > 0 || (q > 0 && q < 1)) return false;
+    }
+    if (T < Tc) {
+        double pSaturation = 0;
+        double Dl = 0;
+        double Dv = 0;
+        Composition x{};
+        Composition y{};
+        const int kph = D > Dc ? 1 : 2;
+        SATT(T, z, kph, pSaturation, Dl, Dv, x, y, code, text);
+        if (code <= 0 && D > Dv * (1 + 1e-9) && D < Dl * (1 - 1e-9)) return false;
     }
     double e = 0;
     double sThroat = 0;

@@ -448,6 +448,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
 
     const auto failed = [&] {
         q = supercriticalOrNone;
+        Dl = Dv = 0;
         ierr = 215;
         message(herr, "[", ab, "FLSH error 248] iteration did not converge:  ", innerText(inner), nullCharacter);
         ERRMSG(ierr, herr);
@@ -876,6 +877,7 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
             ERRMSG(r.ierr, r.herr);
         }
         r.q = supercriticalOrNone;
+        r.D = r.Dl = r.Dv = 0;
         return;
     }
     if (!twoPhase) {
