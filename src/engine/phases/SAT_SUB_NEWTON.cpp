@@ -193,21 +193,39 @@ void liquidDensity(Solution& s, int guess, double& Dl, int& code, Text255& text)
     TPRHO(s.T, s.p, s.xliq, vapor, 0, Dl, code, text);
 }
 
-// Residuals: equal fugacities, and for a two-phase state the lines of material balance.
-void residuals(const Solution& s, const OrderList& order) {
+// Place in the order, not the last, of the component whose fractions differ most between the phases.
+int widestComponent(const Solution& s, const OrderList& order) {
+    int widest = 1;
+    double width = -1.0;
+    for (int i = 1; i < order.m; ++i) {
+        const double here = std::fabs(s.xvap[order.o[i]] - s.xliq[order.o[i]]);
+        if (here > width) {
+            widest = i;
+            width = here;
+        }
+    }
+    return widest;
+}
+
+// Residuals: equal fugacities, and for a two-phase state the lines of material balance: with v and l the distances of
+// vapor and liquid from the feed, v(i)/v(k) = l(i)/l(k). The component k in the denominators is the one whose fractions
+// differ most: with the ratios the other way up, or with another component, both sides vanish together where a component
+// has the same fraction in both phases, and the equations have solutions that balance nothing.
+void residuals(const Solution& s, const OrderList& order, int k) {
     const int m = order.m;
     Workspace& w = work;
     for (int i = 1; i <= m; ++i) w.GIBBSEQN[i] = w.vap.XLNFI[i] - w.liq.XLNFI[i];
     if (s.kph != 0) return;
-    const int k = order.o[m - 1];
-    for (int i = 1; i <= m - 2; ++i) {
+    const int ok = order.o[k];
+    for (int i = 1, row = m + 1; i < m; ++i) {
+        if (i == k) continue;
         const int oi = order.o[i];
-        w.GIBBSEQN[m + i] =
-            (s.xvap[k] - s.z[k]) / (s.xvap[oi] - s.z[oi]) - (s.xliq[k] - s.z[k]) / (s.xliq[oi] - s.z[oi]);
+        w.GIBBSEQN[row++] = (s.xvap[oi] - s.z[oi]) / (s.xvap[ok] - s.z[ok]) -
+                            (s.xliq[oi] - s.z[oi]) / (s.xliq[ok] - s.z[ok]);
     }
 }
 
-void jacobian(const Solution& s, const OrderList& order) {
+void jacobian(const Solution& s, const OrderList& order, int k) {
     const int m = order.m;
     Workspace& w = work;
     auto& J = w.XJACMATRIX;  // row: equation; column: unknown
@@ -226,15 +244,16 @@ void jacobian(const Solution& s, const OrderList& order) {
             J[j][i] = w.vap.DPHIDXJ[i][j];
             J[j][m - 1 + i] = -w.liq.DPHIDXJ[i][j];
         }
-    const int k = order.o[m - 1];
-    const double vk = s.xvap[k] - s.z[k], lk = s.xliq[k] - s.z[k];
-    for (int i = 1; i <= m - 2; ++i) {
+    const int ok = order.o[k];
+    const double vk = s.xvap[ok] - s.z[ok], lk = s.xliq[ok] - s.z[ok];
+    for (int i = 1, row = m + 1; i < m; ++i) {
+        if (i == k) continue;
         const int oi = order.o[i];
-        const double v = s.xvap[oi] - s.z[oi], l = s.xliq[oi] - s.z[oi];
-        J[m + i][i] = -vk / (v * v);
-        J[m + i][m - 1] = 1.0 / v;
-        J[m + i][m - 1 + i] = lk / (l * l);
-        J[m + i][2 * (m - 1)] = -1.0 / l;
+        J[row][i] = 1.0 / vk;
+        J[row][k] = -(s.xvap[oi] - s.z[oi]) / (vk * vk);
+        J[row][m - 1 + i] = -1.0 / lk;
+        J[row][m - 1 + k] = (s.xliq[oi] - s.z[oi]) / (lk * lk);
+        ++row;
     }
 }
 
@@ -316,7 +335,8 @@ Outcome iterate(Solution& s, const OrderList& order, int kguess) {
         copyDerivatives(order, s.xliq, w.liq);
         guess = 1;
 
-        residuals(s, order);
+        const int k = widestComponent(s, order);
+        residuals(s, order, k);
         if (pass == 8 || pass == 12 || pass == 16 || pass == 20) {
             toleranceF *= 10.0;
             toleranceX *= 10.0;
@@ -326,7 +346,7 @@ Outcome iterate(Solution& s, const OrderList& order, int kguess) {
         const double norm = largestOf(w.GIBBSEQN, n);
         saturationExtrema.highestEnergy.value = norm;
         if (norm < toleranceF) return Outcome::leave;
-        jacobian(s, order);
+        jacobian(s, order, k);
         for (int i = 1; i <= n; ++i) w.DELTA_X[i] = -w.GIBBSEQN[i];
         LUDECOMP(n, w.XJACMATRIX, w.DELTA_X, code, text);
         if (code > 0) {
