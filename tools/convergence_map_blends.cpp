@@ -4,10 +4,10 @@
 //   convergence_map_blends [--list] [--points n] [--flash n] [blend ...]
 //
 // Bubble and dew points at n temperatures (400 if not told otherwise) from the lower limit to 0.5 K below the critical
-// temperature, the same at the pressures found, and flashes at (T, p), (p, h), (p, s), (T, q) and (p, q) between them at
-// every n-th of these temperatures. A state fails where a routine returns an error, or not the state that the inputs were
-// made from. Exit status 1 if a state fails up to 0.98 of the critical pressure. States at temperatures where the model
-// has two liquids, so that a solution with one liquid is not the stable state, are counted apart.
+// temperature, the same at the pressures found, and flashes at (T, p), (p, h), (p, s), (T, q) and (p, q) between them
+// at every n-th of these temperatures. A state fails where a routine returns an error, or not the state that the inputs
+// were made from. Exit status 1 if a state fails up to 0.98 of the critical pressure. States at temperatures where the
+// model has two liquids, so that a solution with one liquid is not the stable state, are counted apart.
 //   --list     prints all failing states, one a line; otherwise only those up to 0.98 of the critical pressure
 //   --points   number of temperatures
 //   --flash    every n-th of them has flashes (10 if not told otherwise)
@@ -67,9 +67,16 @@ struct Count {
     double slowest = 0.0;  // [s]
 };
 
-// True if the liquid of the blend's composition, or the first liquid of its vapor, falls apart into two at T: the model
-// has a miscibility gap there, the equations of two phases have several roots, and none of them need be the stable one.
-// By the distance of the tangent plane, from trial liquids that are rich in one component.
+State bubbleOrDew(const Blend& blend, double T, int kph) {
+    State s;
+    s.T = T;
+    SATT(T, blend.z, kph, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
+    return s;
+}
+
+// True if the liquid of the blend's composition, the first liquid of its vapor, or one between, falls apart into two at
+// T: the model has a miscibility gap there, the equations of two phases have several roots, and none of them need be
+// the stable one. By the distance of the tangent plane, from trial liquids that are rich in one component.
 //   Source  M. L. Michelsen, Fluid Phase Equilib. 9 (1982) 1
 bool splits(const Blend& blend, double T);
 
@@ -90,7 +97,8 @@ struct Report {
         }
         const bool near = p > 0.98 * blend.pc;
         ++(near ? count.nearCritical : count.failures);
-        if (options.list || !near) std::printf("  %-6s %5.3f pc  %s\n", blend.name.c_str(), p / blend.pc, words.c_str());
+        if (options.list || !near)
+            std::printf("  %-6s %5.3f pc  %s\n", blend.name.c_str(), p / blend.pc, words.c_str());
     }
 };
 
@@ -140,18 +148,19 @@ bool liquidSplits(const Blend& blend, double T, double p, const Composition& z) 
 }
 
 bool splits(const Blend& blend, double T) {
-    State s;
-    SATT(T, blend.z, 1, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
-    if (s.ierr == 0 && liquidSplits(blend, T, s.p, s.x)) return true;
-    SATT(T, blend.z, 2, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
-    return s.ierr == 0 && liquidSplits(blend, T, s.p, s.x);
+    const State bubble = bubbleOrDew(blend, T, 1), dew = bubbleOrDew(blend, T, 2);
+    if (bubble.ierr != 0 || dew.ierr != 0) return false;
+    for (const double share : {0.0, 0.25, 0.5, 0.75, 1.0}) {
+        Composition x{};
+        for (int i = 1; i <= blend.nc; ++i) x[i] = (1.0 - share) * bubble.x[i] + share * dew.x[i];
+        if (liquidSplits(blend, T, (1.0 - share) * bubble.p + share * dew.p, x)) return true;
+    }
+    return false;
 }
 
 class Clock {
   public:
-    double seconds() const {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-    }
+    double seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count(); }
 
   private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
@@ -172,17 +181,17 @@ double disequilibrium(const Blend& blend, const State& s) {
 
 std::string words(const char* what, double T, double p, const State& s, double deviation) {
     char line[400];
-    std::snprintf(line, sizeof line, "%s T %.4f p %.5g: code %d, T %.5f p %.6g rhol %.5g rhov %.5g, off by %.2e %s", what,
-                  T, p, s.ierr, s.T, s.p, s.rhol, s.rhov, deviation, text(s.herr).substr(0, 160).c_str());
+    std::snprintf(line, sizeof line, "%s T %.4f p %.5g: code %d, T %.5f p %.6g rhol %.5g rhov %.5g, off by %.2e %s",
+                  what, T, p, s.ierr, s.T, s.p, s.rhol, s.rhov, deviation, text(s.herr).substr(0, 160).c_str());
     return line;
 }
 
 constexpr double agreement = 1e-6;
 
-State bubbleOrDew(const Blend& blend, double T, int kph) {
+State saturationAtPressure(const Blend& blend, double p, int kph) {
     State s;
-    s.T = T;
-    SATT(T, blend.z, kph, s.p, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
+    s.p = p;
+    SATP(p, blend.z, kph, s.T, s.rhol, s.rhov, s.x, s.y, s.ierr, s.herr);
     return s;
 }
 
@@ -204,14 +213,13 @@ void saturation(const Blend& blend, Report& report, std::vector<State>& bubble, 
                 deviation = s.p / bubble.back().p - 1.0;
             }
             if (good && k > 0 && line.back().ierr == 0 && s.p <= line.back().p) good = false;
-            report.add(report.saturation, good, T, p, seconds, words(kph == 1 ? "SATT bubble" : "SATT dew", T, p, s, deviation));
+            report.add(report.saturation, good, T, p, seconds,
+                       words(kph == 1 ? "SATT bubble" : "SATT dew", T, p, s, deviation));
             if (!good) s.ierr = 999;
             line.push_back(s);
             if (!good) continue;
             const Clock again;
-            State back;
-            back.p = s.p;
-            SATP(s.p, blend.z, kph, back.T, back.rhol, back.rhov, back.x, back.y, back.ierr, back.herr);
+            const State back = saturationAtPressure(blend, s.p, kph);
             const double off = std::fabs(back.T / T - 1.0);
             report.add(report.saturation, back.ierr == 0 && off < agreement, T, s.p, again.seconds(),
                        words(kph == 1 ? "SATP bubble" : "SATP dew", T, s.p, back, off));
@@ -245,24 +253,39 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
                 if (!good) continue;
             }
             const double p = s.p;
-            // the flashes end where the vapor share is known to 5e-6 or, relative to the width of the two-phase region,
-            // to 1e-7, and less after slow progress
+            // The flashes end where the vapor share is known to this part, which depends on the relative width of the
+            // two-phase region in what they search, or to a hundred times that after slow progress.
+            const auto shareTolerance = [](double width) {
+                constexpr double base = 5e-6;
+                const double w = std::max(std::fabs(width), 1e-8);
+                return std::max(1e-4, 100.0 * std::max(base / 100.0, std::min(100.0 * base, 0.02 * base / w)));
+            };
             const double width = bubble[k].p / dew[k].p - 1.0;
-            const double qAgreement = std::max(1e-4, 2e-6 / std::max(width, 1e-6));
+            const double qAgreementT = shareTolerance(width);
+            // next to an azeotrope the pressure hardly changes between the lines, and tells as little of the share
+            const double qAgreementTP = std::max(qAgreementT, 2e-6 / std::max(width, 2e-6));
+            State bubbleAtP = saturationAtPressure(blend, p, 1), dewAtP = saturationAtPressure(blend, p, 2);
+            const double qAgreementP = std::max(qAgreementT, shareTolerance(dewAtP.T / bubbleAtP.T - 1.0));
             const auto check = [&](const char* what, const State& b, double qb, double seconds) {
+                const double qAgreement = what[0] == 'P' ? qAgreementP : qAgreementTP;
                 const double off = std::max({std::fabs(b.T / T - 1.0), std::fabs(b.p / p - 1.0)});
                 const double offQ = std::fabs(qb - q);
                 const bool good = b.ierr <= 0 && off < 10.0 * agreement && offQ < qAgreement;
                 char quality[60];
                 std::snprintf(quality, sizeof quality, " q %.6f of %.2f", qb, q);
-                report.add(report.flash, good, T, p, seconds, words(what, T, p, b, off) + quality);
+                // a flash at a pressure goes by both lines of it
+                const bool twoLiquids =
+                    !good && what[0] == 'P' && (splits(blend, bubbleAtP.T) || splits(blend, dewAtP.T));
+                report.add(report.flash, good, twoLiquids ? (splits(blend, bubbleAtP.T) ? bubbleAtP.T : dewAtP.T) : T,
+                           p, seconds, words(what, T, p, b, off) + quality);
             };
             FlashResult o;
             {
                 State b;
                 const Clock clock;
                 double t = T;
-                TPFLSH(t, p, blend.z, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.h, o.s, o.cv, o.cp, o.w, b.ierr, b.herr);
+                TPFLSH(t, p, blend.z, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.h, o.s, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
                 b.T = t;
                 b.p = p;
                 check("TP", b, o.q, clock.seconds());
@@ -337,8 +360,9 @@ int main(int argc, char** argv) {
     }
     if (options.blends.empty()) options.blends = allBlends();
     SETPATH(FRIGANA_DATA);
-    std::printf("blend   Tmin K  Tc K    saturation states, failures (near pc)   flashes, failures (near pc)   slowest ms  "
-                "Newton calls, by substitution\n");
+    std::printf(
+        "blend   Tmin K  Tc K    saturation states, failures (near pc)   flashes, failures (near pc)   slowest ms  "
+        "Newton calls, by substitution\n");
     Count saturationTotal, flashTotal;
     long calls = 0, substituted = 0;
     for (const std::string& name : options.blends) {
@@ -355,7 +379,8 @@ int main(int argc, char** argv) {
                     1e3 * std::max(report.saturation.slowest, report.flash.slowest), newtonControl.mixtureCalls,
                     newtonControl.substitutionCalls);
         std::fflush(stdout);
-        for (const auto& [total, part] : {std::pair{&saturationTotal, &report.saturation}, {&flashTotal, &report.flash}}) {
+        for (const auto& [total, part] :
+             {std::pair{&saturationTotal, &report.saturation}, {&flashTotal, &report.flash}}) {
             total->states += part->states;
             total->failures += part->failures;
             total->nearCritical += part->nearCritical;
@@ -365,8 +390,8 @@ int main(int argc, char** argv) {
         substituted += newtonControl.substitutionCalls;
     }
     for (const auto& [what, total] : {std::pair{"saturation", saturationTotal}, {"flashes", flashTotal}})
-        std::printf("%-10s %ld states, %ld failures, %ld more above 0.98 pc, %ld where the model has two liquids\n", what,
-                    total.states, total.failures, total.nearCritical, total.twoLiquids);
+        std::printf("%-10s %ld states, %ld failures, %ld more above 0.98 pc, %ld where the model has two liquids\n",
+                    what, total.states, total.failures, total.nearCritical, total.twoLiquids);
     std::printf("Newton method: %ld calls, %ld of them (%.3f %%) went on by substitution\n", calls, substituted,
                 calls > 0 ? 100.0 * static_cast<double>(substituted) / static_cast<double>(calls) : 0.0);
     return saturationTotal.failures + flashTotal.failures > 0 ? 1 : 0;

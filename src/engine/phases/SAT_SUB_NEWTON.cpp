@@ -25,8 +25,8 @@ constexpr int largestEquations = 50;
 constexpr int mostPasses = 30;
 constexpr int liquid = 1, vapor = 2;
 constexpr double smallResidual = 1e-8;
-constexpr double densestVapor = 1.5;     // [critical density] beyond it the two phases are two liquids
-constexpr double sameDensity = 0.1;  // [mol/L] two phases closer than this are one, unless near the critical density
+constexpr double densestVapor = 1.5;  // [critical density] beyond it the two phases are two liquids
+constexpr double sameDensity = 0.1;   // [mol/L] two phases closer than this are one, unless near the critical density
 
 // ln f and its derivatives of one phase, for the components in order of their fractions. The first index of a matrix is
 // the fraction that changes, the last fraction of the order making up for it.
@@ -209,8 +209,8 @@ int widestComponent(const Solution& s, const OrderList& order) {
 
 // Residuals: equal fugacities, and for a two-phase state the lines of material balance: with v and l the distances of
 // vapor and liquid from the feed, v(i)/v(k) = l(i)/l(k). The component k in the denominators is the one whose fractions
-// differ most: with the ratios the other way up, or with another component, both sides vanish together where a component
-// has the same fraction in both phases, and the equations have solutions that balance nothing.
+// differ most: with the ratios the other way up, or with another component, both sides vanish together where a
+// component has the same fraction in both phases, and the equations have solutions that balance nothing.
 void residuals(const Solution& s, const OrderList& order, int k) {
     const int m = order.m;
     Workspace& w = work;
@@ -220,8 +220,8 @@ void residuals(const Solution& s, const OrderList& order, int k) {
     for (int i = 1, row = m + 1; i < m; ++i) {
         if (i == k) continue;
         const int oi = order.o[i];
-        w.GIBBSEQN[row++] = (s.xvap[oi] - s.z[oi]) / (s.xvap[ok] - s.z[ok]) -
-                            (s.xliq[oi] - s.z[oi]) / (s.xliq[ok] - s.z[ok]);
+        w.GIBBSEQN[row++] =
+            (s.xvap[oi] - s.z[oi]) / (s.xvap[ok] - s.z[ok]) - (s.xliq[oi] - s.z[oi]) / (s.xliq[ok] - s.z[ok]);
     }
 }
 
@@ -386,8 +386,7 @@ LinePoint linePoint(const Solution& s, const OrderList& order) {
     point.lnLiquid = std::log(s.rhol);
     point.lnVapor = std::log(s.rhov);
     const Composition& incipient = s.bubble() ? s.xvap : s.xliq;
-    for (int i = 1; i <= order.m; ++i)
-        point.lnRatio[order.o[i]] = std::log(incipient[order.o[i]] / s.z[order.o[i]]);
+    for (int i = 1; i <= order.m; ++i) point.lnRatio[order.o[i]] = std::log(incipient[order.o[i]] / s.z[order.o[i]]);
     return point;
 }
 
