@@ -69,7 +69,8 @@ class Examination {
         idealGas();
         transport();
         surfaceTension();
-        sublimation();
+        constants();
+        solidLines();
     }
 
   private:
@@ -387,7 +388,7 @@ class Examination {
         }
     }
 
-    // --- surface tension, sublimation
+    // --- surface tension, constants, lines of the solid
 
     void surfaceTension() {
         if (report_.scan.find("STN") == 0) return;
@@ -408,13 +409,44 @@ class Examination {
         give(FigureOf::surfaceTension, rise);
     }
 
-    void sublimation() {
-        if (report_.scan.find("SBL") == 0) return;
+    void constants() {
+        const FluidConstants& block = fluidConstants;
+        const double pairs[][2] = {
+            {block.WMAS[1], header().molarMass},         {block.TTPN[1], header().triplePoint},
+            {block.TNBP[1], header().boilingPoint},      {block.TCRIT[1], header().criticalTemperature},
+            {block.PCRIT[1], header().criticalPressure}, {block.DCRIT[1], header().criticalDensity},
+            {block.ACCEN[1], header().acentricFactor}};
+        Largest difference;
+        for (const auto& [own, headed] : pairs) difference.take(own == headed ? 0.0 : percent(own, headed), 0.0);
+        give(FigureOf::header, difference);
+
+        const double T = 0.7 * header().criticalTemperature;
+        double p = 0.0, rhol = 0.0, rhov = 0.0;
+        if (T < lowestTemperature()) return;  // solid, such as carbon dioxide
+        if (saturation(T, p, rhol, rhov))
+            give(FigureOf::acentricFactor, header().acentricFactor + 1.0 + std::log10(p / header().criticalPressure),
+                 T);
+        else
+            fail(FigureOf::acentricFactor, T, 0.0, words(herr_));
+    }
+
+    void solidLines() {
+        const double T = header().triplePoint, triple = fluidConstants.PTPN[1];
         double p = 0.0;
-        const double T = header().triplePoint;
-        SUBLT(T, x_, p, ierr_, herr_);
-        if (ierr_ > 0) return fail(FigureOf::sublimation, T, 0.0, words(herr_));
-        give(FigureOf::sublimation, percent(p, fluidConstants.PTPN[1]), T);
+        if (report_.scan.find("MLT") > 0) {
+            MELTT(T, x_, p, ierr_, herr_);
+            if (ierr_ > 0)
+                fail(FigureOf::melting, T, 0.0, words(herr_));
+            else
+                give(FigureOf::melting, p - triple, T);
+        }
+        if (report_.scan.find("SBL") > 0) {
+            SUBLT(T, x_, p, ierr_, herr_);
+            if (ierr_ > 0)
+                fail(FigureOf::sublimation, T, 0.0, words(herr_));
+            else
+                give(FigureOf::sublimation, percent(p, triple), T);
+        }
     }
 
     FluidReport& report_;

@@ -75,7 +75,7 @@ class Scanner {
         int ierr = 0;
         Text255 herr, text;
         Text3 reference;
-        double version = 0.0, acentric = 0.0, dipole = 0.0;
+        double version = 0.0, dipole = 0.0;
         const auto number = [&](std::string_view what, double& value) {
             return readRecord(unit_, what, ierr, herr, value);
         };
@@ -88,7 +88,7 @@ class Scanner {
             number("normal boiling point", scan_.boilingPoint) &&
             number("critical temperature", scan_.criticalTemperature) &&
             number("critical pressure", scan_.criticalPressure) && number("critical density", scan_.criticalDensity) &&
-            number("acentric factor", acentric) && number("dipole moment", dipole) &&
+            number("acentric factor", scan_.acentricFactor) && number("dipole moment", dipole) &&
             readTextLine(unit_, "default reference state", ierr, herr, reference) &&
             (!reference.startsWith("OT") || skipLines(unit_, 1, ierr, herr)) && number("file version", version);
         if (!good) return refused(herr);

@@ -46,6 +46,7 @@ struct FluidFileScan {
     // of the header [K, kPa, mol/L, g/mol]
     double molarMass = 0.0, triplePoint = 0.0, boilingPoint = 0.0;
     double criticalTemperature = 0.0, criticalPressure = 0.0, criticalDensity = 0.0;
+    double acentricFactor = 0.0;
     int sections = 0;
     Array1<SectionFound, mostSections> section{};
     int knownCount = 0;
