@@ -76,7 +76,9 @@ int main(int argc, char** argv) {
     options.set_version_flag("--version", "frigana " FRIGANA_VERSION);
     CLI::App* checkData = options.add_subcommand(
         "check-data", "checks every fluid, the mixing parameters and every mixture of a data folder");
-    checkData->add_option("DIR", checked, "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
+    checkData->add_option(
+        "DIR", checked,
+        "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
     try {
         options.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
