@@ -12,7 +12,7 @@ namespace {
 
 constexpr double fractionTolerance = static_cast<double>(0.02f);
 
-// Two tables of its own for each of the two checks would be the same rows twice: they never change.
+// The rows never change, so that both lookups read the same ones.
 PureFluidTable pureFluids;
 MixtureTable mixtures;
 
