@@ -1,5 +1,6 @@
 // The phase envelope of one mixture as cubic splines over the logarithm of the vapor density.
-// Written by SATSPLN and RESETA; read by SATTP, SATGV, MAXT, MAXP, CRTHMX and the extrema of the saturation lines.
+// Written by SATSPLN and RESETA, and by STN, which hides it for the length of a call; read by SATTP, SATGV, MAXT, MAXP,
+// CRTHMX and the extrema of the saturation lines.
 #pragma once
 
 #include "EngineLimits.h"

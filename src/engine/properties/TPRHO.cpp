@@ -151,8 +151,9 @@ Outcome searchVapor(Search& s) {
     return Outcome::failed;
 }
 
-// Above the critical temperature pressure rises with density all along: the only root, by Newton's method inside a
-// bracket. For the states about the critical point at which the iterations above swing to and fro.
+// Above the critical temperature of a pure fluid pressure rises with density all along: the only root, by Newton's
+// method inside a bracket. For the states about the critical point at which the iterations above swing to and fro. A
+// mixture may have spinodals there too; a root between them is refused afterwards as every unstable one.
 Outcome searchAboveCritical(Search& s) {
     double lower = 0.0;
     double upper = s.dc;

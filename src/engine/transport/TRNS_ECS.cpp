@@ -186,7 +186,7 @@ void CONFTD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Te
 
 void CONFT(int icomp, double A, double D0, double& T0, int& ierr, Text255& herr) {
     constexpr int mostSteps = 20;
-    constexpr double damping = 0.8, longestStep = 0.6, tolerance = static_cast<double>(1e-11f);
+    constexpr double damping = 0.8, longestStep = 0.6, tolerance = 1e-11;
     ierr = 0;
     herr.clear();
     double tz = 0.0, rhoz = 0.0;
@@ -293,7 +293,7 @@ void CONFD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Tex
     T0 = bestTemperature;
     // A minimum at the edge of the range is no solution.
     if (!found || fBest > 1e-8) {
-        ierr = 58;
+        ierr = -58;  // the text shows it without the sign
         message(herr, "[CONFD error 58] ECS-transport routines did not converge", nullCharacter);
         ERRMSG(ierr, herr);
     }
@@ -598,7 +598,7 @@ struct Mixture {
     double T, D;
     const Composition& x;
     double f, h;
-    Composition fj{}, hj{};
+    Composition FJ{}, HJ{};
 };
 
 // Conformal ratios of the mixture and of its components to the fluid of slot 0; returned is 0, or the component whose
@@ -609,19 +609,20 @@ int conformalRatios(Mixture& mix, double A, double Z, double tc, double dc) {
     mix.f = mix.T / state.T;
     mix.h = state.D / mix.D;
 
-    constexpr double smallestZ = static_cast<double>(0.3f), simpleFrom = 1000.0;  // [K]
+    constexpr double smallestZ = 0.3, simpleFrom = 1000.0;  // [K]
     for (int i = 1; i <= modelTags.NC; ++i) {
         if (mix.x[i] <= 0.0) continue;
         if (!conformalState(i, A, Z, tc, dc, mix.T, mix.D, state)) return i;
-        double Ti = state.T, Di = state.D;
+        const auto f = [&mix](double T) { return T * mix.f / mix.T; };
+        const auto h = [&mix](double D) { return mix.D * mix.h / D; };
+        mix.FJ[i] = f(state.T);
+        mix.HJ[i] = h(state.D);
         // Far above the critical temperature the simple scaling takes over.
         if (Z > smallestZ && mix.T > tc) {
             const double weight = mix.T >= simpleFrom ? 1.0 : (mix.T - tc) / (simpleFrom - tc);
-            Ti += (state.simpleT - Ti) * weight;
-            Di += (state.simpleD - Di) * weight;
+            mix.FJ[i] += (f(state.simpleT) - mix.FJ[i]) * weight;
+            mix.HJ[i] += (h(state.simpleD) - mix.HJ[i]) * weight;
         }
-        mix.fj[i] = Ti * mix.f / mix.T;
-        mix.hj[i] = mix.D * mix.h / Di;
     }
     return 0;
 }
@@ -634,11 +635,11 @@ double pairSum(const Mixture& mix, const Composition& m, PairConstants constants
         if (mix.x[i] <= 0.0) continue;
         for (int j = i; j <= modelTags.NC; ++j) {
             if (mix.x[j] <= 0.0) continue;
-            double fij = mix.fj[i], hij = mix.hj[i], mij = m[i];
+            double fij = mix.FJ[i], hij = mix.HJ[i], mij = m[i];
             if (i != j) {
                 const auto [k, l] = constants(i, j);
-                fij = std::sqrt(mix.fj[i] * mix.fj[j]) * (1.0 - k);
-                const double side = std::cbrt(mix.hj[i]) + std::cbrt(mix.hj[j]);
+                fij = std::sqrt(mix.FJ[i] * mix.FJ[j]) * (1.0 - k);
+                const double side = std::cbrt(mix.HJ[i]) + std::cbrt(mix.HJ[j]);
                 hij = side * side * side / 8.0 * (1.0 - l);
                 mij = 2.0 * m[i] * m[j] / (m[i] + m[j]);
             }
@@ -664,28 +665,28 @@ double mixtureViscosity(const Mixture& mix, int& ierr, Text255& herr) {
             return notComputed;
         }
         etab = std::max(etab, smallestReference);
-        Composition mass{};
+        Composition XMJ{};  // effective molar masses
         for (int i = 1; i <= modelTags.NC; ++i) {
             if (mix.x[i] <= 0.0) continue;
             const double own =
-                std::max(componentViscosity(i, mix.T, mix.D, mix.fj[i], mix.f, mix.hj[i], mix.h, ierr, herr),
+                std::max(componentViscosity(i, mix.T, mix.D, mix.FJ[i], mix.f, mix.HJ[i], mix.h, ierr, herr),
                          smallestBackground);
             if (ierr != 0) return notComputed;
-            const double ratio = own / etab / std::sqrt(mix.fj[i]) * std::cbrt(mix.hj[i] * mix.hj[i]);
-            mass[i] = ratio * ratio * fluid.WMAS[0];
+            const double ratio = own / etab / std::sqrt(mix.FJ[i]) * std::cbrt(mix.HJ[i] * mix.HJ[i]);
+            XMJ[i] = ratio * ratio * fluid.WMAS[0];
         }
-        const double sum = pairSum(mix, mass, [](int i, int j) {
+        const double sum = pairSum(mix, XMJ, [](int i, int j) {
             const MixingPair& pair = mixingParameters.pair[i][j];
             return PairConstants{pair.XKIJ, pair.XLIJ};
         });
         background = sum / (mix.h * mix.h) / std::sqrt(fluid.WMAS[0]) * etab;
     }
-    const double dilute = ETAMIX(mix.T, mix.x);
-    if (dilute == 0.0) {
+    const double ETADG = ETAMIX(mix.T, mix.x);
+    if (ETADG == 0.0) {
         ierr = -59;
         return notComputed;
     }
-    return dilute + background;
+    return ETADG + background;
 }
 
 // Enhancement of a mixture that is almost a pure fluid goes over into that of the fluid.
@@ -704,13 +705,13 @@ double towardsPure(const Mixture& mix, double enhancement) {
 
 }  // namespace
 
-void TCBKMX(double T, double D, const Composition& x, double f, double h, const Composition& fj, const Composition& hj,
+void TCBKMX(double T, double D, const Composition& x, double f, double h, const Composition& FJ, const Composition& HJ,
             double& tcx, int& ierr, Text255& herr) {
     const FluidConstants& fluid = fluidConstants;
     const double R = fluid.R;
     ierr = 0;
     herr.clear();
-    const Mixture mix{T, D, x, f, h, fj, hj};
+    const Mixture mix{T, D, x, f, h, FJ, HJ};
 
     // dense part
     double background = 0.0;
@@ -719,39 +720,40 @@ void TCBKMX(double T, double D, const Composition& x, double f, double h, const 
         TCXKB(0, T / f, D * h, reference, ierr, herr);
         if (ierr != 0) return;
         reference = std::max(reference, 1e-16);
-        Composition g{};
+        Composition XMJ{};  // effective masses over that of the reference fluid
         for (int i = 1; i <= modelTags.NC; ++i) {
             if (x[i] <= 0.0) continue;
-            const double own = std::max(componentConductivity(i, T, D, fj[i], f, hj[i], h, ierr, herr), 1e-16);
+            const double own = std::max(componentConductivity(i, T, D, FJ[i], f, HJ[i], h, ierr, herr), 1e-16);
             if (ierr != 0) return;
-            const double ratio = own / reference / std::sqrt(fj[i]) * std::cbrt(hj[i] * hj[i]);
-            g[i] = ratio * ratio;
+            const double ratio = own / reference / std::sqrt(FJ[i]) * std::cbrt(HJ[i] * HJ[i]);
+            XMJ[i] = ratio * ratio;
         }
-        const double sum = pairSum(mix, g, [](int i, int j) {
+        const double sum = pairSum(mix, XMJ, [](int i, int j) {
             const MixingPair& pair = mixingParameters.pair[i][j];
             return PairConstants{pair.XKIJK, pair.XLIJK};
         });
         background = sum / (h * h) * reference;
     }
 
-    // dilute gas
-    Composition eta{}, dilute{};
+    // dilute gas: translational part and that of the internal energy; a correlation has both in one
+    Composition ETAI{}, TCXDG{}, TCXIN{};
     for (int i = 1; i <= modelTags.NC; ++i) {
         if (x[i] <= 0.0) continue;
         int status = 0;
         Text255 text;
-        ETAK0(i, T, eta[i], status, text);
-        if (status != 0 || eta[i] <= 0.0) eta[i] = ETA0DG(i, T);
+        ETAK0(i, T, ETAI[i], status, text);
+        if (status != 0 || ETAI[i] <= 0.0) ETAI[i] = ETA0DG(i, T);
         status = 1;
         if (!correspondingStates(modelTags.HTCX[i])) {
             // A correlation of its own is followed down to the dilute gas.
-            TCXK0(i, T, dilute[i], status, text);
-            if (status == 0 && modelTags.HTCX[i] == "TC0") TCXKB(i, T, 0.0, dilute[i], status, text);
-            if (status == 0 && dilute[i] <= 0.0) status = 1;
+            TCXK0(i, T, TCXDG[i], status, text);
+            if (status == 0 && modelTags.HTCX[i] == "TC0") TCXKB(i, T, 0.0, TCXDG[i], status, text);
+            if (status == 0 && TCXDG[i] <= 0.0) status = 1;
         }
         if (status != 0) {
             const double mass = fluid.WMAS[i];
-            dilute[i] = 0.015 * R * eta[i] / (4.0 * mass) + FINT(i, T) * eta[i] / mass * (CP0K(i, T) - 2.5 * R);
+            TCXDG[i] = 0.015 * R * ETAI[i] / (4.0 * mass);
+            TCXIN[i] = FINT(i, T) * ETAI[i] / mass * (CP0K(i, T) - 2.5 * R);
         }
     }
     double gas = 0.0;
@@ -761,10 +763,10 @@ void TCBKMX(double T, double D, const Composition& x, double f, double h, const 
         for (int j = 1; j <= modelTags.NC; ++j) {
             if (j == i || x[j] <= 0.0) continue;
             const double m = fluid.WMAS[i] / fluid.WMAS[j];
-            const double root = 1.0 + std::sqrt(eta[i] / eta[j]) * std::sqrt(std::sqrt(m));
+            const double root = 1.0 + std::sqrt(ETAI[i] / ETAI[j]) * std::sqrt(std::sqrt(m));
             sum += x[j] * (1.0 - mixingParameters.pair[i][j].XAJI) * root * root / std::sqrt(8.0 * (1.0 + m));
         }
-        gas += x[i] * dilute[i] / sum;
+        gas += x[i] * (TCXDG[i] + TCXIN[i]) / sum;
     }
     tcx = background + gas;
 }
@@ -822,10 +824,10 @@ void TRNECS(double T, double D, const Composition& x, double& eta, double& tcx, 
             return;
         }
         for (int i = 1; i <= modelTags.NC; ++i)
-            if (x[i] > 0.0) lennardJones(i, 0, mix.fj[i], mix.hj[i]);
+            if (x[i] > 0.0) lennardJones(i, 0, mix.FJ[i], mix.HJ[i]);
         eta = mixtureViscosity(mix, viscosityStatus, herr);
         ierr = viscosityStatus;
-        TCBKMX(T, mix.D, x, mix.f, mix.h, mix.fj, mix.hj, tcx, status, text);
+        TCBKMX(T, mix.D, x, mix.f, mix.h, mix.FJ, mix.HJ, tcx, status, text);
         if (status != 0) tcx = notComputed;
         if (ierr == 0 && status != 0) {
             ierr = status;

@@ -4,8 +4,9 @@
 // Symbols: f = T/T0, h = D0/D of the state (T, D) and its conformal state (T0, D0) in the reference fluid.
 // Units: viscosity [uPa s], conductivity [W/(m K)], temperature [K], density [mol/L].
 // State: ecsTransport, one record per slot, written by SETTRN (which also writes TMECST, TXECST, PXECST, DXECST and
-// HTCXCRECS); the viscosity of the last TRNECS, which the critical enhancement needs; the memory of EcsMemory.
-// Source    J. F. Ely, H. J. M. Hanley, Ind. Eng. Chem. Fundam. 20 (1981) 323 and 22 (1983) 90; S. A. Klein,
+// HTCXCRECS), sigma and epsilon also by TRNECS and PTRNEC where ILJFLAG has them scaled; the viscosity of the last
+// TRNECS, which the critical enhancement needs; the memory of EcsMemory. Source    J. F. Ely, H. J. M. Hanley, Ind.
+// Eng. Chem. Fundam. 20 (1981) 323 and 22 (1983) 90; S. A. Klein,
 //           M. O. McLinden, A. Laesecke, Int. J. Refrig. 20 (1997) 208; M. O. McLinden, S. A. Klein, R. A. Perkins,
 //           Int. J. Refrig. 23 (2000) 43; M. L. Huber, A. Laesecke, R. A. Perkins, Ind. Eng. Chem. Res. 42 (2003) 3163
 #pragma once
@@ -68,6 +69,7 @@ void PTRNEC(int icomp, double T, double D, double& eta, double& tcx, int& ierr, 
 void CONFTD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Text255& herr);
 
 // The same by a search over density with the temperature solved at each step; slower, and it needs no derivatives.
+//   Codes     -58     not converged
 //   Source    R. P. Brent, Algorithms for Minimization without Derivatives, Prentice-Hall 1973, ch. 5
 void CONFD(int icomp, double A, double Z, double& T0, double& D0, int& ierr, Text255& herr);
 // Temperature at which the fluid has the given residual Helmholtz energy at a density; ierr 1 if there was none.
@@ -115,10 +117,10 @@ double ETAMIX(double T, const Composition& x);
 // Conductivity of a mixture without the critical enhancement.
 //   Given     T, D, x    state
 //             f, h       conformal ratios of the mixture to the fluid of slot 0
-//             fj, hj     those of the components
+//             FJ, HJ     those of the components
 //   Returned  tcx        [W/(m K)]
 //   Codes     -58        no conformal state of a component
-void TCBKMX(double T, double D, const Composition& x, double f, double h, const Composition& fj, const Composition& hj,
+void TCBKMX(double T, double D, const Composition& x, double f, double h, const Composition& FJ, const Composition& HJ,
             double& tcx, int& ierr, Text255& herr);
 
 // First density coefficient of the conductivity of a gas.

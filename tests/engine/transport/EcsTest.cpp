@@ -67,7 +67,7 @@ TEST(ConformalState, theSearchOverDensityFindsTheSame) {
     int ierr = 0;
     Text255 herr;
     CONFD(0, -5.0, 0.01, T, D, ierr, herr);
-    EXPECT_EQ(ierr, 58);
+    EXPECT_EQ(ierr, -58);
     EXPECT_EQ(words(herr), "[CONFD error 58] ECS-transport routines did not converge");
 }
 
