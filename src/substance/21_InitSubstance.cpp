@@ -1,9 +1,12 @@
 #include "21_InitSubstance.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "14_ErrorControl.h"
 #include "23_SpecificPoints.h"
+#include "Message.h"
 #include "OPENFL.h"
 #include "SETUP.h"
 #include "TPRHO.h"
@@ -14,7 +17,8 @@ namespace frigana {
 namespace {
 
 const Text255 interactionFile{"fluids\\HMX.bnc"};
-constexpr int folderWidth = 7;  // of "fluids\", which SETMIX puts in front of the component names
+constexpr int folderWidth = 7;         // of "fluids\", which SETMIX puts in front of the component names
+constexpr double sumTolerance = 1e-6;  // that of the engine's own check of mole fractions
 
 int ierr = 0;
 Text255 herr;
@@ -31,7 +35,8 @@ Text255 installationFolder(bool withSeparator) {
 }
 
 void setUp(SUBSTANCE& substance, int count, const FileNames& names) {
-    SETUP(count, names, interactionFile, substance.HRF, ierr, herr);
+    // A negative count asks the engine for its version.
+    SETUP(std::max(count, 0), names, interactionFile, substance.HRF, ierr, herr);
     check();
 }
 
@@ -39,6 +44,41 @@ void setReference(SUBSTANCE& substance) {
     // Only reference codes that need no values of their own are in use.
     SETREF(substance.HRF, substance.IXREF, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
     check();
+}
+
+// The name by which the engine opens a fluid file, whatever its case, folder and extension.
+Text255 fluidOf(const Text255& file) {
+    std::string_view name = file.trimmed();
+    const auto separator = name.find_last_of("\\/:");
+    if (separator != std::string_view::npos) name.remove_prefix(separator + 1);
+    name = name.substr(0, name.find_last_of('.'));
+    Text255 fluid(name);
+    for (int i = 1; i <= fluid.length(); ++i)
+        if (fluid[i] >= 'a' && fluid[i] <= 'z') fluid[i] = static_cast<char>(fluid[i] - 'a' + 'A');
+    return fluid;
+}
+
+// What no model of a mixture can be given, whatever its reference state: the engine sees parts of it only, and late.
+// Returns the sum of the fractions.
+double checkedSum(const FileNames& names, const Composition& fractions, int count) {
+    constexpr double largest = std::numeric_limits<double>::max();
+    Text255 text;
+    double sum = 0.0;
+    for (int i = 1; i <= count; ++i) {
+        if (!(fractions[i] >= 0.0 && fractions[i] <= largest)) {
+            message(text, "Error: The fraction of ", names[i].trimmed(), " is negative or not a number!");
+            ERRORCONTROL(100125, text);
+        }
+        for (int j = 1; j < i; ++j) {
+            if (!(fluidOf(names[i]) == fluidOf(names[j]))) continue;
+            message(text, "Error: The mixture holds ", names[i].trimmed(), " twice!");
+            ERRORCONTROL(100126, text);
+        }
+        sum += fractions[i];
+    }
+    if (!(sum > 0.0 && sum <= largest))
+        ERRORCONTROL(100127, "Error: The fractions of the mixture do not add up to a number above zero!");
+    return sum;
 }
 
 // Reads the mixture file: components without their folder, and the composition.
@@ -51,6 +91,7 @@ void setUpMixtureFile(SUBSTANCE& substance) {
     check();
     for (int i = 1; i <= substance.NMIX; ++i)
         substance.REFSNAMEMIX[i] = Text255(substance.REFSNAMEMIX[i].slice(folderWidth + 1, Text255::size));
+    checkedSum(substance.REFSNAMEMIX, substance.ZMOL, substance.NMIX);
 }
 
 // The tightest limits of the components, each set up alone.
@@ -77,6 +118,8 @@ void storeCriticalPoint(SUBSTANCE& substance, double tc, double pc, double dc) {
 
 void initPureFluid(SUBSTANCE& substance) {
     substance.FLUIDNAME = substance.REFSNAME[1];
+    // Two names are a mixture: its constants would be those of the first alone.
+    if (substance.NREFS > 1) ERRORCONTROL(100123, "Fluid cannot be selected!!!");
     setUp(substance, substance.NREFS, substance.REFSNAME);
     substance.ZMOL = substance.ZCOMP;
     substance.ZKG = substance.ZMOL;
@@ -111,14 +154,25 @@ void initPredefinedMixture(SUBSTANCE& substance) {
 
 void initListedMixture(SUBSTANCE& substance) {
     substance.FLUIDNAME = substance.MIXNAME;
-    setUp(substance, substance.NREFS, substance.REFSNAME);
-    if (substance.ZTYPE == 1) {
-        substance.ZKG = substance.ZCOMP;
-        XMOLE(substance.ZKG, substance.ZMOL, substance.WM);
-    } else {
-        substance.ZMOL = substance.ZCOMP;
-        XMASS(substance.ZMOL, substance.ZKG, substance.WM);
+    const int count = substance.NREFS;
+    // A count below one is refused by the set-up.
+    const double sum = count > 0 ? checkedSum(substance.REFSNAME, substance.ZCOMP, count) : 1.0;
+    const bool addUpToOne = std::fabs(sum - 1.0) <= sumTolerance;
+    const bool byMass = substance.ZTYPE == 1;
+    // The engine refuses such mole fractions too, but not with every reference state.
+    if (!byMass && !addUpToOne && count > 1) {
+        Text255 text;
+        message(text, "Error: The mole fractions of the mixture add up to ", FixedPoint{0, 6, sum}, ", not to one!");
+        ERRORCONTROL(100128, text);
     }
+    setUp(substance, count, substance.REFSNAME);
+    substance.ZKG = substance.ZMOL = substance.ZCOMP;
+    if (!addUpToOne)  // the mixture is that of the parts, by which XMOLE takes masses
+        for (int i = 1; i <= count; ++i) substance.ZKG[i] = substance.ZMOL[i] = substance.ZCOMP[i] / sum;
+    if (byMass)
+        XMOLE(substance.ZKG, substance.ZMOL, substance.WM);
+    else
+        XMASS(substance.ZMOL, substance.ZKG, substance.WM);
     setReference(substance);
 
     double tc = 0, pc = 0, dc = 0;

@@ -10,8 +10,12 @@ namespace frigana {
 //                        the installation folder that the entry keeps (ADDRESS)
 //   Returned  substance  the other fields; -777 in TTRP, TNBP and DMAX of a mixture. A mixture's TMIN, TMAX and PMAX
 //                        are the tightest of its components'. PMIN is the bubble pressure at TMIN + 1 K
-//   Codes     a positive code of SETUP, SETMIX, SETREF, CRTHMX or CRITP ends the run with the engine's text
-//   Notes     The engine holds one fluid: a request with two calls this whenever it changes from one to the other.
+//   Codes     a positive code of SETUP, SETMIX, SETREF, CRTHMX or CRITP ends the run with the engine's text;
+//             100123 a pure fluid with two names; 100125 a fraction of a mixture is negative or not a number;
+//             100126 a component is there twice; 100127 the fractions do not add up to a number above zero;
+//             100128 listed mole fractions do not add up to one
+//   Notes     Mass fractions of a listed mixture are parts: they need not add up to one, and ZKG holds them as they do.
+//             The engine holds one fluid: a request with two calls this whenever it changes from one to the other.
 void INITSUBSTANCE(SUBSTANCE& substance);
 
 }  // namespace frigana
