@@ -19,6 +19,9 @@ FixedPoint real(double value) {
 
 void STORENEWMIXTURE(SUBSTANCE& substance, PROPREQ&, const Text255& FILEOUT) {
     INITSUBSTANCE(substance);
+    if (substance.FLUIDKIND != 2 && substance.FLUIDKIND != 3)
+        ERRORCONTROL(107201, "Error: A fluid that is no mixture cannot be stored as one!");
+    if (substance.MIXNAME.blank()) ERRORCONTROL(107202, "Error: The mixture has no name!");
     if (openForWriting(unit, "mixtures\\new")) closeUnit(unit);
     if (!openForWriting(unit, FILEOUT.trimmed())) fileError(FILEOUT.trimmed(), "cannot be written");
     writeLine(unit, Character{nameWidth, substance.FLUIDNAME.view()});
