@@ -224,7 +224,7 @@ bool storeRecord(const PairRecord& record, int i, int j, int k, bool reversed, i
         p.HMODVC = "EST";
         sum -= 2;
     }
-    if (sum < 0) ierr = sum - 113;
+    ierr = sum < 0 ? sum - 113 : 0;  // not that of a GE record that this one replaces
     if (reversed) turnRound(p);
     FPRKIJ[i][j] = FPRKIJ[j][i] = cubic;
     storeBothOrders(i, j, p);

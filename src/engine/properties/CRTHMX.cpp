@@ -64,14 +64,14 @@ void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr,
     const int nc = modelTags.NC;
     double weight = 0.0, sumT = 0.0, sumV = 0.0;
     bool lines = true;
-    for (int i = 1; i < nc; ++i) {
+    for (int i = 1; i < nc && lines; ++i) {
         if (x[i] <= 0.0) continue;
         for (int j = i + 1; j <= nc; ++j) {
             if (x[j] <= 0.0) continue;
             const MixingPair& p = mixingParameters.pair[i][j];
             if (p.HMODTC != "TC1" || p.HMODVC != "VC1") {
                 lines = false;
-                continue;
+                break;
             }
             if (std::fabs(p.FTCIJ[1]) < 1e-12) {
                 ierr = -131;

@@ -45,6 +45,7 @@ class MixtureSetUp : public testing::Test {
 
     // The code of SETUP. A name without a folder is that of a fluid of the data folder.
     int setUp(const Names& names, const std::string& mixtureFile = dataFile("HMX.BNC"), const char* reference = "NA") {
+        renew();  // a file of the same name may have changed
         FileNames files{};
         int count = 0;
         for (const std::string& name : names)

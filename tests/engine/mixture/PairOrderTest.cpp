@@ -206,9 +206,9 @@ class PairOrder : public MixtureSetUp {
 // last digit of tau into 3e-13 of its second derivative.
 constexpr double rounding = 1e-14;
 // Second derivatives hold differences of terms some hundred times as large.
-constexpr double roundingOfDerivatives = 1e-12;
+constexpr double roundingOfDerivatives = 1e-13;
 // Re-expanding a critical line of coefficients up to 6000 costs as many digits.
-constexpr double roundingOfTurnedLines = 1e-10;
+constexpr double roundingOfTurnedLines = 1e-12;
 
 TEST_F(PairOrder, APairHeldInTheReverseOrderYieldsTheSameMixture) {
     for (const Names& names : blends) {
