@@ -1,12 +1,12 @@
 #include "DataReport.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <ostream>
 
+#include "Folders.h"
 #include "OPENFL.h"
 
 namespace frigana::app {
@@ -20,20 +20,6 @@ std::string plain(std::string_view text) {
     std::string result;
     for (const char character : text) result += static_cast<unsigned char>(character) < ' ' ? ' ' : character;
     return result;
-}
-
-// Files of a folder with an extension in either case, by name.
-std::vector<std::string> filesOf(const fs::path& folder, std::string_view extension) {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder, error)) {
-        std::string found = entry.path().extension().string();
-        std::transform(found.begin(), found.end(), found.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-        if (found == extension) names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 std::string padded(const std::string& text, std::size_t width, bool left = false) {

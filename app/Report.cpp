@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "Folders.h"
 #include "Operations.h"
 
 namespace frigana::app {
@@ -13,13 +14,6 @@ namespace frigana::app {
 namespace {
 
 using Kind = ResultEntry::Kind;
-
-// Messages of the engine end in a null character.
-std::string plainText(std::string_view text) {
-    std::string plain;
-    for (char character : text) plain += static_cast<unsigned char>(character) < ' ' ? ' ' : character;
-    return std::string(trimRight(plain));
-}
 
 bool isValue(const Entry& entry) {
     return entry.kind == Kind::value || entry.kind == Kind::integer;
@@ -305,7 +299,7 @@ void printReport(std::ostream& out, const RunResult& result) {
                 if (report.record == 2) out << " of the second circuit";
                 out << ": " << report.parameterName << '\n';
             }
-            out << "  result   " << report.resultPath.trimmed() << '\n';
+            out << "  result   " << shownPath(report.resultPath.view()) << '\n';
             return;
         case RunEnd::runtimeError:
             out << "No result: " << plainText(report.HERR.view()) << '\n';
@@ -320,7 +314,7 @@ void printReport(std::ostream& out, const RunResult& result) {
     out << requested(report) << ": done\n";
     printSuccess(out, result);
     const bool mixture = report.type == 1 && report.sub == storeNewMixture;
-    out << (mixture ? "Mixture file: " : "Result file: ") << report.resultPath.trimmed() << '\n';
+    out << (mixture ? "Mixture file: " : "Result file: ") << shownPath(report.resultPath.view()) << '\n';
 }
 
 void printJson(std::ostream& out, const RunResult& result) {
@@ -329,7 +323,7 @@ void printJson(std::ostream& out, const RunResult& result) {
     json root;
     root["operation"] = {{"type", report.type}, {"subtype", report.sub}, {"name", requested(report)}};
     root["exit_status"] = exitStatus(result);
-    root["result_file"] = std::string(report.resultPath.trimmed());
+    root["result_file"] = shownPath(report.resultPath.view());
     switch (report.end) {
         case RunEnd::refused:
             root["outcome"] = "refused";

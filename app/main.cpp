@@ -8,6 +8,7 @@
 #include "14_ErrorControl.h"
 #include "DataReport.h"
 #include "Installation.h"
+#include "Listing.h"
 #include "Platform.h"
 #include "Report.h"
 #include "frigana.h"
@@ -54,16 +55,26 @@ int checkDataOf(std::string folder) {
     return result.clean() ? 0 : faultyData;
 }
 
+int listDataOf(std::string folder) {
+    if (folder.empty()) folder = app::defaultInstallation();
+    if (folder.empty()) return complain(runtimeError, "no data folder found; name one: frigana list DIR");
+    if (!fits(folder)) return complain(usageError, folder + ": the path is too long");
+    app::Listing listing;
+    if (!app::listData(folder, listing)) return complain(runtimeError, folder + ": there is no folder fluids in it");
+    app::printListing(std::cout, listing);
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     CLI::App options{
-        "Runs one refrigeration request and says what came of it, or checks the data of an installation.\n"
+        "Runs one refrigeration request and says what came of it, or lists or checks the data of an installation.\n"
         "Exit status: 0 done; 1 wrong command line; 2 the request was refused: code and message are shown\n"
         "and stand in the result file; 3 the request cannot be read, asks for what there is not, or a file\n"
         "cannot be written; 4 the data have faults.",
         "frigana"};
-    std::string request, data, json, csv, checked;
+    std::string request, data, json, csv, checked, listed;
     options.add_option("REQUEST", request,
                        "request file with the extension .fi1; its result is left beside it with the extension .fo1");
     options.add_option(
@@ -79,6 +90,12 @@ int main(int argc, char** argv) {
     checkData->add_option(
         "DIR", checked,
         "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
+    CLI::App* list = options.add_subcommand(
+        "list", "lists the fluids and blends that a request may name, with potential, safety class and components");
+    list->add_option(
+        "DIR", listed,
+        "folder that holds the folders fluids and mixtures (default: the one that came with this program)");
+    for (CLI::App* subcommand : {checkData, list}) subcommand->add_option("--data", data, "the same as DIR");
     try {
         options.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -86,6 +103,7 @@ int main(int argc, char** argv) {
     }
 
     if (checkData->parsed()) return checkDataOf(checked.empty() ? data : checked);
+    if (list->parsed()) return listDataOf(listed.empty() ? data : listed);
     if (request.empty()) {
         std::cerr << "REQUEST is required\nRun with --help for more information.\n";
         return usageError;

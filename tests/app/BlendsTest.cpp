@@ -1,0 +1,152 @@
+// Blends as a user of the program meets them: listed, stored, used and refused.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "TemporaryFolder.h"
+
+namespace frigana {
+namespace {
+
+using test::readFile;
+using test::TemporaryFolder;
+using test::writeFile;
+
+struct Outcome {
+    int status;
+    std::string said;
+};
+
+Outcome run(const std::string& arguments) {
+    std::FILE* pipe = popen((std::string("'") + FRIGANA_PROGRAM + "' " + arguments + " 2>&1").c_str(), "r");
+    Outcome outcome{-1, ""};
+    std::array<char, 4096> piece;
+    std::size_t count;
+    while ((count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0) outcome.said.append(piece.data(), count);
+    const int status = pclose(pipe);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+    return outcome;
+}
+
+struct Blends : testing::Test {
+    TemporaryFolder folder;
+    std::string installation = folder.path("installed");
+    std::string request = folder.path("blend.fi1");
+
+    void SetUp() override {
+        std::filesystem::create_directories(installation + "/mixtures");
+        std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids", installation + "/fluids");
+    }
+    Outcome ask(const std::string& lines, const std::string& more = "") {
+        writeFile(request, lines);
+        return run("'" + request + "' --data '" + installation + "' " + more);
+    }
+    // The line of a listing that begins with a name; empty if there is none.
+    static std::string lineOf(const std::string& text, const std::string& name) {
+        const auto at = text.find("  " + name + " ");
+        return at == std::string::npos ? "" : text.substr(at, text.find('\n', at) - at);
+    }
+};
+
+TEST_F(Blends, AllFluidsAndBlendsAreListedWithWhatAUserChoosesBy) {
+    const Outcome outcome = run("list");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(std::count(outcome.said.begin(), outcome.said.end(), '\n'), 2 + 1 + 36 + 1 + 1 + 53);
+    EXPECT_EQ(lineOf(outcome.said, "R1234ZE.FLD"), "  R1234ZE.FLD        1  A2L    trans-1,3,3,3-tetrafluoroprop-1-ene");
+    // 0.23 x 677 + 0.25 x 3170 + 0.52 x 1300 = 1624
+    EXPECT_EQ(lineOf(outcome.said, "R407C.MIX"), "  R407C.MIX    1624  A1     R32 23, R125 25, R134A 52");
+    EXPECT_EQ(lineOf(outcome.said, "R422A.MIX"), "  R422A.MIX    2847  A1     R125 85.1, R134A 11.5, ISOBUTAN 3.4");
+    EXPECT_EQ(outcome.said.find("n/a"), std::string::npos);
+    EXPECT_EQ(run("list --help").status, 0);
+    EXPECT_EQ(run("list one two").status, 1);
+    EXPECT_NE(run("--help").said.find("lists the fluids and blends"), std::string::npos);
+}
+
+TEST_F(Blends, AStoredBlendIsListedAndUsed) {
+    EXPECT_NE(run("list '" + installation + "'").said.find("There are no blends."), std::string::npos);
+    const Outcome stored = ask("1\n3\n2\n1\nR1234YF.FLD\n0.56\nR134A.FLD\n0.44\nR513A\n2 DEF\n7\n");
+    EXPECT_EQ(stored.status, 0) << stored.said;
+    // The path as this system writes it.
+    EXPECT_NE(stored.said.find("Mixture file: " + installation + "/mixtures/R513A.mix\n"), std::string::npos)
+        << stored.said;
+    const Outcome listed = run("list '" + installation + "'");
+    EXPECT_EQ(run("list --data '" + installation + "'").said, listed.said);
+    EXPECT_EQ(run("--data '" + installation + "' list").said, listed.said);
+    EXPECT_EQ(lineOf(listed.said, "R513A.mix"), "  R513A.mix     572  NA     R1234YF 56, R134A 44");
+    const Outcome facts = ask("1\n2\n1\n1\nR513A.mix\n1\nnone\n2 DEF\n1\n", "--json -");
+    ASSERT_EQ(facts.status, 0) << facts.said;
+    EXPECT_NE(facts.said.find("\"R513A.mix\""), std::string::npos);
+    const Outcome checked = run("check-data '" + installation + "'");
+    EXPECT_EQ(checked.status, 0) << checked.said;
+    EXPECT_NE(checked.said.find("36 fluids, 1 mixtures"), std::string::npos);
+}
+
+TEST_F(Blends, AFileThatCannotBeUsedIsListedWithItsReason) {
+    writeFile(installation + "/mixtures/BROKEN.MIX", "Broken\n 70 350\n");
+    writeFile(installation + "/mixtures/FOREIGN.MIX",
+              "Foreign\n 70 350 5000 6\n 2\nR32.FLD\nXENON.FLD\n0.5\n0.5\n 0\n");
+    const Outcome outcome = run("list '" + installation + "'");
+    EXPECT_EQ(outcome.status, 0);
+    for (const char* part :
+         {"[SETMIX error 101] error in opening mixture file: BROKEN.MIX", "filename = (XENON.FLD )."})
+        EXPECT_NE(outcome.said.find(part), std::string::npos) << part << '\n' << outcome.said;
+    const Outcome none = run("list '" + installation + "/mixtures'");
+    EXPECT_EQ(none.status, 3);
+    EXPECT_NE(none.said.find("there is no folder fluids in it"), std::string::npos);
+}
+
+TEST_F(Blends, WhatIsNoBlendIsToldInOneMessage) {
+    const struct {
+        const char *lines, *said;
+        int status;
+    } rows[] = {
+        {"1\n3\n2\n2\nR32.FLD\n50\nR125.FLD\n50\nB\n2 DEF\n1\n",
+         "message  Error: The mole fractions of the mixture add up to 100.000000, not to one!", 2},
+        {"1\n3\n2\n1\nR32.FLD\n0.5\nR32.FLD\n0.5\nB\n2 DEF\n1\n", "message  Error: The mixture holds R32.FLD twice!",
+         2},
+        {"1\n3\n2\n1\nR32.FLD\n0.5\nR125.FLD\nnan\nB\n2 DEF\n1\n",
+         "message  Error: The fraction of R125.FLD is negative or not a number!", 2},
+        {"1\n2\n1\n1\nNOTHING.MIX\n1\nnone\n2 DEF\n1\n",
+         "message  [SETMIX error 101] error in opening mixture file:", 2},
+        {"1\n3\n2\n1\nR32.FLD\n0.5\nR125.FLD\nhalf\nB\n2 DEF\n1\n", "line 8: expected the fraction of a fluid", 3},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = ask(row.lines);
+        EXPECT_EQ(outcome.status, row.status);
+        EXPECT_NE(outcome.said.find(row.said), std::string::npos) << outcome.said;
+    }
+}
+
+// Every value of a blend's results has the unit of its request's results.
+TEST_F(Blends, ValuesOfBlendsHaveTheirUnits) {
+    const Outcome outcome =
+        ask("1\n3\n2\n1\nR32.FLD\n0.5\nR125.FLD\n0.5\nB\n2 DEF\n6\n0\n0\n0\n0\n1 280\n", "--json -");
+    ASSERT_EQ(outcome.status, 0) << outcome.said;
+    const auto values = nlohmann::json::parse(outcome.said)["values"];
+    const struct {
+        const char *name, *unit;
+        double low, high;  // R410A at 280 K: pressure near 990 kPa (Lemmon 2003), liquid near 1142 kg/m3
+    } rows[] = {{"Pressure, liquid", "kPa", 985, 996},    {"Pressure, vapor", "kPa", 983, 993},
+                {"Density, liquid", "kg/m3", 1130, 1150}, {"Isobaric heat capacity, liquid", "kJ/(kg K)", 1.5, 1.6},
+                {"Viscosity, liquid", "uPa s", 130, 165}, {"Thermal conductivity, liquid", "W/(m K)", 0.09, 0.12},
+                {"Surface tension", "N/m", 0.006, 0.010}};
+    for (const auto& row : rows) {
+        bool found = false;
+        for (const auto& value : values) {
+            if (value.value("name", "") != row.name) continue;
+            found = true;
+            EXPECT_EQ(value["unit"], row.unit) << row.name;
+            EXPECT_GT(value["value"].get<double>(), row.low) << row.name;
+            EXPECT_LT(value["value"].get<double>(), row.high) << row.name;
+        }
+        EXPECT_TRUE(found) << row.name;
+    }
+}
+
+}  // namespace
+}  // namespace frigana
