@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
+#include "21_InitSubstance.h"
 #include "31_FluidInformation.h"
 #include "54_Find_Refigerant.h"
 #include "Folders.h"
@@ -77,7 +78,12 @@ ListedFluid blendOf(const std::string& file) {
         listed.fault = reason(herr);
         return listed;
     }
-    double molarMass = 0.0;
+    double sum = 0.0, molarMass = 0.0;
+    CHECKCOMPOSITION(substance.REFSNAMEMIX, substance.ZMOL, substance.NMIX, sum, ierr, herr);
+    if (ierr > 0) {
+        listed.fault = reason(herr);
+        return listed;
+    }
     XMASS(substance.ZMOL, substance.ZKG, molarMass);
     for (int i = 1; i <= substance.NMIX; ++i) {
         const std::string component = plainText(substance.REFSNAMEMIX[i].view());

@@ -290,6 +290,8 @@ void checkMixture(std::string_view file, std::string_view parameters, MixtureRep
             closeUnit(component);
         else
             fault(report.faults, 0, "there is no fluid file ", names[i].trimmed());
+        for (int j = 1; j < i; ++j)
+            if (names[i] == names[j]) fault(report.faults, 0, "it holds ", names[i].trimmed(), " twice");
     }
     if (!(std::fabs(report.sum - 1.0) <= sumTolerance))
         fault(report.faults, 0, "the mole fractions add up to", FreeDouble{report.sum});

@@ -58,26 +58,10 @@ Text255 fluidOf(const Text255& file) {
     return fluid;
 }
 
-// What no model of a mixture can be given, whatever its reference state: the engine sees parts of it only, and late.
-// Returns the sum of the fractions.
 double checkedSum(const FileNames& names, const Composition& fractions, int count) {
-    constexpr double largest = std::numeric_limits<double>::max();
-    Text255 text;
     double sum = 0.0;
-    for (int i = 1; i <= count; ++i) {
-        if (!(fractions[i] >= 0.0 && fractions[i] <= largest)) {
-            message(text, "Error: The fraction of ", names[i].trimmed(), " is negative or not a number!");
-            ERRORCONTROL(100125, text);
-        }
-        for (int j = 1; j < i; ++j) {
-            if (!(fluidOf(names[i]) == fluidOf(names[j]))) continue;
-            message(text, "Error: The mixture holds ", names[i].trimmed(), " twice!");
-            ERRORCONTROL(100126, text);
-        }
-        sum += fractions[i];
-    }
-    if (!(sum > 0.0 && sum <= largest))
-        ERRORCONTROL(100127, "Error: The fractions of the mixture do not add up to a number above zero!");
+    CHECKCOMPOSITION(names, fractions, count, sum, ierr, herr);
+    check();
     return sum;
 }
 
@@ -195,6 +179,32 @@ void fillFailedPoint(STATEPT& bad) {
 }
 
 }  // namespace
+
+void CHECKCOMPOSITION(const FileNames& names, const Composition& fractions, int count, double& sum, int& IERR,
+                      Text255& HERR) {
+    constexpr double largest = std::numeric_limits<double>::max();
+    IERR = 0;
+    HERR.clear();
+    sum = 0.0;
+    for (int i = 1; i <= count; ++i) {
+        if (!(fractions[i] >= 0.0 && fractions[i] <= largest)) {
+            IERR = 100125;
+            message(HERR, "Error: The fraction of ", names[i].trimmed(), " is negative or not a number!");
+            return;
+        }
+        for (int j = 1; j < i; ++j) {
+            if (!(fluidOf(names[i]) == fluidOf(names[j]))) continue;
+            IERR = 100126;
+            message(HERR, "Error: The mixture holds ", names[i].trimmed(), " twice!");
+            return;
+        }
+        sum += fractions[i];
+    }
+    if (!(sum > 0.0 && sum <= largest)) {
+        IERR = 100127;
+        HERR = "Error: The fractions of the mixture do not add up to a number above zero!";
+    }
+}
 
 void INITSUBSTANCE(SUBSTANCE& substance) {
     SETPATH(installationFolder(false).view());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "12_MyVariables.h"
+#include "SETUP.h"
 
 namespace frigana {
 
@@ -17,5 +18,13 @@ namespace frigana {
 //   Notes     Mass fractions of a listed mixture are parts: they need not add up to one, and ZKG holds them as they do.
 //             The engine holds one fluid: a request with two calls this whenever it changes from one to the other.
 void INITSUBSTANCE(SUBSTANCE& substance);
+
+// What no model of a mixture can be given, whatever its reference state: the engine sees parts of it only, and late.
+//   Given     names, fractions, count  files of the components, in any case and with or without folder and extension;
+//                                      their mole or mass fractions
+//   Returned  sum  of the fractions
+//   Codes     100125, 100126 and 100127 of INITSUBSTANCE
+void CHECKCOMPOSITION(const FileNames& names, const Composition& fractions, int count, double& sum, int& IERR,
+                      Text255& HERR);
 
 }  // namespace frigana

@@ -57,7 +57,8 @@ TEST_F(Blends, AllFluidsAndBlendsAreListedWithWhatAUserChoosesBy) {
     const Outcome outcome = run("list");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(std::count(outcome.said.begin(), outcome.said.end(), '\n'), 2 + 1 + 36 + 1 + 1 + 53);
-    EXPECT_EQ(lineOf(outcome.said, "R1234ZE.FLD"), "  R1234ZE.FLD        1  A2L    trans-1,3,3,3-tetrafluoroprop-1-ene");
+    EXPECT_EQ(lineOf(outcome.said, "R1234ZE.FLD"),
+              "  R1234ZE.FLD        1  A2L    trans-1,3,3,3-tetrafluoroprop-1-ene");
     // 0.23 x 677 + 0.25 x 3170 + 0.52 x 1300 = 1624
     EXPECT_EQ(lineOf(outcome.said, "R407C.MIX"), "  R407C.MIX    1624  A1     R32 23, R125 25, R134A 52");
     EXPECT_EQ(lineOf(outcome.said, "R422A.MIX"), "  R422A.MIX    2847  A1     R125 85.1, R134A 11.5, ISOBUTAN 3.4");
@@ -90,8 +91,16 @@ TEST_F(Blends, AFileThatCannotBeUsedIsListedWithItsReason) {
     writeFile(installation + "/mixtures/BROKEN.MIX", "Broken\n 70 350\n");
     writeFile(installation + "/mixtures/FOREIGN.MIX",
               "Foreign\n 70 350 5000 6\n 2\nR32.FLD\nXENON.FLD\n0.5\n0.5\n 0\n");
+    writeFile(installation + "/mixtures/TWICE.MIX", "Twice\n 52.024 350 5000 6\n 2\nR32.FLD\nR32.FLD\n0.5\n0.5\n 0\n");
+    writeFile(installation + "/mixtures/LESS.MIX", "Less\n 52 350 5000 6\n 2\nR32.FLD\nR125.FLD\n1.5\n-0.5\n 0\n");
     const Outcome outcome = run("list '" + installation + "'");
     EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(lineOf(outcome.said, "TWICE.MIX"),
+              "  TWICE.MIX         -  -      cannot be used: Error: The mixture holds R32.FLD twice!");
+    EXPECT_NE(lineOf(outcome.said, "LESS.MIX").find("The fraction of R125.FLD is negative"), std::string::npos);
+    const Outcome checked = run("check-data '" + installation + "'");
+    EXPECT_EQ(checked.status, 4);
+    EXPECT_NE(checked.said.find("TWICE.MIX: it holds R32.FLD twice"), std::string::npos) << checked.said;
     for (const char* part :
          {"[SETMIX error 101] error in opening mixture file: BROKEN.MIX", "filename = (XENON.FLD )."})
         EXPECT_NE(outcome.said.find(part), std::string::npos) << part << '\n' << outcome.said;
