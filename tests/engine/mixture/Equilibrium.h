@@ -53,9 +53,8 @@ inline testing::AssertionResult setUpBlend(std::string_view name, Composition& x
 
 using Share = std::pair<std::string_view, double>;
 
-// Sets a mixture up by components and mole fractions, with the equations that eos names for all of them where given.
-inline testing::AssertionResult setUpMixture(std::initializer_list<Share> shares, Composition& x,
-                                             std::string_view eos = "") {
+// Sets a mixture up by components and mole fractions.
+inline testing::AssertionResult setUpMixture(std::initializer_list<Share> shares, Composition& x) {
     SETPATH(FRIGANA_DATA);
     FileNames files{};
     int count = 0, ierr = 0;
@@ -65,13 +64,6 @@ inline testing::AssertionResult setUpMixture(std::initializer_list<Share> shares
         x[count] = fraction;
     }
     Text255 herr;
-    if (!eos.empty()) {
-        ComponentArray<Text3> tags{};
-        tags.fill("NBS");
-        SETMOD(count, "NBS", "NBS", tags, ierr, herr);
-        for (int i = 1; i <= count; ++i) tags[i] = eos;
-        SETMOD(count, "EOS", eos, tags, ierr, herr);
-    }
     Text3 reference{"DEF"};
     SETUP(count, files, Text255("HMX.BNC"), reference, ierr, herr);
     RESETA();
