@@ -354,6 +354,10 @@ void RDMIX(int iunit, int i, int j, const Text3& hmodij, PairMarks& LIJ, int& ie
     herr.clear();
     clearDepartureCache();
     const bool all = hmodij == "ALL";
+    // A pair that changes its rule has no terms until they are found: those of the rule before, under the new tag,
+    // would enter the saved state that all pairs of this tag share.
+    if (!all)
+        for (MixingPair* p : {&mixingParameters.pair[i][j], &mixingParameters.pair[j][i]}) p->NAMIX = p->NAMIX2 = 0;
     rewindUnit(iunit);
     while (findSection(iunit, "MXM")) {
         RuleRecord r;

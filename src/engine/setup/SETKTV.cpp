@@ -10,6 +10,7 @@
 #include "ReaderReport.h"
 #include "ReferenceState.h"
 #include "SAT_SUB.h"
+#include "SaturationSpline.h"
 #include "UTILITY.h"
 
 namespace frigana {
@@ -73,6 +74,7 @@ void SETKTV(int icomp, int jcomp, const Text3& hmodij, const MixNumbers& fij, Te
     herr.clear();
     referenceState.IXREFSAVE = 0;
     resetSaturationMemo();
+    saturationSpline.SPLINEREADY = false;  // an envelope belongs to its parameters
 
     if (hmodij == "RST" || hmodij == "rst") {
         hfmix = parameters.HMFILE[0];

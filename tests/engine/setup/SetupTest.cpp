@@ -117,6 +117,15 @@ TEST_F(Setup, SlotZeroIsNotReadForOneFluidWithoutAReference) {
     EXPECT_EQ(fluidFiles.HCAS[0], "not_defined");
 }
 
+TEST_F(Setup, SlotZeroHoldsTheReferenceFluidOfTransportOfOneFluid) {
+    SETPATH(FRIGANA_DATA);
+    ASSERT_EQ(setUp({"R218.FLD"}), 0) << message();
+    EXPECT_EQ(trimRight(fluidFiles.HFILE[0].view()), "PROPANE.FLD");
+    EXPECT_EQ(fluidFiles.HCAS[0], "74-98-6");
+    EXPECT_EQ(fluidConstants.TCRIT[0], 369.89);
+    EXPECT_EQ(modelTags.HMXEOS[0], "FEQ");
+}
+
 TEST_F(Setup, AMixtureReadsTheFixedReferenceFluidsFromTheFolderOfItsFirstComponent) {
     for (const char* name : {"nitrogen", "propane", "c12", "r134a"}) {
         Header header;
@@ -143,7 +152,8 @@ TEST_F(Setup, AnUnknownModelOfAMixtureBecomesTheHelmholtzMixtureModel) {
     ASSERT_EQ(force("EOS", "XYZ", {"QUI", "QUI"}), 0);
     ASSERT_EQ(force("ETA", "XYZ", {"VS6", "VS6"}), 0);
     ASSERT_EQ(force("TCX", "XYZ", {"TC6", "TC6"}), 0);
-    setUp({"R32.FLD", "R125.FLD"}, "DEF");
+    EXPECT_EQ(setUp({"R32.FLD", "R125.FLD"}, "DEF"), -105);
+    EXPECT_EQ(message(), "[SETUP warning -105] unknown mixture model specified, the HMX model will be used.");
     EXPECT_EQ(modelTags.HEOS, "HMX");
     EXPECT_EQ(modelTags.HMXEOS[1], "FEQ");
     EXPECT_EQ(modelTags.HMXEOS[2], "FEQ");

@@ -1,0 +1,220 @@
+// The rule of ammonia + water, and the reference state of its published model, with made-up terms of the departure
+// function.
+#include "CORE_CPP.h"
+#include "CORE_FEQ.h"
+#include "DISPATCH.h"
+#include "EngineSetUp.h"
+#include "MixtureSetUp.h"
+#include "TPRHO.h"
+#include "Water.h"
+
+namespace frigana::test {
+namespace {
+
+constexpr double tcAmmonia = 405.4, rhocAmmonia = 13.2117771543, tcWater = 647.096, rhocWater = 17.8737279956;
+constexpr double gasConstant = 8.31451, gasConstantOfWater = 8.314371357587;
+
+std::string replaced(std::string text, const std::string& old, const std::string& by) {
+    for (std::size_t at = text.find(old); at != std::string::npos; at = text.find(old, at + by.size()))
+        text.replace(at, old.size(), by);
+    return text;
+}
+// Ammonia with a gas constant of its own and a reference state near that of the mixture, and water likewise.
+std::string ammoniaText(const std::string& h = "45957.4") {
+    const std::string text = replaced(readFile(dataFile("AMMONIA.FLD")), "8.314471", "8.31451");
+    return replaced(text, "\nIIR ", "\nOTH\n  300.0  0.01  " + h + "  164.3 ");
+}
+std::string waterText(const std::string& h = "28945.2") {
+    return replaced(waterFile, "300.0  0.01  45000.0  200.0", "300.0  0.01  " + h + "  159.1");
+}
+
+// Fourteen terms with every kind of exponent: no exponential, and exponentials of the first and second power.
+struct Term {
+    double N, t, d, l;
+};
+constexpr Term terms[14] = {{-0.02, 1.5, 4, 0}, {0.05, 0.5, 5, 1},  {1e-6, 6.5, 12, 1}, {2e-4, 1.75, 8, 1},
+                            {-1e-5, 9.0, 6, 1}, {-3e-6, 6.0, 9, 2}, {0.26, -1.0, 4, 1}, {-1e-5, 4.0, 8, 1},
+                            {0.012, 3.5, 4, 1}, {-0.07, 0.0, 5, 1}, {0.1, -1.0, 6, 2},  {1e-3, 8.0, 10, 2},
+                            {-0.2, 7.5, 6, 2},  {-0.78, 4.0, 2, 2}};
+constexpr double kT = 0.965, kV = 1.24, alpha = 1.125, beta = 0.9, gamma = 0.525;
+
+std::string ruleTR1() {
+    std::string rows;
+    for (const Term& term : terms)
+        rows += std::to_string(term.N * 1e6) + "e-6 " + std::to_string(term.t) + " " + std::to_string(term.d) + " " +
+                std::to_string(term.l) + "\n";
+    return ruleText("TR1", "  14  3  1  0  0", rows);
+}
+const std::string recordTR1 = dataLine("7664-41-7/7732-18-5", "TR1", "0.965 1.24 1.125 0.9 0.525 0.0") + endOfRecord;
+
+class AmmoniaWater : public MixtureSetUp {
+  protected:
+    void SetUp() override {
+        MixtureSetUp::SetUp();
+        for (const char* name : {"NITROGEN", "PROPANE", "C12", "R134A"})
+            write(std::string(name) + ".FLD", readFile(dataFile(std::string(name) + ".FLD")));
+        ammoniaPath = write("AMMONIA.FLD", ammoniaText());
+        waterPath = write("WATER.FLD", waterText());
+        propanePath = folder.path("PROPANE.FLD");
+    }
+    int setUpInOrder(bool waterFirst, const char* reference = "NA", const std::string& records = recordTR1) {
+        return MixtureSetUp::setUp(waterFirst ? Names{waterPath, ammoniaPath} : Names{ammoniaPath, waterPath},
+                                   write("TEST.BNC", mixtureFileText(records, ruleTR1() + plainKW0 + plainLJ6)),
+                                   reference);
+    }
+    static Composition ofAmmonia(double xa, bool waterFirst) {
+        return waterFirst ? fractions({1.0 - xa, xa}) : fractions({xa, 1.0 - xa});
+    }
+    std::string ammoniaPath, waterPath, propanePath;
+};
+
+// The published form of the reducing functions: x^2 Tc1 + (1 - x)^2 Tc2 + x (1 - x^alpha) kT (Tc1 + Tc2), likewise of
+// the volumes.
+TEST_F(AmmoniaWater, ReducingFunctionsInBothOrders) {
+    for (const bool waterFirst : {false, true}) {
+        ASSERT_EQ(setUpInOrder(waterFirst), 0) << message();
+        EXPECT_EQ(mixingParameters.AMMONIAWATER, waterFirst ? 2 : 1);
+        EXPECT_EQ(mixingParameters.IWATERCOMP, waterFirst ? 1 : 2);
+        for (const double xa : {0.1, 0.5, 0.85}) {
+            const double xw = 1.0 - xa;
+            double Tr = 0.0, Dr = 0.0;
+            REDHMX(ofAmmonia(xa, waterFirst), Tr, Dr);
+            EXPECT_NEAR(
+                Tr,
+                xa * xa * tcAmmonia + xw * xw * tcWater + xa * (1.0 - std::pow(xa, alpha)) * kT * (tcAmmonia + tcWater),
+                1e-12 * Tr);
+            const double va = 1.0 / rhocAmmonia, vw = 1.0 / rhocWater;
+            EXPECT_NEAR(1.0 / Dr, xa * xa * va + xw * xw * vw + xa * (1.0 - std::pow(xa, beta)) * kV * (va + vw),
+                        1e-14);
+        }
+    }
+}
+
+TEST_F(AmmoniaWater, DepartureFunctionAndItsDerivativesInBothOrders) {
+    const auto published = [](double tau, double del, double xa) {
+        double sum = 0.0;
+        for (int k = 0; k < 14; ++k) {
+            const Term& term = terms[k];
+            const double weight = k < 6 ? 1.0 : k < 13 ? xa : xa * xa;
+            sum += weight * term.N * std::pow(tau, term.t) * std::pow(del, term.d) *
+                   (term.l > 0.0 ? std::exp(-std::pow(del, term.l)) : 1.0);
+        }
+        return xa * (1.0 - std::pow(xa, gamma)) * sum;
+    };
+    const auto slope = [](auto value, double at, double h) {
+        const auto pair = [&](int k) { return value(at + k * h) - value(at - k * h); };
+        return (45.0 * pair(1) - 9.0 * pair(2) + pair(3)) / (60.0 * h);
+    };
+    Random random;
+    for (const bool waterFirst : {false, true}) {
+        ASSERT_EQ(setUpInOrder(waterFirst), 0) << message();
+        for (int n = 0; n < 12; ++n) {
+            const double xa = random.between(0.05, 0.95), tau = random.between(0.7, 2.0);
+            const double del = random.between(0.05, 2.5);
+            const Composition x = ofAmmonia(xa, waterFirst);
+            const auto phi = [&](int itau, int idel, double a, double b) { return PHIMIX(1, 2, itau, idel, a, b, x); };
+            double scale = 1e-6;
+            for (int i = 0; i <= 3; ++i)
+                scale = std::max({scale, std::fabs(phi(0, i, tau, del)), std::fabs(phi(i, 0, tau, del)),
+                                  std::fabs(phi(1, 1, tau, del))});
+            EXPECT_NEAR(phi(0, 0, tau, del), published(tau, del, xa), 1e-13 * scale);
+            EXPECT_EQ(PHIMIX(2, 1, 0, 0, tau, del, x), phi(0, 0, tau, del));
+            for (int order = 0; order < 3; ++order) {
+                EXPECT_NEAR(phi(0, order + 1, tau, del) + order * phi(0, order, tau, del),
+                            del * slope([&](double b) { return phi(0, order, tau, b); }, del, 2e-3 * del),
+                            1e-8 * scale);
+                EXPECT_NEAR(phi(order + 1, 0, tau, del) + order * phi(order, 0, tau, del),
+                            tau * slope([&](double a) { return phi(order, 0, a, del); }, tau, 2e-3 * tau),
+                            1e-8 * scale);
+            }
+            EXPECT_NEAR(phi(1, 1, tau, del), tau * slope([&](double a) { return phi(0, 1, a, del); }, tau, 2e-3 * tau),
+                        1e-8 * scale);
+        }
+        EXPECT_EQ(PHIMIX(1, 2, 0, 1, 1.2, 1e-10, ofAmmonia(0.3, waterFirst)), 0.0);
+    }
+}
+
+TEST_F(AmmoniaWater, TheOrderOfTheComponentsDoesNotMatter) {
+    struct State {
+        double p, h, s, cp, w;
+    };
+    State state[2];
+    for (const bool waterFirst : {false, true}) {
+        ASSERT_EQ(setUpInOrder(waterFirst, "DEF"), 0) << message();
+        double e, cv, jt;
+        State& s = state[waterFirst ? 1 : 0];
+        THERM(500.0, 3.0, ofAmmonia(0.3, waterFirst), s.p, e, s.h, s.s, cv, s.cp, s.w, jt);
+        EXPECT_GT(s.p, 0.0);
+    }
+    EXPECT_NEAR(state[0].p, state[1].p, 1e-13 * state[0].p);
+    EXPECT_NEAR(state[0].h, state[1].h, 1e-13 * std::fabs(state[0].h));
+    EXPECT_NEAR(state[0].s, state[1].s, 1e-13 * std::fabs(state[0].s));
+    EXPECT_NEAR(state[0].cp, state[1].cp, 1e-13 * state[0].cp);
+    EXPECT_NEAR(state[0].w, state[1].w, 1e-13 * state[0].w);
+}
+
+TEST_F(AmmoniaWater, OtherComponentsAreRefused) {
+    const std::string record = dataLine("7664-41-7/74-98-6", "TR1", "1 1 1 1 1 0") + endOfRecord;
+    const std::string file = write("OTHER.BNC", mixtureFileText(record, ruleTR1() + plainLJ6));
+    EXPECT_EQ(MixtureSetUp::setUp({ammoniaPath, propanePath}, file), 106);
+    EXPECT_EQ(message(), "[SETMHX error 106] Wrong components; model TR1 valid for ammonia + water only");
+    EXPECT_EQ(mixingParameters.AMMONIAWATER, 0);
+}
+
+TEST_F(AmmoniaWater, AThirdComponentIsRefused) {
+    const std::string records = recordTR1 + dataLine("7664-41-7/74-98-6", "KW0", "1 1 1 1 0 0") + endOfRecord +
+                                dataLine("7732-18-5/74-98-6", "KW0", "1 1 1 1 0 0") + endOfRecord;
+    const std::string file = write("THREE.BNC", mixtureFileText(records, ruleTR1() + plainKW0));
+    EXPECT_EQ(MixtureSetUp::setUp({ammoniaPath, waterPath, propanePath}, file), 107);
+    EXPECT_EQ(message(), "[SETMHX error 107] Wrong number of components; model TR1 valid for binary mixtures only");
+}
+
+// The reference state of the fluid files, 45957 and 164, 28945 and 159 to the unit, is replaced by that of the model.
+TEST_F(AmmoniaWater, TheReferenceStateIsThatOfThePublishedModel) {
+    for (const bool waterFirst : {false, true}) {
+        const int a = waterFirst ? 2 : 1, w = 3 - a;
+        const std::string otherRule = dataLine("7664-41-7/7732-18-5", "KW0", "1 1 1 1 0 0") + endOfRecord;
+        ASSERT_EQ(setUpInOrder(waterFirst, "DEF", otherRule), 0) << message();
+        const double before = CP0(300.0, unitComposition(a));
+        ASSERT_EQ(setUpInOrder(waterFirst, "DEF"), 0) << message();
+        EXPECT_EQ(fluidConstants.REOS[a], 8.314471);
+        EXPECT_EQ(feqTerms[a].RFEQ, 8.314471);
+        EXPECT_EQ(cppTerms[a].CREDCP, 8.314471);
+        EXPECT_EQ(fluidConstants.REOS[w], gasConstantOfWater);
+        EXPECT_EQ(cppTerms[w].CREDCP, gasConstantOfWater);
+        struct Row {
+            int i;
+            double h, s;
+        };
+        for (const Row& row : {Row{a, 45957.74401972, 164.007259009}, Row{w, 28945.5688500127, 159.336684302313}}) {
+            // at 300 K and 0.01 kPa, as good as the ideal gas of the definition
+            const Composition x = unitComposition(row.i);
+            double rho = 0.0, h = 0.0, s = 0.0;
+            TPRHO(300.0, 0.01, x, 2, 0, rho, ierr, herr);
+            ASSERT_EQ(ierr, 0) << message();
+            ENTHAL(300.0, rho, x, h);
+            ENTRO(300.0, rho, x, s);
+            EXPECT_NEAR(h, row.h, 1e-6);
+            EXPECT_NEAR(s, row.s, 1e-8);
+        }
+        // and the heat capacity of ammonia's ideal gas goes with its gas constant
+        EXPECT_NEAR(CP0(300.0, unitComposition(a)) / before, 8.314471 / gasConstant, 1e-14);
+    }
+}
+
+TEST_F(AmmoniaWater, AnotherReferenceStateIsLeftAlone) {
+    write("WATER.FLD", waterText("28950.0"));
+    ASSERT_EQ(setUpInOrder(false, "DEF"), 0) << message();
+    EXPECT_EQ(fluidConstants.REOS[1], gasConstant);
+    EXPECT_EQ(referenceState.HDEF[1], 45957.4);
+    EXPECT_EQ(referenceState.HDEF[2], 28950.0);
+    // nor is it touched where the pair has another rule
+    write("WATER.FLD", waterText());
+    ASSERT_EQ(setUpInOrder(false, "DEF", dataLine("7664-41-7/7732-18-5", "KW0", "1 1 1 1 0 0") + endOfRecord), 0)
+        << message();
+    EXPECT_EQ(fluidConstants.REOS[1], gasConstant);
+    EXPECT_EQ(referenceState.HDEF[1], 45957.4);
+}
+
+}  // namespace
+}  // namespace frigana::test
