@@ -33,7 +33,7 @@ bool envelopeKnown(const Composition& x) {
 
 }  // namespace
 
-void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {
+bool criticalLineOf(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {
     ierr = 0;
     herr.clear();
     const FluidConstants& constants = fluidConstants;
@@ -43,7 +43,7 @@ void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr,
         Tc = constants.TCRIT[icomp];
         Pc = constants.PCRIT[icomp];
         Dc = constants.DCRIT[icomp];
-        return;
+        return true;
     }
     if (envelopeKnown(x)) {
         const EnvelopePoint& point = saturationSpline.criticalPoint;
@@ -51,7 +51,7 @@ void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr,
             Tc = point.T;
             Pc = point.p;
             Dc = point.D;
-            return;
+            return true;
         }
         ierr = -132;
         message(herr,
@@ -94,14 +94,23 @@ void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr,
         ierr = 1;
         message(herr, "[CRTHMX error] sum(x)=0", nullCharacter);
         ERRMSG(ierr, herr);
-        return;
+        return true;
     } else {
         Tc = sumT / weight;
         Dc = weight / sumV;
     }
     if (ierr == -131) ERRMSG(ierr, herr);
+    return false;
+}
+
+double criticalPressureAt(double Tc, double Dc, const Composition& x) {
+    double Pc;
     PRESS(Tc, Dc, x, Pc);
-    if (Pc < 0.0) Pc = constants.PCRIT[1];
+    return Pc < 0.0 ? fluidConstants.PCRIT[1] : Pc;
+}
+
+void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {
+    if (!criticalLineOf(x, Tc, Pc, Dc, ierr, herr)) Pc = criticalPressureAt(Tc, Dc, x);
 }
 
 }  // namespace frigana

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "CORE_PR.h"
 #include "FluidFiles.h"
@@ -24,13 +25,18 @@ enum class Side { liquid, vapor };
 struct Search {
     double t, p;
     const Composition& x;
-    double guess;  // density given by the caller; 0 where there is none
-    double tc, pc, dc;
-    double vc;          // critical volume, 1 where it is not known
-    double rhoU = 0.0;  // highest density that was seen with dp/drho <= 0 (vapor: lowest)
-    double rhoS = 0.0;  // nearest density on the stable side of it
+    double guess;            // density given by the caller; 0 where there is none
+    double tc, knownPc, dc;  // knownPc: not a number until the pressure is asked for
+    double vc;               // critical volume, 1 where it is not known
+    double rhoU = 0.0;       // highest density that was seen with dp/drho <= 0 (vapor: lowest)
+    double rhoS = 0.0;       // nearest density on the stable side of it
     double tolerance = 1e-8;
     double rho = 0.0;
+
+    double pc() {
+        if (std::isnan(knownPc)) knownPc = std::max(criticalPressureAt(tc, dc, x), 0.0);
+        return knownPc;
+    }
 };
 
 enum class Outcome { converged, failed, otherSide };
@@ -48,10 +54,10 @@ bool negative(double d2PdTD) {
     return d2PdTD < 0.0 && d2PdTD != notComputed;
 }
 
-double startOfLiquid(const Search& s) {
+double startOfLiquid(Search& s) {
     const double RTc = fluidConstants.R * s.tc;
     double v =
-        RTc / s.pc * std::pow(s.vc * s.pc / RTc, 1.0 + std::pow(std::fabs(1.0 - s.t / s.tc), 0.2857142857142857));
+        RTc / s.pc() * std::pow(s.vc * s.pc() / RTc, 1.0 + std::pow(std::fabs(1.0 - s.t / s.tc), 0.2857142857142857));
     double tmin = 0.0, tmax = 0.0, Dmax = 0.0, pmax = 0.0;
     LIMITS("EOS", s.x, tmin, tmax, Dmax, pmax);
     const double estimate = std::min(1.0 / v, Dmax);
@@ -71,9 +77,9 @@ double startOfLiquid(const Search& s) {
     return std::min(std::log(1.0 / rho), std::log(s.vc / 2.0));
 }
 
-double startOf(Side side, const Search& s) {
+double startOf(Side side, Search& s) {
     if (s.guess > 0.0) return std::log(1.0 / s.guess);
-    if (s.p > s.pc && s.t > s.tc) return std::log(s.vc / 2.0);
+    if (s.t > s.tc && s.p > s.pc()) return std::log(s.vc / 2.0);
     if (side == Side::liquid) return startOfLiquid(s);
     return std::log(fluidConstants.R * s.t / s.p);
 }
@@ -208,6 +214,23 @@ void reportFailure(Side side, const Search& s, int& ierr, Text255& herr) {
     ERRMSG(ierr, herr);
 }
 
+void boundCriticalPoint(double& tc, double& pc, double& dc) {
+    if (tc <= 0.0) tc = 100.0;
+    if (pc <= 0.0) pc = 0.0;
+    if (dc <= 0.0) dc = 0.0;
+}
+
+// The critical point as CRITP gives it, but for the pressure of a mixture: most searches from a guess do without it.
+void criticalPointForSearch(Search& s, int& ierr, Text255& herr) {
+    const bool known = criticalLineOf(s.x, s.tc, s.knownPc, s.dc, ierr, herr);
+    if (!known && s.tc > 0.0 && s.dc > 0.0) {
+        s.knownPc = std::numeric_limits<double>::quiet_NaN();
+        return;
+    }
+    if (!known) s.knownPc = criticalPressureAt(s.tc, s.dc, s.x);
+    boundCriticalPoint(s.tc, s.knownPc, s.dc);
+}
+
 // The root of the cubic equation; true if it is the answer.
 bool rootOfCubic(double t, double p, const Composition& x, int kph, double& rho, bool& failed) {
     double first = 0.0, second = 0.0;
@@ -251,7 +274,7 @@ void TPRHO(double t, double p, const Composition& x, int kph, int kguess, double
             return;
         }
     }
-    CRITP(x, s.tc, s.pc, s.dc, ierr, herr);
+    criticalPointForSearch(s, ierr, herr);
     if (ierr > 0) {
         message(herr, "[TPRHO error 200] ", herr);
         ierr = 200;
@@ -268,9 +291,9 @@ void TPRHO(double t, double p, const Composition& x, int kph, int kguess, double
         side = Side::liquid;
     } else if (kph == -2) {
         side = Side::vapor;
-    } else if (t > s.tc && p < almostCritical * s.pc * (7.0 * (t / s.tc - 1.0) + 1.0)) {
+    } else if (t > s.tc && p < almostCritical * s.pc() * (7.0 * (t / s.tc - 1.0) + 1.0)) {
         side = Side::vapor;
-    } else if (p >= s.pc || t >= s.tc) {
+    } else if (kph == 1 || t >= s.tc || p >= s.pc()) {
         side = Side::liquid;
     } else if (kph <= 0) {
         if (kguess != 1) {
@@ -280,8 +303,6 @@ void TPRHO(double t, double p, const Composition& x, int kph, int kguess, double
             return;
         }
         side = rho >= s.dc ? Side::liquid : Side::vapor;
-    } else {
-        side = kph == 1 ? Side::liquid : Side::vapor;
     }
     if (kguess == 1 && rho > 0.0) s.guess = rho;
 
@@ -322,9 +343,7 @@ void CRITP(const Composition& x, double& tcrit, double& pcrit, double& Dcrit, in
     } else {
         CRTHMX(x, tcrit, pcrit, Dcrit, ierr, herr);
     }
-    if (tcrit <= 0.0) tcrit = 100.0;
-    if (pcrit <= 0.0) pcrit = 0.0;
-    if (Dcrit <= 0.0) Dcrit = 0.0;
+    boundCriticalPoint(tcrit, pcrit, Dcrit);
 }
 
 namespace {

@@ -38,6 +38,11 @@ void CRITP(const Composition& x, double& tcrit, double& pcrit, double& Dcrit, in
 //   Codes     1       no such model in use
 void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr);
 
+// The two halves of CRTHMX, for a caller that can often do without the pressure, which takes the equation of state of
+// every component. The first returns true if the pressure is known with the rest; otherwise the second gives it.
+bool criticalLineOf(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr);
+double criticalPressureAt(double Tc, double Dc, const Composition& x);
+
 // Point of highest temperature, and of highest pressure, on the phase envelope: the critical point of a pure fluid; of
 // a mixture what the stored envelope of the same composition has found.
 //   Returned  tm, pm, Dm  [K, kPa, mol/L]; 300, 0, 0 where the point is not known
