@@ -153,12 +153,7 @@ double PHIHMX(int itau, int idel, double tau, double del, const Composition& x) 
     double sum = 0.0;
     for (int i = 1; i <= modelTags.NC; ++i)
         if (x[i] > smallestFraction) sum += x[i] * PHIK(i, itau, idel, tau, del);
-    for (int i = 1; i < modelTags.NC; ++i) {
-        if (x[i] <= smallestFraction) continue;
-        for (int j = i + 1; j <= modelTags.NC; ++j)
-            if (x[j] > smallestFraction) sum += PHIMIX(i, j, itau, idel, tau, del, x);
-    }
-    return sum;
+    return sum + sumOfDepartures(itau, idel, tau, del, x, smallestFraction);
 }
 
 }  // namespace frigana

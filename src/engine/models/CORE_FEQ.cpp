@@ -2,9 +2,11 @@
 
 #include <cmath>
 
+#include "Exponentials.h"
 #include "FluidConstants.h"
 #include "ModelTags.h"
 #include "ReaderReport.h"
+#include "SharedLogarithm.h"
 
 namespace frigana {
 
@@ -44,6 +46,15 @@ double integerPower(double base, int exponent) {
     double power = 1.0;
     for (int i = 0; i < std::abs(exponent); ++i) power *= base;
     return exponent < 0 ? 1.0 / power : power;
+}
+
+// Powers of distances: those of most bells are small whole numbers.
+double powerOfDistance(double distance, double exponent) {
+    constexpr int largestProduct = 8;
+    const int whole = static_cast<int>(exponent);
+    return whole >= 0 && whole <= largestProduct && static_cast<double>(whole) == exponent
+               ? integerPower(distance, whole)
+               : std::pow(distance, exponent);
 }
 
 // Rows of one fluid mostly share their exponents: a power is taken again only for another exponent.
@@ -108,16 +119,12 @@ void evaluateRows(FeqSlot& f, double tau, double del) {
             f.DXPF[j] = f.ALPHAF[j] * delb;
             f.AXPF[j] = f.BETAF[j] * taua;
         } else {
-            f.DXPF[j] = f.ALPHAF[j] * std::pow(delb, f.DLIF[f.NTERMF + j] - 1.0);
-            f.AXPF[j] = f.BETAF[j] * std::pow(taua, f.TLIF[j] - 1.0);
+            f.DXPF[j] = f.ALPHAF[j] * powerOfDistance(delb, f.DLIF[f.NTERMF + j] - 1.0);
+            f.AXPF[j] = f.BETAF[j] * powerOfDistance(taua, f.TLIF[j] - 1.0);
         }
         f.HXPF[j] = f.DXPF[j] * delb;
         f.TXPF[j] = f.AXPF[j] * taua;
     }
-}
-
-double boundedTerm(double a, double exponent) {
-    return exponent < largestExponent && exponent > smallestExponent ? a * std::exp(exponent) : 0.0;
 }
 
 // Values of all terms at a new state; their sum is order (0, 0).
@@ -126,12 +133,12 @@ void evaluateTerms(FeqSlot& f, double tau, double del) {
     if (derivedSlot == &f) derivedSlot = nullptr;
     if (std::fabs(tau - f.TAUSVF) > sameTau) {
         f.TAUSVF = tau;
-        const double lnTau = std::log(tau);
+        const double lnTau = sharedLogTau.of(tau);
         for (int r = 1; r <= f.NTPF; ++r) f.TAUP[r] = f.TPOWER[r] * lnTau;
     }
     if (std::fabs(del - f.DELSVF) > sameDel) {
         f.DELSVF = del;
-        const double lnDel = std::log(del);
+        const double lnDel = sharedLogDel.of(del);
         for (int r = 1; r <= f.NDPF; ++r) f.DELP[r] = f.DPOWER[r] * lnDel;
         const double del2 = del * del;
         const double byProducts[5] = {0.0, del, del2, del2 * del, del2 * del2};
@@ -143,18 +150,20 @@ void evaluateTerms(FeqSlot& f, double tau, double del) {
     }
     evaluateRows(f, tau, del);
 
-    double exponent[largestFeqTerms];
+    const int terms = f.NTERMF + f.NCRT;
+    double exponent[largestFeqTerms], exponential[largestFeqTerms];
     for (int k = 1; k <= f.NTERMF; ++k) exponent[k - 1] = f.TAUP[f.ITPF[k]] + f.DELP[f.IDPF[k]] - f.DELLI[f.ILPF[k]];
-    double sum = 0.0;
-    for (int k = 1; k <= f.NTERMF; ++k) {
-        f.PHISVF[k] = boundedTerm(f.AFEQ[k], exponent[k - 1]);
-        sum += f.PHISVF[k];
-    }
     for (int j = 1; j <= f.NCRT; ++j) {
         const int k = f.NTERMF + j;
         double e = f.TAUP[f.ITPF[k]] + f.DELP[f.IDPF[k]] + f.HXPF[j] + f.TXPF[j];
         if (!f.LCRTFLG && f.kind[j] == FeqRow::nonAnalytic) e += std::log(f.EXTF[j]);  // ln 1 of a bell adds nothing
-        f.PHISVF[k] = boundedTerm(f.AFEQ[k], e);
+        exponent[k - 1] = e;
+    }
+    exponentials(exponent, exponential, terms);
+    double sum = 0.0;
+    for (int k = 1; k <= terms; ++k) {
+        const double e = exponent[k - 1];
+        f.PHISVF[k] = e < largestExponent && e > smallestExponent ? f.AFEQ[k] * exponential[k - 1] : 0.0;
         sum += f.PHISVF[k];
     }
     f.DRVSAV[position(0, 0)] = sum;
@@ -183,7 +192,7 @@ RowSide inTau(const FeqSlot& f, int j, double tau) {
 
 // distance^(l - 2), 1 for l = 2 exactly
 double powerLessTwo(const RowSide& r) {
-    return r.l == 2.0 ? 1.0 : std::pow(r.distance, r.l - 2.0);
+    return r.l == 2.0 ? 1.0 : powerOfDistance(r.distance, r.l - 2.0);
 }
 
 double bellFirst(double value, const RowSide& r) {
@@ -197,8 +206,9 @@ double bellThird(double value, const RowSide& r) {
     const double w = r.d + r.l * r.x * r.slope;
     const double q = r.x * r.x * r.width * powerLessTwo(r);
     const double l2 = r.l * r.l, l3 = l2 * r.l;
-    const double last =
-        r.l == 2.0 ? 0.0 : -(r.x * r.x * r.width) * r.x * (3.0 * l2 - l3 - 2.0 * r.l) * std::pow(r.distance, r.l - 3.0);
+    const double last = r.l == 2.0 ? 0.0
+                                   : -(r.x * r.x * r.width) * r.x * (3.0 * l2 - l3 - 2.0 * r.l) *
+                                         powerOfDistance(r.distance, r.l - 3.0);
     return value * (w * w * w - 3.0 * r.d * r.d + 2.0 * r.d + last - 3.0 * (r.l - l2) * r.d * q -
                     3.0 * r.x * r.slope * (r.d * r.l - (l3 - l2) * q));
 }

@@ -1,10 +1,13 @@
 #include "MIX_HMX.h"
 
 #include <cmath>
+#include <utility>
 
+#include "Exponentials.h"
 #include "FluidConstants.h"
 #include "Message.h"
 #include "ModelTags.h"
+#include "SharedLogarithm.h"
 #include "UTILITY.h"
 
 namespace frigana {
@@ -49,20 +52,23 @@ struct PairMeans {
 };
 ComponentArray<ComponentArray<PairMeans>> pairMeans{};
 
-const PairMeans& meansOf(int i, int j) {
+void renew(PairMeans& m, int i, int j) {
+    const FluidConstants& c = fluidConstants;
+    m.Ti = c.TZ[i];
+    m.Tj = c.TZ[j];
+    m.ri = c.RHOZ[i];
+    m.rj = c.RHOZ[j];
+    m.rootT = std::sqrt(m.Ti * m.Tj);
+    const double side = std::cbrt(1.0 / m.ri) + std::cbrt(1.0 / m.rj);
+    m.meanV = side * side * side / 8.0;
+    m.sumT = m.Ti + m.Tj;
+    m.sumV = 1.0 / m.ri + 1.0 / m.rj;
+}
+
+inline const PairMeans& meansOf(int i, int j) {
     PairMeans& m = pairMeans[i][j];
     const FluidConstants& c = fluidConstants;
-    if (m.Ti != c.TZ[i] || m.Tj != c.TZ[j] || m.ri != c.RHOZ[i] || m.rj != c.RHOZ[j]) {
-        m.Ti = c.TZ[i];
-        m.Tj = c.TZ[j];
-        m.ri = c.RHOZ[i];
-        m.rj = c.RHOZ[j];
-        m.rootT = std::sqrt(m.Ti * m.Tj);
-        const double side = std::cbrt(1.0 / m.ri) + std::cbrt(1.0 / m.rj);
-        m.meanV = side * side * side / 8.0;
-        m.sumT = m.Ti + m.Tj;
-        m.sumV = 1.0 / m.ri + 1.0 / m.rj;
-    }
+    if (m.Ti != c.TZ[i] || m.Tj != c.TZ[j] || m.ri != c.RHOZ[i] || m.rj != c.RHOZ[j]) renew(m, i, j);
     return m;
 }
 
@@ -89,11 +95,10 @@ bool cubicSelected() {
 }
 
 // Adds the terms of one pair, i < j; false for a tag of no rule.
-bool addPair(const MixingPair& p, int i, int j, const Composition& x, double& T, double& V) {
+bool addPair(const MixingPair& p, int i, int j, bool cubic, const Composition& x, double& T, double& V) {
     const double xi = x[i], xj = x[j], a = xi * xj;
     const PairMeans& m = meansOf(i, j);
     const Text3& tag = p.HMODMX;
-    const bool cubic = cubicSelected();
     if (isKW(tag) && !cubic) {
         T += crossT(p, m) * shapeT(p).value(xi, xj) - a * m.sumT;
         V += crossV(p, m) * shapeV(p).value(xi, xj) - a * m.sumV;
@@ -131,6 +136,7 @@ void noDerivative(int& ierr, Text255& herr) {
 // Values by each pair's own rule.
 void reducingValues(const Composition& x, double& T, double& V, int& ierr, Text255& herr) {
     const int nc = modelTags.NC;
+    const bool cubic = cubicSelected();
     const FluidConstants& c = fluidConstants;
     T = V = 0.0;
     for (int i = 1; i <= nc; ++i) {
@@ -142,7 +148,7 @@ void reducingValues(const Composition& x, double& T, double& V, int& ierr, Text2
         if (x[i] <= 0.0) continue;
         for (int j = i + 1; j <= nc; ++j) {
             if (x[j] <= 0.0) continue;
-            if (!addPair(mixingParameters.pair[i][j], i, j, x, T, V)) return ruleNotFound(ierr, herr);
+            if (!addPair(mixingParameters.pair[i][j], i, j, cubic, x, T, V)) return ruleNotFound(ierr, herr);
         }
     }
 }
@@ -296,40 +302,70 @@ constexpr double sameState = 1e-12;
 constexpr double noModelNumber = 1e20;
 constexpr double smallestTerm = 1e-20;  // below it a quotient by the term is not formed
 
-// Model number of a tag, by the code of its third character: LJ0 is 1, KW0 is 11, LM0 is 21; 0 for another rule.
-int modelNumber(const Text3& tag) {
-    const int digit = static_cast<unsigned char>(tag[3]);
-    if (isLJ(tag)) return digit - 47;
-    if (isKW(tag)) return digit - 37;
-    if (isLM(tag)) return digit - 27;
-    return 0;
+// The departure function of a pair.
+struct Departure {
+    int number;  // by the code of the tag's third character: LJ0 is 1, KW0 is 11, LM0 is 21; 0 for another rule
+    double F;    // its strength
+
+    explicit Departure(const MixingPair& p) : number(0), F(p.FMIX[3]) {
+        const Text3& tag = p.HMODMX;
+        const int digit = static_cast<unsigned char>(tag[3]);
+        if (isKW(tag)) {
+            number = digit - 37;
+            F = p.FMIX[5];
+        } else if (isLJ(tag)) {
+            number = digit - 47;
+        } else if (isLM(tag)) {
+            number = digit - 27;
+        }
+    }
+    bool known() const { return number >= 0 && number <= largestModelNumber; }
+};
+
+// del^l, by products for the small whole numbers that the published functions have.
+double lengthPower(double del, double l) {
+    if (l == 1.0) return del;
+    if (l == 2.0) return del * del;
+    if (l == 3.0) return del * del * del;
+    return std::fabs(l) > 1e-20 ? std::pow(del, l) : 0.0;
 }
 
-// Terms at a new state.
+constexpr int place(int itau, int idel) {
+    return 4 * itau + idel + 1;
+}
+constexpr std::uint32_t flag(int itau, int idel) {
+    return std::uint32_t{1} << place(itau, idel);
+}
+
+// Terms at a new state; their sum is order (0, 0).
 void evaluateTerms(const MixingPair& p, double tau, double del, DepartureCache& c) {
-    c.DRVFLH = 0;
     c.TAUSVH = tau;
     c.DELSVH = del;
-    const double lnTau = std::log(tau), lnDel = std::log(del);
+    const double lnTau = sharedLogTau.of(tau), lnDel = sharedLogDel.of(del);
+    double exponent[largestMixTerms], exponential[largestMixTerms];
+    const auto bounded = [](double e) {
+        constexpr double limit = 700.0;
+        return e > limit ? limit : e < -limit ? -limit : e;
+    };
     for (int k = 1; k <= p.NAMIX; ++k) {
         const Array1<double, 7>& A = p.AMIX[k];
-        const double l = A[4];
-        double power = 0.0;
-        if (l == 1.0)
-            power = del;
-        else if (l == 2.0)
-            power = del * del;
-        else if (std::fabs(l) > 1e-20)
-            power = std::pow(del, l);
-        c.DELLIH[k] = power;
-        c.PHISVH[k] = A[1] * std::exp(A[2] * lnTau + A[3] * lnDel - power);
+        c.DELLIH[k] = lengthPower(del, A[4]);
+        exponent[k - 1] = bounded(A[2] * lnTau + A[3] * lnDel - c.DELLIH[k]);
     }
     for (int k = p.NAMIX + 1; k <= p.NAMIX + p.NAMIX2; ++k) {
         const Array1<double, 7>& A = p.AMIX[k];
         const double distance = del - A[5];
         const double e = A[4] * distance * distance, g = A[6] * (del - A[7]);
-        c.PHISVH[k] = A[1] * std::exp(A[2] * lnTau + A[3] * lnDel - e - g);
+        exponent[k - 1] = bounded(A[2] * lnTau + A[3] * lnDel - e - g);
     }
+    exponentials(exponent, exponential, p.NAMIX + p.NAMIX2);
+    double sum = 0.0;
+    for (int k = 1; k <= p.NAMIX + p.NAMIX2; ++k) {
+        c.PHISVH[k] = p.AMIX[k][1] * exponential[k - 1];
+        sum += c.PHISVH[k];
+    }
+    c.DRVSVH[place(0, 0)] = sum;
+    c.DRVFLH = flag(0, 0);
 }
 
 // A polynomial-block term's derivative in del: P with d and D = l del^l.
@@ -378,34 +414,57 @@ double inTau(int itau, double t) {
     }
 }
 
-double sumOfTerms(const MixingPair& p, int itau, int idel, double del, const DepartureCache& c) {
-    double sum = 0.0;
+// Sums of the terms' derivatives of several orders in one pass.
+template <int... itau, int... idel>
+void sumOrders(const MixingPair& p, double del, DepartureCache& c, std::integer_sequence<int, itau...>,
+               std::integer_sequence<int, idel...>) {
+    constexpr int count = sizeof...(itau);
+    double sum[count] = {};
+    const auto add = [&](double P, double t, const auto& derivative) {
+        const auto counts = [P](int tauOrder, int delOrder) {
+            return tauOrder != 1 || delOrder != 1 || std::fabs(P) > smallestTerm;
+        };
+        int n = 0;
+        ((sum[n++] += counts(itau, idel) ? inTau(itau, t) * derivative(idel) : 0.0), ...);
+    };
     for (int k = 1; k <= p.NAMIX; ++k) {
-        const double P = c.PHISVH[k];
-        if (itau == 1 && idel == 1 && std::fabs(P) <= smallestTerm) continue;
         const Array1<double, 7>& A = p.AMIX[k];
-        sum += inTau(itau, A[2]) * polynomialInDel(idel, P, A[3], A[4], A[4] * c.DELLIH[k]);
+        const double P = c.PHISVH[k], D = A[4] * c.DELLIH[k];
+        add(P, A[2], [&](int order) { return polynomialInDel(order, P, A[3], A[4], D); });
     }
     for (int k = p.NAMIX + 1; k <= p.NAMIX + p.NAMIX2; ++k) {
-        const double P = c.PHISVH[k];
-        if (itau == 1 && idel == 1 && std::fabs(P) <= smallestTerm) continue;
         const Array1<double, 7>& A = p.AMIX[k];
-        sum += inTau(itau, A[2]) * exponentialInDel(idel, P, del, A);
+        const double P = c.PHISVH[k];
+        add(P, A[2], [&](int order) { return exponentialInDel(order, P, del, A); });
     }
-    return sum;
+    int n = 0;
+    ((c.DRVSVH[place(itau, idel)] = sum[n++]), ...);
+    c.DRVFLH |= (flag(itau, idel) | ...);
+}
+template <int... orders>
+using Orders = std::integer_sequence<int, orders...>;
+
+// Brings the derivative of the wanted orders up to date, and with it those that are asked for at the same states.
+void derive(const MixingPair& p, int itau, int idel, double del, DepartureCache& c) {
+    if (itau == 0)
+        sumOrders(p, del, c, Orders<0, 0, 0>{}, Orders<1, 2, 3>{});
+    else if (itau + idel <= 2)
+        sumOrders(p, del, c, Orders<1, 2, 1>{}, Orders<0, 0, 1>{});
+    else if (itau <= 2 && idel <= 2)
+        sumOrders(p, del, c, Orders<1, 2, 2>{}, Orders<2, 1, 2>{});
+    else
+        sumOrders(p, del, c, Orders<1, 2, 3, 3, 3, 3>{}, Orders<3, 3, 0, 1, 2, 3>{});
 }
 
-// phi_ij of model number n, by its cache.
-double departureFunction(const MixingPair& p, int n, int itau, int idel, double tau, double del) {
+// The cache of model number n, at this state.
+DepartureCache& cacheAt(const MixingPair& p, int n, double tau, double del) {
     DepartureCache& c = departureCache[n];
     if (std::fabs(tau - c.TAUSVH) >= sameState || std::fabs(del - c.DELSVH) >= sameState) evaluateTerms(p, tau, del, c);
-    const int s = 4 * itau + idel + 1;
-    const std::uint32_t flag = std::uint32_t{1} << s;
-    if ((c.DRVFLH & flag) == 0) {
-        c.DRVSVH[s] = sumOfTerms(p, itau, idel, del, c);
-        c.DRVFLH |= flag;
-    }
-    return c.DRVSVH[s];
+    return c;
+}
+double derivativeOf(const MixingPair& p, int itau, int idel, double del, DepartureCache& c) {
+    if ((c.DRVFLH & flag(itau, idel)) == 0) derive(p, itau, idel, del, c);
+    return c.DRVSVH[place(itau, idel)];
 }
 
 // Ammonia-water: terms 1 to 6 of weight one, 7 to 13 of weight x_a, 14 of weight x_a^2.
@@ -430,25 +489,38 @@ bool orderInRange(int itau, int idel) {
 
 }  // namespace
 
-double departureOfPair(int i, int j, int itau, int idel, double tau, double del) {
-    if (del <= smallestDensity || tau <= 0.0 || i == j || !orderInRange(itau, idel)) return 0.0;
+bool departuresOfPair(int i, int j, std::span<const DepartureOrder> orders, double tau, double del, double* values) {
     const MixingPair& p = mixingParameters.pair[i][j];
-    const int n = modelNumber(p.HMODMX);
-    if (n < 0 || n > largestModelNumber) return noModelNumber;
-    if (n == 0) return 0.0;
-    const double F = isKW(p.HMODMX) ? p.FMIX[5] : p.FMIX[3];
-    return F * departureFunction(p, n, itau, idel, tau, del);
+    const Departure d(p);
+    if (del <= smallestDensity || tau <= 0.0 || i == j || d.number == 0) return false;
+    if (!d.known()) {
+        for (std::size_t o = 0; o < orders.size(); ++o) values[o] = noModelNumber;
+        return true;
+    }
+    DepartureCache& c = cacheAt(p, d.number, tau, del);
+    for (std::size_t o = 0; o < orders.size(); ++o)
+        values[o] = d.F * derivativeOf(p, orders[o].itau, orders[o].idel, del, c);
+    return true;
 }
 
 double PHIMIX(int i, int j, int itau, int idel, double tau, double del, const Composition& x) {
     if (del <= smallestDensity || tau <= 0.0 || i == j || !orderInRange(itau, idel)) return 0.0;
     const MixingPair& p = mixingParameters.pair[i][j];
     if (isTR1(p.HMODMX)) return departureTR1(p, itau, idel, tau, del, x);
-    const int n = modelNumber(p.HMODMX);
-    if (n < 0 || n > largestModelNumber) return noModelNumber;
-    if (n == 0) return 0.0;
-    const double F = isKW(p.HMODMX) ? p.FMIX[5] : p.FMIX[3];
-    return x[i] * x[j] * F * departureFunction(p, n, itau, idel, tau, del);
+    const Departure d(p);
+    if (!d.known()) return noModelNumber;
+    if (d.number == 0) return 0.0;
+    return x[i] * x[j] * d.F * derivativeOf(p, itau, idel, del, cacheAt(p, d.number, tau, del));
+}
+
+double sumOfDepartures(int itau, int idel, double tau, double del, const Composition& x, double smallestFraction) {
+    double sum = 0.0;
+    for (int i = 1; i < modelTags.NC; ++i) {
+        if (!(x[i] > smallestFraction)) continue;
+        for (int j = i + 1; j <= modelTags.NC; ++j)
+            if (x[j] > smallestFraction) sum += PHIMIX(i, j, itau, idel, tau, del, x);
+    }
+    return sum;
 }
 
 }  // namespace frigana

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "EngineLimits.h"
 
@@ -127,8 +128,15 @@ void ESTVC(int i, int j, int& ierr, Text255& herr);
 //             ammonia-water: R. Tillner-Roth, D. G. Friend, J. Phys. Chem. Ref. Data 27 (1998) 63
 double PHIMIX(int i, int j, int itau, int idel, double tau, double del, const Composition& x);
 
-// The same without the two fractions, d(phi)/d(x_i x_j). The ammonia-water rule is not of this form: 0.
-double departureOfPair(int i, int j, int itau, int idel, double tau, double del);
+// Sum of PHIMIX over all pairs whose fractions are above the smallest one.
+double sumOfDepartures(int itau, int idel, double tau, double del, const Composition& x, double smallestFraction);
+
+// Derivatives of several orders of a pair's departure function with its strength but without the two fractions,
+// d(phi)/d(x_i x_j); false where there is none. The ammonia-water rule is not of this form: false.
+struct DepartureOrder {
+    int itau, idel;
+};
+bool departuresOfPair(int i, int j, std::span<const DepartureOrder> orders, double tau, double del, double* values);
 
 // Reducing temperature [K] and density [mol/L] of a mixture and their derivatives in the fractions.
 //   Given     ix     0 values; -1 values with the rule of the pair (1, 2) for all pairs; 1, 2 first and second

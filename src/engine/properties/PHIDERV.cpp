@@ -31,7 +31,7 @@ void cubicDerivatives(const ReducedState& state, const Composition& x, Compositi
 
 // Orders (itau, idel) that the second derivatives need; the first three serve the first ones.
 constexpr int orderCount = 6;
-constexpr struct { int itau, idel; } orders[orderCount] = {{0, 0}, {0, 1}, {1, 0}, {0, 2}, {1, 1}, {2, 0}};
+constexpr DepartureOrder orders[orderCount] = {{0, 0}, {0, 1}, {1, 0}, {0, 2}, {1, 1}, {2, 0}};
 enum Order { o00, o01, o10, o02, o11, o20 };
 
 // phi of the mixture and d(phi)/dx(i) at constant tau and del, with their derivatives in tau and del.
@@ -59,12 +59,16 @@ struct MixtureEnergy {
             pair[i][i] = 0.0;
             for (int n = m + 1; n <= count; ++n) {
                 const int j = member[n];
+                pair[i][j] = pair[j][i] = 0.0;
+                double departure[orderCount];
+                if (!departuresOfPair(i, j, std::span(orders, static_cast<std::size_t>(used)), tau, del, departure))
+                    continue;
+                pair[i][j] = pair[j][i] = departure[o00];
+                const double xi = x[i], xj = x[j], xixj = xi * xj;
                 for (int o = 0; o < used; ++o) {
-                    const double departure = departureOfPair(i, j, orders[o].itau, orders[o].idel, tau, del);
-                    if (o == o00) pair[i][j] = pair[j][i] = departure;
-                    a[o] += x[i] * x[j] * departure;
-                    partial[i][o] += x[j] * departure;
-                    partial[j][o] += x[i] * departure;
+                    a[o] += xixj * departure[o];
+                    partial[i][o] += xj * departure[o];
+                    partial[j][o] += xi * departure[o];
                 }
             }
         }
