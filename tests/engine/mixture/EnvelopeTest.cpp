@@ -181,8 +181,17 @@ TEST_P(Envelope, CriticalPointIsThatOfTheSplinesForTheirCompositionOnly) {
     CRTHMX(other, T, p, D, ierr, herr);
     EXPECT_NEAR(T, Tc, 0.01);
     EXPECT_NEAR(p / pc, 1.0, 1e-3);
+    // an envelope without a critical point
+    saturationSpline.criticalPoint.ierr = 1;
+    CRTHMX(z, T, p, D, ierr, herr);
+    EXPECT_EQ(ierr, -132);
+    EXPECT_EQ(words(herr),
+              "[CRTHMX error -132] Failed to find critical point from splines, values given here used TC1 and VC1 "
+              "coefficients");
+    EXPECT_EQ(T, Tc);
     saturationSpline.SPLINEREADY = false;
     CRTHMX(z, T, p, D, ierr, herr);
+    EXPECT_EQ(ierr, 0);
     EXPECT_EQ(T, Tc);
 }
 

@@ -148,6 +148,59 @@ TEST(NewtonEdge, FeedOfTheLogarithmicSolverMustAddUp) {
     }
 }
 
+TEST(NewtonEdge, GivenStartIsTaken) {
+    Composition z{};
+    ASSERT_TRUE(setUpBlend("R407C", z));
+    for (int kph = bothAtTP; kph <= dewAtP; ++kph) {
+        SCOPED_TRACE(kph);
+        const TwoPhases s = kph == bothAtTP ? middle(300.0, z)
+                            : kph <= dewAtT ? newton(kph, 300.0, 0.0, z)
+                                            : newton(kph, 0.0, 1200.0, z);
+        ASSERT_EQ(s.ierr, 0) << words(s.herr);
+        const auto from = [&](double T, double p, double rhol, double rhov) {
+            TwoPhases r = s;
+            r.T = T;
+            r.p = p;
+            r.rhol = rhol;
+            r.rhov = rhov;
+            newtonControl.substitutionCalls = 0;
+            SATTP(r.T, r.p, z, kph, 1, r.D, r.rhol, r.rhov, r.x, r.y, r.q, r.ierr, r.herr);
+            EXPECT_EQ(r.ierr, 0) << words(r.herr);
+            EXPECT_EQ(newtonControl.substitutionCalls, 0);
+            EXPECT_LT(relative(r.T, s.T), 1e-8);
+            EXPECT_LT(relative(r.p, s.p), 1e-8);
+            EXPECT_LT(relative(r.rhol, s.rhol), 1e-8);
+            EXPECT_LT(relative(r.rhov, s.rhov), 1e-8);
+        };
+        from(s.T, s.p, s.rhol, s.rhov);
+        const bool unknownT = kph >= bubbleAtP, unknownP = kph == bubbleAtT || kph == dewAtT;
+        from(unknownT ? s.T + 2.0 : s.T, unknownP ? s.p * 1.05 : s.p, 1.01 * s.rhol, 0.96 * s.rhov);
+    }
+}
+
+TEST(NewtonEdge, ResultsMayShareTheArrayOfTheComposition) {
+    Composition z{};
+    ASSERT_TRUE(setUpBlend("R407C", z));
+    for (const int kph : {bubbleAtT, dewAtT}) {
+        const TwoPhases s = newton(kph, 290.0, 0.0, z);
+        ASSERT_EQ(s.ierr, 0);
+        TwoPhases r;
+        r.T = 290.0;
+        Composition shared = z;
+        Composition& other = kph == bubbleAtT ? r.x : r.y;
+        if (kph == bubbleAtT)
+            SATTP(r.T, r.p, shared, kph, 0, r.D, r.rhol, r.rhov, other, shared, r.q, r.ierr, r.herr);
+        else
+            SATTP(r.T, r.p, shared, kph, 0, r.D, r.rhol, r.rhov, shared, other, r.q, r.ierr, r.herr);
+        EXPECT_EQ(r.ierr, 0);
+        EXPECT_EQ(r.p, s.p);
+        for (int i = 1; i <= 3; ++i) {
+            EXPECT_EQ(shared[i], kph == bubbleAtT ? s.y[i] : s.x[i]);
+            EXPECT_EQ(other[i], z[i]);
+        }
+    }
+}
+
 // ------------------------------------------------------------------------------------------------------ messages
 
 std::string fixed(double value) {
