@@ -204,6 +204,9 @@ TEST(Convergence, TwoPhaseFlashesOfEveryBlend) {
                     EXPECT_LT(relative(r.T, T), 1e-5);
                     EXPECT_LT(relative(r.p, s.p), 1e-5);
                     back.take(relative(r.T, T), blend + ' ' + letters);
+                    // next to an azeotrope T and p hardly tell the share of the vapor
+                    if (letters[0] == 'T') continue;
+                    EXPECT_NEAR(r.q, q, 1e-3);
                     share.take(std::fabs(r.q - q), blend + ' ' + letters);
                 }
             }
