@@ -341,5 +341,66 @@ INSTANTIATE_TEST_SUITE_P(Library, Blend, testing::Range(1, mixtureCount + 1), []
     return name.substr(0, name.find('.'));
 });
 
+// ---- edge cases -----------------------------------------------------------------------------------------------------
+
+TEST(BlendInformationEdges, MissingConstantsOfAMixtureArePrintedAsMissing) {
+    Plant plant;
+    const Heard facts(plant, propertyRequest(1, "", "R410A.MIX", 2));
+    const std::string line = facts.file.raw(10);
+    const std::string missing = "     -777.000000 ";
+    EXPECT_EQ(line.substr(17, 34), missing + missing);  // triple point, normal boiling point
+    EXPECT_EQ(line.substr(9 * 17, 17), missing);        // highest density
+    EXPECT_EQ(line.substr(10 * 17), "   1924 A1 ");
+}
+
+// An installation of its own with a mixture file and a fluid that the library does not know.
+struct OwnInstallation : testing::Test {
+    Plant plant;
+    void SetUp() override {
+        const std::string folder = plant.folder.path("installed");
+        std::filesystem::create_directories(folder + "/mixtures");
+        std::filesystem::create_directories(folder + "/fluids");
+        for (const auto& entry : std::filesystem::directory_iterator(std::string(FRIGANA_DATA) + "/fluids"))
+            std::filesystem::create_symlink(entry.path(), folder + "/fluids/" + entry.path().filename().string());
+        std::filesystem::create_symlink(std::string(FRIGANA_DATA) + "/fluids/R32.FLD", folder + "/fluids/OWN32.FLD");
+        plant.installation = folder + "/frigana";
+    }
+    // Potential and class of a file of R32 and R125 with this mass fraction of R32.
+    std::string tail(const std::string& file, double massOfR32, const std::string& first = "R32.FLD") {
+        const double moles32 = massOfR32 / 52.024, moles125 = (1.0 - massOfR32) / 120.0214;
+        char fractions[100];
+        std::snprintf(fractions, sizeof fractions, "%.12f\n%.12f\n 0\n", moles32 / (moles32 + moles125),
+                      moles125 / (moles32 + moles125));
+        writeFile(plant.folder.path("installed/mixtures/" + file),
+                  file + "\n 72.6 344.5 4901 6.3\n 2\n" + first + "\nR125.FLD\n" + fractions);
+        const Heard facts(plant, propertyRequest(1, "", file, 2));
+        EXPECT_TRUE(facts.answered()) << facts.text;
+        return facts.file.count() > 10 ? facts.file.raw(10).substr(170) : "";
+    }
+};
+
+TEST_F(OwnInstallation, EdgeFractionsChangedByMoreThanTwoPercentKeepThePotentialAndLoseTheClass) {
+    EXPECT_EQ(tail("R410A.MIX", 0.501), "   1921 A1 ");
+    EXPECT_EQ(tail("R410A.MIX", 0.509), "   1901 A1 ");  // 0.509 x 677 + 0.491 x 3170, 1.8 % from the row
+    EXPECT_EQ(tail("R410A.MIX", 0.511), "   1896 NA ");
+    EXPECT_EQ(tail("R410A.MIX", 0.4), "   2173 NA ");
+}
+
+TEST_F(OwnInstallation, EdgeARenamedMixtureIsNoneOfTheLibrary) {
+    EXPECT_EQ(tail("OWN410.MIX", 0.501), "   1921 NA ");
+    EXPECT_EQ(tail("r410a.mix", 0.501), "   1921 NA ");  // names are compared with their case
+    EXPECT_EQ(tail("R407C.MIX", 0.501), "   1921 NA ");  // two components, not three
+}
+
+TEST_F(OwnInstallation, EdgeAComponentOutsideTheLibraryLeavesTheMixtureWithoutPotential) {
+    EXPECT_EQ(tail("R410A.MIX", 0.5, "OWN32.FLD"), "   -777 NA ");
+    // The results are those of the fluid that the file holds.
+    const Heard own(plant, propertyRequest(6, "1 280", "R410A.MIX", 2));
+    plant.installation = std::string(FRIGANA_DATA) + "/frigana";
+    const Heard known(plant, propertyRequest(6, "1 280", "R410A.MIX", 2));
+    ASSERT_TRUE(own.answered() && known.answered());
+    for (std::size_t i = 0; i < 27; ++i) EXPECT_NEAR(own.values(7)[i], known.values(7)[i], 1e-9 * known.values(7)[i]);
+}
+
 }  // namespace
 }  // namespace frigana::test
