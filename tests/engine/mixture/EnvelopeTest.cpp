@@ -2,6 +2,7 @@
 // are called, and the solvers that start from it find what they find without.
 #include "Equilibrium.h"
 #include "LIMITS.h"
+#include "SAT_SUB_INVERSE.h"
 #include "SAT_SUB_SPLINE.h"
 
 namespace frigana::equilibria {
@@ -254,6 +255,51 @@ TEST_P(Envelope, NegativeSelectorTakesTheRetrogradeSide) {
         const TwoPhases back = newton(-4, 0.0, upper.p, z);
         ASSERT_EQ(back.ierr, 0) << words(back.herr);
         EXPECT_NEAR(back.T, T, 1e-6);
+    }
+}
+
+// A bubble point has no other side: there the sign changes nothing.
+TEST_P(Envelope, NegativeSelectorOfABubblePointIsThePositiveOne) {
+    const std::pair<int, int> selectors[] = {{1, -1}, {3, -3}};
+    for (const auto& [plain, negative] : selectors) {
+        for (const double share : {0.8, 0.9}) {
+            const TwoPhases a = newton(plain, share * Tc, 0.5 * share * pc, z);
+            const TwoPhases b = newton(negative, share * Tc, 0.5 * share * pc, z);
+            ASSERT_EQ(a.ierr, 0) << words(a.herr);
+            ASSERT_EQ(b.ierr, 0) << words(b.herr);
+            EXPECT_LT(relative(b.T, a.T), 1e-9);
+            EXPECT_LT(relative(b.p, a.p), 1e-9);
+            EXPECT_LT(relative(b.rhov, a.rhov), 1e-8);
+            EXPECT_EQ(b.q, 0.0);
+        }
+    }
+}
+
+TEST_P(Envelope, EnthalpyFindsTheDewPointsOfBothSides) {
+    if (!GetParam().retrograde) {
+        EXPECT_LT(table.highestTemperature.T - table.criticalPoint.T, 0.001);
+        return;
+    }
+    for (const double share : {0.5, 0.75}) {
+        const double T = table.criticalPoint.T + share * (table.highestTemperature.T - table.criticalPoint.T);
+        for (const int kph : {2, -2}) {
+            const TwoPhases s = newton(kph, T, 0.0, z);
+            ASSERT_EQ(s.ierr, 0) << words(s.herr);
+            RESETA();
+            int roots = 0, line[2];
+            double t[2], p[2], rho[2];
+            SATH(enthalpy(T, s.rhov, z), z, 2, roots, line[0], t[0], p[0], rho[0], line[1], t[1], p[1], rho[1], ierr,
+                 herr);
+            EXPECT_EQ(ierr, 0) << words(herr);
+            ASSERT_EQ(roots, 2);
+            EXPECT_EQ(line[0], 2);
+            // the search ends at 1e-6 J/mol, at a few J/(mol K)
+            EXPECT_NEAR(t[0], T, 1e-4);
+            EXPECT_LT(relative(p[0], s.p), 1e-4);
+            EXPECT_LT(relative(rho[0], s.rhov), 1e-4);
+            EXPECT_LT(t[1], t[0]);
+            EXPECT_NEAR(enthalpy(t[1], rho[1], z), enthalpy(T, s.rhov, z), 1e-3);
+        }
     }
 }
 
