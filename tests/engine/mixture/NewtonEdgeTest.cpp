@@ -772,8 +772,11 @@ TEST(Bricks, FugacitiesAndPhaseTest) {
         double T, p;
         int side;
     };
-    for (const auto& [T, p, side] :
-         {State{260.0, 2000.0, 1}, {300.0, 400.0, 2}, {300.0, 1500.0, 1}, {400.0, 9000.0, 2}, {400.0, 100.0, 2}}) {
+    const State states[] = {
+        {260.0, 2000.0, 1}, {300.0, 400.0, 2}, {300.0, 1500.0, 1}, {400.0, 9000.0, 2}, {400.0, 100.0, 2}};
+    for (const State& state : states) {
+        const double T = state.T, p = state.p;
+        const int side = state.side;
         SCOPED_TRACE(testing::Message() << T << " K, " << p << " kPa");
         double rho = 0.0;
         TPRHO(T, p, z, side, 0, rho, ierr, herr);
