@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <span>
 
 #include "53_Fluid_Library.h"
 #include "HeardRequest.h"
@@ -136,14 +137,13 @@ TEST_P(Blend, SaturationTables) {
     const auto& c = constants();
     ASSERT_EQ(c.size(), 10u);
     const double TC = c[3], PC = c[4];
-    for (const char* variable : {"1", "2"}) {
-        const Heard limits = ask(2, std::string(variable) + " 1 2 0");
-        ASSERT_TRUE(limits.answered()) << limits.text;
-        const auto& suggested = limits.values(4);
-        ASSERT_EQ(suggested.size(), 3u);
-        EXPECT_LT(suggested[0], suggested[1]);
-        EXPECT_GT(suggested[2], 0.0);
-    }
+    // Suggested limits of temperature or pressure, the other for the next blend.
+    const Heard limits = ask(2, GetParam() % 2 == 0 ? "1 1 2 0" : "2 1 2 0");
+    ASSERT_TRUE(limits.answered()) << limits.text;
+    const auto& suggested = limits.values(4);
+    ASSERT_EQ(suggested.size(), 3u);
+    EXPECT_LT(suggested[0], suggested[1]);
+    EXPECT_GT(suggested[2], 0.0);
     const Heard overT = ask(2, "1 " + numbers({0.62 * TC, 0.925 * TC, 0.06 * TC}));
     const Heard overP = ask(2, "2 " + numbers({0.03 * PC, 0.64 * PC, 0.15 * PC}));
     for (const Heard* table : {&overT, &overP}) {
@@ -197,8 +197,10 @@ TEST_P(Blend, SaturationPoints) {
         std::size_t phase;
         const Cells* same;
     };
-    for (const Side& side : {Side{"1 ", T, 0, &bubble}, Side{"2 ", T, 1, &dew}, Side{"3 ", bubble.P, 0, &bubble},
-                             Side{"4 ", dew.P, 1, &dew}}) {
+    const Side sides[] = {
+        {"1 ", T, 0, &bubble}, {"4 ", dew.P, 1, &dew}, {"2 ", T, 1, &dew}, {"3 ", bubble.P, 0, &bubble}};
+    // A bubble and a dew point of each blend, at the temperature and at the pressure in turn.
+    for (const Side& side : std::span(sides).subspan(GetParam() % 2 == 0 ? 0 : 2, 2)) {
         SCOPED_TRACE(side.code);
         const Heard pair = ask(5, side.code + numbers({side.value}));
         ASSERT_TRUE(pair.answered()) << pair.text;
@@ -230,7 +232,7 @@ TEST_P(Blend, StatePoints) {
         double T, P, quality;
     } rows[] = {{"vapor", 0.8 * TC, 0.5 * dewP, 1.0},
                 {"liquid", 0.8 * TC, 1.5 * bubbleP, 0.0},
-                {"supercritical", 1.1 * TC, 1.2 * PC, 1.0}};
+                {"supercritical", 1.1 * TC, 2.0 * PC, 1.0}};
     for (const auto& row_ : rows) {
         SCOPED_TRACE(row_.what);
         const auto point = state(1, row_.T, 2, row_.P);
@@ -268,10 +270,10 @@ TEST_P(Blend, IsopropertyTables) {
     const Heard limits = ask(3, std::string(pairings[GetParam() % 6]) + " 1 1 2 0");
     EXPECT_TRUE(limits.answered()) << limits.text;
     // Along an isobar through the dome: volume, enthalpy and entropy rise with the temperature.
-    const Heard isobar = ask(3, "2 1 " + numbers({0.2 * PC, 0.66 * TC, 1.025 * TC, 0.06 * TC}));
+    const Heard isobar = ask(3, "2 1 " + numbers({0.2 * PC, 0.66 * TC, 0.965 * TC, 0.06 * TC}));
     ASSERT_TRUE(isobar.answered()) << isobar.text;
     const auto rows = isobar.rows(14);
-    ASSERT_EQ(rows.size(), 7u);
+    ASSERT_EQ(rows.size(), 6u);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         SCOPED_TRACE("row " + std::to_string(i + 1));
         const Cells s = stateCells(rows[i]);
@@ -279,20 +281,24 @@ TEST_P(Blend, IsopropertyTables) {
         if (i == 0) continue;
         for (const std::size_t column : {3u, 5u, 6u}) EXPECT_GT(rows[i][column], rows[i - 1][column]) << column;
     }
-    // Along an isotherm above the critical temperature: the density rises with the pressure, the entropy falls.
-    const Heard isotherm = ask(3, "1 2 " + numbers({1.1 * TC, 0.1 * PC, 2.0 * PC, 0.38 * PC}));
+    // Along an isotherm above the critical temperature: the density rises with the pressure, the entropy falls. Where a
+    // blend could still have a dew point the search for it costs most of the time: every ninth blend goes there.
+    const double lowest = GetParam() % 9 == 0 ? 0.1 : 1.6;
+    const Heard isotherm = ask(3, "1 2 " + numbers({1.1 * TC, lowest * PC, (lowest + 1.95) * PC, 0.38 * PC}));
     ASSERT_TRUE(isotherm.answered()) << isotherm.text;
     const auto gas = isotherm.rows(14);
-    ASSERT_GE(gas.size(), 5u);
+    ASSERT_EQ(gas.size(), 6u);
     for (std::size_t i = 0; i < gas.size(); ++i) {
         expectSane(stateCells(gas[i]));
         if (i == 0) continue;
         EXPECT_GT(gas[i][2], gas[i - 1][2]);
         EXPECT_LT(gas[i][6], gas[i - 1][6]);
     }
-    // A blend has no highest density: tables along and over density are refused.
-    EXPECT_EQ(ask(3, "3 1 100 300 320 5").code, 103206);
-    EXPECT_EQ(ask(3, "1 3 " + numbers({1.1 * TC, 1, 100, 10})).code, 103216);
+    // A blend has no highest density: tables along or over density are refused.
+    if (GetParam() % 2 == 0)
+        EXPECT_EQ(ask(3, "3 1 100 300 320 5").code, 103206);
+    else
+        EXPECT_EQ(ask(3, "1 3 " + numbers({1.1 * TC, 1, 100, 10})).code, 103216);
 }
 
 TEST_P(Blend, BasicCycle) {
