@@ -18,11 +18,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "FLASH2.h"
 #include "FLSH_SUB.h"
+#include "FluidConstants.h"
 #include "LIMITS.h"
 #include "OPENFL.h"
 #include "PHIDERV.h"
@@ -44,7 +47,7 @@ std::string text(const Text255& field) {
 
 struct Options {
     bool list = false;
-    int points = 400, flash = 10;
+    int points = 400, flash = 10, binaries = 0;
     std::vector<std::string> blends;
 };
 
@@ -53,6 +56,7 @@ struct Blend {
     int nc = 0;
     Composition z{};
     double Tmin = 0, Tc = 0, pc = 0, Dc = 0;
+    mutable double depth = 0;
 };
 
 struct State {
@@ -173,9 +177,11 @@ double disequilibrium(const Blend& blend, const State& s) {
     Text255 herr;
     FGCTY2(s.T, s.rhol, s.x, fl, ierr, herr);
     FGCTY2(s.T, s.rhov, s.y, fv, ierr, herr);
+    // below that the fugacities of a component say nothing of the state
+    constexpr double trace = 1e-12;
     double worst = 0.0;
     for (int i = 1; i <= blend.nc; ++i)
-        if (blend.z[i] > 0.0) worst = std::max(worst, std::fabs(fl[i] / fv[i] - 1.0));
+        if (s.x[i] > trace && s.y[i] > trace) worst = std::max(worst, std::fabs(fl[i] / fv[i] - 1.0));
     return worst;
 }
 
@@ -344,6 +350,306 @@ std::vector<std::string> allBlends() {
     return names;
 }
 
+// ---- random binaries ------------------------------------------------------------------------------------------------
+// Saturation states of all pairs of the mixing parameters, held against what must be true of them whatever solver found
+// them.
+
+struct BinaryCount {
+    long states = 0, errors = 0, nearCritical = 0, notEqual = 0, exchanged = 0, vaporInstead = 0, twoLiquids = 0,
+         roundTrip = 0, otherRoot = 0, jumps = 0, flashes = 0, flashErrors = 0, flashWrong = 0;
+    double slowest = 0.0;
+    std::string slowestState;
+
+    void time(double seconds, const std::string& state) {
+        if (seconds <= slowest) return;
+        slowest = seconds;
+        slowestState = state;
+    }
+};
+
+double packing(const Blend& blend, double rho, const Composition& x) {
+    double volume = 0.0;
+    for (int i = 1; i <= blend.nc; ++i) volume += x[i] / fluidConstants.DCRIT[i];
+    return rho * volume;
+}
+
+// Pressures of both phases, and that neither is inside the spinodal of its composition.
+bool mechanical(const State& s) {
+    for (const bool vapor : {false, true}) {
+        const double rho = vapor ? s.rhov : s.rhol;
+        const Composition& x = vapor ? s.y : s.x;
+        double p = 0.0, slope = 0.0;
+        PRESS(s.T, rho, x, p);
+        DPDD(s.T, rho, x, slope);
+        if (!(std::fabs(p - s.p) < 1e-6 * std::max(s.p, 1e-3 * rho * slope)) || slope <= 0.0) return false;
+    }
+    return true;
+}
+
+// The deepest place of the plane that touches the Gibbs energy at the phase z of density D, over all compositions and
+// both density roots; dense says whether a liquid lies there. Not negative at a stable state.
+double deepest(const Blend& blend, double T, double p, const Composition& z, double D, bool& dense) {
+    Composition f{};
+    int ierr = 0;
+    Text255 herr;
+    FGCTY2(T, D, z, f, ierr, herr);
+    double lowest = 0.0;
+    dense = false;
+    for (int k = 0; k <= 50; ++k) {
+        const double w1 = k < 10   ? 1e-6 * std::pow(10.0, 0.4 * k)
+                          : k > 40 ? 1.0 - 1e-6 * std::pow(10.0, 0.4 * (50 - k))
+                                   : 0.01 + 0.98 * (k - 9) / 32.0;
+        Composition w{};
+        w[1] = w1;
+        w[2] = 1.0 - w1;
+        for (const int kph : {1, 2}) {
+            double rho = 0.0;
+            TPRHO(T, p, w, kph, 0, rho, ierr, herr);
+            double slope = 0.0, back = 0.0;
+            DPDD(T, rho, w, slope);
+            PRESS(T, rho, w, back);
+            if (ierr > 0 || slope <= 0.0 || std::fabs(back / p - 1.0) > 1e-3) continue;
+            Composition fw{};
+            FGCTY2(T, rho, w, fw, ierr, herr);
+            if (ierr > 0) continue;
+            // between the spinodals the equations have further roots, with fugacities far from those of any gas
+            const bool gas = packing(blend, rho, w) < 1.5;
+            if (gas && (fw[1] > 1e3 * w[1] * p || fw[2] > 1e3 * w[2] * p || fw[1] < 1e-3 * w[1] * p ||
+                        fw[2] < 1e-3 * w[2] * p))
+                continue;
+            double distance = 0.0;
+            for (int i = 1; i <= 2; ++i) distance += w[i] * std::log(fw[i] / f[i]);
+            if (distance < lowest) {
+                lowest = distance;
+                dense = packing(blend, rho, w) > 1.5;
+            }
+        }
+    }
+    return lowest;
+}
+
+// A saturation state held against the conditions of equilibrium; the words of its mistake, or nothing.
+const char* mistakeOf(const Blend& blend, const State& s, int kph, BinaryCount& count) {
+    const Composition& parent = kph == 1 ? s.x : s.y;
+    double off = disequilibrium(blend, s);
+    for (int i = 1; i <= blend.nc; ++i) off = std::max(off, std::fabs(parent[i] - blend.z[i]));
+    if (!(off < agreement) || !mechanical(s)) {
+        ++count.notEqual;
+        return "no equilibrium";
+    }
+    if (packing(blend, s.rhol, s.x) <= packing(blend, s.rhov, s.y)) {
+        ++count.exchanged;
+        return "phases exchanged";
+    }
+    bool dense = false;
+    blend.depth = deepest(blend, s.T, s.p, parent, kph == 1 ? s.rhol : s.rhov, dense);
+    if (blend.depth < -1e-6) {
+        ++(dense ? count.twoLiquids : count.vaporInstead);
+        return dense ? "another liquid is stable" : "a vapor is stable instead";
+    }
+    return nullptr;
+}
+
+void binaryFlashes(const Blend& blend, const State& bubble, const State& dew, BinaryCount& count, bool list) {
+    const double T = bubble.T;
+    if (bubble.p < dew.p * 1.0001) return;
+    for (const double share : {0.1, 0.5, 0.9}) {
+        State s;
+        FlashResult r;
+        double t = T;
+        s.p = std::exp(share * std::log(bubble.p) + (1.0 - share) * std::log(dew.p));
+        // a flash at a pressure takes states above the critical one for a single phase
+        if (s.p > 0.98 * blend.pc) continue;
+        const auto balanced = [&](const State& a, double q) {
+            double off = disequilibrium(blend, a);
+            for (int i = 1; i <= blend.nc; ++i)
+                off = std::max(off, std::fabs((1.0 - q) * a.x[i] + q * a.y[i] - blend.z[i]));
+            return off;
+        };
+        const auto report = [&](const char* what, const State& a, double q, double off) {
+            ++count.flashes;
+            const bool wrong = a.ierr <= 0;
+            ++(wrong ? count.flashWrong : count.flashErrors);
+            if (list || wrong)
+                std::printf("  %-16s %5.3f pc  %s%s q %.6f\n", blend.name.c_str(), s.p / blend.pc,
+                            wrong ? "WRONG " : "", words(what, T, s.p, a, off).c_str(), q);
+        };
+        {
+            const Clock clock;
+            TPFLSH(t, s.p, blend.z, r.D, s.rhol, s.rhov, s.x, s.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, s.ierr, s.herr);
+            s.T = t;
+            count.time(clock.seconds(), words("TP", T, s.p, s, 0.0));
+            const double off = s.ierr > 0 ? 1.0 : r.q > 0.0 && r.q < 1.0 ? balanced(s, r.q) : 2.0;
+            if (off > agreement) {
+                report("TP", s, r.q, off);
+                continue;
+            }
+            ++count.flashes;
+        }
+        for (const char letter : {'H', 'S', 'Q'}) {
+            State b;
+            FlashResult o;
+            b.p = s.p;
+            const Clock clock;
+            if (letter == 'H')
+                PHFLSH(s.p, r.h, blend.z, b.T, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.s, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
+            if (letter == 'S')
+                PSFLSH(s.p, r.s, blend.z, b.T, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.h, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
+            if (letter == 'Q') {
+                o.q = r.q;
+                PQFLSH(s.p, r.q, blend.z, 1, b.T, o.D, b.rhol, b.rhov, b.x, b.y, o.e, o.h, o.s, o.cv, o.cp, o.w, b.ierr,
+                       b.herr);
+            }
+            const char name[] = {'P', letter, 0};
+            count.time(clock.seconds(), words(name, T, s.p, b, 0.0));
+            const double off =
+                b.ierr > 0 ? 1.0
+                           : std::max(std::fabs(b.T / T - 1.0), o.q > 0.0 && o.q < 1.0 ? 0.1 * balanced(b, o.q) : 2.0);
+            if (off > 1e-5)
+                report(name, b, o.q, off);
+            else
+                ++count.flashes;
+        }
+        {
+            State b;
+            FlashResult o;
+            const Clock clock;
+            TQFLSH(T, r.q, blend.z, 1, b.p, o.D, b.rhol, b.rhov, b.x, b.y, o.e, o.h, o.s, o.cv, o.cp, o.w, b.ierr,
+                   b.herr);
+            b.T = T;
+            count.time(clock.seconds(), words("TQ", T, s.p, b, 0.0));
+            const double off = b.ierr > 0 ? 1.0 : std::fabs(b.p / s.p - 1.0);
+            if (off > 1e-4)
+                report("TQ", b, r.q, off);
+            else
+                ++count.flashes;
+        }
+    }
+}
+
+void binary(Blend& blend, int n, BinaryCount& count, bool list) {
+    State before[3];
+    for (int k = 0; k < n; ++k) {
+        const double T = 1.001 * blend.Tmin + (0.99 * blend.Tc - 1.001 * blend.Tmin) * k / (n - 1);
+        State found[3];
+        for (const int kph : {1, 2}) {
+            const char* what = kph == 1 ? "SATT bubble" : "SATT dew";
+            const Clock clock;
+            State s = bubbleOrDew(blend, T, kph);
+            ++count.states;
+            count.time(clock.seconds(), words(what, T, s.p, s, 0.0));
+            const auto tell = [&](const char* mistake, const State& of, double deviation) {
+                if (list || std::strcmp(mistake, "another liquid is stable") != 0)
+                    std::printf("  %-16s %5.3f Tc %7.3f pc  %s %.1e: %s\n", blend.name.c_str(), T / blend.Tc,
+                                of.p / blend.pc, mistake, blend.depth, words(what, T, s.p, of, deviation).c_str());
+            };
+            if (s.ierr > 0) {
+                ++count.errors;
+                tell("error", s, 1.0);
+                continue;
+            }
+            if (const char* mistake = mistakeOf(blend, s, kph, count)) {
+                tell(mistake, s, disequilibrium(blend, s));
+                if (std::strcmp(mistake, "another liquid is stable") != 0) continue;
+            } else {
+                found[kph] = s;
+                found[0].ierr += kph;
+            }
+            // the logarithm of pressure runs nearly straight over 1/T
+            if (before[kph].T > 0.0 && before[kph].T > 0.9 * T &&
+                std::fabs(std::log(s.p / before[kph].p)) > 40.0 * (1.0 - before[kph].T / T)) {
+                ++count.jumps;
+                tell("jump", s, s.p / before[kph].p - 1.0);
+            }
+            before[kph] = s;
+            what = kph == 1 ? "SATP bubble" : "SATP dew";
+            const Clock again;
+            State back = saturationAtPressure(blend, s.p, kph);
+            back.p = s.p;
+            ++count.states;
+            count.time(again.seconds(), words(what, T, s.p, back, 0.0));
+            if (back.ierr > 0) {
+                ++count.errors;
+                tell("error", back, 1.0);
+            } else if (std::fabs(back.T / T - 1.0) > agreement) {
+                // a line with a highest pressure passes every pressure twice
+                const char* mistake = mistakeOf(blend, back, kph, count);
+                if (mistake == nullptr) ++count.otherRoot;
+                if (mistake != nullptr) ++count.roundTrip;
+                tell(mistake == nullptr ? "other root" : mistake, back, back.T / T - 1.0);
+            }
+        }
+        if (found[0].ierr == 3) binaryFlashes(blend, found[1], found[2], count, list);
+    }
+}
+
+// Fluids by the CAS numbers of the pairs in the file of mixing parameters.
+std::vector<std::pair<std::string, std::string>> allPairs() {
+    std::map<std::string, std::string> fluids;
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(FRIGANA_DATA) + "/fluids")) {
+        if (entry.path().extension() != ".FLD") continue;
+        std::ifstream file(entry.path());
+        std::string line, cas;
+        std::getline(file, line);
+        file >> cas;
+        fluids[cas] = entry.path().stem().string();
+    }
+    std::vector<std::pair<std::string, std::string>> pairs;
+    std::ifstream file(std::string(FRIGANA_DATA) + "/fluids/HMX.BNC");
+    std::string line;
+    while (std::getline(file, line)) {
+        const std::size_t slash = line.find('/'), blank = line.find(' ');
+        if (slash >= blank) continue;
+        const auto first = fluids.find(line.substr(0, slash));
+        const auto second = fluids.find(line.substr(slash + 1, blank - slash - 1));
+        if (first != fluids.end() && second != fluids.end()) pairs.emplace_back(first->second, second->second);
+    }
+    return pairs;
+}
+
+int binaries(const Options& options) {
+    BinaryCount total;
+    int pairs = 0;
+    for (const auto& [first, second] : allPairs()) {
+        if (!options.blends.empty() &&
+            std::find(options.blends.begin(), options.blends.end(), first + "/" + second) == options.blends.end())
+            continue;
+        FileNames files{};
+        files[1].assign(first + ".FLD");
+        files[2].assign(second + ".FLD");
+        int ierr = 0;
+        Text255 herr;
+        Text3 reference("DEF");
+        SETUP(2, files, "HMX.BNC", reference, ierr, herr);
+        if (ierr > 0) continue;  // no parameters for the pair
+        ++pairs;
+        for (const double x1 : {0.1, 0.5, 0.9}) {
+            Blend blend;
+            blend.name = first + "/" + second + " " + std::to_string(x1).substr(0, 3);
+            blend.nc = 2;
+            blend.z[1] = x1;
+            blend.z[2] = 1.0 - x1;
+            CRITP(blend.z, blend.Tc, blend.pc, blend.Dc, ierr, herr);
+            double Tmax, Dmax, pmax;
+            LIMITS("EOS", blend.z, blend.Tmin, Tmax, Dmax, pmax);
+            binary(blend, options.binaries, total, options.list);
+            std::fflush(stdout);
+        }
+    }
+    std::printf(
+        "%d pairs: %ld saturation states: %ld errors, %ld no equilibrium, %ld phases exchanged, %ld where a vapor is "
+        "stable instead, %ld wrong after the way to p and back, %ld other roots, %ld jumps, %ld where another liquid "
+        "is stable\n",
+        pairs, total.states, total.errors, total.notEqual, total.exchanged, total.vaporInstead, total.roundTrip,
+        total.otherRoot, total.jumps, total.twoLiquids);
+    std::printf("%ld flashes between stable lines: %ld errors, %ld wrong\n", total.flashes, total.flashErrors,
+                total.flashWrong);
+    std::printf("slowest %.1f ms: %s\n", 1e3 * total.slowest, total.slowestState.c_str());
+    return total.notEqual + total.exchanged + total.vaporInstead + total.flashWrong > 0 ? 1 : 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -355,11 +661,14 @@ int main(int argc, char** argv) {
             options.points = std::max(2, std::atoi(argv[++i]));
         else if (std::strcmp(argv[i], "--flash") == 0 && i + 1 < argc)
             options.flash = std::max(1, std::atoi(argv[++i]));
+        else if (std::strcmp(argv[i], "--binaries") == 0 && i + 1 < argc)
+            options.binaries = std::max(2, std::atoi(argv[++i]));
         else
             options.blends.emplace_back(argv[i]);
     }
-    if (options.blends.empty()) options.blends = allBlends();
     SETPATH(FRIGANA_DATA);
+    if (options.binaries > 0) return binaries(options);
+    if (options.blends.empty()) options.blends = allBlends();
     std::printf(
         "blend   Tmin K  Tc K    saturation states, failures (near pc)   flashes, failures (near pc)   slowest ms  "
         "Newton calls, by substitution\n");

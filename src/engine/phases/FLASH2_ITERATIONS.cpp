@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "FLASH2.h"
+#include "FLASH2_SHARE.h"
 #include "FLSH_SUB.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
@@ -442,6 +443,25 @@ double twoPhaseResidual(const TwoPhaseTarget& target, double T, double Dl, doubl
     }
 }
 
+constexpr double shareTolerance = 1e-10;  // of a residual in units of its change between the lines
+
+constexpr double outsideLines = 1e-6;  // relative, what rounding may put outside them
+
+// Density of the incipient phase of a line, 0 if there is none.
+double densityOfLine(double T, double p, const Composition& x, int kph) {
+    double D = 0;
+    int ierr = 0;
+    Text255 text;
+    TPRHO(T, p, x, kph, 0, D, ierr, text);
+    return ierr > 0 ? 0 : D;
+}
+double vaporDensityOfLine(double T, double p, const Composition& y) {
+    return densityOfLine(T, p, y, 2);
+}
+double liquidDensityOfLine(double T, double p, const Composition& x) {
+    return densityOfLine(T, p, x, 1);
+}
+
 // Compositions, densities and the unknown at an estimated quality, from the saturation states of both compositions.
 //   Codes  223  neither a bubble point of x nor a dew point of y
 bool estimateAtQuality(std::string_view ab, double a, const Composition& z, const SaturationEnds& ends, double q,
@@ -562,8 +582,8 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
     if (ksat == 0 && icomp == 0 && (std::abs(Fb) < tolerance || std::abs(Fd) < tolerance)) {
         const bool atBubble = std::abs(Fb) < tolerance;
         q = atBubble ? 0 : 1;
-        Dl = Dlbub;
-        Dv = Dvdew;
+        Dl = atBubble ? Dlbub : liquidDensityOfLine(Tdew, pdew, xdew);
+        Dv = atBubble ? vaporDensityOfLine(Tbub, pbub, ybub) : Dvdew;
         compositionsAtQuality(q, z, xdew, ybub, x, y);
         (givenT ? p : T) = atBubble ? Xb : Xd;
         return;
@@ -580,9 +600,45 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         PTANC(T, p, q, b, second, Dl, Dv);
         return;
     }
+    const double Xmin = std::min(Xb, Xd);
+    const double Xmax = std::max(Xb, Xd);
+
+    // The state by its share of the vapor, where the secant on temperature or pressure fails, or has ended at a
+    // tolerance that had to grow.
+    const auto solvedByShare = [&] {
+        const TwoPhaseState bubble{Tbub, pbub, Dlbub, vaporDensityOfLine(Tbub, pbub, ybub), 0, z, ybub};
+        const TwoPhaseState dew{Tdew, pdew, liquidDensityOfLine(Tdew, pdew, xdew), Dvdew, 1, xdew, z};
+        if (!(bubble.Dv > 0 && dew.Dl > 0)) return false;
+        TwoPhaseState state{T, p, Dl, Dv, q, x, y};
+        if (!(state.T > 0 && state.p > 0)) state = betweenLines(q > 0 && q < 1 ? q : 0.5, z, bubble, dew);
+        const auto residual = [&](const TwoPhaseState& s) {
+            return twoPhaseResidual(target, s.T, s.Dl, s.Dv, s.x, s.y, s.q);
+        };
+        if (second == 'Q' && kq != 2) {
+            if (!approachShare(givenT, b, z, bubble, dew, state)) return false;
+        } else if (!searchShare(givenT, z, residual, Fb, Fd, bubble, dew, shareTolerance, state)) {
+            return false;
+        }
+        // between the lines, where all states of the composition are
+        const double at = givenT ? state.p : state.T;
+        if (at < Xmin * (1 - outsideLines) || at > Xmax * (1 + outsideLines)) return false;
+        T = state.T;
+        p = state.p;
+        Dl = state.Dl;
+        Dv = state.Dv;
+        x = state.x;
+        y = state.y;
+        q = state.q;
+        ierr = 0;
+        herr.clear();
+        return true;
+    };
+
     if (icomp > 0 || (std::abs(Xb - Xd) < 0.001 && std::abs(Xb - Xd) < 0.001 * std::abs(Xb))) {
         if (icomp == 0) compositionsAtQuality(q, z, xdew, ybub, x, y);
         (givenT ? p : T) = X;
+        // next to an azeotrope; the compositions still bend between the lines, and the densities are their own
+        if (icomp == 0) solvedByShare();
         return;
     }
 
@@ -600,8 +656,6 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
     double XFallback = 0;
     double qFallback = 0;
     double F = 0;
-    const double Xmin = std::min(Xb, Xd);
-    const double Xmax = std::max(Xb, Xd);
     for (;;) {
         if (q > 1) q = 0.95;
         if (q < 0) q = 0.05;
@@ -646,6 +700,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
             if (std::abs(F) < passTolerance) {
                 ierr = 0;
                 herr.clear();
+                if (std::abs(F) > tolerance) solvedByShare();
                 return;
             }
             bracket.take(secant.now, F, falsePosition);
@@ -682,6 +737,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
             secant.fBefore = secant.fNow;
             secant.now = next;
         }
+        if (solvedByShare()) return;
         if (!innerFailed) {
             ierr = 226;
             message(herr, "[", ab, "FLSH error 226] 2-phase iteration did not converge, X, delta =",
@@ -714,10 +770,10 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
 
 namespace {
 
-// Two-phase state of a pure fluid on its isochore: between the triple point and the saturation temperature of D the
-// property rises steadily with T, since the heat capacity at constant volume is positive.
-bool solveOnIsochore(double D, double b, char letter, const Composition& z, double tmin, double Ttop, double& T,
-                     double& p, double& Dl, double& Dv, double& q) {
+// Two-phase state on its isochore: between the lowest temperature and the saturation temperature of D the property
+// rises steadily with T, since the heat capacity at constant volume is positive.
+bool solveOnIsochore(double D, double b, char letter, const Composition& z, int icomp, double tmin, double Ttop,
+                     double& T, double& p, double& Dl, double& Dv, Composition& x, Composition& y, double& q) {
     constexpr int mostSteps = 100;
     double lower = tmin;
     double upper = Ttop;
@@ -726,17 +782,28 @@ bool solveOnIsochore(double D, double b, char letter, const Composition& z, doub
     SaturatedPair line;
     const auto residual = [&](double at, double& F) {
         const SilentMessages quiet;
-        saturationAtT(at, z, 2, line);
-        if (line.ierr > 0 || !(line.Dl > line.Dv)) return false;
-        q = volumeQuality(D, line.Dl, line.Dv);
-        F = (letter == 'Q'
-                 ? q
-                 : (1 - q) * propertyByLetter(letter, at, line.Dl, z) + q * propertyByLetter(letter, at, line.Dv, z)) -
+        if (icomp > 0) {
+            saturationAtT(at, z, 2, line);
+            if (line.ierr > 0 || !(line.Dl > line.Dv)) return false;
+            q = volumeQuality(D, line.Dl, line.Dv);
+        } else {
+            double Tbub = at, Tdew = at, pbub = 0, pdew = 0, Dlbub = 0, Dvdew = 0, pressure = 0, temperature = at;
+            Composition ybub{}, xdew{};
+            ABFL2(at, D, z, 1, 0, "TD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, temperature, pressure,
+                  line.Dl, line.Dv, line.x, line.y, q, line.ierr, line.herr);
+            if (line.ierr > 0) return false;
+            line.p = pressure;
+        }
+        F = (letter == 'Q' ? q
+                           : (1 - q) * propertyByLetter(letter, at, line.Dl, line.x) +
+                                 q * propertyByLetter(letter, at, line.Dv, line.y)) -
             b;
         T = at;
         p = line.p;
         Dl = line.Dl;
         Dv = line.Dv;
+        x = line.x;
+        y = line.y;
         return true;
     };
     if (!residual(lower, fLower)) return false;
@@ -774,11 +841,13 @@ bool solveOnIsochore(double D, double b, char letter, const Composition& z, doub
 
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
-    constexpr double tolerance = 0.0001;  // [mol/L]
+    constexpr double tolerance = 0.0001;   // [mol/L]
+    constexpr double closeDensity = 1e-8;  // relative
     int icomp = 0;
     ISPURE(z, icomp);
     const int mostIterations = icomp > 0 ? 50 : 20;
-    const char lettersAtT[2] = {'T', ab[1]};
+    const char letter = ab[1];
+    const char lettersAtT[2] = {'T', letter};
     const std::string_view tb(lettersAtT, 2);
     ierr = 0;
     herr.clear();
@@ -834,6 +903,8 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         if (ierr > 0) break;
         F = D - bulkDensity(q, Dl, Dv);
         if (std::abs(F) < tolerance) break;
+        // at given enthalpy, entropy or energy the density of two phases rises with temperature
+        if (letter != 'Q') (F > 0 ? coldest : warmest) = secant.now;
         bracket.take(secant.now, F, false);
         secant.fNow = F;
         ++points;
@@ -853,9 +924,14 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
 
     // A pure fluid goes on from the tolerance to the rounding of the property, and where the secant has failed, as
     // beside a maximum of the saturated vapor's enthalpy, is solved anew.
-    if (icomp > 0 && !isPseudoPure(icomp) && solveOnIsochore(D, b, ab[1], z, tmin, Ttop, T, p, Dl, Dv, q)) {
+    // A mixture goes on where the tolerance was not reached, or is a large part of the density of a thin vapor.
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    const bool goOn = icomp == 0 && letter != 'Q' && (ierr > 0 || std::abs(F) > closeDensity * D);
+    if ((plainPure || goOn) && solveOnIsochore(D, b, letter, z, icomp, tmin, Ttop, T, p, Dl, Dv, x, y, q)) {
         ierr = 0;
         herr.clear();
+    } else if (ierr <= 0 && icomp == 0 && std::abs(F) > tolerance) {
+        reportTwoPhase(ab, 226, "2-phase iteration did not converge, X, delta =", Text255{}, ierr, herr);
     }
     // The text of the inner iteration names a temperature where a density was given.
     if (ierr > 0) herr.assign(2, 2, "D");

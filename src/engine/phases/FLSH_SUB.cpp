@@ -5,12 +5,14 @@
 
 #include "CORE_ANC.h"
 #include "FLASH2.h"
+#include "FLASH2_SHARE.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "PhaseCheck.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_NEWTON.h"
 #include "TPRHO.h"
@@ -498,6 +500,21 @@ void substituteCompositions(double T, double p, const Composition& z, double& Dl
     q = 1 - alpha;
 }
 
+// The share of the vapor at which a mixture has the pressure p at T, between its two lines.
+bool shareAtPressure(double T, double p, const Composition& z, TwoPhaseState& state) {
+    const SilentMessages quiet;
+    SaturatedPair bubble;
+    SaturatedPair dew;
+    saturationAtT(T, z, 1, bubble);
+    saturationAtT(T, z, 2, dew);
+    if (bubble.ierr > 0 || dew.ierr > 0) return false;
+    constexpr double tolerance = 1e-11;
+    return searchShare(
+        true, z, [p](const TwoPhaseState& s) { return std::log(s.p / p); }, std::log(bubble.p / p), std::log(dew.p / p),
+        {T, bubble.p, bubble.Dl, bubble.Dv, 0, bubble.x, bubble.y}, {T, dew.p, dew.Dl, dew.Dv, 1, dew.x, dew.y},
+        tolerance, state);
+}
+
 }  // namespace
 
 void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Composition& x, Composition& y, double& q,
@@ -525,7 +542,30 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
             }
         }
     }
+    const TwoPhaseState start{T, p, Dl, Dv, q, x, y};
     substituteCompositions(T, p, z, Dl, Dv, x, y, q, ierr, herr);
+    if (icomp > 0 || newtonControl.NOSATTP != 0) return;
+    // The substitution may end at phases that are none, as it is slow close to a second liquid.
+    double Tc = 0, pc = 0, Dc = 0;
+    int code = 0;
+    Text255 text;
+    CRITP(z, Tc, pc, Dc, code, text);
+    if (ierr <= 0 && phasesInEquilibrium(T, p, Dl, x, Dv, y) && !vaporIsNone(T, p, Dv, y, pc)) return;
+    TwoPhaseState state = start;
+    if (shareAtPressure(T, p, z, state)) {
+        Dl = state.Dl;
+        Dv = state.Dv;
+        q = state.q;
+        x = state.x;
+        y = state.y;
+        ierr = 0;
+        herr.clear();
+    } else if (ierr <= 0) {
+        ierr = 219;
+        message(herr, "[TPFLSH error 219] outer iteration loop for composition in 2-phase state did not converge:  ",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+    }
 }
 
 // ---------------------------------------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include "FluidConstants.h"
 #include "Message.h"
 #include "ModelTags.h"
+#include "PhaseCheck.h"
 #include "SAT_SUB_INVERSE.h"
 #include "SAT_SUB_METHODS.h"
 #include "SAT_SUB_NEWTON.h"
@@ -89,6 +90,21 @@ bool leaveAga8() {
 void returnToAga8(double T, double p, const Composition& xvap, double& rhov, int& ierr, Text255& herr) {
     modelTags.HEOS = "AGA";
     if (ierr == 0) TPRHO(T, p, xvap, vaporPhase, 1, rhov, ierr, herr);
+}
+
+// The substitution methods stop where progress has become slow, which need not be at an equilibrium. For models without
+// composition derivatives, which they alone serve, their own end stands.
+bool isDewOrBubble(double T, double p, double rhol, const Composition& xliq, double rhov, const Composition& xvap,
+                   double pc) {
+    if (modelTags.HEOS == "PR") return true;
+    // the densities are those before the last step of the composition
+    const QuietMessages quiet;
+    int code = 0;
+    Text255 text;
+    TPRHO(T, p, xliq, -liquidPhase, 1, rhol, code, text);
+    if (code <= 0) TPRHO(T, p, xvap, -vaporPhase, 1, rhov, code, text);
+    return code <= 0 && phasesInEquilibrium(T, p, rhol, xliq, rhov, xvap, equilibriumOfSubstitution) &&
+           !vaporIsNone(T, p, rhov, xvap, pc);
 }
 
 // A success without a text, remembered.
@@ -228,6 +244,12 @@ void SATT(double T, const Composition& x, int kph, double& p, double& rhol, doub
     }
     if (!solved) {
         mixtureAtTemperature(T, z, kph, critical, started, p, rhol, rhov, xliq, xvap, ierr, herr);
+        if (ierr == 0 && !isDewOrBubble(T, p, rhol, xliq, rhov, xvap, critical.p)) {
+            ierr = 128;
+            message(herr, "[SATT error 128] iteration for saturation state did not converge; T =", General{12, 5, T},
+                    " K.", nullCharacter);
+            ERRMSG(ierr, herr);
+        }
     }
     if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
     commonExit();
@@ -335,7 +357,16 @@ void SATP(double p, const Composition& x, int kph, double& T, double& rhol, doub
         SATTP(T, pressure, z, kph + 2, 0, D, rhol, rhov, xliq, xvap, q, ierr, herr);
         solved = ierr == 0;
     }
-    if (!solved) mixtureAtPressure(p, z, kph, critical, Dmax, T, rhol, rhov, xliq, xvap, ierr, herr);
+    if (!solved) {
+        mixtureAtPressure(p, z, kph, critical, Dmax, T, rhol, rhov, xliq, xvap, ierr, herr);
+        if (ierr == 0 && !(T > 0.7 * tmin && isDewOrBubble(T, p, rhol, xliq, rhov, xvap, critical.p))) {
+            ierr = 148;
+            message(herr,
+                    "[SATP error 148] iteration for saturation state did not converge; P =", General{12, 5, p / 1000.0},
+                    " MPa.", nullCharacter);
+            ERRMSG(ierr, herr);
+        }
+    }
     if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
     commonExit();
 }

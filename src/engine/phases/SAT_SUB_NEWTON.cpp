@@ -5,8 +5,11 @@
 
 #include "CORE_PR.h"
 #include "FLSH_SUB.h"
+#include "LIMITS.h"
 #include "Message.h"
+#include "ModelTags.h"
 #include "PHIDERV.h"
+#include "PhaseCheck.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_INVERSE.h"
 #include "SAT_SUB_SPLINE.h"
@@ -96,6 +99,11 @@ struct Solution {
     bool equalPhases(double Dc) const {
         return std::fabs(rhol - rhov) < sameDensity && std::fabs(rhol - Dc) > sameDensity;
     }
+    bool pure() const {
+        int icomp = 0;
+        ISPURE(z, icomp);
+        return icomp > 0;
+    }
     void setQuality() {
         if (kph == 0) return;
         q = bubble() ? 0.0 : 1.0;
@@ -103,8 +111,41 @@ struct Solution {
     }
 };
 
-// The substitution methods, with a way back into SATTP barred.
-void classicalPath(Solution& s, double Dc) {
+// Share of the vapor and bulk density of a two-phase state.
+void leverRule(Solution& s, const OrderList& order) {
+    // every component gives the same share; the one whose fractions differ most gives the most digits
+    int widest = order.o[1];
+    for (int i = 2; i <= order.m; ++i) {
+        const int oi = order.o[i];
+        if (std::fabs(s.xvap[oi] - s.xliq[oi]) > std::fabs(s.xvap[widest] - s.xliq[widest])) widest = oi;
+    }
+    s.q = (s.z[widest] - s.xliq[widest]) / (s.xvap[widest] - s.xliq[widest]);
+    s.D = 1.0 / ((1.0 - s.q) / s.rhol + s.q / s.rhov);
+}
+
+bool acceptable(const Solution& s, double Pc, double Dc, double coldest);
+enum class Outcome { leave, noDerivatives };
+Outcome iterate(Solution& s, const OrderList& order, int kguess);
+
+// A state to go back to.
+struct LinePlace {
+    double T, p, D, rhol, rhov, q;
+    Composition xliq, xvap;
+    void restore(Solution& s) const {
+        s.T = T;
+        s.p = p;
+        s.D = D;
+        s.rhol = rhol;
+        s.rhov = rhov;
+        s.q = q;
+        s.xliq = xliq;
+        s.xvap = xvap;
+    }
+};
+
+// The substitution methods, with a way back into SATTP barred. They may stop where progress has become slow, a little
+// before the equilibrium: Newton's method goes the rest.
+void classicalPath(Solution& s, const OrderList& order, double Pc, double Dc, double coldest) {
     newtonControl.NOSATTP = 1;
     if (s.kph == 0) {
         double e, h, entropy, cv, cp, w;
@@ -116,7 +157,23 @@ void classicalPath(Solution& s, double Dc) {
     }
     s.setQuality();
     newtonControl.NOSATTP = 0;
-    if (s.ierr == 0 && (s.equalPhases(Dc) || s.rhol + s.rhov < Dc)) {
+    if (s.pure() || s.ierr != 0 || pengRobinsonSelected()) return;
+    bool good = !s.equalPhases(Dc) && s.rhol + s.rhov >= Dc;
+    if (good && !phasesInEquilibrium(s.T, s.p, s.rhol, s.xliq, s.rhov, s.xvap, tightEquilibrium)) {
+        const LinePlace before{s.T, s.p, s.D, s.rhol, s.rhov, s.q, s.xliq, s.xvap};
+        if (iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc, coldest)) {
+            if (s.kph == 0) leverRule(s, order);
+            s.setQuality();
+        } else {
+            before.restore(s);
+        }
+        good = phasesInEquilibrium(s.T, s.p, s.rhol, s.xliq, s.rhov, s.xvap);
+        if (good) {
+            s.ierr = 0;
+            s.herr.clear();
+        }
+    }
+    if (!good || s.T < coldest || vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc)) {
         s.ierr = 1;
         message(s.herr, "SATTP:  Iteration failed");
     }
@@ -302,8 +359,6 @@ bool update(Solution& s, const OrderList& order) {
     }
 }
 
-enum class Outcome { leave, noDerivatives };
-
 Outcome iterate(Solution& s, const OrderList& order, int kguess) {
     const int m = order.m, n = s.kph == 0 ? 2 * (m - 1) : m;
     double toleranceF = 1e-12, toleranceX = 1e-10;
@@ -369,8 +424,8 @@ Outcome iterate(Solution& s, const OrderList& order, int kguess) {
 }
 
 // ---- walk along the line ----------------------------------------------------------------------------------------
-// Close to the critical point the simple start lies too far away. There the line is followed from where the start is
-// good enough, each point started from the two before.
+// Close to the critical point the simple start lies too far away, and next to a second liquid it leads to the wrong
+// one. There the line is followed from where the start is good enough, each point started from the two before.
 
 // A point of the line in the variables that run nearly straight: what is given (T, or ln p), and ln p or 1/T, ln of the
 // densities and of the ratios of the compositions.
@@ -415,19 +470,27 @@ void startAt(double given, const LinePoint& last, const LinePoint& before, Solut
     for (int i = 1; i <= order.m; ++i) incipient[order.o[i]] /= sum;
 }
 
-bool acceptable(const Solution& s, double Pc, double Dc) {
+bool acceptable(const Solution& s, double Pc, double Dc, double coldest) {
     return s.ierr == 0 && s.rhov > 0.0 && s.rhol > 0.0 && s.p > 0.0 && s.p <= 10.0 * Pc && !s.equalPhases(Dc) &&
-           std::isfinite(s.T) && std::isfinite(s.p) && !(s.kph != 0 && s.rhov > densestVapor * Dc);
+           std::isfinite(s.T) && std::isfinite(s.p) && !(s.kph != 0 && s.rhov > densestVapor * Dc) &&
+           phasesInOrder(s.rhol, s.xliq, s.rhov, s.xvap) && !vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc) &&
+           !(s.T < coldest);
 }
 
-bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, double Dc) {
+bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, double Dc, double coldest, double share) {
     const double end = s.givenT() ? s.T : std::log(s.p);
-    const double begin = s.givenT() ? 0.85 * std::min(s.T, Tc) : std::log(0.3 * std::min(s.p, Pc));
+    double begin = s.givenT() ? share * std::min(s.T, Tc) : std::log(std::pow(share, 7) * std::min(s.p, Pc));
+    if (share > 1.0) {
+        // from above, but not from close to the critical point
+        const double highest = s.givenT() ? 0.85 * Tc : std::log(0.3 * Pc);
+        begin = std::min(begin, highest);
+        if (begin <= end) return false;
+    }
     const double smallestStep = s.givenT() ? 1e-4 * end : 1e-4;
     const auto solve = [&]() {
         s.ierr = 0;
         s.herr.clear();
-        return iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc) && s.rhol > s.rhov;
+        return iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc, coldest);
     };
     (s.givenT() ? s.T : s.p) = s.givenT() ? begin : std::exp(begin);
     int code = 0;
@@ -435,11 +498,11 @@ bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, do
     SATEST(s.kph, s.T, s.p, s.z, s.xliq, s.xvap, code, text);
     s.rhol = s.rhov = Dc;
     s.ierr = 0;
-    if (iterate(s, order, 0) != Outcome::leave || !acceptable(s, Pc, Dc)) return false;
+    if (iterate(s, order, 0) != Outcome::leave || !acceptable(s, Pc, Dc, coldest)) return false;
     LinePoint last = linePoint(s, order), before = last;
     double step = (end - begin) / 3.0;
     for (int count = 1; count <= 60; ++count) {
-        const double given = std::min(last.given + step, end);
+        const double given = share > 1.0 ? std::max(last.given + step, end) : std::min(last.given + step, end);
         startAt(given, last, before, s, order);
         // two phases that have come together are no point of the line
         const bool good = solve() && s.rhol - s.rhov > 0.3 * (std::exp(last.lnLiquid) - std::exp(last.lnVapor));
@@ -449,22 +512,96 @@ bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, do
             last = linePoint(s, order);
         } else {
             step *= 0.5;
-            if (step < smallestStep) return false;
+            if (std::fabs(step) < smallestStep) return false;
         }
     }
     return false;
 }
 
-// Share of the vapor and bulk density of a two-phase state.
-void leverRule(Solution& s, const OrderList& order) {
-    // every component gives the same share; the one whose fractions differ most gives the most digits
-    int widest = order.o[1];
-    for (int i = 2; i <= order.m; ++i) {
-        const int oi = order.o[i];
-        if (std::fabs(s.xvap[oi] - s.xliq[oi]) > std::fabs(s.xvap[widest] - s.xliq[widest])) widest = oi;
+// A better start than that of Raoult's law where Newton's method fails from there, as with traces or with components
+// that are far from ideal: exchanges of the incipient composition by the fugacities, with the unknown corrected so that
+// its sum is one. True if Newton's method then reaches the point.
+//   Source  M. L. Michelsen, Fluid Phase Equilib. 23 (1985) 181
+bool substituteFirst(Solution& s, const OrderList& order, double Pc, double Dc, double coldest) {
+    constexpr int mostExchanges = 40;
+    constexpr double nearEnough = 1e-3, longestInT = 0.03, longestInP = 0.5;
+    int code = 0;
+    Text255 text;
+    SATEST(s.kph, s.T, s.p, s.z, s.xliq, s.xvap, code, text);
+    if (!(s.T > 0.0 && s.p > 0.0)) return false;
+    Composition& incipient = s.bubble() ? s.xvap : s.xliq;
+    double Dl = 0.0, Dv = 0.0;
+    Composition dalpha, dnalpha;
+    for (int pass = 1; pass <= mostExchanges; ++pass) {
+        const int guess = pass == 1 ? 0 : 1;
+        liquidDensity(s, guess, Dl, code, text);
+        if (code <= 0) TPRHO(s.T, s.p, s.xvap, vapor, guess, Dv, code, text);
+        if (code > 0) return false;
+        PHIDERV(2, s.T, Dv, s.xvap, dalpha, dnalpha, code, text);
+        if (code > 0) return false;
+        copyDerivatives(order, s.xvap, work.vap);
+        PHIDERV(2, s.T, Dl, s.xliq, dalpha, dnalpha, code, text);
+        if (code > 0) return false;
+        copyDerivatives(order, s.xliq, work.liq);
+        double sum = 0.0, slope = 0.0, change = 0.0;
+        Composition next = incipient;
+        for (int i = 1; i <= order.m; ++i) {
+            const int oi = order.o[i];
+            const double sign = s.bubble() ? -1.0 : 1.0;
+            next[oi] =
+                incipient[oi] * std::exp(std::clamp(sign * (work.vap.XLNFI[i] - work.liq.XLNFI[i]), -20.0, 20.0));
+            sum += next[oi];
+            slope += sign * next[oi] *
+                     (s.givenT() ? s.p * (work.vap.DPHIDP[i] - work.liq.DPHIDP[i])
+                                 : work.vap.DPHIDT[i] - work.liq.DPHIDT[i]);
+        }
+        if (!(sum > 0.0) || !std::isfinite(sum) || slope == 0.0) return false;
+        for (int i = 1; i <= order.m; ++i) {
+            const int oi = order.o[i];
+            next[oi] /= sum;
+            change += std::fabs(next[oi] - incipient[oi]);
+        }
+        incipient = next;
+        const double step = -std::log(sum) * sum / slope;
+        if (s.givenT())
+            s.p *= std::exp(std::clamp(step, -longestInP, longestInP));
+        else
+            s.T += std::clamp(step, -longestInT * s.T, longestInT * s.T);
+        if (change + std::fabs(std::log(sum)) < nearEnough) break;
     }
-    s.q = (s.z[widest] - s.xliq[widest]) / (s.xvap[widest] - s.xliq[widest]);
-    s.D = 1.0 / ((1.0 - s.q) / s.rhol + s.q / s.rhov);
+    s.rhol = Dl;
+    s.rhov = Dv;
+    return iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc, coldest);
+}
+
+// The same equations in the logarithms of the ratios, where the fraction of a trace is no small part of a step.
+bool inLogarithms(Solution& s, double Pc, double coldest) {
+    constexpr int pressureUnknown = 1;
+    int code = 0;
+    Text255 text;
+    double Dl = 0.0, Dv = 0.0, T = s.T, p = s.p;
+    Composition xliq{}, xvap{};
+    SATEST(s.kph, T, p, s.z, xliq, xvap, code, text);
+    if (!(T > 0.0 && p > 0.0)) return false;
+    const int printing = modelTags.IPRINTERR;
+    modelTags.IPRINTERR = 0;
+    TPRHO(T, p, xliq, liquid, 0, Dl, code, text);
+    if (code <= 0) TPRHO(T, p, xvap, vapor, 0, Dv, code, text);
+    if (code <= 0)
+        SATGV(T, p, s.z, s.bubble() ? 0.0 : 1.0, s.givenT() ? T : p, pressureUnknown, s.givenT() ? 1 : 0, 0, Dl, Dv,
+              xliq, xvap, code, text);
+    modelTags.IPRINTERR = printing;
+    if (code > 0 || T < coldest || vaporIsNone(T, p, Dv, xvap, Pc) || !phasesInEquilibrium(T, p, Dl, xliq, Dv, xvap))
+        return false;
+    s.T = T;
+    s.p = p;
+    s.rhol = Dl;
+    s.rhov = Dv;
+    s.xliq = xliq;
+    s.xvap = xvap;
+    s.ierr = 0;
+    s.herr.clear();
+    return true;
 }
 
 }  // namespace
@@ -483,9 +620,13 @@ void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, doub
     Text255 text;
     CRITP(z, Tc, Pc, Dc, code, text);
     newtonControl.NOSATTP = 0;
-    if (icomp > 0 || pengRobinsonSelected() || order.m < 2) return classicalPath(s, Dc);
+    if (icomp > 0 || pengRobinsonSelected() || order.m < 2) return classicalPath(s, order, Pc, Dc, 0.0);
 
     ++newtonControl.mixtureCalls;
+    // Far below their range the equations have roots that are no states: no temperature found may lie there.
+    double coldest, hottest, Dmax, pmax;
+    LIMITS("EOS", z, coldest, hottest, Dmax, pmax);
+    coldest *= kph == 0 || s.givenT() ? 0.0 : 0.7;
     if (saturationSpline.SPLINEREADY && kph != 0 && splineStart(s, kph < 0, Dc)) kguess = 1;
     if (kguess == 0) {
         rhol = rhov = Dc;
@@ -499,11 +640,11 @@ void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, doub
     if (iterate(s, order, kguess) == Outcome::noDerivatives) {
         ++newtonControl.substitutionCalls;
         (s.givenT() ? T : p) = s.givenT() ? givenT : givenP;
-        return classicalPath(s, Dc);
+        return classicalPath(s, order, Pc, Dc, coldest);
     }
     if (kph == 0) leverRule(s, order);
     s.setQuality();
-    if (!acceptable(s, Pc, Dc) && ierr == 0) ierr = 1;
+    if (!acceptable(s, Pc, Dc, coldest) && ierr == 0) ierr = 1;
     if (ierr != 0 && herr.blank()) message(herr, "SATTP:  Iteration failed");
     if (ierr <= 0 || saturationSpline.INSPLINE) return;
 
@@ -515,7 +656,20 @@ void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, doub
     };
     restoreGiven();
     if (kph != 0) {
-        if (walkAlongLine(s, order, Tc, Pc, Dc)) {
+        if (substituteFirst(s, order, Pc, Dc, coldest)) {
+            restoreGiven();
+            s.setQuality();
+            return;
+        }
+        restoreGiven();
+        if (inLogarithms(s, Pc, coldest)) {
+            restoreGiven();
+            s.setQuality();
+            return;
+        }
+        for (const double share : {0.85, 1.2, 0.6}) {
+            restoreGiven();
+            if (!walkAlongLine(s, order, Tc, Pc, Dc, coldest, share)) continue;
             restoreGiven();
             s.setQuality();
             return;
@@ -523,7 +677,7 @@ void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, doub
         restoreGiven();
     }
     ++newtonControl.substitutionCalls;
-    classicalPath(s, Dc);
+    classicalPath(s, order, Pc, Dc, coldest);
 }
 
 }  // namespace frigana

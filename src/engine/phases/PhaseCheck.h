@@ -1,0 +1,34 @@
+// What must be true of two phases, whatever method found them. A method that ends at a root of its own equations may
+// have found one of another kind: both phases the same, liquid and vapor exchanged, or a place where slow progress
+// looked like the end.
+#pragma once
+
+#include "EngineLimits.h"
+
+namespace frigana {
+
+// How closely the molecules are packed: density over that of the critical points of the components, by their volumes.
+// The liquid is the phase of the larger value. The molar density itself does not tell: beside a heavy component the
+// vapor of a light one has the larger one at high pressures.
+//   Given     rho  density [mol/L]
+//             x    mole fractions
+double packing(double rho, const Composition& x);
+
+// True if the liquid is packed more closely than the vapor.
+bool phasesInOrder(double rhol, const Composition& xliq, double rhov, const Composition& xvap);
+
+// True if the vapor of an equilibrium below the critical pressure is none: packed like a liquid, so that the
+// equilibrium is that of two liquids, or beyond a spinodal of its isotherm. Between the spinodals the equations have
+// further stretches where pressure rises with density, and states there may satisfy all conditions of equilibrium.
+bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, double pc);
+
+// True if two phases are in equilibrium and are two: equal fugacities of all components but traces, both densities at
+// the pressure, liquid packed more closely than vapor, and not the same phase twice.
+//   Given     T, p        [K, kPa]
+//             rhol, rhov  [mol/L]
+//             tolerance   of the fugacities and pressures, relative
+inline constexpr double equilibriumOfSubstitution = 1e-4, looseEquilibrium = 1e-6, tightEquilibrium = 1e-9;
+bool phasesInEquilibrium(double T, double p, double rhol, const Composition& xliq, double rhov, const Composition& xvap,
+                         double tolerance = looseEquilibrium);
+
+}  // namespace frigana
