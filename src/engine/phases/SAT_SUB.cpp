@@ -96,7 +96,7 @@ void returnToAga8(double T, double p, const Composition& xvap, double& rhov, int
 // composition derivatives, which they alone serve, their own end stands.
 bool isDewOrBubble(double T, double p, double rhol, const Composition& xliq, double rhov, const Composition& xvap,
                    double pc) {
-    if (modelTags.HEOS == "PR") return true;
+    if (!(modelTags.HEOS == "HMX")) return true;
     // the densities are those before the last step of the composition
     const QuietMessages quiet;
     int code = 0;

@@ -73,6 +73,14 @@ double propertyAt(LineProperty property, double T, double rho, const Composition
 bool stateOnLine(int line, double T, const Composition& x, LineState& state, int& ierr, Text255& herr) {
     state.T = T;
     if (line == retrogradeVaporLine) {
+        double Tc, Pc, Dc;
+        CRITP(x, Tc, Pc, Dc, ierr, herr);
+        // through the critical point the line goes on as that of the bubble points
+        if (ierr <= 0 && T < Tc) {
+            SATT(T, x, liquidLine, state.p, state.rhol, state.rhov, state.xliq, state.xvap, ierr, herr);
+            state.rho = state.rhol;
+            return ierr == 0;
+        }
         double D, q, temperature = T;
         SATTP(temperature, state.p, x, retrogradeVaporLine, 0, D, state.rhol, state.rhov, state.xliq, state.xvap, q,
               ierr, herr);

@@ -157,9 +157,11 @@ void classicalPath(Solution& s, const OrderList& order, double Pc, double Dc, do
     }
     s.setQuality();
     newtonControl.NOSATTP = 0;
-    if (s.pure() || s.ierr != 0 || pengRobinsonSelected()) return;
+    if (s.ierr != 0) return;
+    // equations without composition derivatives, or with a liquid of another model, have only this method
+    const bool checked = !s.pure() && modelTags.HEOS == "HMX";
     bool good = !s.equalPhases(Dc) && s.rhol + s.rhov >= Dc;
-    if (good && !phasesInEquilibrium(s.T, s.p, s.rhol, s.xliq, s.rhov, s.xvap, tightEquilibrium)) {
+    if (good && checked && !phasesInEquilibrium(s.T, s.p, s.rhol, s.xliq, s.rhov, s.xvap, tightEquilibrium)) {
         const LinePlace before{s.T, s.p, s.D, s.rhol, s.rhov, s.q, s.xliq, s.xvap};
         if (iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc, coldest)) {
             if (s.kph == 0) leverRule(s, order);
@@ -173,7 +175,7 @@ void classicalPath(Solution& s, const OrderList& order, double Pc, double Dc, do
             s.herr.clear();
         }
     }
-    if (!good || s.T < coldest || vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc)) {
+    if (!good || s.T < coldest || (checked && vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc))) {
         s.ierr = 1;
         message(s.herr, "SATTP:  Iteration failed");
     }
