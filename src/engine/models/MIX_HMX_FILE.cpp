@@ -70,6 +70,14 @@ bool readNumbers(std::string_view text, double* numbers, int count) {
     return true;
 }
 
+// The version of the file stands in the first two columns, blanks for 0; what follows is free.
+bool readVersion(int iunit, int& version) {
+    FixedText<2> columns;
+    if (readText(iunit, columns) != ReadStatus::ok) return false;
+    version = 0;
+    return columns.blank() || FreeRecord(columns.trimmed()).read(version) == ReadStatus::ok;
+}
+
 // The lines of one record of the section of pairs, as far as they are known.
 struct PairRecord {
     Text255 citation{};
@@ -636,8 +644,7 @@ void SETHMX(const Text255& hfmix, int& ierr, Text255& herr) {
         return;
     }
     Text3 model;
-    if (readText(iunit, model) != ReadStatus::ok || model != modelTags.HEOS ||
-        readValues(iunit, m.version) != ReadStatus::ok) {
+    if (readText(iunit, model) != ReadStatus::ok || model != modelTags.HEOS || !readVersion(iunit, m.version)) {
         ierr = 1;
         message(herr, "[SETHMX error] Mixture file does not match model", nullCharacter);
         ERRMSG(ierr, herr);

@@ -396,6 +396,22 @@ TEST_F(MixingFile, AFileOfAnotherModelIsRefused) {
     }
 }
 
+TEST_F(MixingFile, TheVersionStandsInTwoColumns) {
+    const std::string whole = mixtureFileText(recordKW);
+    struct Row {
+        const char* line;
+        int version;
+    };
+    constexpr Row rows[] = {{" 7", 7}, {"7", 7}, {"12", 12}, {"12345", 12}, {"10.2 of a year", 10}, {"", 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.line);
+        std::string text = whole;
+        text.replace(4, 2, row.line);
+        EXPECT_EQ(setUp(names, write("TEST.BNC", text)), 0) << message();
+        EXPECT_EQ(mixingParameters.version, row.version);
+    }
+}
+
 TEST_F(MixingFile, WaterAndAlcoholsAreFoundByTheirCasNumbers) {
     ASSERT_EQ(useRecords(recordKW), 0);
     EXPECT_EQ(mixingParameters.IWATERCOMP, 0);
