@@ -8,6 +8,8 @@ namespace frigana {
 
 // Text without its trailing blanks.
 constexpr std::string_view trimRight(std::string_view text) {
+    constexpr std::string_view blanks = "        ";  // eight at once: most fields are far longer than their text
+    while (text.ends_with(blanks)) text.remove_suffix(blanks.size());
     while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
     return text;
 }

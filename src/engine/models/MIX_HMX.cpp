@@ -457,12 +457,12 @@ void derive(const MixingPair& p, int itau, int idel, double del, DepartureCache&
 }
 
 // The cache of model number n, at this state.
-DepartureCache& cacheAt(const MixingPair& p, int n, double tau, double del) {
+inline DepartureCache& cacheAt(const MixingPair& p, int n, double tau, double del) {
     DepartureCache& c = departureCache[n];
     if (std::fabs(tau - c.TAUSVH) >= sameState || std::fabs(del - c.DELSVH) >= sameState) evaluateTerms(p, tau, del, c);
     return c;
 }
-double derivativeOf(const MixingPair& p, int itau, int idel, double del, DepartureCache& c) {
+inline double derivativeOf(const MixingPair& p, int itau, int idel, double del, DepartureCache& c) {
     if ((c.DRVFLH & flag(itau, idel)) == 0) derive(p, itau, idel, del, c);
     return c.DRVSVH[place(itau, idel)];
 }
@@ -503,22 +503,31 @@ bool departuresOfPair(int i, int j, std::span<const DepartureOrder> orders, doub
     return true;
 }
 
-double PHIMIX(int i, int j, int itau, int idel, double tau, double del, const Composition& x) {
-    if (del <= smallestDensity || tau <= 0.0 || i == j || !orderInRange(itau, idel)) return 0.0;
+namespace {
+
+// PHIMIX of a state and orders that have been looked at.
+inline double departureTerm(int i, int j, int itau, int idel, double tau, double del, const Composition& x) {
     const MixingPair& p = mixingParameters.pair[i][j];
-    if (isTR1(p.HMODMX)) return departureTR1(p, itau, idel, tau, del, x);
     const Departure d(p);
+    if (d.number == 0) return isTR1(p.HMODMX) ? departureTR1(p, itau, idel, tau, del, x) : 0.0;
     if (!d.known()) return noModelNumber;
-    if (d.number == 0) return 0.0;
     return x[i] * x[j] * d.F * derivativeOf(p, itau, idel, del, cacheAt(p, d.number, tau, del));
 }
 
+}  // namespace
+
+double PHIMIX(int i, int j, int itau, int idel, double tau, double del, const Composition& x) {
+    if (del <= smallestDensity || tau <= 0.0 || i == j || !orderInRange(itau, idel)) return 0.0;
+    return departureTerm(i, j, itau, idel, tau, del, x);
+}
+
 double sumOfDepartures(int itau, int idel, double tau, double del, const Composition& x, double smallestFraction) {
+    if (del <= smallestDensity || tau <= 0.0 || !orderInRange(itau, idel)) return 0.0;
     double sum = 0.0;
     for (int i = 1; i < modelTags.NC; ++i) {
         if (!(x[i] > smallestFraction)) continue;
         for (int j = i + 1; j <= modelTags.NC; ++j)
-            if (x[j] > smallestFraction) sum += PHIMIX(i, j, itau, idel, tau, del, x);
+            if (x[j] > smallestFraction) sum += departureTerm(i, j, itau, idel, tau, del, x);
     }
     return sum;
 }
