@@ -550,7 +550,10 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
     int code = 0;
     Text255 text;
     CRITP(z, Tc, pc, Dc, code, text);
-    if (ierr <= 0 && phasesInEquilibrium(T, p, Dl, x, Dv, y) && !vaporIsNone(T, p, Dv, y, pc)) return;
+    if (ierr <= 0 && phasesInEquilibrium(T, p, Dl, x, Dv, y) && !vaporIsNone(T, p, Dv, y, pc)) {
+        closeBalance(z, q, x, y);
+        return;
+    }
     TwoPhaseState state = start;
     if (shareAtPressure(T, p, z, state)) {
         Dl = state.Dl;
@@ -558,6 +561,7 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
         q = state.q;
         x = state.x;
         y = state.y;
+        closeBalance(z, q, x, y);
         ierr = 0;
         herr.clear();
     } else if (ierr <= 0) {

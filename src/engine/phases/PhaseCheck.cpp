@@ -44,13 +44,28 @@ bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, doubl
     return false;
 }
 
+bool samePhaseTwice(double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
+    double farthest = std::fabs(rhol - rhov) / rhol;
+    for (int i = 1; i <= modelTags.NC; ++i) farthest = std::max(farthest, std::fabs(xliq[i] - xvap[i]));
+    return farthest < samePhase;
+}
+
+void closeBalance(const Composition& z, double q, Composition& xliq, Composition& xvap) {
+    constexpr double smallestChange = 1e-6;  // relative; more is no rounding
+    if (!(q > 0.0 && q < 1.0)) return;
+    const bool inVapor = q >= 0.5;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        double& fraction = inVapor ? xvap[i] : xliq[i];
+        const double closed = inVapor ? (z[i] - (1.0 - q) * xliq[i]) / q : (z[i] - q * xvap[i]) / (1.0 - q);
+        if (std::fabs(closed - fraction) < smallestChange * fraction) fraction = closed;
+    }
+}
+
 bool phasesInEquilibrium(double T, double p, double rhol, const Composition& xliq, double rhov, const Composition& xvap,
                          double tolerance) {
     if (!(rhol > 0.0 && rhov > 0.0 && p > 0.0 && T > 0.0) || !std::isfinite(rhol + rhov + p + T)) return false;
     if (!phasesInOrder(rhol, xliq, rhov, xvap)) return false;
-    double farthest = std::fabs(rhol - rhov) / rhol;
-    for (int i = 1; i <= modelTags.NC; ++i) farthest = std::max(farthest, std::fabs(xliq[i] - xvap[i]));
-    if (farthest < samePhase) return false;
+    if (samePhaseTwice(rhol, xliq, rhov, xvap)) return false;
 
     for (const bool vapor : {false, true}) {
         const double rho = vapor ? rhov : rhol;

@@ -22,6 +22,13 @@ bool phasesInOrder(double rhol, const Composition& xliq, double rhov, const Comp
 // further stretches where pressure rises with density, and states there may satisfy all conditions of equilibrium.
 bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, double pc);
 
+// True if the two are one phase, the solution that every phase has with itself.
+bool samePhaseTwice(double rhol, const Composition& xliq, double rhov, const Composition& xvap);
+
+// Closes the material balance of a two-phase state in the phase of the larger share: what a method stops short of is
+// then left in the fugacities alone. Traces, of which the balance tells nothing, stay.
+void closeBalance(const Composition& z, double q, Composition& xliq, Composition& xvap);
+
 // True if two phases are in equilibrium and are two: equal fugacities of all components but traces, both densities at
 // the pressure, liquid packed more closely than vapor, and not the same phase twice.
 //   Given     T, p        [K, kPa]

@@ -121,6 +121,7 @@ void leverRule(Solution& s, const OrderList& order) {
     }
     s.q = (s.z[widest] - s.xliq[widest]) / (s.xvap[widest] - s.xliq[widest]);
     s.D = 1.0 / ((1.0 - s.q) / s.rhol + s.q / s.rhov);
+    closeBalance(s.z, s.q, s.xliq, s.xvap);
 }
 
 bool acceptable(const Solution& s, double Pc, double Dc, double coldest);
@@ -475,8 +476,8 @@ void startAt(double given, const LinePoint& last, const LinePoint& before, Solut
 bool acceptable(const Solution& s, double Pc, double Dc, double coldest) {
     return s.ierr == 0 && s.rhov > 0.0 && s.rhol > 0.0 && s.p > 0.0 && s.p <= 10.0 * Pc && !s.equalPhases(Dc) &&
            std::isfinite(s.T) && std::isfinite(s.p) && !(s.kph != 0 && s.rhov > densestVapor * Dc) &&
-           phasesInOrder(s.rhol, s.xliq, s.rhov, s.xvap) && !vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc) &&
-           !(s.T < coldest);
+           !samePhaseTwice(s.rhol, s.xliq, s.rhov, s.xvap) && phasesInOrder(s.rhol, s.xliq, s.rhov, s.xvap) &&
+           !vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc) && !(s.T < coldest);
 }
 
 bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, double Dc, double coldest, double share) {

@@ -551,7 +551,7 @@ void SATGV(double& T, double& P, const Composition& z, double vf, double b, int 
                 FixedText<80> heading;
                 message(heading, "[SATGV error ", Integer{2, ierr}, "] Converged in ", Integer{2, pass},
                         " iterations.  But F < acceptable. ");
-                printValues(herr, heading.view().substr(0, 67), e.F, nc + 1);
+                printValues(herr, heading.view().substr(0, 66), e.F, nc + 1);
                 return fail();
             }
         if (xPhase == 2 && yPhase == 2) {
