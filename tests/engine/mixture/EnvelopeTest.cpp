@@ -325,6 +325,29 @@ TEST(EnvelopeEdge, DewPointsBelowTheTableAreDewPoints) {
     saturationSpline.SPLINEREADY = false;
 }
 
+// Just below the critical temperature of a wide binary the simple start leads to two phases that are one. The dew point
+// is the one that the table has.
+TEST(EnvelopeEdge, DewPointNextToTheCriticalPointHasTwoPhases) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"CO2", 0.5}, {"BUTANE", 0.5}}, z));
+    constexpr double T = 381.903;
+    const TwoPhases plain = atTemperature(T, dew, z);
+    ASSERT_EQ(plain.ierr, 0) << words(plain.herr);
+    EXPECT_GT(plain.rhol, 1.5 * plain.rhov);
+    EXPECT_LT(disequilibrium(plain), 1e-8);
+    int ierr = 0;
+    Text255 herr;
+    SATSPLN(z, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    EXPECT_NEAR(SPLNVAL(3, 0, plain.rhov, ierr, herr), T, 0.01);
+    saturationMemo = {};
+    const TwoPhases started = atTemperature(T, dew, z);
+    ASSERT_EQ(started.ierr, 0) << words(started.herr);
+    EXPECT_LT(relative(started.p, plain.p), 1e-8);
+    EXPECT_LT(relative(started.rhov, plain.rhov), 1e-8);
+    saturationSpline.SPLINEREADY = false;
+}
+
 TEST(EnvelopeEdge, PureFluidReturnsAtOnceAndLeavesTheTable) {
     Composition z{};
     ASSERT_TRUE(setUpBlend("R410A", z));

@@ -315,7 +315,7 @@ TEST(NewtonMessage, LogarithmicSolverNamesEveryEnd) {
             } else if (s.ierr == 75) {
                 const std::string heading =
                     "[SATGV error 75] Converged in " + text.substr(30, 2) + " iterations.  But F < acceptable. ";
-                EXPECT_TRUE(text.starts_with(heading)) << text;
+                EXPECT_TRUE(matches(heading, n + 1)) << text;
                 EXPECT_LE(std::stoi(text.substr(30, 2)), 20);
                 EXPECT_GE(std::stoi(text.substr(30, 2)), 2);
             } else if (s.ierr == 76) {
@@ -502,10 +502,12 @@ TEST(LogarithmicSolver, FindsTheStatesOfTheFugacityEquations) {
                 p.value, rho.value, fraction.value, fraction.where.c_str());
 }
 
-constexpr double balanceBound = 1e-9;   // of a composition: the search ends at steps of 1e-10
-constexpr double fugacityBound = 1e-8;  // relative: that step, in a fraction of 1e-2
+constexpr double balanceBound = 1e-12;  // of a composition
+// without a start, a state next to one of the lines is left to substitution, which ends at this tolerance of the sums
+constexpr double substitutionBound = 1e-9;
+constexpr double fugacityBound = 1e-8;  // relative: the search ends at steps of 1e-10
 TEST(TwoPhaseState, FugacitiesAreEqualAndTheMaterialBalances) {
-    Worst unequal, balance;
+    Worst unequal, balance, roughBalance;
     for (const Several& mixture : severals) {
         Composition z{};
         ASSERT_TRUE(use(mixture, z));
@@ -514,8 +516,11 @@ TEST(TwoPhaseState, FugacitiesAreEqualAndTheMaterialBalances) {
             for (const double share : {0.05, 0.35, 0.65, 0.95}) {
                 SCOPED_TRACE(testing::Message() << mixture.name << ' ' << T << " K, " << share);
                 const double p = share * b.p + (1.0 - share) * d.p;
+                newtonControl.substitutionCalls = 0;
                 const TwoPhases s = newton(bothAtTP, T, p, z);
                 ASSERT_EQ(s.ierr, 0) << words(s.herr);
+                const bool substituted = newtonControl.substitutionCalls > 0;
+                EXPECT_FALSE(substituted && share > 0.1 && share < 0.9);
                 newtonControl.substitutionCalls = 0;
                 const test::FlashState f = test::flash("TP", T, p, z);
                 ASSERT_EQ(f.ierr, 0) << words(f.herr);
@@ -532,16 +537,18 @@ TEST(TwoPhaseState, FugacitiesAreEqualAndTheMaterialBalances) {
                     EXPECT_LT(relative(pressure(T, state->rhov, state->y), p), 1e-8);
                     for (int i = 1; i <= modelTags.NC; ++i) {
                         const double off = std::fabs((1.0 - state->q) * state->x[i] + state->q * state->y[i] - z[i]);
-                        EXPECT_LT(off, balanceBound);
-                        balance.take(off, mixture.name);
+                        EXPECT_LT(off, state == &s && substituted ? substitutionBound : balanceBound);
+                        (state == &s && substituted ? roughBalance : balance).take(off, mixture.name);
                     }
                 }
                 EXPECT_NEAR(s.q, f.q, 1e-8);  // the balance over the width of the two phases
             }
         }
     }
-    std::printf("two-phase states at T and p: fugacities differ by %.1e (%s), balance %.1e (%s)\n", unequal.value,
-                unequal.where.c_str(), balance.value, balance.where.c_str());
+    std::printf(
+        "two-phase states at T and p: fugacities differ by %.1e (%s), balance %.1e (%s), by substitution %.1e (%s)\n",
+        unequal.value, unequal.where.c_str(), balance.value, balance.where.c_str(), roughBalance.value,
+        roughBalance.where.c_str());
 }
 
 // ------------------------------------------------------------------------------------------ starting values and bricks
