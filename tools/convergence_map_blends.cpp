@@ -2,15 +2,21 @@
 // routines and the two-phase flashes, and counts the failures.
 //
 //   convergence_map_blends [--list] [--points n] [--flash n] [blend ...]
+//   convergence_map_blends [--list] --binaries n [fluid/fluid ...]
 //
 // Bubble and dew points at n temperatures (400 if not told otherwise) from the lower limit to 0.5 K below the critical
 // temperature, the same at the pressures found, and flashes at (T, p), (p, h), (p, s), (T, q) and (p, q) between them
 // at every n-th of these temperatures. A state fails where a routine returns an error, or not the state that the inputs
 // were made from. Exit status 1 if a state fails up to 0.98 of the critical pressure. States at temperatures where the
-// model has two liquids, so that a solution with one liquid is not the stable state, are counted apart.
+// model has two liquids, so that a solution with one liquid is not the stable state, are counted apart: those that are
+// another equilibrium (equal fugacities, material balance, inputs met) and those that failed.
 //   --list     prints all failing states, one a line; otherwise only those up to 0.98 of the critical pressure
 //   --points   number of temperatures
 //   --flash    every n-th of them has flashes (10 if not told otherwise)
+//   --binaries all pairs of the mixing parameters at fractions of 0.1, 0.5 and 0.9 and n temperatures instead of
+//   blends,
+//              held against equal fugacities, one pressure, the order of the phases, the tangent plane over all
+//              compositions, the way to pressure and back, and the last temperature
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -67,8 +73,9 @@ struct State {
 };
 
 struct Count {
-    long states = 0, failures = 0, nearCritical = 0, twoLiquids = 0;
+    long states = 0, failures = 0, nearCritical = 0, twoLiquids = 0, otherState = 0;
     double slowest = 0.0;  // [s]
+    std::string slowestState;
 };
 
 State bubbleOrDew(const Blend& blend, double T, int kph) {
@@ -89,14 +96,19 @@ struct Report {
     const Blend& blend;
     Count saturation, flash;
 
-    void add(Count& count, bool good, double T, double p, double seconds, const std::string& words) {
+    // valid: the state is an equilibrium of the composition that meets the inputs, though not the one looked for
+    void add(Count& count, bool good, bool valid, double T, double p, double seconds, const std::string& words) {
         ++count.states;
-        count.slowest = std::max(count.slowest, seconds);
+        if (seconds > count.slowest) {
+            count.slowest = seconds;
+            count.slowestState = words;
+        }
         if (good) return;
         if (splits(blend, T)) {
-            ++count.twoLiquids;
+            ++(valid ? count.otherState : count.twoLiquids);
             if (options.list)
-                std::printf("  %-6s %5.3f pc  two liquids  %s\n", blend.name.c_str(), p / blend.pc, words.c_str());
+                std::printf("  %-6s %5.3f pc  two liquids, %s  %s\n", blend.name.c_str(), p / blend.pc,
+                            valid ? "another equilibrium" : "failed", words.c_str());
             return;
         }
         const bool near = p > 0.98 * blend.pc;
@@ -210,6 +222,7 @@ void saturation(const Blend& blend, Report& report, std::vector<State>& bubble, 
             State s = bubbleOrDew(blend, T, kph);
             const double seconds = clock.seconds();
             double deviation = s.ierr > 0 ? 1.0 : disequilibrium(blend, s);
+            const bool valid = s.ierr == 0 && deviation < agreement;
             const double p = s.ierr > 0 ? blend.pc * std::exp(6.5 * (1.0 - blend.Tc / T)) : s.p;
             // the dew point lies below the bubble point of its temperature, and both rise with it
             std::vector<State>& line = kph == 1 ? bubble : dew;
@@ -219,7 +232,7 @@ void saturation(const Blend& blend, Report& report, std::vector<State>& bubble, 
                 deviation = s.p / bubble.back().p - 1.0;
             }
             if (good && k > 0 && line.back().ierr == 0 && s.p <= line.back().p) good = false;
-            report.add(report.saturation, good, T, p, seconds,
+            report.add(report.saturation, good, valid, T, p, seconds,
                        words(kph == 1 ? "SATT bubble" : "SATT dew", T, p, s, deviation));
             if (!good) s.ierr = 999;
             line.push_back(s);
@@ -227,10 +240,19 @@ void saturation(const Blend& blend, Report& report, std::vector<State>& bubble, 
             const Clock again;
             const State back = saturationAtPressure(blend, s.p, kph);
             const double off = std::fabs(back.T / T - 1.0);
-            report.add(report.saturation, back.ierr == 0 && off < agreement, T, s.p, again.seconds(),
+            report.add(report.saturation, back.ierr == 0 && off < agreement,
+                       back.ierr == 0 && disequilibrium(blend, back) < agreement, T, s.p, again.seconds(),
                        words(kph == 1 ? "SATP bubble" : "SATP dew", T, s.p, back, off));
         }
     }
+}
+
+// True if two phases are in equilibrium and make up the composition.
+bool equilibrium(const Blend& blend, const State& s, double q) {
+    if (!(q >= 0.0 && q <= 1.0) || !(disequilibrium(blend, s) < agreement)) return false;
+    for (int i = 1; i <= blend.nc; ++i)
+        if (!(std::fabs((1.0 - q) * s.x[i] + q * s.y[i] - blend.z[i]) < agreement)) return false;
+    return true;
 }
 
 struct FlashResult {
@@ -255,7 +277,8 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
                 const double p = s.ierr > 0 ? bubble[k].p : s.p;
                 const bool good = s.ierr <= 0 && deviation < agreement && s.p <= bubble[k].p * (1.0 + 1e-9) &&
                                   s.p >= dew[k].p * (1.0 - 1e-9);
-                report.add(report.flash, good, T, p, seconds, words("TQ", T, p, s, deviation));
+                report.add(report.flash, good, s.ierr <= 0 && equilibrium(blend, s, q), T, p, seconds,
+                           words("TQ", T, p, s, deviation));
                 if (!good) continue;
             }
             const double p = s.p;
@@ -272,6 +295,15 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
             const double qAgreementTP = std::max(qAgreementT, 2e-6 / std::max(width, 2e-6));
             State bubbleAtP = saturationAtPressure(blend, p, 1), dewAtP = saturationAtPressure(blend, p, 2);
             const double qAgreementP = std::max(qAgreementT, shareTolerance(dewAtP.T / bubbleAtP.T - 1.0));
+            // the second input of a flash by its letter, in what it found
+            const auto meets = [&](char letter, const State& b, double qb) {
+                double liquid = 0.0, vapor = 0.0;
+                if (letter != 'H' && letter != 'S') return true;
+                (letter == 'H' ? ENTHAL : ENTRO)(b.T, b.rhol, b.x, liquid);
+                (letter == 'H' ? ENTHAL : ENTRO)(b.T, b.rhov, b.y, vapor);
+                const double wanted = letter == 'H' ? r.h : r.s;
+                return std::fabs((1.0 - qb) * liquid + qb * vapor - wanted) < agreement * std::fabs(vapor - liquid);
+            };
             const auto check = [&](const char* what, const State& b, double qb, double seconds) {
                 const double qAgreement = what[0] == 'P' ? qAgreementP : qAgreementTP;
                 const double off = std::max({std::fabs(b.T / T - 1.0), std::fabs(b.p / p - 1.0)});
@@ -282,8 +314,10 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
                 // a flash at a pressure goes by both lines of it
                 const bool twoLiquids =
                     !good && what[0] == 'P' && (splits(blend, bubbleAtP.T) || splits(blend, dewAtP.T));
-                report.add(report.flash, good, twoLiquids ? (splits(blend, bubbleAtP.T) ? bubbleAtP.T : dewAtP.T) : T,
-                           p, seconds, words(what, T, p, b, off) + quality);
+                const bool valid = b.ierr <= 0 && equilibrium(blend, b, qb) && meets(what[1], b, qb);
+                report.add(report.flash, good, valid,
+                           twoLiquids ? (splits(blend, bubbleAtP.T) ? bubbleAtP.T : dewAtP.T) : T, p, seconds,
+                           words(what, T, p, b, off) + quality);
             };
             FlashResult o;
             {
@@ -694,13 +728,21 @@ int main(int argc, char** argv) {
             total->failures += part->failures;
             total->nearCritical += part->nearCritical;
             total->twoLiquids += part->twoLiquids;
+            total->otherState += part->otherState;
+            if (part->slowest > total->slowest) {
+                total->slowest = part->slowest;
+                total->slowestState = name + " " + part->slowestState;
+            }
         }
         calls += newtonControl.mixtureCalls;
         substituted += newtonControl.substitutionCalls;
     }
     for (const auto& [what, total] : {std::pair{"saturation", saturationTotal}, {"flashes", flashTotal}})
-        std::printf("%-10s %ld states, %ld failures, %ld more above 0.98 pc, %ld where the model has two liquids\n",
-                    what, total.states, total.failures, total.nearCritical, total.twoLiquids);
+        std::printf(
+            "%-10s %ld states, %ld failures, %ld more above 0.98 pc; where the model has two liquids %ld of another "
+            "equilibrium, %ld failures\n           slowest %.1f ms: %s\n",
+            what, total.states, total.failures, total.nearCritical, total.otherState, total.twoLiquids,
+            1e3 * total.slowest, total.slowestState.substr(0, 120).c_str());
     std::printf("Newton method: %ld calls, %ld of them (%.3f %%) went on by substitution\n", calls, substituted,
                 calls > 0 ? 100.0 * static_cast<double>(substituted) / static_cast<double>(calls) : 0.0);
     return saturationTotal.failures + flashTotal.failures > 0 ? 1 : 0;

@@ -445,7 +445,7 @@ double twoPhaseResidual(const TwoPhaseTarget& target, double T, double Dl, doubl
 
 constexpr double shareTolerance = 1e-10;  // of a residual in units of its change between the lines
 
-constexpr double outsideLines = 1e-6;  // relative, what rounding may put outside them
+constexpr double outsideInPressure = 0.1, outsideInTemperature = 0.01;  // relative, outside the lines
 
 // Density of the incipient phase of a line, 0 if there is none.
 double densityOfLine(double T, double p, const Composition& x, int kph) {
@@ -619,9 +619,9 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         } else if (!searchShare(givenT, z, residual, Fb, Fd, bubble, dew, shareTolerance, state)) {
             return false;
         }
-        // between the lines, where all states of the composition are
-        const double at = givenT ? state.p : state.T;
-        if (at < Xmin * (1 - outsideLines) || at > Xmax * (1 + outsideLines)) return false;
+        // between the lines, where the states of the composition are, or next to them where it has two liquids
+        const double at = givenT ? state.p : state.T, margin = givenT ? outsideInPressure : outsideInTemperature;
+        if (at < Xmin * (1 - margin) || at > Xmax * (1 + margin)) return false;
         T = state.T;
         p = state.p;
         Dl = state.Dl;

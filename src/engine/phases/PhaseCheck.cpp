@@ -31,10 +31,9 @@ bool phasesInOrder(double rhol, const Composition& xliq, double rhov, const Comp
 
 bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, double pc) {
     constexpr double densestVapor = 1.5, thinVapor = 0.25;
-    constexpr int places = 12;
-    if (p >= pc) return false;
+    constexpr int places = 20;
     const double packed = packing(rhov, xvap);
-    if (packed > densestVapor) return true;
+    if (p < pc && packed > densestVapor) return true;
     if (packed < thinVapor) return false;
     for (int k = 1; k < places; ++k) {
         double slope = 0.0;

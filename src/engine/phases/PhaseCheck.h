@@ -17,7 +17,7 @@ double packing(double rho, const Composition& x);
 // True if the liquid is packed more closely than the vapor.
 bool phasesInOrder(double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 
-// True if the vapor of an equilibrium below the critical pressure is none: packed like a liquid, so that the
+// True if the vapor of an equilibrium is none: packed like a liquid below the critical pressure, so that the
 // equilibrium is that of two liquids, or beyond a spinodal of its isotherm. Between the spinodals the equations have
 // further stretches where pressure rises with density, and states there may satisfy all conditions of equilibrium.
 bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, double pc);

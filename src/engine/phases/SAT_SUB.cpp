@@ -103,7 +103,9 @@ bool isDewOrBubble(double T, double p, double rhol, const Composition& xliq, dou
     Text255 text;
     TPRHO(T, p, xliq, -liquidPhase, 1, rhol, code, text);
     if (code <= 0) TPRHO(T, p, xvap, -vaporPhase, 1, rhov, code, text);
-    return code <= 0 && phasesInEquilibrium(T, p, rhol, xliq, rhov, xvap, equilibriumOfSubstitution) &&
+    // where Newton's method is to follow, or has failed from here, less is asked or more
+    const double tolerance = newtonControl.NOSATTP != 0 ? equilibriumOfSubstitution : looseEquilibrium;
+    return code <= 0 && phasesInEquilibrium(T, p, rhol, xliq, rhov, xvap, tolerance) &&
            !vaporIsNone(T, p, rhov, xvap, pc);
 }
 

@@ -1,0 +1,389 @@
+// States at which a solver once returned another root than the one asked for: phases exchanged, two phases where the
+// equations have a root between the spinodals, a temperature far below the equations' range, a two-phase state taken
+// for one with two liquids. What is right is found here without the solvers: the equilibrium by its conditions, and the
+// point on the line by the tangent plane over all compositions and both density roots.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "Equilibrium.h"
+#include "FLASH2.h"
+#include "PROP_SUB_FUGACITY.h"
+
+namespace frigana::equilibria {
+namespace {
+
+constexpr double equal = 1e-8;  // relative, of fugacities and pressures
+
+// Closeness of the molecules, by the critical volumes.
+double packed(double rho, const Composition& x) {
+    double volume = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) volume += x[i] / fluidConstants.DCRIT[i];
+    return rho * volume;
+}
+
+// Both phases at the pressure and stable in themselves, equal fugacities, the liquid the denser one, two phases.
+testing::AssertionResult inEquilibrium(const TwoPhases& s) {
+    if (s.ierr != 0) return testing::AssertionFailure() << "code " << s.ierr << ' ' << words(s.herr);
+    const double off = disequilibrium(s);
+    if (!(off < equal)) return testing::AssertionFailure() << "fugacities differ by " << off;
+    for (const bool vapor : {false, true}) {
+        const double rho = vapor ? s.rhov : s.rhol;
+        double slope = 0.0;
+        DPDD(s.T, rho, vapor ? s.y : s.x, slope);
+        const double p = pressure(s.T, rho, vapor ? s.y : s.x);
+        // the density of a liquid is resolved to its rounding, of which its pressure makes more
+        if (!(std::fabs(p - s.p) < equal * std::max(s.p, 1e-2 * rho * slope)))
+            return testing::AssertionFailure() << "pressure " << p << " of a phase, not " << s.p;
+        if (!(slope > 0.0)) return testing::AssertionFailure() << "a phase inside the spinodals";
+    }
+    if (!(packed(s.rhol, s.x) > packed(s.rhov, s.y))) return testing::AssertionFailure() << "phases exchanged";
+    return testing::AssertionSuccess();
+}
+
+// Depth of the Gibbs energy below the plane that touches it at the phase z of density rho, over the compositions of a
+// binary mixture and the density roots found by walking the isotherm: 0 at a stable phase.
+double depthBelowTangent(double T, double p, const Composition& z, double rho) {
+    Composition f{};
+    int ierr = 0;
+    Text255 herr;
+    FGCTY2(T, rho, z, f, ierr, herr);
+    double deepest = 0.0;
+    constexpr int compositions = 60, densities = 400;
+    for (int k = 1; k < compositions; ++k) {
+        Composition w{};
+        w[1] = static_cast<double>(k) / compositions;
+        w[2] = 1.0 - w[1];
+        double Tc, pc, Dc;
+        CRITP(w, Tc, pc, Dc, ierr, herr);
+        double before = 0.0, pBefore = 0.0;
+        bool throughSpinodal = false;
+        for (int j = 1; j <= densities; ++j) {
+            // from the ideal gas, in steps that grow, to the densest liquid
+            const double at = 1e-4 * Dc * std::pow(3.6e4, static_cast<double>(j) / densities);
+            const double here = pressure(T, at, w);
+            if (here < pBefore) throughSpinodal = true;
+            const bool gas = !throughSpinodal, liquid = at > 1.5 * Dc;
+            if ((pBefore - p) * (here - p) <= 0.0 && here > pBefore && (gas || liquid)) {
+                double low = before, high = at;
+                for (int halving = 1; halving <= 45; ++halving) {
+                    const double middle = 0.5 * (low + high);
+                    (pressure(T, middle, w) < p ? low : high) = middle;
+                }
+                Composition fw{};
+                FGCTY2(T, 0.5 * (low + high), w, fw, ierr, herr);
+                double distance = 0.0;
+                for (int i = 1; i <= 2; ++i) distance += w[i] * std::log(fw[i] / f[i]);
+                deepest = std::min(deepest, distance);
+            }
+            before = at;
+            pBefore = here;
+        }
+    }
+    return deepest;
+}
+
+constexpr double flat = 1e-7;  // what rounding may make of the tangent plane, in units of RT
+
+// Once 79.8 K for the bubble temperature at 7.39 MPa. With these parameters the line of 50 % CO2 ends at 6.9 MPa, that
+// of 70 % does not; beyond the end the answer is an error.
+TEST(FalseRoot, BubbleTemperatureOfCarbonDioxideAndR134aAtHighPressure) {
+    for (const double share : {0.5, 0.7}) {
+        Composition z{};
+        ASSERT_TRUE(setUpMixture({{"CO2", share}, {"R134A", 1.0 - share}}, z));
+        int found = 0;
+        for (const double p : {3000.0, 5000.0, 6500.0, 7390.0, 7700.0}) {
+            for (const int kph : {bubble, dew}) {
+                SCOPED_TRACE(p);
+                const TwoPhases s = atPressure(p, kph, z);
+                if (s.ierr > 0) continue;
+                ++found;
+                ASSERT_TRUE(inEquilibrium(s));
+                EXPECT_GT(depthBelowTangent(s.T, s.p, z, kph == bubble ? s.rhol : s.rhov), -flat);
+                const TwoPhases back = atTemperature(s.T, kph, z);
+                if (back.ierr == 0 && kph == bubble) {
+                    EXPECT_LT(relative(back.p, s.p), 1e-8);
+                }
+            }
+        }
+        EXPECT_GE(found, share < 0.6 ? 6 : 8);
+    }
+}
+
+TEST(FalseRoot, BubblePointsOfNitrogenInPropaneKeepTheirPhases) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"NITROGEN", 0.1}, {"PROPANE", 0.9}}, z));
+    int found = 0;
+    for (double T = 160.0; T < 350.0; T += 10.0) {
+        SCOPED_TRACE(T);
+        const TwoPhases s = atTemperature(T, bubble, z);
+        if (s.ierr > 0) continue;  // an error is an answer, exchanged phases are none
+        ASSERT_TRUE(inEquilibrium(s));
+        EXPECT_LT(relative(s.x[1], z[1]), 1e-12);
+        EXPECT_GT(s.y[1], z[1]);
+        EXPECT_GT(depthBelowTangent(T, s.p, z, s.rhol), -flat);
+        ++found;
+        // a line with a highest pressure passes every pressure below it twice
+        const TwoPhases back = atPressure(s.p, bubble, z);
+        if (back.ierr == 0) {
+            EXPECT_TRUE(inEquilibrium(back));
+        }
+    }
+    EXPECT_GE(found, 15);
+}
+
+TEST(FalseRoot, DewAndBubblePointsOfButaneAndR23NextToTheCriticalPoint) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"BUTANE", 0.5}, {"R23", 0.5}}, z));
+    int found = 0;
+    for (double T = 330.0; T < 380.0; T += 3.0) {
+        for (const int kph : {bubble, dew}) {
+            SCOPED_TRACE(T);
+            const TwoPhases s = atTemperature(T, kph, z);
+            if (s.ierr > 0) continue;
+            ASSERT_TRUE(inEquilibrium(s));
+            EXPECT_GT(depthBelowTangent(T, s.p, z, kph == bubble ? s.rhol : s.rhov), -flat);
+            ++found;
+        }
+    }
+    EXPECT_GE(found, 24);
+}
+
+TEST(FalseRoot, TemperatureAndPressureOfR32AndPropaneAgree) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"R32", 0.4}, {"PROPANE", 0.6}}, z));
+    for (const double T : {250.0, 300.0, 330.0, 340.0, 345.0}) {
+        for (const int kph : {bubble, dew}) {
+            SCOPED_TRACE(T);
+            const TwoPhases s = atTemperature(T, kph, z);
+            if (s.ierr > 0) continue;
+            ASSERT_TRUE(inEquilibrium(s));
+            const TwoPhases back = atPressure(s.p, kph, z);
+            ASSERT_TRUE(inEquilibrium(back));
+            EXPECT_NEAR(back.T, T, 1e-6 * T);
+        }
+    }
+}
+
+TEST(FalseRoot, DewPointsBelowTheSplineTableKeepTheirPhases) {
+    Composition z{};
+    ASSERT_TRUE(setUpBlend("R407C", z));
+    for (const bool splines : {false, true}) {
+        if (splines) {
+            int ierr = 0;
+            Text255 herr;
+            SATSPLN(z, ierr, herr);
+            ASSERT_EQ(ierr, 0) << words(herr);
+            RESETA();
+        }
+        for (double T = 153.0; T < 178.0; T += 3.0) {
+            SCOPED_TRACE(T);
+            const TwoPhases s = atTemperature(T, dew, z);
+            ASSERT_TRUE(inEquilibrium(s));
+            EXPECT_GT(s.rhol, 1000.0 * s.rhov);
+        }
+    }
+    saturationSpline.SPLINEREADY = false;
+}
+
+// Between the spinodals the equations have stretches where pressure rises again; a "vapor" there has equal fugacities
+// with a cold liquid, 150 K below the bubble temperature.
+TEST(FalseRoot, SaturationTemperaturesJustBelowTheCriticalPressure) {
+    struct Row {
+        std::initializer_list<Share> shares;
+        int kph;
+        double share;  // of the critical temperature
+    };
+    const Row rows[] = {
+        {{{"PROPANE", 0.5}, {"R152A", 0.5}}, bubble, 0.99}, {{{"PROPANE", 0.9}, {"R227EA", 0.1}}, dew, 0.99},
+        {{{"PROPANE", 0.5}, {"R125", 0.5}}, dew, 0.99},     {{{"R125", 0.1}, {"R236FA", 0.9}}, bubble, 0.99},
+        {{{"PROPYLEN", 0.9}, {"R125", 0.1}}, bubble, 0.99}, {{{"BUTANE", 0.5}, {"R227EA", 0.5}}, dew, 0.99},
+        {{{"ISOBUTAN", 0.5}, {"R227EA", 0.5}}, dew, 0.99},  {{{"R123", 0.5}, {"R32", 0.5}}, dew, 0.99},
+        {{{"PROPANE", 0.5}, {"PENTANE", 0.5}}, dew, 0.99}};
+    for (const Row& row : rows) {
+        Composition z{};
+        ASSERT_TRUE(setUpMixture(row.shares, z));
+        SCOPED_TRACE(row.shares.begin()->first);
+        double Tc, pc, Dc;
+        int ierr = 0;
+        Text255 herr;
+        CRITP(z, Tc, pc, Dc, ierr, herr);
+        const TwoPhases s = atTemperature(row.share * Tc, row.kph, z);
+        ASSERT_TRUE(inEquilibrium(s));
+        EXPECT_GT(depthBelowTangent(s.T, s.p, z, row.kph == bubble ? s.rhol : s.rhov), -flat);
+        const TwoPhases back = atPressure(s.p, row.kph, z);
+        ASSERT_TRUE(inEquilibrium(back));
+        EXPECT_NEAR(back.T, s.T, 1e-6 * s.T);
+    }
+}
+
+// A dew point next to the critical temperature, where the trivial solution lies close by.
+TEST(FalseRoot, DewPointOfCarbonDioxideAndButaneIsTwoPhases) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"CO2", 0.5}, {"BUTANE", 0.5}}, z));
+    const TwoPhases s = atTemperature(381.903, dew, z);
+    if (s.ierr > 0) return;
+    ASSERT_TRUE(inEquilibrium(s));
+    EXPECT_GT(std::fabs(s.rhol - s.rhov), 0.1);
+    EXPECT_GT(depthBelowTangent(s.T, s.p, z, s.rhov), -flat);
+}
+
+// Components that are traces in the liquid are found by their logarithms.
+TEST(FalseRoot, DewPointsOfButaneWithNitrogenCarryTracesInTheLiquid) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"NITROGEN", 0.1}, {"BUTANE", 0.9}}, z));
+    for (const double T : {180.0, 200.0, 250.0, 300.0}) {
+        SCOPED_TRACE(T);
+        const TwoPhases s = atTemperature(T, dew, z);
+        ASSERT_TRUE(inEquilibrium(s));
+        EXPECT_LT(s.x[1], 0.01);
+    }
+}
+
+// Azeotropes, where neither temperature nor pressure tells the share of the vapor. Between lines that lie close
+// together the flashes end where the share is known to 5e-4, and the balance to that part of the difference of the
+// phases.
+TEST(FalseRoot, QualityNextToAnAzeotrope) {
+    struct Row {
+        const char* blend;
+        double T;
+    };
+    for (const Row& row : {Row{"R508A", 175.25892}, Row{"R508A", 175.3}, Row{"R500", 270.0}, Row{"R507A", 250.0}}) {
+        Composition z{};
+        ASSERT_TRUE(setUpBlend(row.blend, z));
+        SCOPED_TRACE(row.blend);
+        for (const double q : {0.05, 0.5, 0.95}) {
+            TwoPhases s;
+            double e, h, entropy, cv, cp, w;
+            s.T = row.T;
+            TQFLSH(s.T, q, z, 1, s.p, s.D, s.rhol, s.rhov, s.x, s.y, e, h, entropy, cv, cp, w, s.ierr, s.herr);
+            ASSERT_EQ(s.ierr, 0) << words(s.herr);
+            EXPECT_LT(disequilibrium(s), 1e-7);
+            for (int i = 1; i <= modelTags.NC; ++i) EXPECT_NEAR((1.0 - q) * s.x[i] + q * s.y[i], z[i], 1e-5);
+            TwoPhases b;
+            PHFLSH(s.p, h, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, e, entropy, cv, cp, w, b.ierr, b.herr);
+            ASSERT_LE(b.ierr, 0) << words(b.herr);
+            EXPECT_NEAR(b.q, q, 1e-3);
+            EXPECT_NEAR(b.T, row.T, 1e-4);
+        }
+    }
+}
+
+// Flashes whose inner steps came upon a second liquid, and gave up.
+TEST(FalseRoot, FlashesOfBlendsWithHydrocarbonsCloseToASecondLiquid) {
+    struct Row {
+        const char* blend;
+        double T, p;
+    };
+    for (const Row& row :
+         {Row{"R426A", 169.7873, 0.45136}, Row{"R428A", 173.3847, 3.2427}, Row{"R438A", 174.3389, 2.1339}}) {
+        Composition z{};
+        ASSERT_TRUE(setUpBlend(row.blend, z));
+        SCOPED_TRACE(row.blend);
+        TwoPhases s;
+        double e, h, entropy, cv, cp, w;
+        s.T = row.T;
+        s.p = row.p;
+        TPFLSH(s.T, s.p, z, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
+        ASSERT_EQ(s.ierr, 0) << words(s.herr);
+        ASSERT_GT(s.q, 0.0);
+        ASSERT_LT(s.q, 1.0);
+        EXPECT_LT(disequilibrium(s), 1e-7);
+        for (const char letter : {'H', 'S', 'Q'}) {
+            SCOPED_TRACE(letter);
+            TwoPhases b;
+            double other = 0.0;
+            b.p = row.p;
+            b.q = s.q;
+            if (letter == 'H')
+                PHFLSH(b.p, h, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, e, other, cv, cp, w, b.ierr, b.herr);
+            if (letter == 'S')
+                PSFLSH(b.p, entropy, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, e, other, cv, cp, w, b.ierr, b.herr);
+            if (letter == 'Q')
+                PQFLSH(b.p, b.q, z, 1, b.T, b.D, b.rhol, b.rhov, b.x, b.y, e, other, other, cv, cp, w, b.ierr, b.herr);
+            ASSERT_LE(b.ierr, 0) << words(b.herr);
+            EXPECT_LT(relative(b.T, row.T), 1e-6);
+            EXPECT_NEAR(b.q, s.q, 1e-5);
+        }
+    }
+}
+
+// The end of a two-phase range as the answer has the densities of its own line.
+TEST(FalseRoot, FlashAtTheBubblePointHasTheVaporOfTheBubblePoint) {
+    Composition z{};
+    ASSERT_TRUE(setUpBlend("R407C", z));
+    const TwoPhases line = atTemperature(280.0, bubble, z);
+    ASSERT_TRUE(inEquilibrium(line));
+    TwoPhases s;
+    double e, entropy, cv, cp, w;
+    THFLSH(280.0, enthalpy(280.0, line.rhol, line.x) + 1e-3, z, 1, s.p, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, entropy,
+           cv, cp, w, s.ierr, s.herr);
+    ASSERT_LE(s.ierr, 0) << words(s.herr);
+    EXPECT_LT(relative(s.rhov, line.rhov), 1e-5);
+    EXPECT_LT(relative(s.rhol, line.rhol), 1e-5);
+}
+
+// Two-phase states from density and a property, where the search was once caught far below the temperature.
+TEST(FalseRoot, DensityAndPropertyFindTheirTwoPhaseState) {
+    struct Row {
+        std::initializer_list<Share> shares;
+        double T, p;
+    };
+    for (const Row& row : {Row{{{"CO2", 0.5}, {"PROPANE", 0.5}}, 303.546, 3945.96},
+                           Row{{{"PROPANE", 0.5}, {"ISOBUTAN", 0.5}}, 342.676, 1730.87}}) {
+        Composition z{};
+        ASSERT_TRUE(setUpMixture(row.shares, z));
+        TwoPhases s;
+        double e, h, entropy, cv, cp, w;
+        s.T = row.T;
+        s.p = row.p;
+        TPFLSH(s.T, s.p, z, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
+        ASSERT_EQ(s.ierr, 0) << words(s.herr);
+        ASSERT_GT(s.q, 0.0);
+        ASSERT_LT(s.q, 1.0);
+        for (const char letter : {'H', 'S', 'E'}) {
+            SCOPED_TRACE(letter);
+            TwoPhases b;
+            double u = 0.0, v = 0.0;
+            if (letter == 'H')
+                DHFLSH(s.D, h, z, b.T, b.p, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
+            if (letter == 'S')
+                DSFLSH(s.D, entropy, z, b.T, b.p, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
+            if (letter == 'E')
+                DEFLSH(s.D, e, z, b.T, b.p, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
+            ASSERT_LE(b.ierr, 0) << words(b.herr);
+            EXPECT_LT(relative(b.T, row.T), 1e-6);
+            EXPECT_NEAR(b.q, s.q, 1e-5);
+        }
+    }
+}
+
+// The memo answers for its own composition only, also where another differs in digits that hardly change the result.
+TEST(FalseRoot, MemoKnowsItsComposition) {
+    Composition z{};
+    ASSERT_TRUE(setUpBlend("R407C", z));
+    const TwoPhases first = atTemperature(300.0, bubble, z);
+    const TwoPhases firstAtP = atPressure(1000.0, dew, z);
+    for (const double shift : {1e-2, 1e-5, 1e-8}) {
+        SCOPED_TRACE(shift);
+        Composition other = z;
+        other[1] += shift;
+        other[2] -= shift;
+        const TwoPhases second = atTemperature(300.0, bubble, other);
+        const TwoPhases secondAtP = atPressure(1000.0, dew, other);
+        ASSERT_EQ(second.ierr, 0);
+        ASSERT_EQ(secondAtP.ierr, 0);
+        EXPECT_EQ(second.x[1], other[1]);
+        EXPECT_EQ(secondAtP.y[1], other[1]);
+        EXPECT_NE(second.p, first.p);
+        EXPECT_NE(secondAtP.T, firstAtP.T);
+        RESETA();
+        const TwoPhases fresh = atTemperature(300.0, bubble, other);
+        EXPECT_LT(relative(fresh.p, second.p), 1e-12);
+        const TwoPhases freshAtP = atPressure(1000.0, dew, other);
+        EXPECT_LT(relative(freshAtP.T, secondAtP.T), 1e-12);
+    }
+}
+
+}  // namespace
+}  // namespace frigana::equilibria
