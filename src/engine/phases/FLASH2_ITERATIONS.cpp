@@ -645,6 +645,8 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
     // Estimates from the saturation states of the two compositions, again after every failure of the inner flash.
     constexpr int mostRestarts = 25;
     constexpr int mostSecantPasses = 30;
+    constexpr int mostPolishes = 3;
+    constexpr double closeResidual = 1e-9;
     int restarts = 0;
     int densityTries = 0;
     int failures = 0;
@@ -656,6 +658,22 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
     double XFallback = 0;
     double qFallback = 0;
     double F = 0;
+    struct Solution {
+        Composition x, y;
+        double Dl, Dv, q, X, residual;
+    };
+    Solution good{};
+    const auto accept = [&] {
+        x = good.x;
+        y = good.y;
+        Dl = good.Dl;
+        Dv = good.Dv;
+        q = good.q;
+        (givenT ? p : T) = good.X;
+        ierr = 0;
+        herr.clear();
+        if (good.residual > tolerance) solvedByShare();
+    };
     for (;;) {
         if (q > 1) q = 0.95;
         if (q < 0) q = 0.05;
@@ -683,25 +701,31 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         Secant secant;
         secant.now = X;
         RootBracket bracket;
-        bracket.take(Xb, Fb, false);
-        bracket.take(Xd, Fd, false);
         bool falsePosition = false;
         bool innerFailed = false;
         double passTolerance = tolerance;
+        int polish = 0;
         for (int pass = 1; pass <= mostSecantPasses; ++pass) {
             if (pass == 7 || pass == 10 || pass == 15) passTolerance *= 10;
             (givenT ? p : T) = secant.now;
             TPFL2(T, p, z, Dl, Dv, x, y, q, ierr, herr);
+            if (ierr > 0 && polish > 0) {
+                accept();
+                return;
+            }
             if (ierr > 0) {
                 innerFailed = true;
                 break;
             }
             F = twoPhaseResidual(target, T, Dl, Dv, x, y, q);
+            // Where the range is narrow the tolerance is a wide one in quality: a few more steps bring the property
+            // itself to the digits that a caller expects to get back.
             if (std::abs(F) < passTolerance) {
-                ierr = 0;
-                herr.clear();
-                if (std::abs(F) > tolerance) solvedByShare();
-                return;
+                if (polish == 0 || std::abs(F) < good.residual) good = {x, y, Dl, Dv, q, secant.now, std::abs(F)};
+                if (std::abs(F) < closeResidual || ++polish > mostPolishes) {
+                    accept();
+                    return;
+                }
             }
             bracket.take(secant.now, F, falsePosition);
             secant.fNow = F;
@@ -736,6 +760,10 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
             secant.before = secant.now;
             secant.fBefore = secant.fNow;
             secant.now = next;
+        }
+        if (polish > 0) {
+            accept();
+            return;
         }
         if (solvedByShare()) return;
         if (!innerFailed) {

@@ -87,17 +87,18 @@ const SolvedCycle cycles[] = {
 // Lines that stand further from the reference than it says, with the tolerance they need. It takes the ideal-gas heat
 // capacity of R134A in blends at a temperature scaled by 374.18/374.21 (tests/reference/README.md), which moves the
 // enthalpy of R407C by 2.3e-3 kJ/kg between both ends of its compression: the injected fraction is made of a difference
-// of 11 kJ/kg, and vapor of this enthalpy differs by 2.5e-3 K. With that heat capacity in the fluid file every line of
-// 11-9 lies within a third of its tolerance.
+// of 11 kJ/kg, and vapor of this enthalpy differs by 2.5e-3 K; the two-phase outlet of a valve by 1.1e-5 in quality.
+// With that heat capacity in the fluid file every line of 9-9 and 11-9 lies within a third of its tolerance.
 struct KnownDeviation {
     const char* id;
     int line;
     double tolerance;
 };
 constexpr KnownDeviation knownDeviations[] = {
-    {"9-9", 49, 2e-5},   {"9-9", 165, 2e-4},   {"9-9", 166, 2e-4},   {"9-9", 182, 2e-4},   {"9-9", 188, 2e-4},
-    {"9-9", 189, 2e-4},  {"11-9", 56, 1.5e-5}, {"11-9", 70, 1.5e-5}, {"11-9", 77, 1.5e-5}, {"11-9", 90, 1.5e-5},
-    {"11-9", 104, 8e-5}, {"11-9", 251, 6e-5},  {"11-9", 262, 6e-5},  {"11-9", 263, 6e-5},
+    {"9-9", 8, 2e-5},     {"9-9", 139, 2e-5},   {"9-9", 49, 2e-5},    {"9-9", 165, 2e-4},
+    {"9-9", 166, 2e-4},   {"9-9", 182, 2e-4},   {"9-9", 188, 2e-4},   {"9-9", 189, 2e-4},
+    {"11-9", 56, 1.5e-5}, {"11-9", 70, 1.5e-5}, {"11-9", 77, 1.5e-5}, {"11-9", 90, 1.5e-5},
+    {"11-9", 104, 8e-5},  {"11-9", 251, 6e-5},  {"11-9", 262, 6e-5},  {"11-9", 263, 6e-5},
 };
 
 // A multi-stage cycle of as many compressors; its tanks stand one behind the other.
