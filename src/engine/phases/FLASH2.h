@@ -181,7 +181,9 @@ void ABFL1X(double a, double b, const Composition& z, int kph, std::string_view 
 //             226     not converged
 //             227, 228  b is below its value at the bubble point, above that at the dew point
 //   Notes     Residuals are measured in units of the difference of the two end values, at least 1, so that they are
-//             close to differences of quality.
+//             close to differences of quality. Up to three passes past the tolerance bring them below 1e-9. Where the
+//             secant fails, has needed a wider tolerance, or the lines nearly meet, the state is solved by its share of
+//             the vapor (FLASH2_SHARE).
 void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::string_view ab, double& Tbub, double& Tdew,
            double& pbub, double& pdew, double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T,
            double& p, double& Dl, double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
@@ -201,8 +203,10 @@ void DBFL1(double D, double b, const Composition& z, std::string_view ab, double
 //             ab      second letter H, S, E or Q
 //   Returned  T, p, Dl, Dv, x, y, q
 //   Codes     those of ABFL2, whose text names D in place of T
-//   Notes     Mixtures stop within 0.0001 mol/L of D. A pure fluid is then solved along its isochore to 1e-12 of b,
-//             also where the secant fails, as beside a maximum of the saturated vapor's enthalpy.
+//   Notes     The secant of a mixture stops within 0.0001 mol/L of D. A pure fluid, and a mixture further than 1e-8
+//   from
+//             D, is then solved along its isochore to 1e-12 of b, also where the secant fails, as beside a maximum of
+//             the saturated vapor's enthalpy.
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
 

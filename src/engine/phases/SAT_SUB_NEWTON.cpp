@@ -670,7 +670,11 @@ void SATTP(double& T, double& p, const Composition& x, int kph, int kguess, doub
             s.setQuality();
             return;
         }
-        for (const double share : {0.85, 1.2, 0.6}) {
+        // beyond the critical point a line that the first walk has not found is hardly there
+        const bool beyond = s.givenT() ? givenT > Tc : givenP > Pc;
+        constexpr double fromBelow = 0.85, fromAbove = 1.2, fromFarBelow = 0.6;  // of the temperature
+        for (const double share : {fromBelow, fromAbove, fromFarBelow}) {
+            if (beyond && share != fromBelow) break;
             restoreGiven();
             if (!walkAlongLine(s, order, Tc, Pc, Dc, coldest, share)) continue;
             restoreGiven();

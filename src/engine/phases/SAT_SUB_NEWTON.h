@@ -30,7 +30,13 @@ extern NewtonControl newtonControl;
 //             1       refused: two equal densities, or a result out of range
 //             2, 3    not converged, while the envelope is traced
 //             others  of SATT, SATP, TPFLSH, which take over when the iteration fails
-//   Notes     Components of fraction 0 have no part in the equations. A pure fluid, the cubic equation and a mixture
+//   Notes     Where the iteration fails from the simple start, a bubble or dew point is looked for in turn from a start
+//             by exchanges of the incipient composition, by SATGV, and along the line from where the simple start is
+//             good enough; then by the substitution methods. No result is taken that is no equilibrium: equal
+//             fugacities, the liquid packed more closely than the vapor, the vapor no liquid (denser than 1.5 times
+//             the critical density) and on the near side of its spinodal, temperatures not below 0.7 of the lower
+//             limit. Of a mixture with two liquids the result is one of several equilibria, not always the stable one.
+//             Components of fraction 0 have no part in the equations. A pure fluid, the cubic equation and a mixture
 //             without composition derivatives go to SATT, SATP or TPFLSH at once.
 //   Source    M. L. Michelsen, J. M. Mollerup, Thermodynamic Models: Fundamentals and Computational Aspects, Tie-Line
 //             Publications (2007), ch. 12
@@ -67,7 +73,9 @@ void PTEST(int itype, double T, double p, double q, const Composition& x, const 
 //             b       value of the property that ityp names
 //             ipv     1 pressure is an unknown and the densities follow; 2 both densities are unknowns
 //             ityp    property besides vf: 0 pressure [kPa], 1 temperature [K], 5 entropy [J/(mol K)], 6 density
-//             [mol/L] isp     not 0: start from the envelope splines T, P, rhox, rhoy, x, y  start
+//                     [mol/L]
+//             isp     not 0: start from the envelope splines
+//             T, P, rhox, rhoy, x, y  start
 //   Returned  T, P, rhox, rhoy, x, y
 //   Codes     71 to 77, 80 to 82, 99: see the texts; of an error x and y are those of the call
 //   Source    M. L. Michelsen, Fluid Phase Equilib. 4 (1980) 1
