@@ -445,7 +445,7 @@ double twoPhaseResidual(const TwoPhaseTarget& target, double T, double Dl, doubl
 
 constexpr double shareTolerance = 1e-10;  // of a residual in units of its change between the lines
 
-constexpr double outsideInPressure = 0.1, outsideInTemperature = 0.01;  // relative, outside the lines
+constexpr double outsideInPressure = 0.3, outsideInTemperature = 0.05;  // relative, outside the lines
 
 // Density of the incipient phase of a line, 0 if there is none.
 double densityOfLine(double T, double p, const Composition& x, int kph) {
