@@ -5,16 +5,13 @@
 
 #include "CORE_ANC.h"
 #include "FLASH2.h"
-#include "FLASH2_SHARE.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
-#include "PhaseCheck.h"
 #include "SAT_SUB.h"
-#include "SAT_SUB_NEWTON.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -342,232 +339,6 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
         message(herr, "[TPFLSH error", Integer{3, ierr},
                 "]; input T,p correspond to a density above the limit of the EOS; T =", General{12, 5, T},
                 " K, p =", General{12, 5, p / 1000}, " MPa.", nullCharacter);
-        ERRMSG(ierr, herr);
-    }
-}
-
-// ---------------------------------------------------------------------------------------------------------------
-// Two phases at given temperature and pressure.
-
-namespace {
-
-// One step of the search for the liquid fraction alpha at given K: liquid composition of the material balance, and how
-// far its sum is from one.
-double balanceOfLiquid(double alpha, const Composition& z, const Composition& K, Composition& x) {
-    double sum = 0;
-    for (int i = 1; i <= modelTags.NC; ++i) {
-        const double denominator = alpha + K[i] * (1 - alpha);
-        x[i] = z[i] > 0 && std::abs(denominator) > 1e-300 ? z[i] / denominator : 0;
-        sum += x[i];
-    }
-    if (std::abs(sum) > 1e-300) {
-        for (int i = 1; i <= modelTags.NC; ++i) x[i] /= sum;
-    }
-    return 1 - sum;
-}
-
-// Liquid fraction alpha for given K; false if 80 steps were not enough.
-bool solveLiquidFraction(const Composition& z, const Composition& K, double t, double& alpha, Composition& x) {
-    double alpha1 = alpha;
-    double F1 = balanceOfLiquid(alpha1, z, K, x);
-    alpha = alpha1;
-    if (std::abs(F1) < 0.01 * t) return true;
-    double alpha2 = alpha1 <= 0.5 ? alpha1 + 0.05 : alpha1 - 0.05;
-    for (int step = 2; step <= 80; ++step) {
-        const double F2 = balanceOfLiquid(alpha2, z, K, x);
-        alpha = alpha2;
-        if (std::abs(F2) < 0.01 * t) return true;
-        double alpha3 = std::abs(F2 - F1) > 0.01 * t ? alpha2 - F2 * (alpha2 - alpha1) / (F2 - F1)
-                                                     : (alpha1 <= 0.5 ? alpha1 + t : alpha1 - t);
-        if (alpha3 < -100 * t || alpha3 > 1 + 100 * t) alpha3 = alpha2 / 2;
-        alpha1 = alpha2;
-        F1 = F2;
-        alpha2 = alpha3;
-    }
-    return false;
-}
-
-// Substitution of the compositions by their fugacities, the way for models without composition derivatives.
-void substituteCompositions(double T, double p, const Composition& z, double& Dl, double& Dv, Composition& x,
-                            Composition& y, double& q, int& ierr, Text255& herr) {
-    const int nc = modelTags.NC;
-    double alpha = 1 - q;
-    double t = 1e-9;
-    double perturbation = 0.01;
-    double sign = 1;
-    bool innerExhausted = false;
-    Text255 inner;
-    ierr = 0;
-    herr.clear();
-
-    Composition yOld = y;
-    for (int pass = 1; pass <= 80; ++pass) {
-        if (pass == 12 || pass == 24 || pass == 50) t *= 100;
-        const Composition xStart = x;
-        const Composition yStart = y;
-
-        // Density of the liquid; where there is none the composition is moved to and fro, ever farther.
-        for (;;) {
-            TPRHO(T, p, x, 1, Dl > 0 ? 1 : 0, Dl, ierr, inner);
-            if (ierr <= 0) break;
-            x[1] += sign * perturbation;
-            for (int i = 2; i <= nc; ++i) x[i] -= sign * perturbation / (nc - 1);
-            perturbation += 0.01;
-            sign = -sign;
-            if (x[1] <= 0 || x[1] >= 1) {
-                ierr = 216;
-                message(herr, "[TPFLSH error 216] liquid density iteration for 2-phase state did not converge:  ",
-                        innerText(inner), nullCharacter);
-                ERRMSG(ierr, herr);
-                q = 1 - alpha;
-                return;
-            }
-        }
-        double slope = 0;
-        DPDD(T, Dl, x, slope);
-        if (std::abs(slope) > 1e7) {
-            SaturatedPair bubble;
-            saturationAtP(p, x, 1, bubble);
-            if (bubble.ierr <= 0) Dl = bubble.Dl;
-        }
-
-        // Density of the vapor.
-        TPRHO(T, p, y, 2, Dv > 0 ? 1 : 0, Dv, ierr, inner);
-        if (ierr > 0) {
-            for (int i = 1; i <= nc; ++i) y[i] = 0.8 * y[i] + 0.2 * yOld[i];
-            continue;
-        }
-
-        // Distribution of the components between the phases.
-        Composition fl{};
-        Composition fv{};
-        FGCTY2(T, Dl, x, fl, ierr, inner);
-        FGCTY2(T, Dv, y, fv, ierr, inner);
-        bool fugacityFailed = false;
-        Composition K{};
-        for (int i = 1; i <= nc; ++i) {
-            if (z[i] <= 0) continue;
-            if (fl[i] == fugacityOutOfRange || fv[i] == fugacityOutOfRange) fugacityFailed = true;
-            K[i] = x[i] > 0 && fv[i] != 0 ? fl[i] * y[i] / (x[i] * fv[i]) : 0;
-        }
-        if (fugacityFailed) break;
-
-        innerExhausted = !solveLiquidFraction(z, K, t, alpha, x);
-        if (innerExhausted) {
-            ierr = -218;
-            message(herr,
-                    "[TPFLSH warning 218] inner iteration loop for liquid fraction in 2-phase state did not "
-                    "converge:  ",
-                    nullCharacter);
-            ERRMSG(ierr, herr);
-        }
-
-        yOld = yStart;
-        double sum = 0;
-        for (int i = 1; i <= nc; ++i) {
-            y[i] = fv[i] != 0 ? y[i] * fl[i] / fv[i] : 0;
-            sum += y[i];
-        }
-        normalize(y);
-        if (std::abs(1 - sum) < t) {
-            if (innerExhausted) {
-                ierr = 218;
-                message(herr,
-                        "[TPFLSH error 218] inner iteration loop for liquid fraction in 2-phase state did not "
-                        "converge:  ",
-                        nullCharacter);
-                ERRMSG(ierr, herr);
-            } else {
-                ierr = 0;
-                herr.clear();
-            }
-            if (pass > 1) {
-                q = 1 - alpha;
-                return;
-            }
-        }
-        if (pass % 10 == 0) {
-            for (int i = 1; i <= nc; ++i) {
-                x[i] = 0.5 * (x[i] + xStart[i]);
-                y[i] = 0.5 * (y[i] + yStart[i]);
-            }
-        }
-    }
-    ierr = 219;
-    message(herr, "[TPFLSH error 219] outer iteration loop for composition in 2-phase state did not converge:  ",
-            nullCharacter);
-    ERRMSG(ierr, herr);
-    q = 1 - alpha;
-}
-
-// The share of the vapor at which a mixture has the pressure p at T, between its two lines.
-bool shareAtPressure(double T, double p, const Composition& z, TwoPhaseState& state) {
-    const SilentMessages quiet;
-    SaturatedPair bubble;
-    SaturatedPair dew;
-    saturationAtT(T, z, 1, bubble);
-    saturationAtT(T, z, 2, dew);
-    if (bubble.ierr > 0 || dew.ierr > 0) return false;
-    constexpr double tolerance = 1e-11;
-    return searchShare(
-        true, z, [p](const TwoPhaseState& s) { return std::log(s.p / p); }, std::log(bubble.p / p), std::log(dew.p / p),
-        {T, bubble.p, bubble.Dl, bubble.Dv, 0, bubble.x, bubble.y}, {T, dew.p, dew.Dl, dew.Dv, 1, dew.x, dew.y},
-        tolerance, state);
-}
-
-}  // namespace
-
-void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Composition& x, Composition& y, double& q,
-           int& ierr, Text255& herr) {
-    int icomp = 0;
-    ISPURE(z, icomp);
-    if (icomp == 0 && newtonControl.NOSATTP == 0) {
-        for (const int kguess : {1, 0}) {
-            double Tn = T;
-            double pn = p;
-            double Dn = bulkDensity(q, Dl, Dv);
-            double Dln = Dl;
-            double Dvn = Dv;
-            double qn = q;
-            Composition xn = x;
-            Composition yn = y;
-            SATTP(Tn, pn, z, 0, kguess, Dn, Dln, Dvn, xn, yn, qn, ierr, herr);
-            if (ierr == 0) {
-                Dl = Dln;
-                Dv = Dvn;
-                q = qn;
-                x = xn;
-                y = yn;
-                return;
-            }
-        }
-    }
-    const TwoPhaseState start{T, p, Dl, Dv, q, x, y};
-    substituteCompositions(T, p, z, Dl, Dv, x, y, q, ierr, herr);
-    if (icomp > 0 || newtonControl.NOSATTP != 0) return;
-    // The substitution may end at phases that are none, as it is slow close to a second liquid.
-    double Tc = 0, pc = 0, Dc = 0;
-    int code = 0;
-    Text255 text;
-    CRITP(z, Tc, pc, Dc, code, text);
-    if (ierr <= 0 && phasesInEquilibrium(T, p, Dl, x, Dv, y) && !vaporIsNone(T, p, Dv, y, pc)) {
-        closeBalance(z, q, x, y);
-        return;
-    }
-    TwoPhaseState state = start;
-    if (shareAtPressure(T, p, z, state)) {
-        Dl = state.Dl;
-        Dv = state.Dv;
-        q = state.q;
-        x = state.x;
-        y = state.y;
-        closeBalance(z, q, x, y);
-        ierr = 0;
-        herr.clear();
-    } else if (ierr <= 0) {
-        ierr = 219;
-        message(herr, "[TPFLSH error 219] outer iteration loop for composition in 2-phase state did not converge:  ",
-                nullCharacter);
         ERRMSG(ierr, herr);
     }
 }
@@ -901,6 +672,56 @@ void returnCritical(double Tc, double Dc, const Composition& z, double& T, Flash
 
 }  // namespace
 
+namespace {
+
+// A state below the dew temperature on an isobar of a mixture without a bubble point, as where a gas is dissolved:
+// enthalpy, entropy and energy rise with temperature through one phase and two alike.
+//   Given     atDew  value at the dew point less b, positive
+//   Returned  T, r; false if the state was not found
+bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double Tdew, double atDew,
+                   double& T, FlashResult& r) {
+    constexpr int mostSteps = 80;
+    constexpr double stepDown = 0.97;
+    const double tolerance = 1e-9 * std::max(1.0, std::abs(b));
+    const SilentMessages quiet;
+    const auto residual = [&](double at, double& F) {
+        T = at;
+        TPFLSH(T, p, z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        F = (letter == 'H' ? r.h : letter == 'S' ? r.s : r.e) - b;
+        return r.ierr <= 0 && T == at && r.D > 0;
+    };
+    double upper = Tdew, fUpper = atDew, lower = stepDown * Tdew, fLower = 0;
+    for (;; lower *= stepDown) {
+        if (lower < tmin || !residual(lower, fLower)) return false;
+        if (fLower <= 0) break;
+        upper = lower;
+        fUpper = fLower;
+    }
+    // false position with the residual of an end halved that stays twice (the Illinois method)
+    int side = 0;
+    for (int step = 1; step <= mostSteps; ++step) {
+        double at = upper - fUpper * (upper - lower) / (fUpper - fLower), F = 0;
+        if (!(at > lower && at < upper)) at = 0.5 * (lower + upper);
+        if (!residual(at, F)) return false;
+        if (std::abs(F) < tolerance) return true;
+        if (upper - lower < 1e-13 * upper) return false;
+        if (F < 0) {
+            if (side == -1) fUpper /= 2;
+            lower = at;
+            fLower = F;
+            side = -1;
+        } else {
+            if (side == 1) fLower /= 2;
+            upper = at;
+            fUpper = F;
+            side = 1;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
 void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
             Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
             double& w, int& ierr, Text255& herr) {
@@ -1065,6 +886,10 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
             saturationAtP(p, z, 1, bubble);
         }
         if (bubble.ierr > 0) {
+            if (icomp == 0 && solveOnIsobar(p, b, letter, z, tmin, dew.T, valueAtDew - b, T, r)) {
+                checkLimits();
+                return;
+            }
             if (p <= 0.9 * Pc) {
                 ierr = 241;
                 message(herr, "[", ab,

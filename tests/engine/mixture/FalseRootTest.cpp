@@ -308,6 +308,45 @@ TEST(FalseRoot, FlashesOfBlendsWithHydrocarbonsCloseToASecondLiquid) {
     }
 }
 
+// A gas dissolved in a liquid: the bubble line does not reach the pressure, and the two-phase state was taken for a
+// liquid.
+TEST(FalseRoot, FlashesOfDissolvedNitrogenAtPressuresWithoutABubblePoint) {
+    struct Row {
+        std::initializer_list<Share> shares;
+        double T, p;
+    };
+    for (const Row& row : {Row{{{"NITROGEN", 0.5}, {"BUTANE", 0.5}}, 272.9019, 2771.0},
+                           Row{{{"NITROGEN", 0.1}, {"ISOBUTAN", 0.9}}, 222.2684, 3290.6},
+                           Row{{{"CO2", 0.9}, {"NITROGEN", 0.1}}, 257.1035, 6738.9}}) {
+        Composition z{};
+        ASSERT_TRUE(setUpMixture(row.shares, z));
+        SCOPED_TRACE(row.T);
+        TwoPhases s;
+        double e, h, entropy, cv, cp, w;
+        s.T = row.T;
+        s.p = row.p;
+        TPFLSH(s.T, s.p, z, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
+        ASSERT_LE(s.ierr, 0) << words(s.herr);
+        ASSERT_GT(s.q, 0.0);
+        ASSERT_LT(s.q, 1.0);
+        EXPECT_LT(disequilibrium(s), 1e-7);
+        for (const char letter : {'H', 'S', 'E'}) {
+            SCOPED_TRACE(letter);
+            TwoPhases b;
+            double u = 0.0, v = 0.0;
+            if (letter == 'H')
+                PHFLSH(row.p, h, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
+            if (letter == 'S')
+                PSFLSH(row.p, entropy, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
+            if (letter == 'E')
+                PEFLSH(row.p, e, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
+            ASSERT_LE(b.ierr, 0) << words(b.herr);
+            EXPECT_LT(relative(b.T, row.T), 1e-6);
+            EXPECT_NEAR(b.q, s.q, 1e-5);
+        }
+    }
+}
+
 // The end of a two-phase range as the answer has the densities of its own line.
 TEST(FalseRoot, FlashAtTheBubblePointHasTheVaporOfTheBubblePoint) {
     Composition z{};
