@@ -117,7 +117,7 @@ void PEFLSH(double p, double e, const Composition& z, double& T, double& D, doub
 //   Notes     The lower limit of b is that of the liquid at the lowest temperature, at 100 kPa or at p, whichever is
 //             lower; the upper limit is that of the thin gas at 1.5 times the highest temperature. A vapor has the q
 //             998, a liquid below the critical pressure the q of its enthalpy (entropy, energy) on the scale of the
-//             saturated phases.
+//             saturated phases. A mixture without a bubble point at p is solved along the isobar by TPFLSH.
 void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
             Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
             double& w, int& ierr, Text255& herr);
