@@ -6,6 +6,7 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PhaseCheck.h"
+#include "SAT_SUB_HOTTEST.h"
 #include "SAT_SUB_INVERSE.h"
 #include "SAT_SUB_METHODS.h"
 #include "SAT_SUB_NEWTON.h"
@@ -21,6 +22,7 @@ void resetSaturationMemo() {
     saturationMemo = {};
     resetSpinodalTables();
     resetSaturationExtrema();
+    resetHottestSaturation();
 }
 
 void temperatureAboveCritical(std::string_view heading, double T, double Tc, int& ierr, Text255& herr) {
@@ -32,6 +34,9 @@ void temperatureAboveCritical(std::string_view heading, double T, double Tc, int
 namespace {
 
 constexpr int dewPoint = 2, freezingLine = 3, sublimationLine = 4;  // values of kph; 1 is the bubble point
+
+constexpr double hotterThanUsual = 0.9;  // [Tc] Newton's method rarely fails below
+constexpr int aboveCritical = 121, notConverged = 128, notConvergedAtP = 148;  // codes of the substitution
 
 // True if the memo holds the answer to this call.
 bool remembers(const SaturationMemo::State& memo, const Composition& savedX, double input, int kph, int icomp,
@@ -107,6 +112,24 @@ bool isDewOrBubble(double T, double p, double rhol, const Composition& xliq, dou
     const double tolerance = newtonControl.NOSATTP != 0 ? equilibriumOfSubstitution : looseEquilibrium;
     return code <= 0 && phasesInEquilibrium(T, p, rhol, xliq, rhov, xvap, tolerance) &&
            !vaporIsNone(T, p, rhov, xvap, pc);
+}
+
+// The answer where a mixture is hotter than its two-phase region.
+void nothingToFind(double T, const Composition& z, const CriticalPoint& critical, double& p, double& rhol, double& rhov,
+                   Composition& xliq, Composition& xvap, int& ierr, Text255& herr) {
+    p = critical.p;
+    rhol = rhov = critical.D;
+    xliq = xvap = z;
+    if (T > critical.T) {
+        temperatureAboveCritical(
+            "[SATT error 121] temperature input to saturation routine is greater than critical temperature; T =", T,
+            critical.T, ierr, herr);
+    } else {
+        ierr = notConverged;
+        message(herr, "[SATT error 128] iteration for saturation state did not converge; T =", General{12, 5, T}, " K.",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+    }
 }
 
 // A success without a text, remembered.
@@ -237,12 +260,27 @@ void SATT(double T, const Composition& x, int kph, double& p, double& rhol, doub
         solved = true;
     } else if (newtonControl.NOSATTP == 0) {
         double temperature = T, D, q;
-        SATTP(temperature, p, z, kph, 0, D, rhol, rhov, xliq, xvap, q, ierr, herr);
+        bool newton = false;
+        if (T > hotterThanUsual * critical.T) {
+            // only the searches that follow a failure of Newton's method are long
+            if (hotEndUnknown(z))
+                newton = newtonAlone(temperature, p, z, kph, D, rhol, rhov, xliq, xvap, q, ierr, herr);
+            if (!newton && beyondSaturation(T, z, critical.T, critical.p)) {
+                nothingToFind(T, z, critical, p, rhol, rhov, xliq, xvap, ierr, herr);
+                if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
+                return;
+            }
+        }
+        if (!newton) {
+            temperature = T;
+            SATTP(temperature, p, z, kph, 0, D, rhol, rhov, xliq, xvap, q, ierr, herr);
+        }
         if (ierr == 0 && kph == dewPoint && rhol < 0.8 * rhov) {
             // a false root: both phases are vapor
             SATGV(temperature, p, z, 1.0, T, 1, 1, 0, rhol, rhov, xliq, xvap, ierr, herr);
         }
-        solved = ierr == 0;
+        // SATTP has ended with the substitution, which ends no other way from the same start
+        solved = ierr == 0 || (!started && (ierr == notConverged || ierr == aboveCritical));
     }
     if (!solved) {
         mixtureAtTemperature(T, z, kph, critical, started, p, rhol, rhov, xliq, xvap, ierr, herr);
@@ -357,7 +395,7 @@ void SATP(double p, const Composition& x, int kph, double& T, double& rhol, doub
     } else if (newtonControl.NOSATTP == 0) {
         double pressure = p, D, q;
         SATTP(T, pressure, z, kph + 2, 0, D, rhol, rhov, xliq, xvap, q, ierr, herr);
-        solved = ierr == 0;
+        solved = ierr == 0 || ierr == notConvergedAtP;  // as in SATT
     }
     if (!solved) {
         mixtureAtPressure(p, z, kph, critical, Dmax, T, rhol, rhov, xliq, xvap, ierr, herr);

@@ -1,0 +1,40 @@
+// The hot end of the two-phase region of a mixture: the temperature above which no saturation state exists. The
+// searches of SATT have nothing to find there and take long to see it, while the flashes ask at every state up to 1.5
+// Tc.
+#pragma once
+
+#include "EngineLimits.h"
+
+namespace frigana {
+
+// The hot end of one composition. Written by hottestSaturation, cleared by resetSaturationMemo.
+struct HottestSaturation {
+    enum class Known { nothing, unfindable, temperature };
+    Known known = Known::nothing;
+    Composition x{};
+    double T = 0.0;  // [K] from here on there is one phase at any pressure
+};
+
+// True if nothing is known of a composition whose hot end can be looked for.
+bool hotEndUnknown(const Composition& x);
+
+// SATTP at given temperature without the searches that follow where Newton's method fails.
+//   Given, returned  as SATTP; true for code 0
+bool newtonAlone(double& T, double& p, const Composition& x, int kph, double& D, double& rhol, double& rhov,
+                 Composition& xliq, Composition& xvap, double& q, int& ierr, Text255& herr);
+
+// True if a temperature is above that of every dew and bubble point of a composition. The first call for a composition
+// follows its dew line to the highest temperature; later ones compare.
+//   Given     T       [K]
+//             x       mole fractions
+//             Tc, pc  of CRITP: the estimate of the critical point
+//   Notes     The answer is false where the line could not be followed, where the feed is unstable above its end, so
+//   that
+//             there is more than this line, and while SATTP solves by substitution. A bubble point between the critical
+//             temperature and the highest one is the upper dew point there, which SATT finds as either.
+bool beyondSaturation(double T, const Composition& x, double Tc, double pc);
+
+// Forgets the composition.
+void resetHottestSaturation();
+
+}  // namespace frigana
