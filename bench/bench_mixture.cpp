@@ -134,6 +134,41 @@ void PHFLSH_twoPhase(benchmark::State& state, const char* name) {
     run(state, saturated(z, 0.4), [&](const State& at) { return flash("PH", at.p, at.h, z).ierr; });
 }
 
+// One phase above the critical temperature, where the flash asks for saturation lines that are not there.
+void TPFLSH_above(benchmark::State& state, const char* name) {
+    const Composition z = blend(name);
+    double Tc, pc, Dc;
+    int ierr;
+    Text255 herr;
+    CRITP(z, Tc, pc, Dc, ierr, herr);
+    States states{};
+    for (int i = 0; i < count; ++i) {
+        State& at = states[static_cast<std::size_t>(i)];
+        at.T = 1.1 * Tc;
+        at.p = fractionOfRange(i, 0.3, 1.4) * pc;
+    }
+    run(state, states, [&](const State& at) { return flash("TP", at.T, at.p, z).ierr; });
+}
+
+// A table of 2000 rows at the critical pressure, from 1.4 to 0.9 of the critical temperature, with nothing known
+// before.
+void TPFLSH_isobarOf2000(benchmark::State& state, const char* name) {
+    constexpr int rows = 2000;
+    const Composition z = blend(name);
+    double Tc, pc, Dc;
+    int ierr;
+    Text255 herr;
+    CRITP(z, Tc, pc, Dc, ierr, herr);
+    int failures = 0;
+    for (auto _ : state) {
+        resetSaturationMemo();
+        for (int i = 0; i < rows; ++i) failures += flash("TP", (1.4 - 0.5 * i / rows) * Tc, pc, z).ierr > 0;
+    }
+    state.counters["us/row"] =
+        benchmark::Counter(rows * 1e-6, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["failures"] = benchmark::Counter(failures, benchmark::Counter::kAvgIterations);
+}
+
 void derivativesInFractions(benchmark::State& state, const char* name) {
     const Composition z = blend(name);
     const int order = static_cast<int>(state.range(0));
@@ -184,6 +219,7 @@ EVERY_BLEND(TPFLSH_vapor);
 EVERY_BLEND(TPFLSH_liquid);
 EVERY_BLEND(TPFLSH_twoPhase);
 EVERY_BLEND(PHFLSH_twoPhase);
+EVERY_BLEND(TPFLSH_above);
 #undef EVERY_BLEND
 #define EVERY_BLEND(name)                                                                                    \
     BENCHMARK_CAPTURE(name, R410A 2 components, "R410A.MIX")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond); \
@@ -191,6 +227,8 @@ EVERY_BLEND(PHFLSH_twoPhase);
     BENCHMARK_CAPTURE(name, R448A 5 components, "R448A.MIX")->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond)
 EVERY_BLEND(derivativesInFractions);
 #undef EVERY_BLEND
+BENCHMARK_CAPTURE(TPFLSH_above, R428A 4 components, "R428A.MIX")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(TPFLSH_isobarOf2000, R428A 4 components, "R428A.MIX")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(THERM_newState, R410A, "R410A.MIX")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(THERM_newState, R448A, "R448A.MIX")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(INITSUBSTANCE_afterAnother, R410A, "R410A.MIX")->Unit(benchmark::kMicrosecond);
