@@ -126,7 +126,8 @@ void leverRule(Solution& s, const OrderList& order) {
 
 bool acceptable(const Solution& s, double Pc, double Dc, double coldest);
 enum class Outcome { leave, noDerivatives };
-Outcome iterate(Solution& s, const OrderList& order, int kguess);
+enum class Start { estimate, nearby };
+Outcome iterate(Solution& s, const OrderList& order, int kguess, Start start = Start::estimate);
 
 // A state to go back to.
 struct LinePlace {
@@ -362,7 +363,9 @@ bool update(Solution& s, const OrderList& order) {
     }
 }
 
-Outcome iterate(Solution& s, const OrderList& order, int kguess) {
+// From a nearby start a phase without a density, two phases that have become one and a long way are the signs of a
+// start that was not near enough: the caller has a nearer one, and nothing is tried to get on.
+Outcome iterate(Solution& s, const OrderList& order, int kguess, Start start) {
     const int m = order.m, n = s.kph == 0 ? 2 * (m - 1) : m;
     double toleranceF = 1e-12, toleranceX = 1e-10;
     double Dv = s.rhov, Dl = s.rhol;
@@ -379,14 +382,17 @@ Outcome iterate(Solution& s, const OrderList& order, int kguess) {
             return Outcome::leave;
         };
         TPRHO(s.T, s.p, s.xvap, vapor, guess, Dv, code, text);
-        if (code > 0) TPRHO(s.T, s.p, s.xvap, liquid, 0, Dv, code, text);
+        if (code > 0 && start != Start::nearby) TPRHO(s.T, s.p, s.xvap, liquid, 0, Dv, code, text);
         if (code > 0) return failed();
         PHIDERV(2, s.T, Dv, s.xvap, dalpha, dnalpha, code, text);
         if (code == 191) return Outcome::noDerivatives;
         if (code > 0) return failed();
         copyDerivatives(order, s.xvap, w.vap);
-        liquidDensity(s, guess, Dl, code, text);
-        if (code > 0) return failed();
+        if (start == Start::nearby)
+            TPRHO(s.T, s.p, s.xliq, liquid, guess, Dl, code, text);
+        else
+            liquidDensity(s, guess, Dl, code, text);
+        if (code > 0 || (start == Start::nearby && pass > 1 && samePhaseTwice(Dl, s.xliq, Dv, s.xvap))) return failed();
         PHIDERV(2, s.T, Dl, s.xliq, dalpha, dnalpha, code, text);
         if (code == 191) return Outcome::noDerivatives;
         if (code > 0) return failed();
@@ -493,7 +499,7 @@ bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, do
     const auto solve = [&]() {
         s.ierr = 0;
         s.herr.clear();
-        return iterate(s, order, 1) == Outcome::leave && acceptable(s, Pc, Dc, coldest);
+        return iterate(s, order, 1, Start::nearby) == Outcome::leave && acceptable(s, Pc, Dc, coldest);
     };
     (s.givenT() ? s.T : s.p) = s.givenT() ? begin : std::exp(begin);
     int code = 0;
@@ -539,7 +545,8 @@ bool substituteFirst(Solution& s, const OrderList& order, double Pc, double Dc, 
         const int guess = pass == 1 ? 0 : 1;
         liquidDensity(s, guess, Dl, code, text);
         if (code <= 0) TPRHO(s.T, s.p, s.xvap, vapor, guess, Dv, code, text);
-        if (code > 0) return false;
+        // one phase that has taken the place of both gives itself back
+        if (code > 0 || (pass > 1 && samePhaseTwice(Dl, s.xliq, Dv, s.xvap))) return false;
         PHIDERV(2, s.T, Dv, s.xvap, dalpha, dnalpha, code, text);
         if (code > 0) return false;
         copyDerivatives(order, s.xvap, work.vap);
