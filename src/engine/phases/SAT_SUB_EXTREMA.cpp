@@ -63,6 +63,9 @@ double propertyAt(LineProperty property, double T, double rho, const Composition
         case LineProperty::energy:
             ENERGY(T, rho, x, value);
             break;
+        case LineProperty::density:
+            value = rho;
+            break;
         default:
             ENTRO(T, rho, x, value);
             break;
@@ -114,7 +117,7 @@ void fillColdEnd(const Composition& x, int icomp, double Tmin, double Tc) {
         ENTRO(T, state.rho, x, known.vaporEntropy);
         break;
     }
-    known.energiesKnown = known.entropiesKnown = true;
+    known.energiesKnown = true;
 }
 
 namespace {
@@ -194,7 +197,7 @@ void EHMAXX(const Composition& x, int flag, double& value, double& T, int& ierr,
     belongTo(x, icomp);
     LineExtremum& known = flag == 1 ? saturationExtrema.highestEnergy : saturationExtrema.highestEnthalpy;
     const LineProperty property = flag == 1 ? LineProperty::energy : LineProperty::enthalpy;
-    if (known.value != 0.0) {
+    if (known.value != 0.0 && known.T > 0.0) {
         value = known.value;
         T = known.T;
         return;

@@ -271,8 +271,21 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
                     next = Ttp;
                 else if (next <= 0.0)
                     next = 0.5 * here;
+            } else if (icomp == 0) {
+                // a mixture's lines end at the limit of its equation
+                next = std::max(next, tmin);
             }
             last = now;
+        }
+        // dew points above the critical temperature, and either line where it ends
+        if (!found && icomp == 0) {
+            for (const int line : {kr, liquidLine + vaporLine - kr}) {
+                int foundLine;
+                if (!rootOnEnvelope(LineProperty::density, rho, line, z, 1e-7 * rho, foundLine, state)) continue;
+                kr = foundLine;
+                found = true;
+                break;
+            }
         }
         if (found) {
             ierr = 0;
@@ -349,6 +362,42 @@ struct LineSearch {
         return false;
     }
 
+    // The root next to the critical density by the start that the splines of a mixture's envelope have in a column; the
+    // retrograde side of the dew line has a line of its own. `started` tells whether there was a start.
+    bool fromSplines(int column, int line, double Dc, double densityOfHighestT, bool& started, Root& root) const {
+        started = false;
+        if (!saturationSpline.SPLINEREADY || icomp > 0) return false;
+        double density = Dc;
+        int ierr;
+        Text255 herr;
+        SPLNROOT(column, 0, target, density, ierr, herr);
+        if (ierr != 0) return false;
+        const double T = SPLNVAL(modelTags.NC + 1, 0, density, ierr, herr);
+        if (ierr != 0) return false;
+        const bool retrograde = line == vaporLine && densityOfHighestT > 0.0 &&
+                                density > std::min(densityOfHighestT, Dc) && density < std::max(densityOfHighestT, Dc);
+        const int way = retrograde ? retrogradeVaporLine : line;
+        LineState state;
+        double F;
+        started = residual(way, T, state, F);
+        return started && find(way, {T, F}, T - 0.1, {}, root);
+    }
+
+    // The root next to the critical point of a mixture, where the temperature does not tell the states apart. Which of
+    // the two lines has it is known from the estimate of that point alone, so the other one is tried, too.
+    bool besideCritical(int line, Root& root) const {
+        if (icomp > 0) return false;
+        const double tolerance = property == LineProperty::entropy ? 1e-8 : 1e-6;
+        for (const int start : {line, liquidLine + vaporLine - line}) {
+            LineState state;
+            int foundLine;
+            if (!rootOnEnvelope(property, target, start, x, tolerance, foundLine, state)) continue;
+            root = {foundLine, state.T, state.p, state.rho};
+            return true;
+        }
+        return false;
+    }
+
     // The root between two temperatures of the vapor line with known residuals.
     bool between(Point a, Point b, Root& root) const {
         Bracket ends;
@@ -390,7 +439,11 @@ void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& 
     RMIX(x);
     const bool energy = inverseControl.ENERGYMODE != 0;
     const double Tmin = lowestLineTemperature(x, icomp);
+    belongTo(x, icomp);
+    // the maximum of the energy shares its place with a number of SATTP, which the search itself calls
+    const LineExtremum highestEnergy = saturationExtrema.highestEnergy;
     fillColdEnd(x, icomp, Tmin, Tc);
+    if (energy) saturationExtrema.highestEnergy = highestEnergy;
     LineExtremum highest;
     EHMAXX(x, energy ? 1 : 0, highest.value, highest.T, ierr, herr);
     if (ierr > 0) return;
@@ -429,33 +482,21 @@ void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& 
     // first root: the liquid line or the warm side of the vapor line
     const Point criticalPoint{Tc, hc - h}, maximum{highest.T, highest.value - h};
     bool started = false;
-    if (saturationSpline.SPLINEREADY && !energy && icomp == 0 && (line == liquidLine || line == vaporLine)) {
-        double density = Dc;
-        int splineCode;
-        Text255 splineText;
-        SPLNROOT(modelTags.NC + 4, 0, h, density, splineCode, splineText);
-        if (splineCode == 0) {
-            const double T = SPLNVAL(modelTags.NC + 1, 0, density, splineCode, splineText);
-            const int way = Dm > 0.0 && density > std::min(Dm, Dc) && density < std::max(Dm, Dc) && line == vaporLine
-                                ? retrogradeVaporLine
-                                : line;
-            LineState state;
-            double F;
-            if (splineCode == 0 && search.residual(way, T, state, F)) {
-                attempt(search.find(way, {T, F}, T - 0.1, {}, root), 1);
-                started = true;
-            }
-        }
+    if (!energy && (line == liquidLine || line == vaporLine)) {
+        const bool success = search.fromSplines(modelTags.NC + 4, line, Dc, Dm, started, root);
+        if (started) attempt(success || search.besideCritical(line, root), 1);
     }
     if (!started) {
         LineState state;
         double F;
         switch (line) {
             case liquidLine:
-                attempt(search.find(line, criticalPoint, static_cast<double>(0.95f) * Tc, {}, root), 1);
+                attempt(search.find(line, criticalPoint, static_cast<double>(0.95f) * Tc, {}, root) ||
+                            search.besideCritical(line, root),
+                        1);
                 break;
             case vaporLine:
-                attempt(search.between(criticalPoint, maximum, root), 1);
+                attempt(search.between(criticalPoint, maximum, root) || search.besideCritical(line, root), 1);
                 break;
             case meltingLine:
                 attempt(search.residual(line, Tmin, state, F) &&
@@ -472,6 +513,7 @@ void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& 
     if ((kph == 0 || kph == vaporLine) && h > coldVapor && h < highest.value)
         attempt(search.between({Tmin, coldVapor - h}, maximum, root), 2);
 
+    if (energy) saturationExtrema.highestEnergy = highest;
     nroot = roots.count;
     k1 = roots.root[0].line;
     t1 = roots.root[0].T;
@@ -533,6 +575,8 @@ void SATS(double s, const Composition& x, int kph, int& nroot, int& k1, double& 
     t1 = p1 = d1 = t2 = p2 = d2 = t3 = p3 = d3 = 0.0;
     int icomp;
     ISPURE(x, icomp);
+    double tm, pm, Dm;
+    MAXT(x, tm, pm, Dm, ierr, herr);
     double Tc, pc, Dc;
     CRITP(x, Tc, pc, Dc, ierr, herr);
     if (ierr > 0) {
@@ -584,9 +628,19 @@ void SATS(double s, const Composition& x, int kph, int& nroot, int& k1, double& 
         const Point a{Ta, sa - s}, b{Tb, sb - s};
         if (a.F * b.F <= 0.0) attempt(search.between(a, b, root));
     };
+    // the first root may lie next to the critical point of a mixture
+    const auto warmRoot = [&](auto way) {
+        bool started = false;
+        const bool success = search.fromSplines(modelTags.NC + 5, line, Dc, Dm, started, root);
+        attempt((started ? success : way()) || search.besideCritical(line, root));
+    };
+    const auto warmVaporSegment = [&](double T, double value) {
+        const Point a{Tc, sc - s}, b{T, value - s};
+        if (a.F * b.F <= 0.0) warmRoot([&] { return search.between(a, b, root); });
+    };
 
     if (line == liquidLine) {
-        attempt(search.find(line, {Tc, sc - s}, static_cast<double>(0.95f) * Tc, {}, root));
+        warmRoot([&] { return search.find(line, {Tc, sc - s}, static_cast<double>(0.95f) * Tc, {}, root); });
     } else if (line == meltingLine) {
         const double start = liquidLow.T > 0.0 ? liquidLow.T : Tmin;
         LineState state;
@@ -596,9 +650,9 @@ void SATS(double s, const Composition& x, int kph, int& nroot, int& k1, double& 
     } else if (line == sublimationBranch) {
         attempt(search.find(line, {Tmin, coldVapor - s}, static_cast<double>(0.95f) * Tmin, {}, root));
     } else if (high.T <= 0.0) {
-        vaporSegment(Tc, sc, Tmin, coldVapor);
+        warmVaporSegment(Tmin, coldVapor);
     } else {
-        vaporSegment(Tc, sc, high.T, high.value);
+        warmVaporSegment(high.T, high.value);
     }
     if ((line == liquidLine || line == vaporLine) && (kph == 0 || kph == vaporLine) && high.T > 0.0) {
         // below the maximum: down to the minimum and up again toward the cold end

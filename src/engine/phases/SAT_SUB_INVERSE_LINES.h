@@ -9,7 +9,7 @@ namespace frigana {
 inline constexpr int liquidLine = 1, vaporLine = 2, meltingLine = 3, sublimationBranch = 4;
 inline constexpr int retrogradeVaporLine = -2;  // dew line between the points of highest temperature and critical
 
-enum class LineProperty { enthalpy, energy, entropy };
+enum class LineProperty { enthalpy, energy, entropy, density };
 
 // Clears what is remembered if it belongs to another fluid.
 void belongTo(const Composition& x, int icomp);
@@ -27,6 +27,17 @@ struct LineState {
     Composition xliq{}, xvap{};
 };
 bool stateOnLine(int line, double T, const Composition& x, LineState& state, int& ierr, Text255& herr);
+
+// State of a mixture's envelope next to the critical point with a given property, by the density of the mixture.
+//   Given     property, target  [J/mol, J/(mol K) or mol/L]
+//             line       where the walk toward the critical point starts: 1 bubble, 2 dew points
+//             tolerance  of the property, in its unit
+//   Returned  foundLine  1 the mixture is the denser phase, 2 the thinner one
+//             found      the state
+//             (value)    false if none was found
+//   Notes     With the envelope splines of the mixture the walk starts at the place that they give.
+bool rootOnEnvelope(LineProperty property, double target, int line, const Composition& x, double tolerance,
+                    int& foundLine, LineState& found);
 
 // Fills the values of enthalpy, energy and entropy at the cold end of the lines.
 void fillColdEnd(const Composition& x, int icomp, double Tmin, double Tc);
