@@ -279,13 +279,9 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
         }
         // dew points above the critical temperature, and either line where it ends
         if (!found && icomp == 0) {
-            for (const int line : {kr, liquidLine + vaporLine - kr}) {
-                int foundLine;
-                if (!rootOnEnvelope(LineProperty::density, rho, line, z, 1e-7 * rho, foundLine, state)) continue;
-                kr = foundLine;
-                found = true;
-                break;
-            }
+            int foundLine;
+            found = rootOnEnvelope(LineProperty::density, rho, kr, z, 1e-7 * rho, foundLine, state);
+            if (found) kr = foundLine;
         }
         if (found) {
             ierr = 0;
@@ -383,19 +379,15 @@ struct LineSearch {
         return started && find(way, {T, F}, T - 0.1, {}, root);
     }
 
-    // The root next to the critical point of a mixture, where the temperature does not tell the states apart. Which of
-    // the two lines has it is known from the estimate of that point alone, so the other one is tried, too.
+    // The root next to the critical point of a mixture, where the temperature does not tell the states apart.
     bool besideCritical(int line, Root& root) const {
         if (icomp > 0) return false;
         const double tolerance = property == LineProperty::entropy ? 1e-8 : 1e-6;
-        for (const int start : {line, liquidLine + vaporLine - line}) {
-            LineState state;
-            int foundLine;
-            if (!rootOnEnvelope(property, target, start, x, tolerance, foundLine, state)) continue;
-            root = {foundLine, state.T, state.p, state.rho};
-            return true;
-        }
-        return false;
+        LineState state;
+        int foundLine;
+        if (!rootOnEnvelope(property, target, line, x, tolerance, foundLine, state)) return false;
+        root = {foundLine, state.T, state.p, state.rho};
+        return true;
     }
 
     // The root between two temperatures of the vapor line with known residuals.

@@ -58,7 +58,9 @@ void resetSaturationExtrema();
 //             160     no critical point
 //             2       beyond the triple point density of a fluid without a melting or sublimation line
 //             161     not converged, or no such state of water (the results are the critical point)
-//   Notes     The line follows from the density: below the critical density the vapor's, above it the liquid's.
+//   Notes     The line follows from the density: below the critical density the vapor's, above it the liquid's. For a
+//             mixture dew points above the critical temperature are found on both sides of the highest one; kr tells
+//             which line it was.
 void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double& p, double& rhol, double& rhov,
           Composition& xliq, Composition& xvap, int& ierr, Text255& herr);
 
@@ -74,6 +76,8 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
 //             2       below the liquid's value at the lowest temperature
 //             4       above the maximum on the vapor line
 //             161     one root was not found; 162 two were not
+//   Notes     The warm root on the vapor line of a mixture may lie above the critical temperature, also on the
+//             retrograde side of the highest one, where SATT gives the other of two dew points.
 void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& t1, double& p1, double& d1, int& k2,
           double& t2, double& p2, double& d2, int& ierr, Text255& herr);
 

@@ -30,12 +30,15 @@ bool stateOnLine(int line, double T, const Composition& x, LineState& state, int
 
 // State of a mixture's envelope next to the critical point with a given property, by the density of the mixture.
 //   Given     property, target  [J/mol, J/(mol K) or mol/L]
-//             line       where the walk toward the critical point starts: 1 bubble, 2 dew points
+//             line       where the walk toward the critical point starts: 1 bubble, 2 dew points; the other line is
+//                        tried after it, as which of them has the root is known from an estimate alone
 //             tolerance  of the property, in its unit
 //   Returned  foundLine  1 the mixture is the denser phase, 2 the thinner one
 //             found      the state
 //             (value)    false if none was found
-//   Notes     With the envelope splines of the mixture the walk starts at the place that they give.
+//   Notes     With the envelope splines of the mixture the walk starts at the place that they give. Within 1 or 2 % of
+//             the critical density, where the two phases cannot be told apart, the envelope is interpolated between
+//             both lines, to about 1e-3 K.
 bool rootOnEnvelope(LineProperty property, double target, int line, const Composition& x, double tolerance,
                     int& foundLine, LineState& found);
 
