@@ -30,8 +30,7 @@ constexpr double longestStep = 0.25;  // of the last value
 struct Secant {
     double before = 0, fBefore = 0, now = 0, fNow = 0;
     double next() const {
-        return std::abs(fNow - fBefore) > 1e-12 ? now - fNow * (now - before) / (fNow - fBefore)
-                                                : now + 0.5 * (now - before);
+        return std::abs(fNow - fBefore) > 1e-12 ? secantPoint(before, fBefore, now, fNow) : now + 0.5 * (now - before);
     }
 };
 
@@ -165,10 +164,10 @@ bool bisectDensity(char letter, double T, double b, const Composition& z, double
                    double& D) {
     constexpr int mostHalvings = 60;
     for (int step = 1; step <= mostHalvings; ++step) {
-        D = 0.5 * (bracket.xNegative + bracket.xPositive);
+        D = bracket.middle();
         const double F = b - propertyByLetter(letter, T, D, z);
         if (std::abs(F) < tolerance) return true;
-        bracket.take(D, F, true);
+        bracket.takeLast(D, F);
     }
     return false;
 }
@@ -261,7 +260,7 @@ void ABFL1(double a, double b, const Composition& z, int kph, std::string_view a
             return;
         }
         if (restart) bracket.forgetSideOf(F);
-        bracket.take(secant.now, F, falsePosition);
+        falsePosition ? bracket.takeLast(secant.now, F) : bracket.takeCloser(secant.now, F);
         secant.fNow = F;
 
         // Next value of the unknown.
@@ -279,8 +278,7 @@ void ABFL1(double a, double b, const Composition& z, int kph, std::string_view a
             next = secant.next();
             if (bracket.closed()) {
                 const double allowance = pass > 100 ? 1.0 : 1.01;
-                if (falsePosition ||
-                    !(next <= bracket.largest() * allowance && next >= bracket.smallest() / allowance)) {
+                if (falsePosition || !(next <= bracket.upper() * allowance && next >= bracket.lower() / allowance)) {
                     next = bracket.falsePosition();
                     falsePosition = true;
                 }
@@ -727,7 +725,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
                     return;
                 }
             }
-            bracket.take(secant.now, F, falsePosition);
+            falsePosition ? bracket.takeLast(secant.now, F) : bracket.takeCloser(secant.now, F);
             secant.fNow = F;
             double next = 0;
             if (pass == 1) {
@@ -736,19 +734,18 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
                 next = secant.next();
             }
             if (bracket.closed()) {
-                const double bracketWidth = std::abs(bracket.xPositive - bracket.xNegative);
-                const bool outside = next > 1.2 * bracket.largest() || next < 0.8 * bracket.smallest();
-                if (falsePosition || (outside && bracketWidth > 0.01)) {
+                const bool outside = next > 1.2 * bracket.upper() || next < 0.8 * bracket.lower();
+                if (falsePosition || (outside && bracket.width() > 0.01)) {
                     next = bracket.falsePosition();
                     falsePosition = true;
                 }
             }
             const auto towardBound = [&](double bound) {
                 if (!bracket.closed()) return 0.5 * (secant.now + bound);
-                if (std::abs(bracket.xPositive - bracket.xNegative) < static_cast<double>(0.001f)) {
-                    return 0.5 * (bracket.xPositive + bracket.xNegative);
+                if (bracket.width() < static_cast<double>(0.001f)) {
+                    return bracket.middle();
                 }
-                return 0.5 * (secant.now + (bound > secant.now ? bracket.largest() : bracket.smallest()));
+                return 0.5 * (secant.now + (bound > secant.now ? bracket.upper() : bracket.lower()));
             };
             if (next > Xmax) {
                 next = towardBound(Xmax);
@@ -933,15 +930,15 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         if (std::abs(F) < tolerance) break;
         // at given enthalpy, entropy or energy the density of two phases rises with temperature
         if (letter != 'Q') (F > 0 ? coldest : warmest) = secant.now;
-        bracket.take(secant.now, F, false);
+        bracket.takeCloser(secant.now, F);
         secant.fNow = F;
         ++points;
         double next = points == 1 ? T2 : secant.next();
         if (points == 1 && next <= secant.now) next = 0.5 * (secant.now + warmest);
         if (points > 1 && bracket.closed()) {
             if (pass > 7 && pass % 2 == 0) {
-                next = 0.5 * (bracket.xNegative + bracket.xPositive);
-            } else if (next > bracket.largest() || next < bracket.smallest()) {
+                next = bracket.middle();
+            } else if (next > bracket.upper() || next < bracket.lower()) {
                 next = bracket.falsePosition();
             }
         }

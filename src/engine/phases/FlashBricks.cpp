@@ -9,13 +9,6 @@
 
 namespace frigana {
 
-SilentMessages::SilentMessages() : saved_(modelTags.IPRINTERR) {
-    modelTags.IPRINTERR = 0;
-}
-SilentMessages::~SilentMessages() {
-    modelTags.IPRINTERR = saved_;
-}
-
 std::string_view innerText(const Text255& text) {
     std::string_view inner = text.trimmed();
     while (!inner.empty() && (inner.back() == '\0' || inner.back() == ' ')) inner.remove_suffix(1);
@@ -104,30 +97,6 @@ double regionQuality(double T, double p, double D, double Tc, double Pc, double 
     if (p > Pc) return T > Tc ? supercriticalOrNone : subcooledLiquid;
     if (T > Tc) return superheatedVapor;
     return D > Dc ? subcooledLiquid : superheatedVapor;
-}
-
-void RootBracket::take(double x, double f, bool falsePositionOnly) {
-    if (f < 0) {
-        if (!hasNegative || falsePositionOnly || f > fNegative) {
-            xNegative = x;
-            fNegative = f;
-        }
-        hasNegative = true;
-    } else {
-        if (!hasPositive || falsePositionOnly || f < fPositive) {
-            xPositive = x;
-            fPositive = f;
-        }
-        hasPositive = true;
-    }
-}
-
-void RootBracket::forgetSideOf(double f) {
-    if (f < 0) {
-        hasNegative = false;
-    } else {
-        hasPositive = false;
-    }
 }
 
 }  // namespace frigana

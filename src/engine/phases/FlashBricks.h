@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "EngineLimits.h"
+#include "RootBracket.h"
+#include "SilentMessages.h"
 
 namespace frigana {
 
@@ -12,18 +14,6 @@ namespace frigana {
 inline constexpr double superheatedVapor = 998;
 inline constexpr double subcooledLiquid = -998;
 inline constexpr double supercriticalOrNone = 999;  // also: no state because of an error
-
-// Nothing is printed while it lives: for inner calls whose failure is still to be rescued.
-class SilentMessages {
-  public:
-    SilentMessages();
-    ~SilentMessages();
-    SilentMessages(const SilentMessages&) = delete;
-    SilentMessages& operator=(const SilentMessages&) = delete;
-
-  private:
-    int saved_;
-};
 
 // What an inner message says, without the blanks and the null character at its end, to be set into an outer one.
 std::string_view innerText(const Text255& text);
@@ -72,19 +62,5 @@ double volumeQuality(double D, double Dl, double Dv);
 
 // Code of q for a single phase by its place about the critical point.
 double regionQuality(double T, double p, double D, double Tc, double Pc, double Dc);
-
-// The bracket of a root: the points with the smallest negative and positive residual seen.
-struct RootBracket {
-    double xNegative = 0, fNegative = 0, xPositive = 0, fPositive = 0;
-    bool hasNegative = false, hasPositive = false;
-
-    bool closed() const { return hasNegative && hasPositive; }
-    double smallest() const { return xNegative < xPositive ? xNegative : xPositive; }
-    double largest() const { return xNegative > xPositive ? xNegative : xPositive; }
-    double falsePosition() const { return xNegative - fNegative * (xPositive - xNegative) / (fPositive - fNegative); }
-    // Takes a point on its side: always where falsePositionOnly, otherwise if its residual is the smaller one.
-    void take(double x, double f, bool falsePositionOnly);
-    void forgetSideOf(double f);
-};
 
 }  // namespace frigana

@@ -103,7 +103,7 @@ bool isDewOrBubble(double T, double p, double rhol, const Composition& xliq, dou
                    double pc) {
     if (!(modelTags.HEOS == "HMX")) return true;
     // the densities are those before the last step of the composition
-    const QuietMessages quiet;
+    const SilentMessages quiet;
     int code = 0;
     Text255 text;
     TPRHO(T, p, xliq, -liquidPhase, 1, rhol, code, text);

@@ -41,7 +41,7 @@ class NewtonAlone {
     bool inSpline_;
     double energy_;
     NewtonControl control_;
-    QuietMessages quiet_;
+    SilentMessages quiet_;
 };
 
 // ---- the dew line -----------------------------------------------------------------------------------------------

@@ -27,7 +27,7 @@ struct Point {
 };
 
 double secant(const Point& a, const Point& b) {
-    return b.T - b.F * (b.T - a.T) / (b.F - a.F);
+    return secantPoint(a.T, a.F, b.T, b.F);
 }
 
 // ------------------------------------------------------------------------------------------------ given density
@@ -75,7 +75,7 @@ bool equalGibbsEnergies(double rho, int branch, const Composition& x, double Tc,
         if (!(p >= 0.0)) return false;
         double other = 0.0;
         {
-            const QuietMessages quiet;
+            const SilentMessages quiet;
             TPRHO(T, p, x, 3 - branch, 0, other, ierr, herr);
         }
         if (ierr > 0) return false;
@@ -246,8 +246,8 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
                     last.F = std::log(rho / state.rhov);
             }
         }
-        Bracket bracket;
-        bracket.file(last.T, last.F);
+        RootBracket bracket;
+        bracket.takeLast(last.T, last.F);
         int belowTriple = 0;
         for (int pass = 1; pass <= 20 && !found; ++pass) {
             const double here = next;
@@ -262,9 +262,9 @@ void SATD(double rho, const Composition& x, int kph, int& kr, double& T, double&
                 found = true;
                 break;
             }
-            bracket.file(now.T, now.F);
+            bracket.takeLast(now.T, now.F);
             next = now.F == last.F ? bracket.middle() : secant(last, now);
-            if (bracket.known() && !(next >= bracket.lower() && next <= bracket.upper())) next = bracket.middle();
+            if (bracket.closed() && !(next >= bracket.lower() && next <= bracket.upper())) next = bracket.middle();
             if (icomp > 0 && !water && kr != sublimationBranch && next < Ttp) {
                 ++belowTriple;
                 if (belowTriple == 1)
@@ -329,9 +329,9 @@ struct LineSearch {
 
     // From a first point, with its value, to the second temperature, and on by the secant method; `ends` may hold a
     // bracket from the start.
-    bool find(int line, Point last, double next, Bracket ends, Root& root) const {
+    bool find(int line, Point last, double next, RootBracket ends, Root& root) const {
         double tolerance = 1e-6;  // [J/mol or J/(mol K)]
-        ends.file(last.T, last.F);
+        ends.takeLast(last.T, last.F);
         for (int pass = 1; pass <= 20; ++pass) {
             if (pass == 10 || (property != LineProperty::entropy && (pass == 15 || pass == 18))) tolerance *= 10.0;
             const double here = next;
@@ -345,9 +345,9 @@ struct LineSearch {
                 root = {line == retrogradeVaporLine ? vaporLine : line, state.T, state.p, state.rho};
                 return true;
             }
-            ends.file(now.T, now.F);
+            ends.takeLast(now.T, now.F);
             next = now.F == last.F ? ends.middle() : secant(last, now);
-            if (ends.known() && !(next >= ends.lower() && next <= ends.upper())) next = ends.middle();
+            if (ends.closed() && !(next >= ends.lower() && next <= ends.upper())) next = ends.middle();
             if (icomp > 0 && next <= Tmin / 10.0) {
                 if (!(line == sublimationBranch && pass == 1)) return false;
                 next = 0.0;
@@ -392,8 +392,8 @@ struct LineSearch {
 
     // The root between two temperatures of the vapor line with known residuals.
     bool between(Point a, Point b, Root& root) const {
-        Bracket ends;
-        ends.file(b.T, b.F);
+        RootBracket ends;
+        ends.takeLast(b.T, b.F);
         return find(vaporLine, a, 0.5 * (a.T + b.T), ends, root);
     }
 };

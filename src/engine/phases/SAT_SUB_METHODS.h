@@ -3,7 +3,8 @@
 
 #include "EngineLimits.h"
 #include "Message.h"
-#include "ModelTags.h"
+#include "RootBracket.h"
+#include "SilentMessages.h"
 
 namespace frigana {
 
@@ -30,38 +31,6 @@ inline void passMessage(Text255& herr, std::string_view heading, int pass) {
     message(herr, heading, Integer{3, pass}, "; ",
             Character{Text255::size - 6 - static_cast<int>(heading.size()), herr.view()}, nullCharacter);
 }
-
-// Suppresses the printing of messages while densities are tried out.
-class QuietMessages {
-  public:
-    QuietMessages() : before_(modelTags.IPRINTERR) { modelTags.IPRINTERR = 0; }
-    ~QuietMessages() { modelTags.IPRINTERR = before_; }
-    QuietMessages(const QuietMessages&) = delete;
-    QuietMessages& operator=(const QuietMessages&) = delete;
-
-  private:
-    int before_;
-};
-
-// A value and its residual.
-struct BracketEnd {
-    bool known = false;
-    double x = 0.0, f = 0.0;
-};
-
-// The last points on both sides of a root.
-struct Bracket {
-    BracketEnd negative, positive;
-    void file(double x, double f) { (f < 0.0 ? negative : positive) = {true, x, f}; }
-    bool known() const { return negative.known && positive.known; }
-    double lower() const { return negative.x < positive.x ? negative.x : positive.x; }
-    double upper() const { return negative.x < positive.x ? positive.x : negative.x; }
-    double middle() const { return 0.5 * (negative.x + positive.x); }
-    // False position; the two residuals differ in sign, so that their difference is not zero.
-    double falsePosition() const {
-        return negative.x - negative.f * (positive.x - negative.x) / (positive.f - negative.f);
-    }
-};
 
 // Saturation of a pure fluid at given temperature: successive pressures with the densities of both phases, and close to
 // the critical point, or where that fails, densities held between the spinodals.

@@ -21,11 +21,6 @@ Array1<double, 2> FPIT, FTIT;  // their residuals
 Composition X2ORG, X2NEW;      // incipient composition: first estimate, next
 Composition PCOMP;             // vapor pressures of the components in the estimates [kPa]
 
-// The four steps of the secant method: new point from the last two and the bracket.
-double secant(double x1, double f1, double x2, double f2) {
-    return x2 - f2 * (x2 - x1) / (f2 - f1);
-}
-
 double distance(const Composition& a, const Composition& b) {
     double sum = 0.0;
     for (int i = 1; i <= modelTags.NC; ++i) sum += std::fabs(a[i] - b[i]);
@@ -34,7 +29,7 @@ double distance(const Composition& a, const Composition& b) {
 
 void quietDensity(double T, double p, const Composition& x, int kph, int kguess, double& rho, int& ierr,
                   Text255& herr) {
-    const QuietMessages quiet;
+    const SilentMessages quiet;
     TPRHO(T, p, x, kph, kguess, rho, ierr, herr);
 }
 
@@ -216,7 +211,7 @@ bool equalFugacities(const PressureSearch& s) {
 bool searchPressure(PressureSearch& s, bool started, int guess1, int guess2, int& ierr, Text255& herr) {
     const double T = s.T, Dc = s.critical.D;
     double tolerance = 1e-8;
-    Bracket bracket;
+    RootBracket bracket;
     int j = 1;
     PIT[1] = s.p;
     X2ORG = s.x2;
@@ -265,7 +260,7 @@ bool searchPressure(PressureSearch& s, bool started, int guess1, int guess2, int
                 herr.clear();
                 return true;
             }
-            bracket.file(PIT[j], FPIT[j]);
+            bracket.takeLast(PIT[j], FPIT[j]);
         }
         if (j == 1) {
             const double capped = std::min(sum, 5.0);
@@ -274,8 +269,8 @@ bool searchPressure(PressureSearch& s, bool started, int guess1, int guess2, int
             continue;
         }
         PIT[3] = PIT[2];
-        if (std::fabs(FPIT[2] - FPIT[1]) > 1e-12) PIT[3] = secant(PIT[1], FPIT[1], PIT[2], FPIT[2]);
-        if (bracket.known() && (PIT[3] > 1.001 * bracket.upper() || PIT[3] < 0.99 * bracket.lower()))
+        if (std::fabs(FPIT[2] - FPIT[1]) > 1e-12) PIT[3] = secantPoint(PIT[1], FPIT[1], PIT[2], FPIT[2]);
+        if (bracket.closed() && (PIT[3] > 1.001 * bracket.upper() || PIT[3] < 0.99 * bracket.lower()))
             PIT[3] = bracket.falsePosition();
         PIT[1] = PIT[2];
         PIT[2] = PIT[3];
@@ -377,7 +372,7 @@ void mixtureAtPressure(double p, const Composition& x, int kph, const CriticalPo
             start *= static_cast<double>(1.005f);
     }
 
-    Bracket bracket;
+    RootBracket bracket;
     int j = 1;
     int guess1 = 1, guess2 = 1;
     bool found = false;
@@ -481,16 +476,17 @@ void mixtureAtPressure(double p, const Composition& x, int kph, const CriticalPo
             found = true;
             break;
         }
-        if (converged) bracket.file(TIT[j], FTIT[j]);
+        if (converged) bracket.takeLast(TIT[j], FTIT[j]);
         if (j == 1) {
             const double c = 0.1 * (sum - 1.0) + 1.0;
             j = 2;
             TIT[2] = bubble ? TIT[1] / c : TIT[1] * c;
             continue;
         }
-        TIT[3] =
-            std::fabs(FTIT[2] - FTIT[1]) < 1e-10 ? 0.5 * (TIT[1] + TIT[2]) : secant(TIT[1], FTIT[1], TIT[2], FTIT[2]);
-        if (bracket.known() && (TIT[3] > bracket.upper() || TIT[3] < bracket.lower())) TIT[3] = bracket.falsePosition();
+        TIT[3] = std::fabs(FTIT[2] - FTIT[1]) < 1e-10 ? 0.5 * (TIT[1] + TIT[2])
+                                                      : secantPoint(TIT[1], FTIT[1], TIT[2], FTIT[2]);
+        if (bracket.closed() && (TIT[3] > bracket.upper() || TIT[3] < bracket.lower()))
+            TIT[3] = bracket.falsePosition();
         if (TIT[3] < 0.0) TIT[3] = 0.95 * TIT[2];
         if (TIT[3] > 1.5 * Tc) TIT[3] = 1.05 * TIT[2];
         TIT[1] = TIT[2];
@@ -538,7 +534,7 @@ void SATPEST(double p, const Composition& x, int kph, double& T, Composition& y,
     }
     const bool bubble = kph == 1;
     const double tolerance = bubble ? 1e-6 : 1e-3;
-    Bracket bracket;
+    RootBracket bracket;
     Array1<double, 4> t{};
     Array1<double, 3> f{};
     t[1] = fallback;
@@ -562,9 +558,9 @@ void SATPEST(double p, const Composition& x, int kph, double& T, Composition& y,
             converged = true;
             break;
         }
-        bracket.file(t[j], f[j]);
+        bracket.takeLast(t[j], f[j]);
         const auto inside = [&](double candidate) {
-            return !bracket.known() || (candidate >= bracket.lower() && candidate <= bracket.upper());
+            return !bracket.closed() || (candidate >= bracket.lower() && candidate <= bracket.upper());
         };
         if (j == 1) {
             t[2] = bubble ? t[1] * (1.0 - 0.42857 * std::log10(ratio) / (omega + 1.0))
@@ -573,13 +569,13 @@ void SATPEST(double p, const Composition& x, int kph, double& T, Composition& y,
             j = 2;
             continue;
         }
-        const bool bisect = pass > mostPasses / 3 && bracket.known();
+        const bool bisect = pass > mostPasses / 3 && bracket.closed();
         if (bubble || j == 2) {
             double next;
             if (bisect) {
                 next = bracket.middle();
             } else {
-                next = std::fabs(f[2] - f[1]) <= 1e-10 ? 0.5 * (t[1] + t[2]) : secant(t[1], f[1], t[2], f[2]);
+                next = std::fabs(f[2] - f[1]) <= 1e-10 ? 0.5 * (t[1] + t[2]) : secantPoint(t[1], f[1], t[2], f[2]);
                 if (!inside(next)) next = bracket.falsePosition();
             }
             lastStep = next - t[2];
