@@ -18,71 +18,6 @@
 
 namespace frigana {
 
-namespace {
-
-// The outputs of a flash with T and p among them, by reference.
-struct FullResult {
-    double &T, &p, &D, &Dl, &Dv;
-    Composition &x, &y;
-    double &q, &e, &h, &s, &cv, &cp, &w;
-    int& ierr;
-    Text255& herr;
-};
-
-void clear(FullResult& r, int icomp, const Composition& z) {
-    r.Dl = r.Dv = 0;
-    r.q = supercriticalOrNone;
-    r.e = r.h = r.s = r.cv = r.cp = r.w = 0;
-    r.x = bulkComposition(icomp, z);
-    r.y = r.x;
-    r.ierr = 0;
-    r.herr.clear();
-}
-
-void fillProperties(const PhaseProperties& phase, FullResult& r) {
-    r.e = phase.e;
-    r.h = phase.h;
-    r.s = phase.s;
-    r.cv = phase.cv;
-    r.cp = phase.cp;
-    r.w = phase.w;
-}
-
-// Single phase at r.T and r.D.
-void fillSinglePhase(const Composition& z, FullResult& r) {
-    r.Dl = r.Dv = r.D;
-    const PhaseProperties phase = propertiesOf(r.T, r.D, z);
-    r.p = phase.p;
-    fillProperties(phase, r);
-}
-
-// Two phases at r.T with r.Dl, r.Dv, r.x, r.y, r.q.
-void fillTwoPhase(FullResult& r) {
-    const PhaseProperties liquid = propertiesOf(r.T, r.Dl, r.x);
-    const PhaseProperties vapor = propertiesOf(r.T, r.Dv, r.y);
-    r.e = (1 - r.q) * liquid.e + r.q * vapor.e;
-    r.h = (1 - r.q) * liquid.h + r.q * vapor.h;
-    r.s = (1 - r.q) * liquid.s + r.q * vapor.s;
-    r.cv = r.cp = r.w = twoPhaseValue;
-}
-
-void reportLimits(std::string_view routine, const Composition& z, FullResult& r) {
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    Text255 inner;
-    LIMITX("EOS", r.T, r.D, r.p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
-    if (limitCode == 0) return;
-    r.ierr = limitCode;
-    message(r.herr, "[", routine, limitCode < 0 ? " warning" : " error", Integer{3, limitCode}, "] ", innerText(inner),
-            nullCharacter);
-    ERRMSG(r.ierr, r.herr);
-}
-
-}  // namespace
-
 // ---------------------------------------------------------------------------------------------------------------
 // Given temperature.
 
@@ -93,34 +28,15 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     constexpr int goldenSections = 29;
     const char letter = ab[1];
     const std::string_view letterText = ab.substr(1, 1);
-    double Tgiven = T;
-    FullResult r{Tgiven, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
-    p = D = 0;
+    FlashResult r{T, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
+    p = 0;
     q = superheatedVapor;
 
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
+    CriticalPoint critical;
+    if (!criticalPoint(ab, 230, z, critical, r)) return;
+    const EosLimits limits = limitsAt(T, 0, 0, z);
     Text255 inner;
-    CRITP(z, Tc, Pc, Dc, ierr, inner);
-    if (ierr > 0) {
-        ierr = 230;
-        message(herr, "[", ab, "FLSH error 230] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    Text255 limitText;
-    LIMITX("EOS", T, 0, 0, z, tmin, tmax, Dmax, pmax, limitCode, limitText);
-    ierr = 0;
 
     const auto value = [&](double density) { return propertyByLetter(letter, T, density, z); };
     const auto outOfRange = [&](std::string_view bound, double limit) {
@@ -134,19 +50,13 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         p = D * fluidConstants.R * T;
         q = e = h = s = cv = cp = w = fugacityOutOfRange;
     };
-    if (limitCode < 0) {
-        ierr = limitCode;
-        message(herr, "[", ab, "FLSH warning", Integer{4, limitCode}, "] ", innerText(limitText), nullCharacter);
-        ERRMSG(ierr, herr);
-    } else if (limitCode > 0) {
-        ierr = limitCode;
-        message(herr, "[", ab, "FLSH error", Integer{4, limitCode}, "] ", innerText(limitText), nullCharacter);
-        ERRMSG(ierr, herr);
+    reportLimits(ab, limits, r, 4);
+    if (limits.code > 0) {
         noResult();
         return;
     }
     const double thinValue = value(thinDensity);
-    const double highest = std::max(thinValue, value(Dmax));
+    const double highest = std::max(thinValue, value(limits.Dmax));
     if (b > highest) {
         outOfRange("max =", highest);
         noResult();
@@ -172,22 +82,22 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
             q = supercriticalOrNone;
             return false;
         }
-        fillSinglePhase(z, r);
+        p = fillSinglePhase(T, D, z, r);
         return true;
     };
     // Density at the highest pressure.
     const auto topDensity = [&](double& top) {
         int code = 0;
-        TPRHO(T, pmax, z, 1, 0, top, code, inner);
-        if (code > 0 && top > Dmax) top = Dmax;
+        TPRHO(T, limits.pmax, z, 1, 0, top, code, inner);
+        if (code > 0 && top > limits.Dmax) top = limits.Dmax;
         return top > 0;
     };
 
     // Values at the bounds belong to the range.
     const double rounding = 1e-9 * std::max(1.0, std::abs(b));
     double Dtop = 0;
-    if (T >= Tc) {
-        if (!topDensity(Dtop)) Dtop = Dmax;
+    if (T >= critical.T) {
+        if (!topDensity(Dtop)) Dtop = limits.Dmax;
         const double topValue = value(Dtop);
         double lower = thinDensity;
         double upper = Dtop;
@@ -211,7 +121,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
             }
         }
         if (!singlePhase(lower, upper)) return;
-        q = p > Pc ? supercriticalOrNone : superheatedVapor;
+        q = p > critical.p ? supercriticalOrNone : superheatedVapor;
         return;
     }
 
@@ -220,9 +130,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     SaturatedPair dew;
     saturationAtT(T, z, 2, dew);
     const auto saturationFailed = [&](const SaturatedPair& pair) {
-        ierr = pair.ierr;
-        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "] ", innerText(pair.herr), nullCharacter);
-        ERRMSG(ierr, herr);
+        reportError(ab, pair.ierr, "", pair.herr, ierr, herr);
         q = supercriticalOrNone;
     };
     if (dew.ierr > 0) {
@@ -239,7 +147,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     }
 
     // Liquid, or both.
-    if (!topDensity(Dtop)) Dtop = Dmax;
+    if (!topDensity(Dtop)) Dtop = limits.Dmax;
     SaturatedPair bubble;
     if (plainPure) {
         bubble = dew;
@@ -296,8 +204,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
             return;
         }
     }
-    fillTwoPhase(r);
-    D = bulkDensity(q, Dl, Dv);
+    fillTwoPhase(T, r);
 }
 
 void THFLSH(double T, double h, const Composition& z, int kr, double& p, double& D, double& Dl, double& Dv,
@@ -398,41 +305,22 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
             double& w, int& ierr, Text255& herr) {
     const char letter = ab[1];
     double bulk = D;
-    FullResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
+    FlashResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
     T = p = 0;
 
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
+    CriticalPoint critical;
+    if (!criticalPoint(ab, 210, z, critical, r)) return;
+    const EosLimits limits = limitsAt(-1, D, 0, z);
+    if (limits.code > 0) {
+        reportLimits(ab, limits, r, 4);
+        return;
+    }
     Text255 inner;
-    CRITP(z, Tc, Pc, Dc, ierr, inner);
-    if (ierr > 0) {
-        ierr = 210;
-        message(herr, "[", ab, "FLSH error 210] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    LIMITX("EOS", -1, D, 0, z, tmin, tmax, Dmax, pmax, limitCode, inner);
-    if (limitCode > 0) {
-        ierr = limitCode;
-        message(herr, "[", ab, "FLSH error", Integer{4, limitCode}, "] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    ierr = 0;
 
     // Value of the property on the saturation line at D.
     double saturatedValue = b - 1e-6;
-    if (!denseHelium(Tc, D)) {
+    if (!denseHelium(critical.T, D)) {
         SaturatedPair line;
         int kr = 0;
         {
@@ -442,7 +330,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         if (line.ierr > 0 && beyondVaporLiquidLine(icomp, D)) {
             saturatedValue = b - 1e-6;
         } else {
-            saturatedValue = propertyByLetter(letter, line.ierr > 0 || line.T > Tc ? Tc : line.T, D, z);
+            saturatedValue = propertyByLetter(letter, line.ierr > 0 || line.T > critical.T ? critical.T : line.T, D, z);
         }
     }
 
@@ -455,13 +343,13 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
     };
     if (b >= saturatedValue) {
         double Dsolved = D;
-        ABFL1(D, b, z, 0, ab, 0, Dmax, T, p, Dsolved, ierr, inner);
+        ABFL1(D, b, z, 0, ab, 0, limits.Dmax, T, p, Dsolved, ierr, inner);
         if (ierr > 0) {
             failed();
             return;
         }
-        fillSinglePhase(z, r);
-        q = regionQuality(T, p, D, Tc, Pc, Dc);
+        p = fillSinglePhase(T, D, z, r);
+        q = regionQuality(T, p, D, critical);
     } else {
         DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
         if (ierr <= 0 && !(q > 0 && q < 1)) {
@@ -472,10 +360,10 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
             failed();
             return;
         }
-        fillTwoPhase(r);
+        fillTwoPhase(T, r);
     }
     ierr = 0;
-    reportLimits(ab == "DH" ? "DHFLSH" : ab == "DS" ? "DSFLSH" : "DEFLSH", z, r);
+    reportLimits(ab, limitsAt(T, D, p, z), r);
 }
 
 void DHFLSH(double D, double h, const Composition& z, double& T, double& p, double& Dl, double& Dv, Composition& x,
@@ -544,7 +432,7 @@ namespace {
 
 // Two phases: pressure at which the entropy goes with the given enthalpy, dh/dp = 1/rho along an isentrope. In energy
 // mode the same steps serve, their length being nearly right; what they leave open the secant closes.
-bool twoPhaseByPressure(double given, double s, const Composition& z, double pStart, bool energy, FullResult& r) {
+bool twoPhaseByPressure(double given, double s, const Composition& z, double pStart, bool energy, FlashResult& r) {
     constexpr int mostSteps = 25;
     constexpr double tolerance = 1e-5;
     double p = pStart;
@@ -665,7 +553,7 @@ void refineState(char letter, double given, double s, const Composition& z, doub
 
 // Any state: along an isentrope enthalpy and energy rise with pressure, dh = v dp and de = -p dv, through one phase and
 // two alike, so that the pressure is found between bounds.
-bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FullResult& r) {
+bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FlashResult& r) {
     constexpr int mostSteps = 100;
     constexpr double lowestPressure = 1e-10;  // [kPa]
     // The inner flash keeps entropy to 1e-8 of its value.
@@ -750,7 +638,7 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
 // Whether a single-phase result is the state asked for: inside the limits, with the given values, and neither a
 // superheated liquid nor a supercooled vapor.
 bool isStable(double given, double s, const Composition& z, double tmin, double tmax, double pmax, bool energy,
-              const FullResult& r) {
+              const FlashResult& r) {
     if (!(r.D > 0) || r.T < tmin - 1e-6 || r.T > 1.5 * tmax) return false;
     const PhaseProperties phase = propertiesOf(r.T, r.D, z);
     if (phase.p > 2 * pmax || phase.p < 0) return false;
@@ -771,12 +659,9 @@ bool isStable(double given, double s, const Composition& z, double tmin, double 
     return liquid ? r.D >= line.Dl * (1 - 1e-8) : r.D <= line.Dv * (1 + 1e-8);
 }
 
-void solveByEntropy(double given, double s, const Composition& z, bool energy, FullResult& r) {
-    const std::string_view routine = energy ? "ESFLSH" : "HSFLSH";
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
+void solveByEntropy(double given, double s, const Composition& z, bool energy, FlashResult& r) {
+    const std::string_view ab = energy ? "ES" : "HS";
+    openFlash(z, r);
     r.T = r.p = r.D = 0;
 
     // Saturated states of the given enthalpy.
@@ -805,7 +690,7 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     double Dc = 0;
     CRITP(z, Tc, Pc, Dc, r.ierr, inner);
     if (r.ierr > 0) {
-        message(r.herr, "[", routine, " error", Integer{4, r.ierr}, "] ", innerText(inner), nullCharacter);
+        message(r.herr, "[", ab, "FLSH error", Integer{4, r.ierr}, "] ", innerText(inner), nullCharacter);
         ERRMSG(r.ierr, r.herr);
         return;
     }
@@ -882,12 +767,12 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     }
     if (!twoPhase) {
         refineState(energy ? 'E' : 'H', given, s, z, r.T, r.D);
-        fillSinglePhase(z, r);
-        r.q = regionQuality(r.T, r.p, r.D, Tc, Pc, Dc);
+        r.p = fillSinglePhase(r.T, r.D, z, r);
+        r.q = regionQuality(r.T, r.p, r.D, {Tc, Pc, Dc});
     }
     r.ierr = 0;
     r.herr.clear();
-    reportLimits(routine, z, r);
+    reportLimits(ab, limitsAt(r.T, r.D, r.p, z), r);
 }
 
 }  // namespace
@@ -897,7 +782,7 @@ void HSFLSH(double h, double s, const Composition& z, double& T, double& p, doub
             Text255& herr) {
     double hSolved = 0;
     double sSolved = 0;
-    FullResult r{T, p, D, Dl, Dv, x, y, q, e, hSolved, sSolved, cv, cp, w, ierr, herr};
+    FlashResult r{T, p, D, Dl, Dv, x, y, q, e, hSolved, sSolved, cv, cp, w, ierr, herr};
     solveByEntropy(h, s, z, inverseControl.ENERGYMODE != 0, r);
     // In energy mode the given value is the energy and the free place holds the enthalpy.
     if (inverseControl.ENERGYMODE != 0) e = hSolved;

@@ -408,13 +408,6 @@ struct TwoPhaseTarget {
     double delta;  // difference of the property between the ends, at least 1
 };
 
-void reportTwoPhase(std::string_view ab, int code, std::string_view what, const Text255& inner, int& ierr,
-                    Text255& herr) {
-    ierr = code;
-    message(herr, "[", ab, "FLSH error ", Integer{3, code}, "] ", what, innerText(inner), nullCharacter);
-    ERRMSG(ierr, herr);
-}
-
 double massQuality(double q, const Composition& x, const Composition& y) {
     double qmass = 0;
     double mliq = 0;
@@ -480,8 +473,8 @@ bool estimateAtQuality(std::string_view ab, double a, const Composition& z, cons
     }
     // Close to the lowest temperature one of the compositions may lie outside its own limits: the other serves.
     if (bubbleOfX.ierr > 0 && dewOfY.ierr > 0) {
-        reportTwoPhase(ab, 223, "bubble point calculation did not converge within 2-phase iteration:  ", bubbleOfX.herr,
-                       ierr, herr);
+        reportError(ab, 223, "bubble point calculation did not converge within 2-phase iteration:  ", bubbleOfX.herr,
+                    ierr, herr);
         return false;
     }
     if (bubbleOfX.ierr > 0) bubbleOfX = dewOfY;
@@ -518,8 +511,8 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         }
         if (bubble.ierr > 0) {
             q = supercriticalOrNone;
-            reportTwoPhase(ab, 223, "bubble point calculation did not converge (2-phase initial guess):  ", bubble.herr,
-                           ierr, herr);
+            reportError(ab, 223, "bubble point calculation did not converge (2-phase initial guess):  ", bubble.herr,
+                        ierr, herr);
             return;
         }
         if (givenT) {
@@ -529,8 +522,8 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         }
         if (dew.ierr > 0) {
             q = supercriticalOrNone;
-            reportTwoPhase(ab, 224, "dew point calculation did not converge (2-phase initial guess):  ", dew.herr, ierr,
-                           herr);
+            reportError(ab, 224, "dew point calculation did not converge (2-phase initial guess):  ", dew.herr, ierr,
+                        herr);
             return;
         }
         Tbub = bubble.T;
@@ -570,7 +563,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         const double atDew = propertyByLetter(second, Tdew, Dvdew, z);
         if (b < atBubble || b > atDew) {
             q = supercriticalOrNone;
-            reportTwoPhase(ab, b < atBubble ? 227 : 228, "input is outside saturation bounds", Text255{}, ierr, herr);
+            reportError(ab, b < atBubble ? 227 : 228, "input is outside saturation bounds", Text255{}, ierr, herr);
             return;
         }
         target.delta = std::max(std::abs(atBubble - atDew), 1.0);
@@ -787,10 +780,10 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         herr.clear();
         return;
     }
-    reportTwoPhase(ab, 225,
-                   "TPFL2 did not converge in two-phase iteration; returning initial guesses based on dew and bubble "
-                   "points",
-                   Text255{}, ierr, herr);
+    reportError(ab, 225,
+                "TPFL2 did not converge in two-phase iteration; returning initial guesses based on dew and bubble "
+                "points",
+                Text255{}, ierr, herr);
 }
 
 namespace {
@@ -956,7 +949,7 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         ierr = 0;
         herr.clear();
     } else if (ierr <= 0 && icomp == 0 && std::abs(F) > tolerance) {
-        reportTwoPhase(ab, 226, "2-phase iteration did not converge, X, delta =", Text255{}, ierr, herr);
+        reportError(ab, 226, "2-phase iteration did not converge, X, delta =", Text255{}, ierr, herr);
     }
     // The text of the inner iteration names a temperature where a density was given.
     if (ierr > 0) herr.assign(2, 2, "D");

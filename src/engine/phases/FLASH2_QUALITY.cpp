@@ -28,48 +28,33 @@ int nearlyPureComponent(const Composition& z) {
     return 0;
 }
 
-struct QualityResult {
-    double &D, &Dl, &Dv;
-    Composition &x, &y;
-    double &e, &h, &s, &cv, &cp, &w;
-    int& ierr;
-    Text255& herr;
+// What is given to a flash at quality: T or p, as the first of its letters says, and q.
+struct GivenQuality {
+    std::string_view ab;
+    double value, q;
+    int kq, icomp;
+    const Composition& z;
+
+    bool atT() const { return ab[0] == 'T'; }
+    bool pseudoPure() const { return isPseudoPure(icomp); }
+    // A pure fluid has one line: both phases are found together.
+    bool oneLine() const { return icomp > 0 && !pseudoPure(); }
+    void saturation(int kph, SaturatedPair& pair) const {
+        atT() ? saturationAtT(value, z, kph, pair) : saturationAtP(value, z, kph, pair);
+    }
 };
 
-void clear(QualityResult& r, const Composition& z) {
-    r.D = r.Dl = r.Dv = 0;
-    r.x = r.y = z;
-    r.e = r.h = r.s = r.cv = r.cp = r.w = 0;
-    r.ierr = 0;
-    r.herr.clear();
-}
-
-void fillPhase(double T, double D, const Composition& z, QualityResult& r) {
-    r.D = D;
-    const PhaseProperties phase = propertiesOf(T, D, z);
-    r.e = phase.e;
-    r.h = phase.h;
-    r.s = phase.s;
-    r.cv = phase.cv;
-    r.cp = phase.cp;
-    r.w = phase.w;
-}
-
-void fillPhases(double T, double q, QualityResult& r) {
-    const PhaseProperties liquid = propertiesOf(T, r.Dl, r.x);
-    const PhaseProperties vapor = propertiesOf(T, r.Dv, r.y);
-    r.D = bulkDensity(q, r.Dl, r.Dv);
-    r.e = (1 - q) * liquid.e + q * vapor.e;
-    r.h = (1 - q) * liquid.h + q * vapor.h;
-    r.s = (1 - q) * liquid.s + q * vapor.s;
-    r.cv = r.cp = r.w = twoPhaseQualityValue;
-}
-
 // An error of an inner routine, with its code: "[TQFLSH error] (sat liquid):  ..."
-void pass(std::string_view routine, std::string_view where, int code, const Text255& inner, QualityResult& r) {
+void pass(const GivenQuality& given, std::string_view where, int code, const Text255& inner, FlashResult& r) {
     r.ierr = code;
-    message(r.herr, "[", routine, " error] (", where, "):  ", innerText(inner), nullCharacter);
+    message(r.herr, "[", given.ab, "FLSH error] (", where, "):  ", innerText(inner), nullCharacter);
     ERRMSG(r.ierr, r.herr);
+}
+
+bool found(const GivenQuality& given, std::string_view where, const SaturatedPair& pair, FlashResult& r) {
+    if (pair.ierr <= 0) return true;
+    pass(given, where, pair.ierr, pair.herr, r);
+    return false;
 }
 
 // Molar share of the vapor in averages: the quality itself, or that of a mass quality.
@@ -79,10 +64,96 @@ double molarShare(double q, int kq, const Composition& x, const Composition& y) 
     return vapor / (vapor + (1 - q) / WMOL(x));
 }
 
-void warnOfLimits(std::string_view routine, int limitCode, const Text255& limitText, QualityResult& r) {
-    if (limitCode >= 0 || r.ierr != 0) return;
-    r.ierr = limitCode;
-    message(r.herr, "[", routine, " warning", Integer{3, limitCode}, "] ", innerText(limitText), nullCharacter);
+void fillBetweenLines(double share, FlashResult& r) {
+    r.q = share;
+    fillTwoPhase(r.T, r);
+    r.cv = r.cp = r.w = twoPhaseQualityValue;
+}
+
+// The saturated liquid (kph 1) or vapor (2). The other phase of a pseudo-pure fluid at given temperature is that of the
+// other line.
+void saturatedEnd(const GivenQuality& given, int kph, FlashResult& r) {
+    const bool liquid = kph == 1;
+    const std::string_view where = liquid ? "sat liquid" : "sat vapor";
+    SaturatedPair line;
+    given.saturation(kph, line);
+    // On the sublimation line there is no liquid.
+    if (liquid && !given.atT() && line.ierr <= 0 && line.Dl <= 0) line.ierr = 2;
+    if (!found(given, where, line, r)) return;
+    if (given.pseudoPure()) {
+        SaturatedPair other;
+        given.saturation(liquid ? 2 : 1, other);
+        if (!found(given, where, other, r)) return;
+        (liquid ? line.Dv : line.Dl) = liquid ? other.Dv : other.Dl;
+    }
+    r.T = line.T;
+    r.p = line.p;
+    r.Dl = line.Dl;
+    r.Dv = line.Dv;
+    r.x = line.x;
+    r.y = line.y;
+    r.D = liquid ? r.Dl : r.Dv;
+    fillProperties(propertiesOf(r.T, r.D, liquid ? r.x : r.y), r);
+}
+
+void betweenLines(const GivenQuality& given, FlashResult& r) {
+    constexpr std::string_view where = "2-phase";
+    const double q = given.q;
+    SaturatedPair bubble;
+    SaturatedPair dew;
+    given.saturation(given.oneLine() ? 2 : 1, bubble);
+    if (!given.atT() && bubble.ierr <= 0 && bubble.Dl <= 0) {
+        // On the sublimation line there is no liquid to average with.
+        bubble.ierr = 2;
+        bubble.herr.assign("input state is solid or two-phase solid-vapor");
+    }
+    if (!found(given, where, bubble, r)) return;
+    if (given.oneLine()) {
+        dew = bubble;
+    } else {
+        given.saturation(2, dew);
+    }
+    if (!found(given, where, dew, r)) return;
+    r.Dl = bubble.Dl;
+    r.Dv = dew.Dv;
+    if (given.atT()) {
+        r.p = (1 - q) * bubble.p + q * dew.p;
+    } else {
+        r.T = (1 - q) * bubble.T + q * dew.T;
+    }
+    if (given.icomp > 0) {
+        if (given.pseudoPure() && !given.atT()) {
+            double pSolved = r.p;
+            double qSolved = q;
+            PTANC(r.T, pSolved, qSolved, q, 'Q', r.Dl, r.Dv);
+        }
+        fillBetweenLines(q, r);
+        return;
+    }
+    Text255 inner;
+    compositionsAtQuality(q, given.z, dew.x, bubble.y, r.x, r.y);
+    if (given.atT()) {
+        TQFL2(r.T, q, given.z, given.kq, 1, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, r.p, r.Dl, r.Dv, r.x,
+              r.y, r.ierr, inner);
+    } else {
+        PQFL2(r.p, q, given.z, given.kq, 1, bubble.T, dew.T, bubble.Dl, dew.Dv, bubble.y, dew.x, r.T, r.Dl, r.Dv, r.x,
+              r.y, r.ierr, inner);
+    }
+    if (r.ierr <= 0) TPRHO(r.T, r.p, r.x, 1, 1, r.Dl, r.ierr, inner);
+    if (r.ierr <= 0) TPRHO(r.T, r.p, r.y, 2, 1, r.Dv, r.ierr, inner);
+    if (r.ierr > 0) {
+        pass(given, where, r.ierr, inner, r);
+        return;
+    }
+    r.ierr = 0;
+    fillBetweenLines(molarShare(q, given.kq, r.x, r.y), r);
+}
+
+void qualityOutOfRange(const GivenQuality& given, int code, FlashResult& r) {
+    r.ierr = code;
+    message(r.herr, "[", given.ab, "FLSH error ", Integer{3, code},
+            "] input quality is out of range; q =", General{12, 5, given.q}, "; quality must be between 0 and 1 ",
+            nullCharacter);
     ERRMSG(r.ierr, r.herr);
 }
 
@@ -91,257 +162,83 @@ void warnOfLimits(std::string_view routine, int limitCode, const Text255& limitT
 void TQFLSH(double T, double q, const Composition& z, int kq, double& p, double& D, double& Dl, double& Dv,
             Composition& x, Composition& y, double& e, double& h, double& s, double& cv, double& cp, double& w,
             int& ierr, Text255& herr) {
-    constexpr std::string_view routine = "TQFLSH";
-    QualityResult r{D, Dl, Dv, x, y, e, h, s, cv, cp, w, ierr, herr};
+    double share = q;
+    FlashResult r{T, p, D, Dl, Dv, x, y, share, e, h, s, cv, cp, w, ierr, herr};
     const int icomp = nearlyPureComponent(z);
     const Composition bulk = bulkComposition(icomp, z);
     RMIX(bulk);
-    clear(r, bulk);
+    clear(r, icomp, z);
     p = 0;
+    const GivenQuality given{"TQ", T, q, kq, icomp, bulk};
 
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    Text255 limitText;
-    LIMITX("EOS", T, 0, 0, bulk, tmin, tmax, Dmax, pmax, limitCode, limitText);
-    if (limitCode > 0) {
-        ierr = limitCode;
-        message(herr, "[TQFLSH error", Integer{3, ierr}, "] ", innerText(limitText), nullCharacter);
-        ERRMSG(ierr, herr);
+    const EosLimits limits = limitsAt(T, 0, 0, bulk);
+    if (limits.code > 0) {
+        reportLimits("TQ", limits, r);
         return;
     }
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
-    Text255 inner;
-    CRITP(bulk, Tc, Pc, Dc, ierr, inner);
-    if (ierr > 0) {
-        ierr = 270;
-        message(herr, "[TQFLSH error 270] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    ierr = 0;
-    if (T >= (icomp > 0 ? 1.0 : 1.5) * Tc) {
+    CriticalPoint critical;
+    if (!criticalPoint("TQ", 270, bulk, critical, r)) return;
+    if (T >= (icomp > 0 ? 1.0 : 1.5) * critical.T) {
         ierr = 271;
         message(herr,
                 "[TQFLSH error 271] temperature input to temperature-quality flash is greater than critical "
                 "temperature; T =",
-                General{12, 5, T}, " K, Tcrit =", General{12, 5, Tc}, " K.", nullCharacter);
+                General{12, 5, T}, " K, Tcrit =", General{12, 5, critical.T}, " K.", nullCharacter);
         ERRMSG(ierr, herr);
         return;
     }
 
-    const bool pseudoPure = isPseudoPure(icomp);
-    SaturatedPair bubble;
-    SaturatedPair dew;
     if (std::abs(q) <= onTheLine) {
-        saturationAtT(T, bulk, 1, bubble);
-        if (bubble.ierr > 0) {
-            pass(routine, "sat liquid", bubble.ierr, bubble.herr, r);
-            return;
-        }
-        if (pseudoPure) {
-            saturationAtT(T, bulk, 2, dew);
-            if (dew.ierr > 0) {
-                pass(routine, "sat liquid", dew.ierr, dew.herr, r);
-                return;
-            }
-            bubble.Dv = dew.Dv;
-        }
-        p = bubble.p;
-        Dl = bubble.Dl;
-        Dv = bubble.Dv;
-        x = bubble.x;
-        y = bubble.y;
-        fillPhase(T, Dl, x, r);
+        saturatedEnd(given, 1, r);
     } else if (std::abs(1 - q) <= onTheLine) {
-        saturationAtT(T, bulk, 2, dew);
-        if (dew.ierr > 0) {
-            pass(routine, "sat vapor", dew.ierr, dew.herr, r);
-            return;
-        }
-        if (pseudoPure) {
-            saturationAtT(T, bulk, 1, bubble);
-            if (bubble.ierr > 0) {
-                pass(routine, "sat vapor", bubble.ierr, bubble.herr, r);
-                return;
-            }
-            dew.Dl = bubble.Dl;
-        }
-        p = dew.p;
-        Dl = dew.Dl;
-        Dv = dew.Dv;
-        x = dew.x;
-        y = dew.y;
-        fillPhase(T, Dv, y, r);
+        saturatedEnd(given, 2, r);
     } else if (q < 0 || q > 1) {
-        ierr = 275;
-        message(herr, "[TQFLSH error 275] input quality is out of range; q =", General{12, 5, q},
-                "; quality must be between 0 and 1 ", nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
+        qualityOutOfRange(given, 275, r);
     } else {
-        saturationAtT(T, bulk, icomp > 0 && !pseudoPure ? 2 : 1, bubble);
-        if (bubble.ierr > 0) {
-            pass(routine, "2-phase", bubble.ierr, bubble.herr, r);
-            return;
-        }
-        if (icomp > 0 && !pseudoPure) {
-            dew = bubble;
-        } else {
-            saturationAtT(T, bulk, 2, dew);
-        }
-        if (dew.ierr > 0) {
-            pass(routine, "2-phase", dew.ierr, dew.herr, r);
-            return;
-        }
-        Dl = bubble.Dl;
-        Dv = dew.Dv;
-        if (icomp > 0) {
-            p = (1 - q) * bubble.p + q * dew.p;
-            fillPhases(T, q, r);
-        } else {
-            compositionsAtQuality(q, bulk, dew.x, bubble.y, x, y);
-            p = (1 - q) * bubble.p + q * dew.p;
-            TQFL2(T, q, bulk, kq, 1, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, p, Dl, Dv, x, y, ierr, inner);
-            if (ierr <= 0) TPRHO(T, p, x, 1, 1, Dl, ierr, inner);
-            if (ierr <= 0) TPRHO(T, p, y, 2, 1, Dv, ierr, inner);
-            if (ierr > 0) {
-                pass(routine, "2-phase", ierr, inner, r);
-                return;
-            }
-            ierr = 0;
-            fillPhases(T, molarShare(q, kq, x, y), r);
-        }
+        betweenLines(given, r);
     }
-    warnOfLimits(routine, limitCode, limitText, r);
+    if (ierr <= 0) reportLimits("TQ", limits, r);
 }
 
 void PQFLSH(double p, double q, const Composition& z, int kq, double& T, double& D, double& Dl, double& Dv,
             Composition& x, Composition& y, double& e, double& h, double& s, double& cv, double& cp, double& w,
             int& ierr, Text255& herr) {
-    constexpr std::string_view routine = "PQFLSH";
-    QualityResult r{D, Dl, Dv, x, y, e, h, s, cv, cp, w, ierr, herr};
+    double share = q;
+    FlashResult r{T, p, D, Dl, Dv, x, y, share, e, h, s, cv, cp, w, ierr, herr};
     const int icomp = nearlyPureComponent(z);
     const Composition bulk = bulkComposition(icomp, z);
     RMIX(bulk);
-    clear(r, bulk);
+    clear(r, icomp, z);
     T = 0;
+    const GivenQuality given{"PQ", p, q, kq, icomp, bulk};
 
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
-    Text255 inner;
-    CRITP(bulk, Tc, Pc, Dc, ierr, inner);
-    if (ierr > 0) {
-        ierr = 290;
-        message(herr, "[PQFLSH error 290] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
+    CriticalPoint critical;
+    if (!criticalPoint("PQ", 290, bulk, critical, r)) return;
+    const EosLimits limits = limitsAt(0.8 * critical.T, 0, p, bulk);
+    if (limits.code > 0) {
+        reportLimits("PQ", limits, r);
         return;
     }
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    Text255 limitText;
-    LIMITX("EOS", 0.8 * Tc, 0, p, bulk, tmin, tmax, Dmax, pmax, limitCode, limitText);
-    if (limitCode > 0) {
-        ierr = limitCode;
-        message(herr, "[PQFLSH error", Integer{3, ierr}, "] ", innerText(limitText), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    ierr = 0;
-    if (p >= (icomp > 0 ? 1.0 : 1.5) * Pc) {
+    if (p >= (icomp > 0 ? 1.0 : 1.5) * critical.p) {
         ierr = 291;
         message(herr,
                 "[PQFLSH error 291] pressure input to pressure-quality flash is greater than critical pressure; P =",
-                General{12, 5, p / 1000}, " MPa, Pcrit =", General{12, 5, Pc / 1000}, " MPa.", nullCharacter);
+                General{12, 5, p / 1000}, " MPa, Pcrit =", General{12, 5, critical.p / 1000}, " MPa.", nullCharacter);
         ERRMSG(ierr, herr);
         return;
     }
 
-    const bool pseudoPure = isPseudoPure(icomp);
-    SaturatedPair bubble;
-    SaturatedPair dew;
-    if (std::abs(q) <= onTheLine && !pseudoPure) {
-        saturationAtP(p, bulk, 1, bubble);
-        if (bubble.ierr > 0 || bubble.Dl <= 0) {
-            pass(routine, "sat liquid", bubble.ierr > 0 ? bubble.ierr : 2, bubble.herr, r);
-            return;
-        }
-        T = bubble.T;
-        Dl = bubble.Dl;
-        Dv = bubble.Dv;
-        x = bubble.x;
-        y = bubble.y;
-        fillPhase(T, Dl, x, r);
-    } else if (std::abs(1 - q) <= onTheLine && !pseudoPure) {
-        saturationAtP(p, bulk, 2, dew);
-        if (dew.ierr > 0) {
-            pass(routine, "sat vapor", dew.ierr, dew.herr, r);
-            return;
-        }
-        T = dew.T;
-        Dl = dew.Dl;
-        Dv = dew.Dv;
-        x = dew.x;
-        y = dew.y;
-        fillPhase(T, Dv, y, r);
+    // A pseudo-pure fluid is solved between its lines at their very ends too.
+    if (std::abs(q) <= onTheLine && !given.pseudoPure()) {
+        saturatedEnd(given, 1, r);
+    } else if (std::abs(1 - q) <= onTheLine && !given.pseudoPure()) {
+        saturatedEnd(given, 2, r);
     } else if (q < -onTheLine || q > 1 + onTheLine) {
-        ierr = 295;
-        message(herr, "[PQFLSH error 295] input quality is out of range; q =", General{12, 5, q},
-                "; quality must be between 0 and 1 ", nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
+        qualityOutOfRange(given, 295, r);
     } else {
-        saturationAtP(p, bulk, icomp > 0 && !pseudoPure ? 2 : 1, bubble);
-        if (bubble.ierr <= 0 && bubble.Dl <= 0) {
-            // On the sublimation line there is no liquid to average with.
-            bubble.ierr = 2;
-            bubble.herr.assign("input state is solid or two-phase solid-vapor");
-        }
-        if (bubble.ierr > 0) {
-            pass(routine, "2-phase", bubble.ierr, bubble.herr, r);
-            return;
-        }
-        if (icomp > 0 && !pseudoPure) {
-            dew = bubble;
-        } else {
-            saturationAtP(p, bulk, 2, dew);
-        }
-        if (dew.ierr > 0) {
-            pass(routine, "2-phase", dew.ierr, dew.herr, r);
-            return;
-        }
-        Dl = bubble.Dl;
-        Dv = dew.Dv;
-        T = (1 - q) * bubble.T + q * dew.T;
-        if (pseudoPure) {
-            double pSolved = p;
-            double qSolved = q;
-            PTANC(T, pSolved, qSolved, q, 'Q', Dl, Dv);
-            fillPhases(T, q, r);
-        } else if (icomp > 0) {
-            fillPhases(T, q, r);
-        } else {
-            compositionsAtQuality(q, bulk, dew.x, bubble.y, x, y);
-            PQFL2(p, q, bulk, kq, 1, bubble.T, dew.T, bubble.Dl, dew.Dv, bubble.y, dew.x, T, Dl, Dv, x, y, ierr, inner);
-            if (ierr <= 0) TPRHO(T, p, x, 1, 1, Dl, ierr, inner);
-            if (ierr <= 0) TPRHO(T, p, y, 2, 1, Dv, ierr, inner);
-            if (ierr > 0) {
-                pass(routine, "2-phase", ierr, inner, r);
-                return;
-            }
-            ierr = 0;
-            fillPhases(T, molarShare(q, kq, x, y), r);
-        }
+        betweenLines(given, r);
     }
-    warnOfLimits(routine, limitCode, limitText, r);
+    if (ierr <= 0) reportLimits("PQ", limits, r);
 }
 
 void TQFL2(double T, double q, const Composition& z, int kq, int ksat, double& pbub, double& pdew, double& Dlbub,

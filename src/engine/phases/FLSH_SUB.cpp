@@ -22,59 +22,6 @@ namespace {
 constexpr double idealGasPressure = 1e-14;  // [kPa]
 constexpr double idealGasDensity = 1e-14;   // [mol/L]
 
-// The outputs that a flash fills, by reference, so that its steps can be routines of their own.
-struct FlashResult {
-    double &D, &Dl, &Dv;
-    Composition &x, &y;
-    double &q, &e, &h, &s, &cv, &cp, &w;
-    int& ierr;
-    Text255& herr;
-};
-
-// No state yet: q undefined, everything else zero, both phases of the bulk composition.
-void clear(FlashResult& r, int icomp, const Composition& z) {
-    r.D = r.Dl = r.Dv = 0;
-    r.q = supercriticalOrNone;
-    r.e = r.h = r.s = r.cv = r.cp = r.w = 0;
-    r.x = bulkComposition(icomp, z);
-    r.y = r.x;
-    r.ierr = 0;
-    r.herr.clear();
-}
-
-void noState(FlashResult& r) {
-    r.D = r.Dl = r.Dv = 0;
-    r.q = supercriticalOrNone;
-}
-
-// Properties of a single phase at (T, D), which is the bulk and both phases.
-double fillSinglePhase(double T, double D, const Composition& z, FlashResult& r) {
-    r.D = r.Dl = r.Dv = D;
-    const PhaseProperties phase = propertiesOf(T, D, z);
-    r.e = phase.e;
-    r.h = phase.h;
-    r.s = phase.s;
-    r.cv = phase.cv;
-    r.cp = phase.cp;
-    r.w = phase.w;
-    return phase.p;
-}
-
-// Molar averages of two phases in equilibrium; r holds Dl, Dv, x, y, q. Returns the pressures of the phases.
-struct PhasePressures {
-    double liquid, vapor;
-};
-PhasePressures fillTwoPhase(double T, FlashResult& r) {
-    const PhaseProperties liquid = propertiesOf(T, r.Dl, r.x);
-    const PhaseProperties vapor = propertiesOf(T, r.Dv, r.y);
-    r.D = bulkDensity(r.q, r.Dl, r.Dv);
-    r.e = (1 - r.q) * liquid.e + r.q * vapor.e;
-    r.h = (1 - r.q) * liquid.h + r.q * vapor.h;
-    r.s = (1 - r.q) * liquid.s + r.q * vapor.s;
-    r.cv = r.cp = r.w = twoPhaseValue;
-    return {liquid.p, vapor.p};
-}
-
 // Enthalpy quality of a superheated vapor at its dew point; inside 0 to 1 (retrograde, or at the very line) the mark
 // of the vapor stands.
 double enthalpyQuality(double h, double T, const SaturatedPair& dew) {
@@ -95,9 +42,7 @@ bool singlePhaseAtTP(double T, double p, const Composition& z, int kph, double g
     TPRHO(T, p, z, kph, guess > 0 ? 1 : 0, D, r.ierr, inner);
     if (r.ierr > 0) {
         noState(r);
-        r.ierr = code;
-        message(r.herr, "[TPFLSH error ", Integer{3, code}, "] ", what, innerText(inner), nullCharacter);
-        ERRMSG(r.ierr, r.herr);
+        reportError("TP", code, what, inner, r.ierr, r.herr);
         return false;
     }
     r.ierr = 0;
@@ -105,22 +50,22 @@ bool singlePhaseAtTP(double T, double p, const Composition& z, int kph, double g
     return true;
 }
 
-void replaceByCritical(SaturatedPair& pair, double Pc, double Dc, const Composition& z) {
-    pair.p = Pc;
-    pair.Dl = pair.Dv = Dc;
+void replaceByCritical(SaturatedPair& pair, const CriticalPoint& critical, const Composition& z) {
+    pair.p = critical.p;
+    pair.Dl = pair.Dv = critical.D;
     pair.x = pair.y = z;
     pair.ierr = 0;
 }
 
 // Lowest pressure at which a saturation state may exist at T, so that a vapor far from it is seen without a
 // saturation iteration.
-double lowestSaturationPressure(double T, double Tc, double Pc, int icomp, const Composition& z) {
-    if (T > Tc) return 0;
-    double pb = std::exp(13.85 * T / Tc - 14.073) * Pc;
-    if (T <= 0.7 * Tc) pb /= 10;
-    if (T <= 0.6 * Tc) pb /= 100;
-    if (T <= 0.5 * Tc) pb /= 100;
-    if (T <= 0.4 * Tc) pb /= 100;
+double lowestSaturationPressure(double T, const CriticalPoint& critical, int icomp, const Composition& z) {
+    if (T > critical.T) return 0;
+    double pb = std::exp(13.85 * T / critical.T - 14.073) * critical.p;
+    if (T <= 0.7 * critical.T) pb /= 10;
+    if (T <= 0.6 * critical.T) pb /= 100;
+    if (T <= 0.5 * critical.T) pb /= 100;
+    if (T <= 0.4 * critical.T) pb /= 100;
     if (icomp > 0 && modelTags.HPSK[icomp] != "NBS") {
         double pAncillary = 0;
         int code = 0;
@@ -137,17 +82,8 @@ enum class Road { finished, failed };
 
 // Steps of TPFLSH after the limits; finished leaves the last checks to it.
 Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
-    Text255 inner;
-    CRITP(z, Tc, Pc, Dc, r.ierr, inner);
-    if (r.ierr > 0) {
-        r.ierr = 210;
-        message(r.herr, "[TPFLSH error 210] ", innerText(inner), nullCharacter);
-        ERRMSG(r.ierr, r.herr);
-        return Road::failed;
-    }
+    CriticalPoint critical;
+    if (!criticalPoint("TP", 210, z, critical, r)) return Road::failed;
     const double c = icomp > 0 ? 1.0 : 1.5;
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
     const bool ancillaryLines = isPseudoPure(icomp);
@@ -164,19 +100,19 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
 
     // Single phase by inspection.
     for (;;) {
-        const double pb = lowestSaturationPressure(T, Tc, Pc, icomp, z);
-        if (!(T >= c * Tc || p < pb || p > c * Pc)) break;
-        const int kph = T < Tc && p > Pc ? 1 : 2;
+        const double pb = lowestSaturationPressure(T, critical, icomp, z);
+        if (!(T >= c * critical.T || p < pb || p > c * critical.p)) break;
+        const int kph = T < critical.T && p > critical.p ? 1 : 2;
         if (singlePhaseAtTP(T, p, z, kph, 0, 215, "supercritical or vapor density iteration did not converge:  ", r)) {
-            if (p <= Pc) {
+            if (p <= critical.p) {
                 r.q = superheatedVapor;
             } else {
-                r.q = T < Tc ? subcooledLiquid : supercriticalOrNone;
+                r.q = T < critical.T ? subcooledLiquid : supercriticalOrNone;
             }
             return Road::finished;
         }
-        if (icomp > 0 || T >= 1.1 * Tc) return Road::failed;
-        T = 1.1 * Tc;
+        if (icomp > 0 || T >= 1.1 * critical.T) return Road::failed;
+        T = 1.1 * critical.T;
     }
 
     // Dew point.
@@ -185,19 +121,16 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         const SilentMessages quiet;
         saturationAtT(T, z, 2, dew);
     }
-    bool noDewPoint = false;
+    bool dewPointMissing = false;
     if (dew.ierr > 0) {
-        if (T > Tc - 5) {
-            replaceByCritical(dew, Pc, Dc, r.x);
+        if (T > critical.T - 5) {
+            replaceByCritical(dew, critical, r.x);
         } else if (icomp > 0) {
-            r.ierr = 212;
-            message(r.herr, "[TPFLSH error 212] dew point calculation did not converge:  ", innerText(dew.herr),
-                    nullCharacter);
-            ERRMSG(r.ierr, r.herr);
+            reportError("TP", 212, noDewPoint, dew.herr, r.ierr, r.herr);
             return Road::failed;
         } else {
             dew.p = 0;
-            noDewPoint = true;
+            dewPointMissing = true;
         }
     }
     if (p < dew.p) {
@@ -205,7 +138,7 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
             return Road::failed;
         }
         r.q = superheatedVapor;
-        if (!ancillaryLines && T < Tc) r.q = enthalpyQuality(r.h, T, dew);
+        if (!ancillaryLines && T < critical.T) r.q = enthalpyQuality(r.h, T, dew);
         return Road::finished;
     }
     if (plainPure) {
@@ -223,13 +156,10 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         saturationAtT(T, z, 1, bubble);
     }
     if (bubble.ierr > 0) {
-        if (T > Tc - 5) {
-            replaceByCritical(bubble, Pc, Dc, r.x);
+        if (T > critical.T - 5) {
+            replaceByCritical(bubble, critical, r.x);
         } else {
-            r.ierr = 211;
-            message(r.herr, "[TPFLSH error 211] bubble point calculation did not converge:  ", innerText(bubble.herr),
-                    nullCharacter);
-            ERRMSG(r.ierr, r.herr);
+            reportError("TP", 211, noBubblePoint, bubble.herr, r.ierr, r.herr);
             return Road::failed;
         }
     }
@@ -239,9 +169,7 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         // A root between the lines is no liquid; at the very line the root may fall a rounding below.
         if (r.D > dew.Dv && r.D < bubble.Dl * (1 - 1e-8)) {
             noState(r);
-            r.ierr = 213;
-            message(r.herr, "[TPFLSH error 213] ", what, nullCharacter);
-            ERRMSG(r.ierr, r.herr);
+            reportError("TP", 213, what, Text255{}, r.ierr, r.herr);
             return Road::failed;
         }
         if (std::abs(dew.Dv - bubble.Dl) > 1e-12 && dew.Dv > 0) {
@@ -249,11 +177,8 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         }
         return Road::finished;
     }
-    if (noDewPoint) {
-        r.ierr = 212;
-        message(r.herr, "[TPFLSH error 212] dew point calculation did not converge:  ", innerText(dew.herr),
-                nullCharacter);
-        ERRMSG(r.ierr, r.herr);
+    if (dewPointMissing) {
+        reportError("TP", 212, noDewPoint, dew.herr, r.ierr, r.herr);
         return Road::failed;
     }
 
@@ -263,11 +188,12 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     r.Dl = bubble.Dl;
     r.Dv = dew.Dv;
     if (!ancillaryLines) {
+        Text255 inner;
         compositionsAtQuality(r.q, z, dew.x, bubble.y, r.x, r.y);
         TPFL2(T, p, z, r.Dl, r.Dv, r.x, r.y, r.q, r.ierr, r.herr);
         if (r.ierr > 0) {
             r.q = supercriticalOrNone;
-            r.D = Dc;
+            r.D = critical.D;
             return Road::failed;
         }
         TPRHO(T, p, r.x, 1, 1, r.Dl, r.ierr, inner);
@@ -284,21 +210,10 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
 }
 
 // Refuses a state whose inputs are outside the limits: densities zero, properties of the ideal gas at T.
-void refuse(std::string_view routine, double T, const Composition& z, int limitCode, const Text255& limitText,
-            FlashResult& r) {
+void refuse(std::string_view ab, double T, const Composition& z, const EosLimits& limits, FlashResult& r) {
     if (T > 0) fillSinglePhase(T, 0, z, r);
     noState(r);
-    r.ierr = limitCode;
-    message(r.herr, "[", routine, " error", Integer{3, limitCode}, "] ", innerText(limitText), nullCharacter);
-    ERRMSG(r.ierr, r.herr);
-}
-
-void reportLimits(std::string_view routine, int limitCode, const Text255& limitText, FlashResult& r) {
-    if (limitCode == 0) return;
-    r.ierr = limitCode;
-    message(r.herr, "[", routine, limitCode < 0 ? " warning" : " error", Integer{3, limitCode}, "] ",
-            innerText(limitText), nullCharacter);
-    ERRMSG(r.ierr, r.herr);
+    reportLimits(ab, limits, r);
 }
 
 }  // namespace
@@ -306,26 +221,17 @@ void reportLimits(std::string_view routine, int limitCode, const Text255& limitT
 void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, double& Dv, Composition& x,
             Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
             Text255& herr) {
-    FlashResult r{D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
+    FlashResult r{T, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
 
     if (p < idealGasPressure) {
         fillSinglePhase(T, T > 0 ? p / (fluidConstants.R * T) : 0, z, r);
         return;
     }
 
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    Text255 limitText;
-    LIMITX("EOS", T, 0, p, z, tmin, tmax, Dmax, pmax, limitCode, limitText);
-    if (limitCode > 0) {
-        refuse("TPFLSH", T, z, limitCode, limitText, r);
+    const EosLimits limits = limitsAt(T, 0, p, z);
+    if (limits.code > 0) {
+        refuse("TP", T, z, limits, r);
         return;
     }
 
@@ -333,8 +239,8 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
 
     r.ierr = 0;
     r.herr.clear();
-    if (limitCode < 0) reportLimits("TPFLSH", limitCode, limitText, r);
-    if (D > Dmax) {
+    reportLimits("TP", limits, r);
+    if (D > limits.Dmax) {
         ierr = 2;
         message(herr, "[TPFLSH error", Integer{3, ierr},
                 "]; input T,p correspond to a density above the limit of the EOS; T =", General{12, 5, T},
@@ -349,11 +255,8 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
 void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
             double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
     double bulk = D;
-    FlashResult r{bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
+    FlashResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
     p = 0;
 
     if (D < idealGasDensity) {
@@ -362,41 +265,23 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
         return;
     }
 
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    Text255 inner;
-    LIMITX("EOS", T, D, 0, z, tmin, tmax, Dmax, pmax, limitCode, inner);
-    if (limitCode > 0) {
-        refuse("TDFLSH", T, z, limitCode, inner, r);
+    const EosLimits limits = limitsAt(T, D, 0, z);
+    if (limits.code > 0) {
+        refuse("TD", T, z, limits, r);
         return;
     }
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
-    CRITP(z, Tc, Pc, Dc, ierr, inner);
-    if (ierr > 0) {
-        ierr = 220;
-        message(herr, "[TDFLSH error 220] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    ierr = 0;
+    CriticalPoint critical;
+    if (!criticalPoint("TD", 220, z, critical, r)) return;
 
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
-    if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= Tc || D < 1e-10) {
+    if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= critical.T || D < 1e-10) {
         p = fillSinglePhase(T, D, z, r);
-        q = p <= Pc ? superheatedVapor : supercriticalOrNone;
+        q = p <= critical.p ? superheatedVapor : supercriticalOrNone;
     } else {
         SaturatedPair dew;
         saturationAtT(T, z, 2, dew);
         if (dew.ierr > 0) {
-            ierr = 222;
-            message(herr, "[TDFLSH error 222] dew point calculation did not converge:  ", innerText(dew.herr),
-                    nullCharacter);
-            ERRMSG(ierr, herr);
+            reportError("TD", 222, noDewPoint, dew.herr, ierr, herr);
             return;
         }
         SaturatedPair bubble;
@@ -406,10 +291,7 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
             saturationAtT(T, z, 1, bubble);
             if (bubble.ierr > 0) {
                 // The text names the flash at temperature and pressure, as those who look for it expect.
-                ierr = 221;
-                message(herr, "[TPFLSH error 221] bubble point calculation did not converge:  ", innerText(bubble.herr),
-                        nullCharacter);
-                ERRMSG(ierr, herr);
+                reportError("TP", 221, noBubblePoint, bubble.herr, ierr, herr);
                 return;
             }
         }
@@ -441,8 +323,7 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
 
     // The given limits once more, now with the pressure; a mixture's warning of its iteration gives way to them only
     // where there is one.
-    LIMITX("EOS", T, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
-    reportLimits("TDFLSH", limitCode, inner, r);
+    reportLimits("TD", limitsAt(T, D, p, z), r);
 }
 
 void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
@@ -459,11 +340,8 @@ void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, dou
 void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
             double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
     double bulk = D;
-    FlashResult r{bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
+    FlashResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
     T = 0;
 
     if (p < idealGasPressure && D < idealGasDensity) {
@@ -472,31 +350,17 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
         return;
     }
 
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
-    Text255 inner;
-    CRITP(z, Tc, Pc, Dc, ierr, inner);
-    if (ierr > 0) {
-        ierr = 210;
-        message(herr, "[PDFLSH error 210] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
+    CriticalPoint critical;
+    if (!criticalPoint("PD", 210, z, critical, r)) return;
+    const EosLimits limits = limitsAt(-1, D, p, z);
+    if (limits.code > 0) {
+        refuse("PD", 0, z, limits, r);
         return;
     }
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    LIMITX("EOS", -1, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
-    if (limitCode > 0) {
-        refuse("PDFLSH", 0, z, limitCode, inner, r);
-        return;
-    }
-    ierr = 0;
 
     // Temperature of a single phase, or the error with its code and text.
     const auto singlePhase = [&](int code, std::string_view what) {
+        Text255 inner;
         PDFL1(p, D, z, T, ierr, inner);
         if (ierr <= 0) {
             fillSinglePhase(T, D, z, r);
@@ -505,16 +369,14 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
         }
         noState(r);
         T = 0;
-        ierr = code;
-        message(herr, "[PDFLSH error ", Integer{3, code}, "] ", what, innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
+        reportError("PD", code, what, inner, ierr, herr);
         return false;
     };
 
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
-    if (p >= Pc) {
+    if (p >= critical.p) {
         if (!singlePhase(215, "supercritical density iteration did not converge:  ")) return;
-        q = T <= Tc ? subcooledLiquid : supercriticalOrNone;
+        q = T <= critical.T ? subcooledLiquid : supercriticalOrNone;
     } else {
         SaturatedPair dew;
         const bool noLiquid = plainPure && p <= fluidConstants.PTPN[icomp];
@@ -523,10 +385,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
             saturationAtP(p, z, 2, dew);
         }
         if (dew.ierr > 0) {
-            ierr = 212;
-            message(herr, "[PDFLSH error 212] dew point calculation did not converge:  ", innerText(dew.herr),
-                    nullCharacter);
-            ERRMSG(ierr, herr);
+            reportError("PD", 212, noDewPoint, dew.herr, ierr, herr);
             return;
         }
         if (noLiquid || D <= dew.Dv + 1e-12) {
@@ -541,10 +400,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
                 saturationAtP(p, z, 1, bubble);
             }
             if (bubble.ierr > 0) {
-                ierr = 211;
-                message(herr, "[PDFLSH error 211] bubble point calculation did not converge:  ", innerText(bubble.herr),
-                        nullCharacter);
-                ERRMSG(ierr, herr);
+                reportError("PD", 211, noBubblePoint, bubble.herr, ierr, herr);
                 return;
             }
             if (D > bubble.Dl) {
@@ -573,8 +429,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
         }
     }
 
-    LIMITX("EOS", T, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
-    reportLimits("PDFLSH", limitCode, inner, r);
+    reportLimits("PD", limitsAt(T, D, p, z), r);
 }
 
 void PDFL1(double p, double D, const Composition& z, double& T, int& ierr, Text255& herr) {
@@ -664,15 +519,11 @@ double lowestValue(char letter, double b, double p, int icomp, const Composition
 }
 
 // The critical state, which a refused flash returns.
-void returnCritical(double Tc, double Dc, const Composition& z, double& T, FlashResult& r) {
-    T = Tc;
-    fillSinglePhase(Tc, Dc, z, r);
+void returnCritical(const CriticalPoint& critical, const Composition& z, FlashResult& r) {
+    r.T = critical.T;
+    fillSinglePhase(critical.T, critical.D, z, r);
     r.q = supercriticalOrNone;
 }
-
-}  // namespace
-
-namespace {
 
 // A state below the dew temperature on an isobar of a mixture without a bubble point, as where a gas is dissolved:
 // enthalpy, entropy and energy rise with temperature through one phase and two alike.
@@ -725,53 +576,30 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
 void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
             Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
             double& w, int& ierr, Text255& herr) {
-    FlashResult r{D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    FlashResult r{T, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
     const char letter = ab[1];
-    int icomp = 0;
-    ISPURE(z, icomp);
-    RMIX(z);
-    clear(r, icomp, z);
+    const int icomp = openFlash(z, r);
 
-    double Tc = 0;
-    double Pc = 0;
-    double Dc = 0;
-    Text255 inner;
-    CRITP(z, Tc, Pc, Dc, ierr, inner);
-    T = Tc;
-    if (ierr > 0) {
-        ierr = 240;
-        message(herr, "[", ab, "FLSH error 240] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        return;
-    }
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
-    int limitCode = 0;
-    LIMITX("EOS", -1, 0, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+    CriticalPoint critical;
+    const bool hasCritical = criticalPoint(ab, 240, z, critical, r);
+    T = critical.T;
+    if (!hasCritical) return;
+    const EosLimits limits = limitsAt(-1, 0, p, z);
 
     // Range of the given property.
-    double highest = propertyByLetter(letter, 1.5 * tmax, 1e-6, z);
+    double highest = propertyByLetter(letter, 1.5 * limits.tmax, 1e-6, z);
     if (b > highest && p > 0) {
         // Under very high pressures a dense gas has more than the thin one.
         double Ddense = 0;
         int code = 0;
         Text255 text;
-        TPRHO(1.5 * tmax, p, z, 2, 0, Ddense, code, text);
-        if (code <= 0) highest = std::max(highest, propertyByLetter(letter, 1.5 * tmax, Ddense, z));
+        TPRHO(1.5 * limits.tmax, p, z, 2, 0, Ddense, code, text);
+        if (code <= 0) highest = std::max(highest, propertyByLetter(letter, 1.5 * limits.tmax, Ddense, z));
     }
-    const double lowest = lowestValue(letter, b, p, icomp, z, tmin, tmax, highest);
-    ierr = 0;
-    if (limitCode < -1) {
-        ierr = limitCode;
-        message(herr, "[", ab, "FLSH warning", Integer{4, limitCode}, "] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-    } else if (limitCode > 1) {
-        ierr = limitCode;
-        message(herr, "[", ab, "FLSH error", Integer{4, limitCode}, "] ", innerText(inner), nullCharacter);
-        ERRMSG(ierr, herr);
-        returnCritical(Tc, Dc, z, T, r);
+    const double lowest = lowestValue(letter, b, p, icomp, z, limits.tmin, limits.tmax, highest);
+    if (std::abs(limits.code) > 1) reportLimits(ab, limits, r, 4);
+    if (limits.code > 1) {
+        returnCritical(critical, z, r);
         return;
     }
     if (!(b >= lowest && b <= highest)) {
@@ -779,7 +607,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "] Input value is outside limits; ", ab.substr(1, 1),
                 " =", General{12, 5, b}, ", min,max =", General{12, 5, lowest}, General{12, 5, highest}, nullCharacter);
         ERRMSG(ierr, herr);
-        returnCritical(Tc, Dc, z, T, r);
+        returnCritical(critical, z, r);
         return;
     }
 
@@ -794,7 +622,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         double pSolved = p;
         T = startT;
         D = startD;
-        ABFL1(p, b, z, kph, ab, 0, Dmax, T, pSolved, D, ierr, herr);
+        ABFL1(p, b, z, kph, ab, 0, limits.Dmax, T, pSolved, D, ierr, herr);
         if (ierr > 0) {
             noState(r);
             return false;
@@ -803,31 +631,34 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         return true;
     };
     const auto checkLimits = [&] {
-        LIMITX("EOS", T, D, p, z, tmin, tmax, Dmax, pmax, limitCode, inner);
+        const EosLimits found = limitsAt(T, D, p, z);
         ierr = 0;
         herr.clear();
-        if (limitCode == 0) return;
-        ierr = limitCode;
-        message(herr, "[", ab, "FLSH error", Integer{3, limitCode}, "]; ", innerText(inner), nullCharacter);
+        if (found.code == 0) return;
+        ierr = found.code;
+        message(herr, "[", ab, "FLSH error", Integer{3, found.code}, "]; ", innerText(found.text), nullCharacter);
         ERRMSG(ierr, herr);
     };
 
     // Supercritical, or a vapor beyond any doubt.
-    bool aboveDome = p >= Pc || p < 1e-12;
-    if (!aboveDome && letter == 'H') aboveDome = b > propertyByLetter('H', Tc, 0, z);
+    bool aboveDome = p >= critical.p || p < 1e-12;
+    if (!aboveDome && letter == 'H') aboveDome = b > propertyByLetter('H', critical.T, 0, z);
     if (!aboveDome && letter == 'S') {
         double Dvapor = 0;
         int code = 0;
+        Text255 text;
         // At the critical temperature itself only a forced side is the vapor's.
-        TPRHO(Tc, p, z, -2, 0, Dvapor, code, inner);
-        if (code <= 0) aboveDome = b > propertyByLetter('S', Tc, Dvapor, z);
+        TPRHO(critical.T, p, z, -2, 0, Dvapor, code, text);
+        if (code <= 0) aboveDome = b > propertyByLetter('S', critical.T, Dvapor, z);
     }
     if (aboveDome) {
-        const double critical = propertyByLetter(letter, Tc, Dc, z);
-        const double startD = p >= Pc ? 2 * Dc : 0;
-        const double startT = b < critical / 2 ? 0.8 * Tc : Tc + 10;
-        if (!singlePhase(2, startT, startD) && !singlePhase(2, 1.2 * Tc, startD) && !singlePhase(2, Tc, startD)) return;
-        q = regionQuality(T, p, D, Tc, Pc, Dc);
+        const double atCritical = propertyByLetter(letter, critical.T, critical.D, z);
+        const double startD = p >= critical.p ? 2 * critical.D : 0;
+        const double startT = b < atCritical / 2 ? 0.8 * critical.T : critical.T + 10;
+        if (!singlePhase(2, startT, startD) && !singlePhase(2, 1.2 * critical.T, startD) &&
+            !singlePhase(2, critical.T, startD))
+            return;
+        q = regionQuality(T, p, D, critical);
         checkLimits();
         return;
     }
@@ -842,7 +673,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         saturationAtP(p, z, 2, dew);
         if (dew.ierr == 2) {
             belowTriplePressure = true;
-            saturationAtT(tmin, z, 2, dew);
+            saturationAtT(limits.tmin, z, 2, dew);
         }
     }
     if (dew.ierr > 0) {
@@ -854,11 +685,8 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
             if (singlePhase(1, bubble.T, bubble.Dl)) q = subcooledLiquid;
             return;
         }
-        ierr = 242;
-        message(herr, "[", ab, "FLSH error 242] dew point calculation did not converge:  ", innerText(dew.herr),
-                nullCharacter);
-        ERRMSG(ierr, herr);
-        returnCritical(Tc, Dc, z, T, r);
+        reportError(ab, 242, noDewPoint, dew.herr, ierr, herr);
+        returnCritical(critical, z, r);
         return;
     }
     const double valueAtDew = propertyByLetter(letter, dew.T, dew.Dv, z);
@@ -886,21 +714,17 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
             saturationAtP(p, z, 1, bubble);
         }
         if (bubble.ierr > 0) {
-            if (icomp == 0 && solveOnIsobar(p, b, letter, z, tmin, dew.T, valueAtDew - b, T, r)) {
+            if (icomp == 0 && solveOnIsobar(p, b, letter, z, limits.tmin, dew.T, valueAtDew - b, T, r)) {
                 checkLimits();
                 return;
             }
-            if (p <= 0.9 * Pc) {
-                ierr = 241;
-                message(herr, "[", ab,
-                        "FLSH error 241] bubble point calculation did not converge:  ", innerText(bubble.herr),
-                        nullCharacter);
-                ERRMSG(ierr, herr);
-                returnCritical(Tc, Dc, z, T, r);
+            if (p <= 0.9 * critical.p) {
+                reportError(ab, 241, noBubblePoint, bubble.herr, ierr, herr);
+                returnCritical(critical, z, r);
                 return;
             }
-            replaceByCritical(bubble, Pc, Dc, r.x);
-            bubble.T = Tc;
+            replaceByCritical(bubble, critical, r.x);
+            bubble.T = critical.T;
         }
     }
     const double valueAtBubble = propertyByLetter(letter, bubble.T, bubble.Dl, z);
@@ -917,7 +741,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     // Two phases.
     if (icomp > 0) {
         T = (1 - q) * bubble.T + q * dew.T;
-        if (T < tmin) {
+        if (T < limits.tmin) {
             solidState();
             return;
         }

@@ -1,9 +1,10 @@
-// Pieces that the flash routines share: saturated states as one record, averages of two phases, the property that a
-// letter names, texts of inner messages.
+// Pieces that the flash routines share: their results and saturated states as one record each, how a flash begins and
+// how it reports, averages of two phases, the property that a letter names, texts of inner messages.
 #pragma once
 
 #include <string_view>
 
+#include "CriticalPoint.h"
 #include "EngineLimits.h"
 #include "RootBracket.h"
 #include "SilentMessages.h"
@@ -37,6 +38,60 @@ PhaseProperties propertiesOf(double T, double D, const Composition& z);
 
 double chosenProperty(char letter, const PhaseProperties& phase);
 
+// The outputs of a flash, by reference, so that its steps can be routines of their own.
+struct FlashResult {
+    double &T, &p, &D, &Dl, &Dv;
+    Composition &x, &y;
+    double &q, &e, &h, &s, &cv, &cp, &w;
+    int& ierr;
+    Text255& herr;
+};
+
+// No state yet: q undefined, both phases of the bulk composition, everything else zero; T and p stay.
+void clear(FlashResult& r, int icomp, const Composition& z);
+
+// Selects the composition and clears the result.
+//   Returned  (value) the component that stands alone, 0 for a mixture
+int openFlash(const Composition& z, FlashResult& r);
+
+// The densities and q of a state that was not found.
+void noState(FlashResult& r);
+
+// e, h, s, cv, cp, w of a phase.
+void fillProperties(const PhaseProperties& phase, FlashResult& r);
+
+// A single phase at (T, D), which is the bulk and both phases. Returned is its pressure.
+double fillSinglePhase(double T, double D, const Composition& z, FlashResult& r);
+
+// Molar averages of two phases in equilibrium; r holds Dl, Dv, x, y, q. Returned are the pressures of the phases.
+struct PhasePressures {
+    double liquid, vapor;
+};
+PhasePressures fillTwoPhase(double T, FlashResult& r);
+
+// The error "[abFLSH error nnn] what inner" with its code; ab are the letters of the flash.
+void reportError(std::string_view ab, int code, std::string_view what, const Text255& inner, int& ierr, Text255& herr);
+
+inline constexpr std::string_view noBubblePoint = "bubble point calculation did not converge:  ";
+inline constexpr std::string_view noDewPoint = "dew point calculation did not converge:  ";
+
+// Critical point of a composition.
+//   Given     code    of the error
+//   Returned  critical
+//             (value) false after the error; otherwise r.ierr is 0
+bool criticalPoint(std::string_view ab, int code, const Composition& z, CriticalPoint& critical, FlashResult& r);
+
+// Limits of the equation of state, and what LIMITX says of a state: 0, negative close to them, positive outside.
+struct EosLimits {
+    double tmin = 0, tmax = 0, Dmax = 0, pmax = 0;
+    int code = 0;
+    Text255 text;
+};
+EosLimits limitsAt(double T, double D, double p, const Composition& z);
+
+// The warning or error of limits, in a field of as many columns as given; nothing inside of them.
+void reportLimits(std::string_view ab, const EosLimits& limits, FlashResult& r, int columns = 3);
+
 // A point of the saturation lines with both phases; ierr and herr as SATT and SATP give them.
 struct SaturatedPair {
     double T = 0, p = 0, Dl = 0, Dv = 0;
@@ -61,6 +116,6 @@ double bulkDensity(double q, double Dl, double Dv);
 double volumeQuality(double D, double Dl, double Dv);
 
 // Code of q for a single phase by its place about the critical point.
-double regionQuality(double T, double p, double D, double Tc, double Pc, double Dc);
+double regionQuality(double T, double p, double D, const CriticalPoint& critical);
 
 }  // namespace frigana

@@ -190,7 +190,7 @@ struct Bridge {
 
 bool rootOnEnvelope(LineProperty property, double target, int line, const Composition& x, double tolerance,
                     int& foundLine, LineState& found) {
-    const QuietMessages quiet;
+    const SilentMessages quiet;
     double Tc, pc, Dc;
     int ierr;
     Text255 herr;

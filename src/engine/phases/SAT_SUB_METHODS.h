@@ -1,16 +1,13 @@
 // The methods behind SATT and SATP, for the sources of that name alone.
 #pragma once
 
+#include "CriticalPoint.h"
 #include "EngineLimits.h"
 #include "Message.h"
 #include "RootBracket.h"
 #include "SilentMessages.h"
 
 namespace frigana {
-
-struct CriticalPoint {
-    double T, p, D;  // [K, kPa, mol/L]
-};
 
 // Selectors of a phase in calls of TPRHO. A negative one forces the side of the density.
 inline constexpr int liquidPhase = 1;
