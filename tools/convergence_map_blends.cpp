@@ -5,11 +5,11 @@
 //   convergence_map_blends [--list] --binaries n [fluid/fluid ...]
 //
 // Bubble and dew points at n temperatures (400 if not told otherwise) from the lower limit to 0.5 K below the critical
-// temperature, the same at the pressures found, and flashes at (T, p), (p, h), (p, s), (T, q) and (p, q) between them
-// at every n-th of these temperatures. A state fails where a routine returns an error, or not the state that the inputs
-// were made from. Exit status 1 if a state fails up to 0.98 of the critical pressure. States at temperatures where the
-// model has two liquids, so that a solution with one liquid is not the stable state, are counted apart: those that are
-// another equilibrium (equal fugacities, material balance, inputs met) and those that failed.
+// temperature, the same at the pressures found, and flashes at (T, p), (p, h), (p, s), (T, q), (p, q), (h, s) and (e,
+// s) between them at every n-th of these temperatures. A state fails where a routine returns an error, or not the state
+// that the inputs were made from. Exit status 1 if a state fails up to 0.98 of the critical pressure. States at
+// temperatures where the model has two liquids, so that a solution with one liquid is not the stable state, are counted
+// apart: those that are another equilibrium (equal fugacities, material balance, inputs met) and those that failed.
 //   --list     prints all failing states, one a line; otherwise only those up to 0.98 of the critical pressure
 //   --points   number of temperatures
 //   --flash    every n-th of them has flashes (10 if not told otherwise)
@@ -95,6 +95,8 @@ struct Report {
     const Options& options;
     const Blend& blend;
     Count saturation, flash;
+    long byEntropy = 0;             // flashes at (h, s) and (e, s)
+    double byEntropySeconds = 0.0;  // in them
 
     // valid: the state is an equilibrium of the composition that meets the inputs, though not the one looked for
     void add(Count& count, bool good, bool valid, double T, double p, double seconds, const std::string& words) {
@@ -295,13 +297,14 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
             const double qAgreementTP = std::max(qAgreementT, 2e-6 / std::max(width, 2e-6));
             State bubbleAtP = saturationAtPressure(blend, p, 1), dewAtP = saturationAtPressure(blend, p, 2);
             const double qAgreementP = std::max(qAgreementT, shareTolerance(dewAtP.T / bubbleAtP.T - 1.0));
-            // the second input of a flash by its letter, in what it found
+            // an input of a flash by its letter, in what it found
             const auto meets = [&](char letter, const State& b, double qb) {
                 double liquid = 0.0, vapor = 0.0;
-                if (letter != 'H' && letter != 'S') return true;
-                (letter == 'H' ? ENTHAL : ENTRO)(b.T, b.rhol, b.x, liquid);
-                (letter == 'H' ? ENTHAL : ENTRO)(b.T, b.rhov, b.y, vapor);
-                const double wanted = letter == 'H' ? r.h : r.s;
+                if (letter != 'H' && letter != 'S' && letter != 'E') return true;
+                const auto property = letter == 'H' ? ENTHAL : letter == 'S' ? ENTRO : ENERGY;
+                property(b.T, b.rhol, b.x, liquid);
+                property(b.T, b.rhov, b.y, vapor);
+                const double wanted = letter == 'H' ? r.h : letter == 'S' ? r.s : r.e;
                 return std::fabs((1.0 - qb) * liquid + qb * vapor - wanted) < agreement * std::fabs(vapor - liquid);
             };
             const auto check = [&](const char* what, const State& b, double qb, double seconds) {
@@ -314,7 +317,8 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
                 // a flash at a pressure goes by both lines of it
                 const bool twoLiquids =
                     !good && what[0] == 'P' && (splits(blend, bubbleAtP.T) || splits(blend, dewAtP.T));
-                const bool valid = b.ierr <= 0 && equilibrium(blend, b, qb) && meets(what[1], b, qb);
+                const bool valid =
+                    b.ierr <= 0 && equilibrium(blend, b, qb) && meets(what[0], b, qb) && meets(what[1], b, qb);
                 report.add(report.flash, good, valid,
                            twoLiquids ? (splits(blend, bubbleAtP.T) ? bubbleAtP.T : dewAtP.T) : T, p, seconds,
                            words(what, T, p, b, off) + quality);
@@ -353,6 +357,21 @@ void flashes(const Blend& blend, Report& report, const std::vector<State>& bubbl
                        b.herr);
                 b.p = p;
                 check("PQ", b, q, clock.seconds());
+            }
+            for (const bool energy : {false, true}) {
+                State b;
+                const Clock clock;
+                if (energy) {
+                    ESFLSH(r.e, r.s, blend.z, b.T, b.p, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.h, o.cv, o.cp, o.w,
+                           b.ierr, b.herr);
+                } else {
+                    HSFLSH(r.h, r.s, blend.z, b.T, b.p, o.D, b.rhol, b.rhov, b.x, b.y, o.q, o.e, o.cv, o.cp, o.w,
+                           b.ierr, b.herr);
+                }
+                const double seconds = clock.seconds();
+                report.byEntropySeconds += seconds;
+                ++report.byEntropy;
+                check(energy ? "ES" : "HS", b, o.q, seconds);
             }
         }
     }
@@ -705,7 +724,7 @@ int main(int argc, char** argv) {
     if (options.blends.empty()) options.blends = allBlends();
     std::printf(
         "blend   Tmin K  Tc K    saturation states, failures (near pc)   flashes, failures (near pc)   slowest ms  "
-        "Newton calls, by substitution\n");
+        "Newton calls, by substitution   ms of a flash by entropy\n");
     Count saturationTotal, flashTotal;
     long calls = 0, substituted = 0;
     for (const std::string& name : options.blends) {
@@ -716,11 +735,12 @@ int main(int argc, char** argv) {
         std::vector<State> bubble, dew;
         saturation(blend, report, bubble, dew);
         flashes(blend, report, bubble, dew);
-        std::printf("%-6s %7.2f %7.2f %9ld %6ld (%ld) %18ld %6ld (%ld) %16.2f %12ld %8ld\n", name.c_str(), blend.Tmin,
-                    blend.Tc, report.saturation.states, report.saturation.failures, report.saturation.nearCritical,
-                    report.flash.states, report.flash.failures, report.flash.nearCritical,
-                    1e3 * std::max(report.saturation.slowest, report.flash.slowest), newtonControl.mixtureCalls,
-                    newtonControl.substitutionCalls);
+        std::printf("%-6s %7.2f %7.2f %9ld %6ld (%ld) %18ld %6ld (%ld) %16.2f %12ld %8ld %8.2f\n", name.c_str(),
+                    blend.Tmin, blend.Tc, report.saturation.states, report.saturation.failures,
+                    report.saturation.nearCritical, report.flash.states, report.flash.failures,
+                    report.flash.nearCritical, 1e3 * std::max(report.saturation.slowest, report.flash.slowest),
+                    newtonControl.mixtureCalls, newtonControl.substitutionCalls,
+                    1e3 * report.byEntropySeconds / static_cast<double>(std::max(1L, report.byEntropy)));
         std::fflush(stdout);
         for (const auto& [total, part] :
              {std::pair{&saturationTotal, &report.saturation}, {&flashTotal, &report.flash}}) {

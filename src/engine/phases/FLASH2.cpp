@@ -430,25 +430,73 @@ void DEFL2(double D, double e, const Composition& z, double& T, double& p, doubl
 
 namespace {
 
+// A state at given pressure from the tolerance of the inner flash to the rounding of the entropy, by the temperature of
+// one phase or the share of the vapor in two: next to the bubble line enthalpy and energy hardly change with pressure
+// along an isentrope, and what entropy is off shows as pressure many times as large.
+void closeEntropy(double s, const Composition& z, FlashResult& r) {
+    constexpr double longestStep = 1e-5;
+    if (!(r.q > 0 && r.q < 1)) {
+        const PhaseProperties phase = propertiesOf(r.T, r.D, z);
+        const double heat = r.T * (s - phase.s);
+        const double stepT = heat / phase.cp;
+        if (!(std::abs(stepT) < longestStep * r.T)) return;
+        double dDdT = 0;
+        DDDT(r.T, r.D, z, dDdT);
+        r.e = phase.e + heat + phase.p * dDdT * stepT / (r.D * r.D);
+        r.h = phase.h + heat;
+        r.T += stepT;
+        r.D += dDdT * stepT;
+        return;
+    }
+    const PhaseProperties liquid = propertiesOf(r.T, r.Dl, r.x);
+    const PhaseProperties vapor = propertiesOf(r.T, r.Dv, r.y);
+    const double q = (s - liquid.s) / (vapor.s - liquid.s);
+    if (!(q > 0 && q < 1 && std::abs(q - r.q) < longestStep)) return;
+    r.q = q;
+    r.D = bulkDensity(q, r.Dl, r.Dv);
+    r.e = (1 - q) * liquid.e + q * vapor.e;
+    r.h = (1 - q) * liquid.h + q * vapor.h;
+}
+
 // Two phases: pressure at which the entropy goes with the given enthalpy, dh/dp = 1/rho along an isentrope. In energy
-// mode the same steps serve, their length being nearly right; what they leave open the secant closes.
+// mode the same steps serve, their length being nearly right; what they leave open the secant closes, and false
+// position between bounds that are far apart or that the secant leaves, as energy runs with a corner through the bubble
+// line.
 bool twoPhaseByPressure(double given, double s, const Composition& z, double pStart, bool energy, FlashResult& r) {
     constexpr int mostSteps = 25;
     constexpr double tolerance = 1e-5;
+    constexpr double closestStep = 1e-12;  // of pressure: below it the next state is the same one
     double p = pStart;
     double pBefore = 0;
     double fBefore = 0;
     bool haveBefore = false;
     double F = 0;
+    double pLower = 0, fLower = 0, pUpper = 0, fUpper = 0;
+    int side = 0;
     const auto solveAt = [&](double at) {
         int code = 0;
         Text255 text;
         const SilentMessages quiet;
         PSFLSH(at, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
+        if (code <= 0) closeEntropy(s, z, r);
         r.s = s;
         r.p = at;
         F = (energy ? r.e : r.h) - given;
         return code <= 0;
+    };
+    // An end that stays twice has its residual halved (the Illinois method).
+    const auto bound = [&] {
+        if (F < 0) {
+            pLower = p;
+            fLower = F;
+            if (side == -1) fUpper /= 2;
+            side = -1;
+        } else {
+            pUpper = p;
+            fUpper = F;
+            if (side == 1) fLower /= 2;
+            side = 1;
+        }
     };
     for (int step = 1; step <= mostSteps; ++step) {
         if (!solveAt(p)) {
@@ -464,7 +512,14 @@ bool twoPhaseByPressure(double given, double s, const Composition& z, double pSt
             return true;
         }
         double next = p - F * r.D;
-        if (energy && haveBefore && std::abs(F - fBefore) > 1e-12) next = p - F * (p - pBefore) / (F - fBefore);
+        if (energy) {
+            bound();
+            const bool bounded = pLower > 0 && pUpper > 0;
+            if (haveBefore && std::abs(F - fBefore) > 1e-12) next = p - F * (p - pBefore) / (F - fBefore);
+            const bool trusted = pUpper - pLower < 0.01 * pUpper && next > pLower && next < pUpper;
+            if (bounded && !trusted) next = pUpper - fUpper * (pUpper - pLower) / (fUpper - fLower);
+        }
+        if (std::abs(F) < tolerance && std::abs(next - p) < closestStep * p) return true;
         pBefore = p;
         fBefore = F;
         haveBefore = true;
@@ -524,31 +579,56 @@ bool rootBesideCritical(char letter, double given, const Composition& z, double 
     return true;
 }
 
-// Newton's steps in temperature and density from a single-phase state within the tolerance to the rounding of both
-// properties; none where they would lead away.
+// From a single-phase state near the one looked for to the rounding of both properties; the best state met is kept.
+//   Along an isentrope dh = dp/rho and de = p dp/(rho a)^2, with the slope of pressure a^2 = (dp/drho)_s, so that
+//   energy runs with the square of pressure and has a minimum at zero. Steps in that square lead from a pressure much
+//   too high, or from the negative pressure with the same energy, to the right one, where Newton's steps take long or
+//   stay.
 void refineState(char letter, double given, double s, const Composition& z, double& T, double& D) {
-    for (int step = 1; step <= 3; ++step) {
+    constexpr int mostSteps = 30;
+    const bool energy = letter == 'E';
+    double Tbest = T;
+    double Dbest = D;
+    double offBest = 0;
+    int idle = 0;
+    for (int step = 1; step <= mostSteps; ++step) {
         const PhaseProperties phase = propertiesOf(T, D, z);
         double dpdd = 0;
         double dpdt = 0;
         DPDD(T, D, z, dpdd);
         DPDT(T, D, z, dpdt);
-        const bool energy = letter == 'E';
-        const double bT = energy ? phase.cv : phase.cv + dpdt / D;
-        const double bD = energy ? (phase.p - T * dpdt) / (D * D) : (dpdd - T * dpdt / D) / D;
-        const double sT = phase.cv / T;
-        const double sD = -dpdt / (D * D);
-        const double determinant = bT * sD - bD * sT;
-        if (!(std::abs(determinant) > 1e-300)) return;
-        const double bOff = given - chosenProperty(letter, phase);
+        const double slope = dpdd + T * dpdt * dpdt / (phase.cv * D * D);
+        if (!(phase.cv > 0 && slope > 0)) break;
         const double sOff = s - phase.s;
-        const double stepT = (bOff * sD - bD * sOff) / determinant;
-        const double stepD = (bT * sOff - bOff * sT) / determinant;
-        if (!(std::abs(stepT) < 1e-4 * T && std::abs(stepD) < 1e-3 * D)) return;
-        T += stepT;
+        const double valueOff = given - chosenProperty(letter, phase);
+        const double off = std::abs(valueOff) + T * std::abs(sOff);
+        if (step == 1 || off < offBest) {
+            if (step > 1 && off > 0.5 * offBest) ++idle;
+            Tbest = T;
+            Dbest = D;
+            offBest = off;
+        } else {
+            ++idle;
+        }
+        if (idle >= 6 || off == 0) break;
+
+        // At the density: the temperature that entropy asks for, and what it does to pressure and property.
+        const double stepT = T * sOff / phase.cv;
+        const double pHere = phase.p + dpdt * stepT;
+        double pressureStep = 0;
+        if (energy) {
+            const double square = pHere * pHere + 2 * (valueOff - T * sOff) * D * D * slope;
+            pressureStep = std::sqrt(std::max(0.0, square)) - pHere;
+        } else {
+            pressureStep = (valueOff - T * sOff - dpdt * stepT / D) * D;
+        }
+        const double stepD = pressureStep / slope;
+        if (!(std::abs(stepT) < 0.1 * T && std::abs(stepD) < 0.1 * D)) break;
+        T += stepT + T * dpdt / (phase.cv * D * D) * stepD;
         D += stepD;
-        if (std::abs(stepT) < 1e-11 * T && std::abs(stepD) < 1e-11 * D) return;
     }
+    T = Tbest;
+    D = Dbest;
 }
 
 // Any state: along an isentrope enthalpy and energy rise with pressure, dh = v dp and de = -p dv, through one phase and
@@ -566,9 +646,10 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
         int code = 0;
         Text255 text;
         PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
+        const bool found = r.D > 0 && code < 200;
+        if (found) closeEntropy(s, z, r);
         r.p = p;
         r.s = s;
-        const bool found = r.D > 0 && code < 200;
         F = (energy ? r.e : r.h) - given;
         return found;
     };
@@ -637,49 +718,63 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
 
 // Whether a single-phase result is the state asked for: inside the limits, with the given values, and neither a
 // superheated liquid nor a supercooled vapor.
+//   The energy of a cold liquid between its bubble line and zero pressure differs by less than its rounding, and a
+//   state found to that rounding may lie below the line: then the one on the line is taken, if it has the given values.
 bool isStable(double given, double s, const Composition& z, double tmin, double tmax, double pmax, bool energy,
-              const FlashResult& r) {
+              FlashResult& r) {
     if (!(r.D > 0) || r.T < tmin - 1e-6 || r.T > 1.5 * tmax) return false;
     const PhaseProperties phase = propertiesOf(r.T, r.D, z);
-    if (phase.p > 2 * pmax || phase.p < 0) return false;
-    if (std::abs((energy ? phase.e : phase.h) - given) > 1e-6 * std::max(1.0, std::abs(given))) return false;
-    if (std::abs(phase.s - s) > 1e-6 * std::max(1.0, std::abs(s))) return false;
+    const auto meets = [&](const PhaseProperties& at, double tolerance) {
+        return std::abs((energy ? at.e : at.h) - given) <= tolerance * std::max(1.0, std::abs(given)) &&
+               std::abs(at.s - s) <= tolerance * std::max(1.0, std::abs(s));
+    };
+    if (phase.p > 2 * pmax || !meets(phase, 1e-8)) return false;
     double Tc = 0;
     double Pc = 0;
     double Dc = 0;
     int code = 0;
     Text255 text;
     CRITP(z, Tc, Pc, Dc, code, text);
-    if (r.T >= Tc) return true;
+    if (r.T >= Tc) return phase.p >= 0;
     const SilentMessages quiet;
     SaturatedPair line;
     const bool liquid = r.D > Dc;
     saturationAtT(r.T, z, liquid ? 1 : 2, line);
-    if (line.ierr > 0) return true;
-    return liquid ? r.D >= line.Dl * (1 - 1e-8) : r.D <= line.Dv * (1 + 1e-8);
+    if (line.ierr > 0) return phase.p >= 0;
+    if (liquid ? r.D >= line.Dl : r.D <= line.Dv) return true;
+
+    double dpdt = 0;
+    DPDT(r.T, r.D, z, dpdt);
+    const double Dline = liquid ? line.Dl : line.Dv;
+    const double Tline = r.T * (1 + dpdt / (phase.cv * r.D * r.D) * (Dline - r.D));
+    if (meets(propertiesOf(Tline, Dline, z), 1e-9)) {
+        r.T = Tline;
+        r.D = Dline;
+        return true;
+    }
+    return phase.p >= 0 && (liquid ? r.D >= line.Dl * (1 - 1e-8) : r.D <= line.Dv * (1 + 1e-8));
+}
+
+// Whether a value of a blend lies between those of its lines at the hot end of the two-phase region, where its
+// saturated states are found slowly or not at all; the pressure of the bubble line there.
+bool betweenHotEnds(double given, const Composition& z, bool energy, double Tc, double& p) {
+    constexpr double hotEnd = 0.96;  // of Tc: up to there the saturation of blends is as fast as anywhere
+    const SilentMessages quiet;
+    const char letter = energy ? 'E' : 'H';
+    SaturatedPair line;
+    saturationAtT(hotEnd * Tc, z, 1, line);
+    if (line.ierr > 0 || given < propertyByLetter(letter, line.T, line.Dl, z)) return false;
+    p = line.p;
+    saturationAtT(hotEnd * Tc, z, 2, line);
+    return line.ierr <= 0 && given < propertyByLetter(letter, line.T, line.Dv, z);
 }
 
 void solveByEntropy(double given, double s, const Composition& z, bool energy, FlashResult& r) {
     const std::string_view ab = energy ? "ES" : "HS";
-    openFlash(z, r);
+    const int icomp = openFlash(z, r);
     r.T = r.p = r.D = 0;
 
-    // Saturated states of the given enthalpy.
-    int nroot = 0;
-    int k1 = 0;
-    int k2 = 0;
-    double t1 = 0;
-    double p1 = 0;
-    double d1 = 0;
-    double t2 = 0;
-    double p2 = 0;
-    double d2 = 0;
-    int code = 0;
     Text255 inner;
-    {
-        const SilentMessages quiet;
-        SATH(given, z, 0, nroot, k1, t1, p1, d1, k2, t2, p2, d2, code, inner);
-    }
     double tmin = 0;
     double tmax = 0;
     double Dmax = 0;
@@ -695,13 +790,31 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         return;
     }
 
+    // Saturated states of the given enthalpy.
+    int nroot = 0;
+    int k1 = 0;
+    int k2 = 0;
+    double t1 = 0;
+    double p1 = 0;
+    double d1 = 0;
+    double t2 = 0;
+    double p2 = 0;
+    double d2 = 0;
+    int code = 0;
+    double pHot = 0;
+    const bool hot =
+        icomp == 0 && betweenHotEnds(given, z, energy, Tc, pHot) && twoPhaseByPressure(given, s, z, pHot, energy, r);
+    if (!hot) {
+        const SilentMessages quiet;
+        SATH(given, z, 0, nroot, k1, t1, p1, d1, k2, t2, p2, d2, code, inner);
+    }
     double s1 = 0;
     double s2 = 0;
     if (nroot >= 1) ENTRO(t1, d1, z, s1);
     if (nroot >= 2) ENTRO(t2, d2, z, s2);
 
     // Beside the critical point the saturated enthalpy turns so steeply that its root there may not be found.
-    if (code > 0 && (nroot == 0 || (nroot == 1 && k1 == 2))) {
+    if (icomp > 0 && code > 0 && (nroot == 0 || (nroot == 1 && k1 == 2))) {
         double t = 0;
         double p = 0;
         double d = 0;
@@ -720,12 +833,33 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         }
     }
 
-    bool solved = true;
-    bool twoPhase = false;
-    if (nroot == 0) {
+    // The starts below are those of their region only if the roots are known. For a blend the search for them may fail,
+    // and the maximum of the saturated vapor's energy stands in a place that its own saturation has overwritten.
+    const bool rootsUnknown = icomp == 0 && (code >= 161 || (energy && code == 4));
+
+    const auto refine = [&] { refineState(energy ? 'E' : 'H', given, s, z, r.T, r.D); };
+    const auto accepted = [&] {
+        if (r.ierr > 0) return false;
+        refine();
+        return isStable(given, s, z, tmin, tmax, pmax, energy, r);
+    };
+    // One phase that the flash at pressure has found is stable, unless the last digits lead it over the line.
+    const auto settleSinglePhase = [&] {
+        const double T = r.T;
+        const double D = r.D;
+        if (accepted()) return;
+        r.T = T;
+        r.D = D;
+    };
+    bool solved = hot;
+    bool byPressure = hot;
+    if (hot || rootsUnknown) {
+        // solved already, or to be solved on the isentrope
+    } else if (nroot == 0) {
         r.T = 1.1 * Tc;
         r.D = Dc;
         HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
+        solved = accepted();
     } else if (s < s1) {
         r.T = 1.01 * t1;
         r.D = 1.01 * d1;
@@ -735,23 +869,23 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
             r.D = d1;
             HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
         }
+        solved = accepted();
     } else if (nroot >= 2 && s > s2) {
         r.T = t2;
         r.D = d2 / 1.1;
         HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
+        solved = accepted();
     } else {
-        twoPhase = true;
-        solved = twoPhaseByPressure(given, s, z, p1, energy, r);
+        solved = byPressure = twoPhaseByPressure(given, s, z, p1, energy, r);
     }
-    if (!twoPhase) solved = r.ierr <= 0 && isStable(given, s, z, tmin, tmax, pmax, energy, r);
-
-    // A cold liquid under pressure, whose temperature is below the starts, a vapor beside a retrograde dew line, and
-    // two phases next to the triple point are found on their isentrope.
+    // A cold liquid under pressure, whose temperature is below the starts, a vapor beside a retrograde dew line, two
+    // phases next to the triple point, and blends of unknown roots are found on their isentrope.
     if (!solved && solveOnIsentrope(given, s, z, pmax, energy, r)) {
-        solved = true;
-        twoPhase = r.q > 0 && r.q < 1;
+        solved = byPressure = true;
         r.ierr = 0;
     }
+    const bool twoPhase = solved && byPressure && r.q > 0 && r.q < 1;
+    if (solved && byPressure && !twoPhase) settleSinglePhase();
     if (!solved) {
         if (r.ierr <= 0) {
             r.ierr = 200;
@@ -766,7 +900,6 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         return;
     }
     if (!twoPhase) {
-        refineState(energy ? 'E' : 'H', given, s, z, r.T, r.D);
         r.p = fillSinglePhase(r.T, r.D, z, r);
         r.q = regionQuality(r.T, r.p, r.D, {Tc, Pc, Dc});
     }
