@@ -7,7 +7,6 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
-#include "SAT_SUB.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
