@@ -203,9 +203,8 @@ void DBFL1(double D, double b, const Composition& z, std::string_view ab, double
 //             ab      second letter H, S, E or Q
 //   Returned  T, p, Dl, Dv, x, y, q
 //   Codes     those of ABFL2, whose text names D in place of T
-//   Notes     The secant of a mixture stops within 0.0001 mol/L of D. A pure fluid, and a mixture further than 1e-8 of
-//   D
-//             from it, is then solved along its isochore to 1e-12 of b, also where the secant fails, as beside a
+//   Notes     The secant of a mixture stops within 0.0001 mol/L of D. A pure fluid, and a mixture further from D than
+//             1e-8 of it, is then solved along its isochore to 1e-12 of b, also where the secant fails, as beside a
 //             maximum of the saturated vapor's enthalpy.
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
