@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "CORE_ANC.h"
+#include "CORE_PR.h"
 #include "FLASH2.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
@@ -11,7 +12,11 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "PhaseCheck.h"
 #include "SAT_SUB.h"
+#include "SAT_SUB_HOTTEST.h"
+#include "SAT_SUB_NEWTON.h"
+#include "SaturationSpline.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -80,6 +85,104 @@ double lowestSaturationPressure(double T, const CriticalPoint& critical, int ico
 
 enum class Road { finished, failed };
 
+// Two phases from a start near them, or the error of the iteration.
+bool twoPhasesAtTP(double T, double p, const Composition& z, const CriticalPoint& critical, FlashResult& r) {
+    TPFL2(T, p, z, r.Dl, r.Dv, r.x, r.y, r.q, r.ierr, r.herr);
+    if (r.ierr > 0) {
+        r.q = supercriticalOrNone;
+        r.D = critical.D;
+        return false;
+    }
+    Text255 inner;
+    TPRHO(T, p, r.x, 1, 1, r.Dl, r.ierr, inner);
+    if (r.ierr == 0) TPRHO(T, p, r.y, 2, 1, r.Dv, r.ierr, inner);
+    if (r.ierr > 0) {
+        noState(r);
+        message(r.herr, "[TPFLSH error] (mix, 2-phase):  ", innerText(inner), nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return false;
+    }
+    fillTwoPhase(T, r);
+    return true;
+}
+
+// Two phases at p, followed up from the dew point at the same temperature.
+bool fromDewPoint(double T, double p, const Composition& z, const SaturatedPair& dew, FlashResult& r) {
+    constexpr int mostSteps = 60;
+    constexpr double firstStep = 0.2, smallestStep = 1e-3;  // of the way
+    double Dl = dew.Dl, Dv = dew.Dv, q = 1, done = 0, step = firstStep;
+    Composition x = dew.x, y = z;
+    saturationSpline.INSPLINE = true;  // Newton's method alone
+    for (int count = 0; count < mostSteps && done < 1 && step > smallestStep; ++count) {
+        const double next = std::min(done + step, 1.0);
+        double Tn = T, pn = dew.p + next * (p - dew.p), Dn = bulkDensity(q, Dl, Dv);
+        double Dln = Dl, Dvn = Dv, qn = q;
+        Composition xn = x, yn = y;
+        SATTP(Tn, pn, z, 0, 1, Dn, Dln, Dvn, xn, yn, qn, r.ierr, r.herr);
+        if (r.ierr != 0 || !(qn > 0 && qn < 1)) {
+            step /= 2;
+            continue;
+        }
+        done = next;
+        Dl = Dln;
+        Dv = Dvn;
+        q = qn;
+        x = xn;
+        y = yn;
+    }
+    saturationSpline.INSPLINE = false;
+    if (done < 1) return false;
+    r.Dl = Dl;
+    r.Dv = Dv;
+    r.x = x;
+    r.y = y;
+    r.q = q;
+    r.ierr = 0;
+    r.herr.clear();
+    fillTwoPhase(T, r);
+    return true;
+}
+
+constexpr int longStabilityTest = 60;      // exchanges
+constexpr double besideBubbleLine = 1.01;  // times its pressure
+
+// Next to the critical temperature of a mixture and above it, where a line may end or be hard to find: one phase or two
+// by the stability of the one.
+//   Given     bubble, dew  the lines; ierr > 0 of the one, or of both, that was not found
+//   Returned  (value) false if the test has not led to a state
+bool solveByStability(double T, double p, const Composition& z, const CriticalPoint& critical,
+                      const SaturatedPair& bubble, const SaturatedPair& dew, FlashResult& r) {
+    OtherPhase other[2];
+    if (dew.ierr <= 0) other[0] = {false, dew.Dl, dew.x};
+    if (bubble.ierr <= 0) other[1] = {true, bubble.Dv, bubble.y};
+    const SilentMessages quiet;
+    if (!unstableFeed(T, p, z, longStabilityTest, other)) {
+        if (!singlePhaseAtTP(T, p, z, p >= critical.p ? 1 : 2, 0, 213, "", r)) return false;
+        r.q = regionQuality(T, p, r.D, critical);
+        return true;
+    }
+    // a little of the phase that was found, beside what it leaves of the feed
+    const OtherPhase& found = other[0];
+    double root = 0;
+    Text255 inner;
+    TPRHO(T, p, z, 2, 0, root, r.ierr, inner);
+    for (const double share : {0.1, 0.3, 0.03}) {
+        if (!(found.rho > 0 && r.ierr <= 0)) break;
+        Composition rest = z;
+        for (int i = 1; i <= modelTags.NC; ++i)
+            rest[i] = std::max((z[i] - share * found.x[i]) / (1 - share), 0.1 * z[i]);
+        normalize(rest);
+        const bool isVapor = packing(found.rho, found.x) < packing(root, z);
+        r.Dl = isVapor ? root : found.rho;
+        r.Dv = isVapor ? found.rho : root;
+        r.x = isVapor ? rest : found.x;
+        r.y = isVapor ? found.x : rest;
+        r.q = isVapor ? share : 1 - share;
+        if (twoPhasesAtTP(T, p, z, critical, r) && r.q > 0 && r.q < 1) return true;
+    }
+    return dew.ierr <= 0 && p > dew.p && fromDewPoint(T, p, z, dew, r);
+}
+
 // Steps of TPFLSH after the limits; finished leaves the last checks to it.
 Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
     CriticalPoint critical;
@@ -122,7 +225,20 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         saturationAtT(T, z, 2, dew);
     }
     bool dewPointMissing = false;
+    // where a mixture has a line, or may have one, that SATT has not found
+    const bool lineMayHide = icomp == 0 && modelTags.HEOS == "HMX" && !pengRobinsonSelected() &&
+                             newtonControl.NOSATTP == 0 && T > critical.T - 5;
+    SaturatedPair bubble;
+    const bool dewFound = dew.ierr <= 0;
     if (dew.ierr > 0) {
+        if (lineMayHide && !beyondSaturation(T, z, critical.T, critical.p)) {
+            {
+                const SilentMessages quiet;
+                saturationAtT(T, z, 1, bubble);
+            }
+            if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+            clear(r, icomp, z);
+        }
         if (T > critical.T - 5) {
             replaceByCritical(dew, critical, r.x);
         } else if (icomp > 0) {
@@ -150,12 +266,16 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     }
 
     // Bubble point.
-    SaturatedPair bubble;
     {
         const SilentMessages quiet;
         saturationAtT(T, z, 1, bubble);
     }
+    const bool bubbleFound = bubble.ierr <= 0;
     if (bubble.ierr > 0) {
+        if (lineMayHide && dewFound) {
+            if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+            clear(r, icomp, z);
+        }
         if (T > critical.T - 5) {
             replaceByCritical(bubble, critical, r.x);
         } else {
@@ -166,6 +286,12 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     if (p >= bubble.p) {
         constexpr std::string_view what = "liquid density iteration did not converge:  ";
         if (!singlePhaseAtTP(T, p, z, 1, bubble.Dl, 213, what, r)) return Road::failed;
+        // The lines may have ended before the last of the two phases.
+        if (lineMayHide && dewFound && bubbleFound && p < besideBubbleLine * bubble.p && fallsApart(T, r.D, z)) {
+            if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+            clear(r, icomp, z);
+            if (!singlePhaseAtTP(T, p, z, 1, bubble.Dl, 213, what, r)) return Road::failed;
+        }
         // A root between the lines is no liquid; at the very line the root may fall a rounding below.
         if (r.D > dew.Dv && r.D < bubble.Dl * (1 - 1e-8)) {
             noState(r);
@@ -188,22 +314,20 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     r.Dl = bubble.Dl;
     r.Dv = dew.Dv;
     if (!ancillaryLines) {
-        Text255 inner;
         compositionsAtQuality(r.q, z, dew.x, bubble.y, r.x, r.y);
-        TPFL2(T, p, z, r.Dl, r.Dv, r.x, r.y, r.q, r.ierr, r.herr);
-        if (r.ierr > 0) {
-            r.q = supercriticalOrNone;
-            r.D = critical.D;
-            return Road::failed;
+        {
+            const SilentMessages quiet;
+            if (twoPhasesAtTP(T, p, z, critical, r)) return Road::finished;
         }
-        TPRHO(T, p, r.x, 1, 1, r.Dl, r.ierr, inner);
-        if (r.ierr == 0) TPRHO(T, p, r.y, 2, 1, r.Dv, r.ierr, inner);
-        if (r.ierr > 0) {
-            noState(r);
-            message(r.herr, "[TPFLSH error] (mix, 2-phase):  ", innerText(inner), nullCharacter);
-            ERRMSG(r.ierr, r.herr);
-            return Road::failed;
-        }
+        const int code = r.ierr;
+        const Text255 text = r.herr;
+        if (lineMayHide && solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+        r.q = supercriticalOrNone;
+        r.D = critical.D;
+        r.ierr = code;
+        r.herr = text;
+        ERRMSG(r.ierr, r.herr);
+        return Road::failed;
     }
     fillTwoPhase(T, r);
     return Road::finished;
@@ -684,6 +808,35 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         if (bubble.ierr <= 0 && b < propertyByLetter(letter, bubble.T, bubble.Dl, z)) {
             if (singlePhase(1, bubble.T, bubble.Dl)) q = subcooledLiquid;
             return;
+        }
+        // Of a mixture the critical pressure is an estimate: above the true one there are no lines.
+        if (icomp == 0 && bubble.ierr > 0 && modelTags.HEOS == "HMX") {
+            const double startT =
+                b < propertyByLetter(letter, critical.T, critical.D, z) ? 0.9 * critical.T : critical.T + 10;
+            bool solved = false;
+            {
+                const SilentMessages quiet;
+                OtherPhase other[2];
+                for (const double start : {startT, 1.2 * critical.T, 0.8 * critical.T}) {
+                    solved = singlePhase(2, start, start > critical.T ? 0 : 2 * critical.D);
+                    if (solved) break;
+                }
+                solved = solved && !unstableFeed(T, p, z, longStabilityTest, other);
+                if (solved) {
+                    q = regionQuality(T, p, D, critical);
+                } else {
+                    const double hot = 1.3 * critical.T;
+                    double Dhot = 0;
+                    Text255 inner;
+                    TPRHO(hot, p, z, 2, 0, Dhot, ierr, inner);
+                    const double above = ierr > 0 ? 0 : propertyByLetter(letter, hot, Dhot, z) - b;
+                    solved = above > 0 && solveOnIsobar(p, b, letter, z, limits.tmin, hot, above, T, r);
+                }
+            }
+            if (solved) {
+                checkLimits();
+                return;
+            }
         }
         reportError(ab, 242, noDewPoint, dew.herr, ierr, herr);
         returnCritical(critical, z, r);

@@ -22,6 +22,36 @@ bool phasesInOrder(double rhol, const Composition& xliq, double rhov, const Comp
 // further stretches where pressure rises with density, and states there may satisfy all conditions of equilibrium.
 bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, double pc);
 
+// True if a phase falls apart by small changes of its composition at T and p: the matrix of the second derivatives of
+// its Gibbs energy is not positive definite. Beside the critical point solutions of the equations for two phases exist,
+// of which one is such a phase. False where the model has no composition derivatives.
+bool fallsApart(double T, double rho, const Composition& x);
+
+// The same of one of two phases that are nearly one; of others it is not asked: where the critical region of the
+// equations has further folds, a line runs a little beyond its spinodal, and ends there.
+bool nearbyPhasesFallApart(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
+
+// True if pressure rises with temperature along the dew line at a dew point, and false on the retrograde side between
+// the highest temperature and the highest pressure.
+//   Source  differentials of equal fugacities, the composition of the liquid removed by the Gibbs-Duhem equation
+bool dewPressureRises(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
+
+// A phase that lies below the plane that touches the Gibbs energy of another.
+struct OtherPhase {
+    bool vapor = false;
+    double rho = 0.0;  // [mol/L]
+    Composition x{};
+};
+
+// True if a mixture is not stable as one phase at T and p: its matrix of second derivatives tells it, or some other
+// phase, reached by exchanges of its composition by the fugacities, has a lower Gibbs energy in the plane that touches
+// that of the mixture; or neither could be computed.
+//   Given     mostExchanges  of the composition of each trial phase
+//             other          phases of rho > 0: trials besides those from estimated vapor pressures
+//   Returned  other          the first one: the phase found, rho = 0 if there is none
+//   Source    M. L. Michelsen, Fluid Phase Equilib. 9 (1982) 1
+bool unstableFeed(double T, double p, const Composition& z, int mostExchanges, OtherPhase (&other)[2]);
+
 // True if the two are one phase, the solution that every phase has with itself.
 bool samePhaseTwice(double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 

@@ -2,14 +2,17 @@
 
 #include <cmath>
 
+#include "CORE_PR.h"
 #include "FluidConstants.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "PhaseCheck.h"
 #include "SAT_SUB_HOTTEST.h"
 #include "SAT_SUB_INVERSE.h"
+#include "SAT_SUB_INVERSE_LINES.h"
 #include "SAT_SUB_METHODS.h"
 #include "SAT_SUB_NEWTON.h"
+#include "SaturationSpline.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 #include "UTILITY_NUMERICS.h"
@@ -33,9 +36,10 @@ void temperatureAboveCritical(std::string_view heading, double T, double Tc, int
 
 namespace {
 
-constexpr int dewPoint = 2, freezingLine = 3, sublimationLine = 4;  // values of kph; 1 is the bubble point
+constexpr int bubblePoint = 1, dewPoint = 2, freezingLine = 3, sublimationLine = 4;  // values of kph
 
-constexpr double hotterThanUsual = 0.9;  // [Tc] Newton's method rarely fails below
+constexpr double hotterThanUsual = 0.9;   // [Tc] Newton's method rarely fails below
+constexpr double besideCritical = 0.998;  // [Tc] above it the envelope is walked along, from a start below it
 constexpr int aboveCritical = 121, notConverged = 128, notConvergedAtP = 148;  // codes of the substitution
 
 // True if the memo holds the answer to this call.
@@ -111,7 +115,43 @@ bool isDewOrBubble(double T, double p, double rhol, const Composition& xliq, dou
     // where Newton's method is to follow, or has failed from here, less is asked or more
     const double tolerance = newtonControl.NOSATTP != 0 ? equilibriumOfSubstitution : looseEquilibrium;
     return code <= 0 && phasesInEquilibrium(T, p, rhol, xliq, rhov, xvap, tolerance) &&
-           !vaporIsNone(T, p, rhov, xvap, pc);
+           !vaporIsNone(T, p, rhov, xvap, pc) && !nearbyPhasesFallApart(T, rhol, xliq, rhov, xvap);
+}
+
+// The point of a line beside the critical point, or beyond it on the side asked for, by a walk along the envelope: for
+// dew points from the side of low pressure, for bubble points (and the upper dew points) from that of the liquid.
+enum class Walk { found, otherLine, lost };
+Walk walkToLine(double T, const Composition& z, int kph, bool fromLiquid, double& p, double& rhol, double& rhov,
+                Composition& xliq, Composition& xvap) {
+    constexpr double closeTo = 1e-9;  // relative, of temperatures
+    int line = 0;
+    LineState state;
+    const int start = fromLiquid ? liquidLine : vaporLine;
+    if (!rootOnEnvelope(LineProperty::temperature, T, start, z, closeTo * T, line, state)) return Walk::lost;
+    if (line != kph) return Walk::otherLine;
+    // at the temperature itself
+    LineState exact = state;
+    double D = 0.0, q = 0.0, temperature = T;
+    int ierr = 0;
+    Text255 herr;
+    saturationSpline.INSPLINE = true;
+    SATTP(temperature, exact.p, z, kph, 1, D, exact.rhol, exact.rhov, exact.xliq, exact.xvap, q, ierr, herr);
+    saturationSpline.INSPLINE = false;
+    constexpr double samePlace = 1e-3;  // relative, of densities
+    if (ierr != 0 || std::fabs(D / state.rho - 1.0) > samePlace) {
+        // next to the critical point the walk itself ends at the temperature to its rounding
+        exact = state;
+        if (!phasesInEquilibrium(T, exact.p, exact.rhol, exact.xliq, exact.rhov, exact.xvap) ||
+            vaporIsNone(T, exact.p, exact.rhov, exact.xvap, exact.p) ||
+            nearbyPhasesFallApart(T, exact.rhol, exact.xliq, exact.rhov, exact.xvap))
+            return Walk::lost;
+    }
+    p = exact.p;
+    rhol = exact.rhol;
+    rhov = exact.rhov;
+    xliq = exact.xliq;
+    xvap = exact.xvap;
+    return Walk::found;
 }
 
 // The answer where a mixture is hotter than its two-phase region.
@@ -260,18 +300,40 @@ void SATT(double T, const Composition& x, int kph, double& p, double& rhol, doub
         solved = true;
     } else if (newtonControl.NOSATTP == 0) {
         double temperature = T, D, q;
-        bool newton = false;
+        bool newton = false, nothing = false;
+        const bool walkable = T > besideCritical * critical.T && modelTags.HEOS == "HMX" && !pengRobinsonSelected() &&
+                              !saturationSpline.INSPLINE && !saturationSpline.SPLINEREADY;
         if (T > hotterThanUsual * critical.T) {
-            // only the searches that follow a failure of Newton's method are long
-            if (hotEndUnknown(z))
+            // only the searches that follow a failure of Newton's method are long, and where the hot end is known even
+            // that method is not asked beyond it
+            const bool hotEndKnown = !hotEndUnknown(z);
+            nothing = hotEndKnown && beyondSaturation(T, z, critical.T, critical.p);
+            if (!nothing && (!hotEndKnown || walkable))
                 newton = newtonAlone(temperature, p, z, kph, D, rhol, rhov, xliq, xvap, q, ierr, herr);
-            if (!newton && beyondSaturation(T, z, critical.T, critical.p)) {
+            if (nothing || (!newton && !hotEndKnown && beyondSaturation(T, z, critical.T, critical.p))) {
                 nothingToFind(T, z, critical, p, rhol, rhov, xliq, xvap, ierr, herr);
                 if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
                 return;
             }
         }
-        if (!newton) {
+        Walk walk = Walk::lost;
+        if (walkable && (kph == bubblePoint || kph == dewPoint)) {
+            const bool onOtherSide =
+                newton && kph == dewPoint && T > critical.T && !dewPressureRises(T, rhol, xliq, rhov, xvap);
+            if (!newton || onOtherSide) {
+                walk = walkToLine(T, z, kph, kph == bubblePoint, p, rhol, rhov, xliq, xvap);
+                if (walk == Walk::found) newton = true;
+            }
+        }
+        if (!newton && walk == Walk::otherLine && T > critical.T) {
+            nothingToFind(T, z, critical, p, rhol, rhov, xliq, xvap, ierr, herr);
+            if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
+            return;
+        }
+        if (newton) {
+            ierr = 0;
+            herr.clear();
+        } else {
             temperature = T;
             SATTP(temperature, p, z, kph, 0, D, rhol, rhov, xliq, xvap, q, ierr, herr);
         }

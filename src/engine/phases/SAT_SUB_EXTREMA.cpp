@@ -66,6 +66,9 @@ double propertyAt(LineProperty property, double T, double rho, const Composition
         case LineProperty::density:
             value = rho;
             break;
+        case LineProperty::temperature:
+            value = T;
+            break;
         default:
             ENTRO(T, rho, x, value);
             break;

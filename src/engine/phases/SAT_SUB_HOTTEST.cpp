@@ -7,7 +7,7 @@
 #include "FluidConstants.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
-#include "PROP_SUB_FUGACITY.h"
+#include "PhaseCheck.h"
 #include "SAT_SUB_INVERSE.h"
 #include "SAT_SUB_METHODS.h"
 #include "SAT_SUB_NEWTON.h"
@@ -139,59 +139,6 @@ bool followDewLine(const Composition& z, double pc, DewLine& line) {
     return true;
 }
 
-// ---- stability of the feed ----------------------------------------------------------------------------------------
-
-// True if the feed is found unstable at T, p: some other phase, reached by exchanges of its composition by the
-// fugacities, has a lower Gibbs energy in the plane that touches that of the feed.
-//   Source  M. L. Michelsen, Fluid Phase Equilib. 9 (1982) 1
-bool unstable(double T, double p, const Composition& z) {
-    constexpr int mostExchanges = 15;
-    constexpr double certain = 1e-7, sameComposition = 1e-3;
-    const FluidConstants& fluid = fluidConstants;
-    int ierr = 0;
-    Text255 herr;
-    double rho = 0.0;
-    TPRHO(T, p, z, vaporPhase, 0, rho, ierr, herr);
-    if (ierr > 0) TPRHO(T, p, z, liquidPhase, 0, rho, ierr, herr);
-    if (ierr > 0) return true;
-    Composition feed{};
-    FGCTY2(T, rho, z, feed, ierr, herr);
-    if (ierr > 0) return true;
-    for (const int phase : {liquidPhase, vaporPhase}) {
-        Composition w{};
-        double sum = 0.0;
-        for (int i = 1; i <= modelTags.NC; ++i) {
-            const double K = fluid.PCRIT[i] / p * std::exp(5.373 * (fluid.ACCEN[i] + 1.0) * (1.0 - fluid.TCRIT[i] / T));
-            w[i] = phase == vaporPhase ? z[i] * K : z[i] / K;
-            sum += w[i];
-        }
-        double trial = 0.0;
-        for (int pass = 1; pass <= mostExchanges; ++pass) {
-            for (int i = 1; i <= modelTags.NC; ++i) w[i] /= sum;
-            TPRHO(T, p, w, phase, pass == 1 ? 0 : 1, trial, ierr, herr);
-            if (ierr > 0) TPRHO(T, p, w, phase == vaporPhase ? liquidPhase : vaporPhase, 0, trial, ierr, herr);
-            if (ierr > 0) return true;
-            Composition f{};
-            FGCTY2(T, trial, w, f, ierr, herr);
-            if (ierr > 0) return true;
-            // tangent plane distance over RT of the present composition, and the next one
-            double plane = 0.0, distance = 0.0;
-            sum = 0.0;
-            for (int i = 1; i <= modelTags.NC; ++i) {
-                if (!(z[i] > 0.0 && w[i] > 0.0 && f[i] > 0.0 && feed[i] > 0.0)) continue;
-                plane += w[i] * std::log(f[i] / feed[i]);
-                distance = std::max(distance, std::fabs(std::log(w[i] / z[i])));
-                w[i] *= feed[i] / f[i];
-                sum += w[i];
-            }
-            if (plane < -certain) return true;
-            if (!(sum > 0.0) || !std::isfinite(sum)) return true;
-            if (distance < sameComposition) break;
-        }
-    }
-    return false;
-}
-
 void findHottest(const Composition& z, double Tc, double pc) {
     hottest.known = HottestSaturation::Known::unfindable;
     hottest.x = z;
@@ -202,8 +149,11 @@ void findHottest(const Composition& z, double Tc, double pc) {
     const double end = line.highest.T * (1.0 + margin) + line.rest;
     if (end < 0.9 * Tc || end > 1.5 * Tc) return;
     const double top = std::exp(line.highest.lnp);
-    for (const double share : {1.0, 0.8, 1.2, 0.5, 1.6})
-        if (unstable(end, share * top, z)) return;
+    constexpr int mostExchanges = 15;
+    for (const double share : {1.0, 0.8, 1.2, 0.5, 1.6}) {
+        OtherPhase none[2];
+        if (unstableFeed(end, share * top, z, mostExchanges, none)) return;
+    }
     hottest.known = HottestSaturation::Known::temperature;
     hottest.T = end;
 }

@@ -9,7 +9,7 @@ namespace frigana {
 inline constexpr int liquidLine = 1, vaporLine = 2, meltingLine = 3, sublimationBranch = 4;
 inline constexpr int retrogradeVaporLine = -2;  // dew line between the points of highest temperature and critical
 
-enum class LineProperty { enthalpy, energy, entropy, density };
+enum class LineProperty { enthalpy, energy, entropy, density, temperature };
 
 // Clears what is remembered if it belongs to another fluid.
 void belongTo(const Composition& x, int icomp);

@@ -177,7 +177,9 @@ void classicalPath(Solution& s, const OrderList& order, double Pc, double Dc, do
             s.herr.clear();
         }
     }
-    if (!good || s.T < coldest || (checked && vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc))) {
+    if (!good || s.T < coldest ||
+        (checked &&
+         (vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc) || nearbyPhasesFallApart(s.T, s.rhol, s.xliq, s.rhov, s.xvap)))) {
         s.ierr = 1;
         message(s.herr, "SATTP:  Iteration failed");
     }
@@ -483,7 +485,8 @@ bool acceptable(const Solution& s, double Pc, double Dc, double coldest) {
     return s.ierr == 0 && s.rhov > 0.0 && s.rhol > 0.0 && s.p > 0.0 && s.p <= 10.0 * Pc && !s.equalPhases(Dc) &&
            std::isfinite(s.T) && std::isfinite(s.p) && !(s.kph != 0 && s.rhov > densestVapor * Dc) &&
            !samePhaseTwice(s.rhol, s.xliq, s.rhov, s.xvap) && phasesInOrder(s.rhol, s.xliq, s.rhov, s.xvap) &&
-           !vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc) && !(s.T < coldest);
+           !vaporIsNone(s.T, s.p, s.rhov, s.xvap, Pc) && !(s.T < coldest) &&
+           !nearbyPhasesFallApart(s.T, s.rhol, s.xliq, s.rhov, s.xvap);
 }
 
 bool walkAlongLine(Solution& s, const OrderList& order, double Tc, double Pc, double Dc, double coldest, double share) {
@@ -601,7 +604,8 @@ bool inLogarithms(Solution& s, double Pc, double coldest) {
         SATGV(T, p, s.z, s.bubble() ? 0.0 : 1.0, s.givenT() ? T : p, pressureUnknown, s.givenT() ? 1 : 0, 0, Dl, Dv,
               xliq, xvap, code, text);
     modelTags.IPRINTERR = printing;
-    if (code > 0 || T < coldest || vaporIsNone(T, p, Dv, xvap, Pc) || !phasesInEquilibrium(T, p, Dl, xliq, Dv, xvap))
+    if (code > 0 || T < coldest || vaporIsNone(T, p, Dv, xvap, Pc) || !phasesInEquilibrium(T, p, Dl, xliq, Dv, xvap) ||
+        nearbyPhasesFallApart(T, Dl, xliq, Dv, xvap))
         return false;
     s.T = T;
     s.p = p;

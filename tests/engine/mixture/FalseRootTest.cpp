@@ -41,19 +41,34 @@ testing::AssertionResult inEquilibrium(const TwoPhases& s) {
     return testing::AssertionSuccess();
 }
 
-// Depth of the Gibbs energy below the plane that touches it at the phase z of density rho, over the compositions of a
-// binary mixture and the density roots found by walking the isotherm: 0 at a stable phase.
+// Compositions all over the range of two or three components.
+std::vector<Composition> allCompositions() {
+    std::vector<Composition> all;
+    const int parts = modelTags.NC == 2 ? 60 : 14;
+    for (int k = 1; k < parts; ++k) {
+        Composition w{};
+        w[1] = static_cast<double>(k) / parts;
+        w[2] = 1.0 - w[1];
+        if (modelTags.NC == 2) all.push_back(w);
+        for (int j = 1; modelTags.NC == 3 && j < parts - k; ++j) {
+            w[2] = static_cast<double>(j) / parts;
+            w[3] = 1.0 - w[1] - w[2];
+            all.push_back(w);
+        }
+    }
+    return all;
+}
+
+// Depth of the Gibbs energy below the plane that touches it at the phase z of density rho, over the compositions of two
+// or three components and the density roots found by walking the isotherm: 0 at a stable phase.
 double depthBelowTangent(double T, double p, const Composition& z, double rho) {
     Composition f{};
     int ierr = 0;
     Text255 herr;
     FGCTY2(T, rho, z, f, ierr, herr);
     double deepest = 0.0;
-    constexpr int compositions = 60, densities = 400;
-    for (int k = 1; k < compositions; ++k) {
-        Composition w{};
-        w[1] = static_cast<double>(k) / compositions;
-        w[2] = 1.0 - w[1];
+    constexpr int densities = 400;
+    for (const Composition& w : allCompositions()) {
         double Tc, pc, Dc;
         CRITP(w, Tc, pc, Dc, ierr, herr);
         double before = 0.0, pBefore = 0.0;
@@ -73,7 +88,7 @@ double depthBelowTangent(double T, double p, const Composition& z, double rho) {
                 Composition fw{};
                 FGCTY2(T, 0.5 * (low + high), w, fw, ierr, herr);
                 double distance = 0.0;
-                for (int i = 1; i <= 2; ++i) distance += w[i] * std::log(fw[i] / f[i]);
+                for (int i = 1; i <= modelTags.NC; ++i) distance += w[i] * std::log(fw[i] / f[i]);
                 deepest = std::min(deepest, distance);
             }
             before = at;
@@ -421,6 +436,134 @@ TEST(FalseRoot, MemoKnowsItsComposition) {
         EXPECT_LT(relative(fresh.p, second.p), 1e-12);
         const TwoPhases freshAtP = atPressure(1000.0, dew, other);
         EXPECT_LT(relative(freshAtP.T, secondAtP.T), 1e-12);
+    }
+}
+
+// ---- beside and above the critical point -----------------------------------------------------------------------
+
+double molarGibbs(double T, double p, double rho, const Composition& x) {
+    return enthalpy(T, rho, x) - T * entropy(T, rho, x) + (p - pressure(T, rho, x)) / rho;
+}
+
+// What a flash at T and p has found is one stable phase, or two in equilibrium that make up the mixture and have less
+// Gibbs energy than the mixture as one phase.
+testing::AssertionResult trueState(const test::FlashState& f, double T, double p, const Composition& z) {
+    if (f.ierr > 0) return testing::AssertionFailure() << "code " << f.ierr << ' ' << words(f.herr);
+    if (!f.twoPhase()) {
+        if (!(relative(pressure(T, f.D, z), p) < 1e-8))
+            return testing::AssertionFailure() << "pressure " << pressure(T, f.D, z);
+        const double depth = depthBelowTangent(T, p, z, f.D);
+        if (!(depth > -flat)) return testing::AssertionFailure() << "one phase, unstable by " << depth;
+        return testing::AssertionSuccess();
+    }
+    TwoPhases s;
+    s.T = T;
+    s.p = p;
+    s.rhol = f.Dl;
+    s.rhov = f.Dv;
+    s.x = f.x;
+    s.y = f.y;
+    const testing::AssertionResult equilibrium = inEquilibrium(s);
+    if (!equilibrium) return equilibrium;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (!(std::fabs((1.0 - f.q) * f.x[i] + f.q * f.y[i] - z[i]) < 1e-10))
+            return testing::AssertionFailure() << "balance of component " << i;
+    double rho = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TPRHO(T, p, z, 2, 0, rho, ierr, herr);
+    if (ierr > 0) return testing::AssertionSuccess();
+    const double two = (1.0 - f.q) * molarGibbs(T, p, f.Dl, f.x) + f.q * molarGibbs(T, p, f.Dv, f.y);
+    if (!(two < molarGibbs(T, p, rho, z))) return testing::AssertionFailure() << "one phase has less Gibbs energy";
+    return testing::AssertionSuccess();
+}
+
+// At pressures from the dew line to beyond the critical one: two phases up to the upper line, one phase above, where
+// neither SATT nor the critical pressure tells which.
+TEST(FalseRoot, StatesBetweenCriticalAndHighestTemperatureAreOnePhaseOrTwo) {
+    struct Row {
+        const char *first, *second;  // 50 % each, or a blend
+        double above;                // [K] CRITP's temperature
+    };
+    for (const Row& row : {Row{"R407C", nullptr, 0.1}, Row{"CO2", "PROPANE", 0.3}, Row{"CO2", "PROPANE", 1.0},
+                           Row{"R23", "BUTANE", 1.0}, Row{"R23", "BUTANE", 2.415}, Row{"R23", "BUTANE", 4.0}}) {
+        Composition z{};
+        if (row.second == nullptr)
+            ASSERT_TRUE(setUpBlend(row.first, z));
+        else
+            ASSERT_TRUE(setUpMixture({{row.first, 0.5}, {row.second, 0.5}}, z));
+        double Tc, pc, Dc;
+        int ierr = 0;
+        Text255 herr;
+        CRITP(z, Tc, pc, Dc, ierr, herr);
+        const double T = Tc + row.above;
+        int two = 0, one = 0;
+        for (const double share : {0.9, 0.95, 0.98, 0.99, 0.998, 1.0, 1.01}) {
+            SCOPED_TRACE(testing::Message() << row.first << ' ' << T << " K, " << share << " pc");
+            const test::FlashState f = test::flash("TP", T, share * pc, z);
+            EXPECT_TRUE(trueState(f, T, share * pc, z));
+            ++(f.twoPhase() ? two : one);
+        }
+        EXPECT_GE(two, row.second == nullptr ? 1 : 3) << row.first;
+        EXPECT_GE(one, 1) << row.first;
+    }
+}
+
+// Above the critical temperature a mixture has two dew points. The one that is reached from low pressure is the answer;
+// its pressure rises with temperature, and below it the vapor is stable.
+TEST(FalseRoot, DewPointAboveTheCriticalTemperatureIsTheLowerOne) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"CO2", 0.5}, {"PROPANE", 0.5}}, z));
+    double Tc, pc, Dc;
+    int ierr = 0;
+    Text255 herr;
+    CRITP(z, Tc, pc, Dc, ierr, herr);
+    double last = 0.0;
+    for (const double above : {-0.5, 0.2, 0.5, 1.0, 1.5, 2.0}) {
+        SCOPED_TRACE(above);
+        const TwoPhases s = atTemperature(Tc + above, dew, z);
+        ASSERT_TRUE(inEquilibrium(s));
+        EXPECT_GT(s.p, last);
+        EXPECT_LT(s.p, 0.95 * pc);
+        EXPECT_GT(depthBelowTangent(s.T, s.p, z, s.rhov), -flat);
+        const double below = 0.97 * s.p;
+        double rho = 0.0;
+        TPRHO(s.T, below, z, 2, 0, rho, ierr, herr);
+        ASSERT_LE(ierr, 0);
+        EXPECT_GT(depthBelowTangent(s.T, below, z, rho), -flat);
+        EXPECT_TRUE(trueState(test::flash("TP", s.T, 1.02 * s.p, z), s.T, 1.02 * s.p, z));
+        EXPECT_TRUE(test::flash("TP", s.T, 1.02 * s.p, z).twoPhase());
+        last = s.p;
+    }
+}
+
+// The estimate of the critical pressure may lie above the highest pressure of two phases: between the two there are no
+// lines, and one phase at any temperature.
+TEST(FalseRoot, FlashesBetweenTheTrueAndTheEstimatedCriticalPressure) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"R134A", 0.4}, {"R22", 0.2}, {"ISOBUTAN", 0.4}}, z));
+    double Tc, pc, Dc;
+    int ierr = 0;
+    Text255 herr;
+    CRITP(z, Tc, pc, Dc, ierr, herr);
+    modelTags.IPRINTERR = 0;
+    for (const double share : {0.9, 0.93, 0.95, 0.98, 0.995}) {
+        for (const double fromCritical : {-35.0, -15.0, -6.0, -4.5, -3.0, 1.0, 10.0, 25.0}) {
+            const double T = Tc + fromCritical, p = share * pc;
+            SCOPED_TRACE(testing::Message() << T << " K, " << share << " pc");
+            const test::FlashState f = test::flash("TP", T, p, z);
+            ASSERT_TRUE(trueState(f, T, p, z));
+            for (const char letter : {'H', 'S', 'E'}) {
+                SCOPED_TRACE(letter);
+                const char letters[] = {'P', letter, '\0'};
+                test::FlashState from = f;
+                test::FlashState g = test::flash(letters, p, from[letter], z);
+                ASSERT_LE(g.ierr, 0) << words(g.herr);
+                EXPECT_LT(relative(g.T, T), 1e-6);
+                EXPECT_LT(relative(g.D, f.D), 1e-4);
+                EXPECT_LT(std::fabs(g[letter] - from[letter]), 1e-6 * std::max(1.0, std::fabs(from[letter])));
+            }
+        }
     }
 }
 
