@@ -29,8 +29,8 @@ bool newtonAlone(double& T, double& p, const Composition& x, int kph, double& D,
 //             x       mole fractions
 //             Tc, pc  of CRITP: the estimate of the critical point
 //   Notes     The answer is false where the line could not be followed, where the feed is unstable above its end, so
-//             that there is more than this line, and while SATTP solves by substitution. A bubble point between the
-//             critical temperature and the highest one is the upper dew point there, which SATT finds as either.
+//             that there is more than this line, and while SATTP solves by substitution. Between the critical
+//             temperature and the highest one SATT finds the lower of the two dew points.
 bool beyondSaturation(double T, const Composition& x, double Tc, double pc);
 
 // Forgets the composition.
