@@ -1,37 +1,21 @@
 // The program as a user runs it.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "Program.h"
 #include "TemporaryFolder.h"
 
 namespace frigana {
 namespace {
 
+using test::Outcome;
 using test::readFile;
+using test::run;
 using test::TemporaryFolder;
 using test::writeFile;
-
-struct Outcome {
-    int status;
-    std::string said;  // standard output and standard error
-};
-
-Outcome run(const std::string& arguments) {
-    std::FILE* pipe = popen((std::string("'") + FRIGANA_PROGRAM + "' " + arguments + " 2>&1").c_str(), "r");
-    Outcome outcome{-1, ""};
-    std::array<char, 4096> piece;
-    std::size_t count;
-    while ((count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0) outcome.said.append(piece.data(), count);
-    const int status = pclose(pipe);
-    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
-    return outcome;
-}
 
 bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;

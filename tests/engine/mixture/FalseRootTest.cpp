@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string_view>
 
 #include "Equilibrium.h"
 #include "FLASH2.h"
+#include "FlashState.h"
 #include "PROP_SUB_FUGACITY.h"
 
 namespace frigana::equilibria {
@@ -284,6 +286,30 @@ TEST(FalseRoot, QualityNextToAnAzeotrope) {
     }
 }
 
+// A two-phase state, found by temperature and pressure, comes back from one of its values and each of some others.
+void leadsBackToTwoPhases(char first, std::string_view others, double T, double p, const Composition& z) {
+    test::FlashState f = test::flash("TP", T, p, z);
+    ASSERT_LE(f.ierr, 0) << words(f.herr);
+    ASSERT_TRUE(f.twoPhase());
+    TwoPhases phases;
+    phases.T = T;
+    phases.p = p;
+    phases.rhol = f.Dl;
+    phases.rhov = f.Dv;
+    phases.x = f.x;
+    phases.y = f.y;
+    EXPECT_LT(disequilibrium(phases), 1e-7);
+    for (const char letter : others) {
+        SCOPED_TRACE(letter);
+        const char letters[] = {first, letter, '\0'};
+        const test::FlashState back = test::flash(letters, f[first], f[letter], z);
+        ASSERT_LE(back.ierr, 0) << words(back.herr);
+        EXPECT_LT(relative(back.T, T), 1e-6);
+        EXPECT_LT(relative(back.p, p), 1e-5);
+        EXPECT_NEAR(back.q, f.q, 1e-5);
+    }
+}
+
 // Flashes whose inner steps came upon a second liquid, and gave up.
 TEST(FalseRoot, FlashesOfBlendsWithHydrocarbonsCloseToASecondLiquid) {
     struct Row {
@@ -295,31 +321,7 @@ TEST(FalseRoot, FlashesOfBlendsWithHydrocarbonsCloseToASecondLiquid) {
         Composition z{};
         ASSERT_TRUE(setUpBlend(row.blend, z));
         SCOPED_TRACE(row.blend);
-        TwoPhases s;
-        double e, h, entropy, cv, cp, w;
-        s.T = row.T;
-        s.p = row.p;
-        TPFLSH(s.T, s.p, z, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
-        ASSERT_EQ(s.ierr, 0) << words(s.herr);
-        ASSERT_GT(s.q, 0.0);
-        ASSERT_LT(s.q, 1.0);
-        EXPECT_LT(disequilibrium(s), 1e-7);
-        for (const char letter : {'H', 'S', 'Q'}) {
-            SCOPED_TRACE(letter);
-            TwoPhases b;
-            double other = 0.0;
-            b.p = row.p;
-            b.q = s.q;
-            if (letter == 'H')
-                PHFLSH(b.p, h, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, e, other, cv, cp, w, b.ierr, b.herr);
-            if (letter == 'S')
-                PSFLSH(b.p, entropy, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, e, other, cv, cp, w, b.ierr, b.herr);
-            if (letter == 'Q')
-                PQFLSH(b.p, b.q, z, 1, b.T, b.D, b.rhol, b.rhov, b.x, b.y, e, other, other, cv, cp, w, b.ierr, b.herr);
-            ASSERT_LE(b.ierr, 0) << words(b.herr);
-            EXPECT_LT(relative(b.T, row.T), 1e-6);
-            EXPECT_NEAR(b.q, s.q, 1e-5);
-        }
+        leadsBackToTwoPhases('P', "HSQ", row.T, row.p, z);
     }
 }
 
@@ -336,29 +338,7 @@ TEST(FalseRoot, FlashesOfDissolvedNitrogenAtPressuresWithoutABubblePoint) {
         Composition z{};
         ASSERT_TRUE(setUpMixture(row.shares, z));
         SCOPED_TRACE(row.T);
-        TwoPhases s;
-        double e, h, entropy, cv, cp, w;
-        s.T = row.T;
-        s.p = row.p;
-        TPFLSH(s.T, s.p, z, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
-        ASSERT_LE(s.ierr, 0) << words(s.herr);
-        ASSERT_GT(s.q, 0.0);
-        ASSERT_LT(s.q, 1.0);
-        EXPECT_LT(disequilibrium(s), 1e-7);
-        for (const char letter : {'H', 'S', 'E'}) {
-            SCOPED_TRACE(letter);
-            TwoPhases b;
-            double u = 0.0, v = 0.0;
-            if (letter == 'H')
-                PHFLSH(row.p, h, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
-            if (letter == 'S')
-                PSFLSH(row.p, entropy, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
-            if (letter == 'E')
-                PEFLSH(row.p, e, z, b.T, b.D, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
-            ASSERT_LE(b.ierr, 0) << words(b.herr);
-            EXPECT_LT(relative(b.T, row.T), 1e-6);
-            EXPECT_NEAR(b.q, s.q, 1e-5);
-        }
+        leadsBackToTwoPhases('P', "HSE", row.T, row.p, z);
     }
 }
 
@@ -387,28 +367,7 @@ TEST(FalseRoot, DensityAndPropertyFindTheirTwoPhaseState) {
                            Row{{{"PROPANE", 0.5}, {"ISOBUTAN", 0.5}}, 342.676, 1730.87}}) {
         Composition z{};
         ASSERT_TRUE(setUpMixture(row.shares, z));
-        TwoPhases s;
-        double e, h, entropy, cv, cp, w;
-        s.T = row.T;
-        s.p = row.p;
-        TPFLSH(s.T, s.p, z, s.D, s.rhol, s.rhov, s.x, s.y, s.q, e, h, entropy, cv, cp, w, s.ierr, s.herr);
-        ASSERT_EQ(s.ierr, 0) << words(s.herr);
-        ASSERT_GT(s.q, 0.0);
-        ASSERT_LT(s.q, 1.0);
-        for (const char letter : {'H', 'S', 'E'}) {
-            SCOPED_TRACE(letter);
-            TwoPhases b;
-            double u = 0.0, v = 0.0;
-            if (letter == 'H')
-                DHFLSH(s.D, h, z, b.T, b.p, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
-            if (letter == 'S')
-                DSFLSH(s.D, entropy, z, b.T, b.p, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
-            if (letter == 'E')
-                DEFLSH(s.D, e, z, b.T, b.p, b.rhol, b.rhov, b.x, b.y, b.q, u, v, cv, cp, w, b.ierr, b.herr);
-            ASSERT_LE(b.ierr, 0) << words(b.herr);
-            EXPECT_LT(relative(b.T, row.T), 1e-6);
-            EXPECT_NEAR(b.q, s.q, 1e-5);
-        }
+        leadsBackToTwoPhases('D', "HSE", row.T, row.p, z);
     }
 }
 
