@@ -6,6 +6,7 @@
 #include <fstream>
 #include <string>
 
+#include "TreeFolders.h"
 #include "frigana.h"
 
 namespace {
@@ -15,7 +16,7 @@ class Plant {
   public:
     Plant(const char* example, const char* fluid, const char* extension) : extension_(extension) {
         std::filesystem::create_directories(folder_);
-        std::ifstream source(std::string(FRIGANA_DATA) + "/../examples/" + example + ".fi1");
+        std::ifstream source(std::string(frigana::test::dataFolder) + "/../examples/" + example + ".fi1");
         std::ofstream request(request_);
         int number = 0;
         for (std::string line; std::getline(source, line);) request << (++number == 3 ? fluid : line) << '\n';
@@ -36,7 +37,7 @@ class Plant {
     std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "frigana-bench-cycles";
     std::string request_ = (folder_ / "plant.fi1").string();
     const char* extension_;
-    std::string installation_ = std::string(FRIGANA_DATA) + "/frigana";
+    std::string installation_ = std::string(frigana::test::dataFolder) + "/frigana";
 };
 
 void solve(benchmark::State& state, const char* example, const char* fluid, const char* extension = ".fo1") {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "FluidConstants.h"
+#include "TreeFolders.h"
 #include "LIMITS.h"
 #include "OPENFL.h"
 #include "PREOS.h"
@@ -24,7 +25,7 @@ void check(int ierr, const Text255& herr) {
     std::exit(1);
 }
 
-void setUp(std::initializer_list<const char*> fluids, const char* eos = "", const char* folder = FRIGANA_DATA) {
+void setUp(std::initializer_list<const char*> fluids, const char* eos = "", const char* folder = frigana::test::dataFolder) {
     int ierr = 0;
     Text255 herr;
     SETPATH(folder);

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <string>
 
+#include "TreeFolders.h"
 #include "frigana.h"
 
 namespace {
@@ -13,7 +14,7 @@ namespace {
 struct Plant {
     std::filesystem::path folder = std::filesystem::temp_directory_path() / "frigana-bench";
     std::string request = (folder / "plant.fi1").string();
-    std::string installation = std::string(FRIGANA_DATA) + "/frigana";
+    std::string installation = std::string(frigana::test::dataFolder) + "/frigana";
 
     explicit Plant(const char* firstParameter) {
         std::filesystem::create_directories(folder);

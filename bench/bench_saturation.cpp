@@ -2,6 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include "FluidConstants.h"
+#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_INVERSE.h"
@@ -12,7 +13,7 @@ namespace {
 using namespace frigana;
 
 bool setUp() {
-    SETPATH(FRIGANA_DATA);
+    SETPATH(frigana::test::dataFolder);
     FileNames files{};
     files[1] = "R134A.FLD";
     Text3 reference = "DEF";

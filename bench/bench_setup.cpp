@@ -2,6 +2,7 @@
 // with the arguments of the last one.
 #include <benchmark/benchmark.h>
 
+#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
 
@@ -17,7 +18,7 @@ struct Fluid {
     Text255 herr;
 
     explicit Fluid(const char* name) {
-        SETPATH(FRIGANA_DATA);
+        SETPATH(frigana::test::dataFolder);
         files[1] = name;
     }
     bool setUp() {

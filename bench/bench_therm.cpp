@@ -6,6 +6,7 @@
 #include <string>
 
 #include "FluidConstants.h"
+#include "TreeFolders.h"
 #include "PROP_SUB.h"
 #include "SETUP.h"
 #include "TPRHO.h"
@@ -15,7 +16,7 @@ namespace {
 
 void setUp(const char* fluid) {
     FileNames files{};
-    files[1] = Text255(std::string(FRIGANA_DATA) + "/fluids/" + fluid + ".FLD");
+    files[1] = Text255(std::string(frigana::test::dataFolder) + "/fluids/" + fluid + ".FLD");
     Text3 reference("DEF");
     int ierr = 0;
     Text255 herr;

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string>
 
+#include "TreeFolders.h"
 #include "frigana.h"
 
 namespace {
@@ -31,7 +32,7 @@ class Plant {
   private:
     std::filesystem::path folder_ = std::filesystem::temp_directory_path() / "frigana-bench-tools";
     std::string request_ = (folder_ / "plant.fi1").string();
-    std::string installation_ = std::string(FRIGANA_DATA) + "/frigana";
+    std::string installation_ = std::string(frigana::test::dataFolder) + "/frigana";
 };
 
 void BasicCycle(benchmark::State& state, const char* fluid, const char* evaporating, const char* condensing) {

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "TreeFolders.h"
 #include "Program.h"
 #include "TemporaryFolder.h"
 
@@ -24,7 +25,7 @@ struct Blends : testing::Test {
 
     void SetUp() override {
         std::filesystem::create_directories(installation + "/mixtures");
-        std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids", installation + "/fluids");
+        std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids", installation + "/fluids");
     }
     Outcome ask(const std::string& lines, const std::string& more = "") {
         writeFile(request, lines);

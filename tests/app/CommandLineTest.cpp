@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "TreeFolders.h"
 #include "Program.h"
 #include "TemporaryFolder.h"
 
@@ -22,7 +23,7 @@ bool contains(const std::string& text, const std::string& part) {
 }
 
 std::string example() {
-    return readFile(std::string(FRIGANA_EXAMPLES) + "/small_chiller.fi1");
+    return readFile(std::string(test::examplesFolder) + "/small_chiller.fi1");
 }
 
 struct Program : testing::Test {
@@ -162,7 +163,7 @@ TEST_F(Program, AReportThatCannotBeWrittenIsToldSo) {
 
 TEST_F(Program, AnInstallationMayBeNamedAndAnEmptyOneIsNotPretended) {
     writeFile(request, example());
-    EXPECT_EQ(run(quoted + " --data '" + FRIGANA_DATA + "'").status, 0);
+    EXPECT_EQ(run(quoted + " --data '" + test::dataFolder + "'").status, 0);
     std::filesystem::create_directories(folder.path("empty/fluids"));
     const Outcome outcome = run(quoted + " --data '" + folder.path("empty") + "'");
     EXPECT_EQ(outcome.status, 2) << outcome.said;
@@ -183,7 +184,7 @@ TEST_F(Program, FaultyDataAreNamedWithFileLineAndReasonAndExitWithFour) {
     namespace fs = std::filesystem;
     for (const char* each : {"fluids", "mixtures"}) fs::create_directories(folder.path(each));
     for (const char* name : {"fluids/R32.FLD", "fluids/PROPANE.FLD", "fluids/HMX.BNC"})
-        fs::copy(std::string(FRIGANA_DATA) + "/" + name, folder.path(name));
+        fs::copy(std::string(test::dataFolder) + "/" + name, folder.path(name));
     std::string text = readFile(folder.path("fluids/R32.FLD"));
     text.replace(text.find("0.03520158"), 10, "0,O3520158");
     writeFile(folder.path("fluids/R32.FLD"), text);

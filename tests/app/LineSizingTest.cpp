@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "TreeFolders.h"
+#include "Program.h"
 #include "ResultFile.h"
 #include "TemporaryFolder.h"
 
@@ -30,7 +32,7 @@ struct LineSizingProgram : testing::Test {
 
     int run() {
         const std::string command =
-            std::string("'") + FRIGANA_PROGRAM + "' '" + request + "' --json '" + json + "' 2>&1";
+            std::string("'") + test::programPath + "' '" + request + "' --json '" + json + "' 2>&1";
         std::FILE* pipe = popen(command.c_str(), "r");
         said.clear();
         std::array<char, 4096> piece;
@@ -43,7 +45,7 @@ struct LineSizingProgram : testing::Test {
 
     // The ready request of the first run.
     static std::vector<std::string> example() {
-        std::istringstream text(readFile(std::string(FRIGANA_EXAMPLES) + "/line_sizing.fi1"));
+        std::istringstream text(readFile(std::string(test::examplesFolder) + "/line_sizing.fi1"));
         std::vector<std::string> lines;
         for (std::string line; std::getline(text, line);) lines.push_back(line);
         return lines;

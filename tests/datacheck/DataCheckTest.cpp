@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "EngineSetUp.h"
+#include "TreeFolders.h"
 #include "TemporaryFolder.h"
 #include "TextFile.h"
 
@@ -23,7 +24,7 @@ using test::TemporaryFolder;
 using test::words;
 using test::writeFile;
 
-const std::string data = FRIGANA_DATA;
+const std::string data = test::dataFolder;
 
 std::vector<std::string> namesIn(const std::string& folder, const std::string& extension) {
     std::vector<std::string> names;

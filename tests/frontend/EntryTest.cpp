@@ -6,6 +6,7 @@
 
 #include "11_MainFrigana.h"
 #include "14_ErrorControl.h"
+#include "TreeFolders.h"
 #include "Operations.h"
 #include "Requests.h"
 #include "TextFile.h"
@@ -230,7 +231,7 @@ TEST(Entry, AStepOfExactlyZeroAsksOnlyForTheLimitsOfATable) {
 TEST(Entry, ANewMixtureGoesToTheInstallationAndLeavesNoResult) {
     Plant run;
     std::filesystem::create_directories(run.folder.path("installed/mixtures"));
-    std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids",
+    std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids",
                                               run.folder.path("installed/fluids"));
     run.installation = run.folder.path("installed") + "\\frigana.exe";
     Request request;

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <set>
 
+#include "TreeFolders.h"
 #include "Requests.h"
 
 namespace frigana {
@@ -97,7 +98,7 @@ TEST(SharedLibrary, AThousandMixedCallsComeBackWithTheRightFileAndLeakNothing) {
     std::signal(SIGFPE, own);
 
     TemporaryFolder folder;
-    const std::string installation = std::string(FRIGANA_DATA) + "\\frigana";
+    const std::string installation = std::string(test::dataFolder) + "\\frigana";
     const auto calls = mixedCalls();
     std::vector<std::string> requests, results;
     for (std::size_t i = 0; i < calls.size(); ++i) {

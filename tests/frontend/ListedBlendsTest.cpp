@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "TreeFolders.h"
 #include "HeardRequest.h"
 
 namespace frigana::test {
@@ -12,7 +13,7 @@ namespace {
 
 // Molar mass [g/mol] from the header of a fluid file, to turn masses into moles without the library's own routines.
 double molarMass(const std::string& component) {
-    std::istringstream file(readFile(std::string(FRIGANA_DATA) + "/fluids/" + component));
+    std::istringstream file(readFile(std::string(test::dataFolder) + "/fluids/" + component));
     for (std::string line; std::getline(file, line);)
         if (line.find("!molar mass") != std::string::npos) return std::stod(line);
     ADD_FAILURE() << component;
@@ -342,7 +343,7 @@ TEST(ListedBlendCodes, APureFluidHasOneName) {
 TEST(ListedBlendCodes, MixtureFilesAreCheckedAlike) {
     Plant plant;
     std::filesystem::create_directories(plant.folder.path("installed/mixtures"));
-    std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids",
+    std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids",
                                               plant.folder.path("installed/fluids"));
     plant.installation = plant.folder.path("installed/frigana");
     const auto ask = [&](const char* first, const char* second, const char* fractions) {

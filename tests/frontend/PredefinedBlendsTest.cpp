@@ -5,6 +5,7 @@
 #include <span>
 
 #include "53_Fluid_Library.h"
+#include "TreeFolders.h"
 #include "HeardRequest.h"
 
 namespace frigana::test {
@@ -366,9 +367,9 @@ struct OwnInstallation : testing::Test {
         const std::string folder = plant.folder.path("installed");
         std::filesystem::create_directories(folder + "/mixtures");
         std::filesystem::create_directories(folder + "/fluids");
-        for (const auto& entry : std::filesystem::directory_iterator(std::string(FRIGANA_DATA) + "/fluids"))
+        for (const auto& entry : std::filesystem::directory_iterator(std::string(test::dataFolder) + "/fluids"))
             std::filesystem::create_symlink(entry.path(), folder + "/fluids/" + entry.path().filename().string());
-        std::filesystem::create_symlink(std::string(FRIGANA_DATA) + "/fluids/R32.FLD", folder + "/fluids/OWN32.FLD");
+        std::filesystem::create_symlink(std::string(test::dataFolder) + "/fluids/R32.FLD", folder + "/fluids/OWN32.FLD");
         plant.installation = folder + "/frigana";
     }
     // Potential and class of a file of R32 and R125 with this mass fraction of R32.
@@ -402,7 +403,7 @@ TEST_F(OwnInstallation, EdgeAComponentOutsideTheLibraryLeavesTheMixtureWithoutPo
     EXPECT_EQ(tail("R410A.MIX", 0.5, "OWN32.FLD"), "   -777 NA ");
     // The results are those of the fluid that the file holds.
     const Heard own(plant, propertyRequest(6, "1 280", "R410A.MIX", 2));
-    plant.installation = std::string(FRIGANA_DATA) + "/frigana";
+    plant.installation = std::string(test::dataFolder) + "/frigana";
     const Heard known(plant, propertyRequest(6, "1 280", "R410A.MIX", 2));
     ASSERT_TRUE(own.answered() && known.answered());
     for (std::size_t i = 0; i < 27; ++i) EXPECT_NEAR(own.values(7)[i], known.values(7)[i], 1e-9 * known.values(7)[i]);

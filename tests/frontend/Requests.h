@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "TreeFolders.h"
 #include "TemporaryFolder.h"
 #include "frigana.h"
 
@@ -70,7 +71,7 @@ inline Request propertyRequest(int sub, const std::string& toolLine, const std::
 // A folder with one request, its result, and the call of the entry point.
 struct Plant {
     TemporaryFolder folder;
-    std::string installation = std::string(FRIGANA_DATA) + "/frigana";
+    std::string installation = std::string(test::dataFolder) + "/frigana";
     std::string request = folder.path("plant.fi1");
     std::string result = folder.path("plant.fo1");
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "TreeFolders.h"
 #include "HeardRequest.h"
 
 namespace frigana::test {
@@ -16,7 +17,7 @@ struct Store : testing::Test {
 
     void SetUp() override {
         std::filesystem::create_directories(plant.folder.path("installed/mixtures"));
-        std::filesystem::create_directory_symlink(std::string(FRIGANA_DATA) + "/fluids",
+        std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids",
                                                   plant.folder.path("installed/fluids"));
         plant.installation = plant.folder.path("installed") + "\\frigana.exe";
         std::filesystem::create_directory(current);
@@ -185,7 +186,7 @@ TEST_F(Store, TheStoredBlendGivesTheResultsOfTheListedOne) {
 TEST_F(Store, TheStoredBlendRunsInTheBasicCycleLikeTheOneOfTheLibrary) {
     store(five, true, "'Own 448'");
     const Heard own(plant, cycleRequest(1, basicParameters(), "'Own 448.mix'"));
-    plant.installation = std::string(FRIGANA_DATA) + "/frigana";
+    plant.installation = std::string(test::dataFolder) + "/frigana";
     const Heard library(plant, cycleRequest(1, basicParameters(), "R448A.MIX"));
     ASSERT_TRUE(own.answered() && library.answered());
     EXPECT_EQ(own.file.trimmed(4).substr(0, 11), "Own 448.mix");

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
 
@@ -21,7 +22,7 @@ inline std::string words(const Text255& text) {
 
 // Sets up the fluids of the data folder, or of another one; eos forces the tag of every component's equation.
 inline testing::AssertionResult setUp(std::initializer_list<std::string_view> names, std::string_view eos = "",
-                                      std::string_view folder = FRIGANA_DATA) {
+                                      std::string_view folder = test::dataFolder) {
     int ierr = 0;
     Text255 herr;
     SETPATH(folder);

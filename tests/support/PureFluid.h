@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "FluidConstants.h"
+#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
 #include "TPRHO.h"
@@ -15,7 +16,7 @@ namespace frigana::test {
 
 // The folder of the installation: data/fluids and data/mixtures stand below it.
 inline void setPath() {
-    SETPATH(FRIGANA_DATA);
+    SETPATH(test::dataFolder);
 }
 
 // Returns the code of SETUP.

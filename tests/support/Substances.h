@@ -6,11 +6,12 @@
 #include <utility>
 
 #include "21_InitSubstance.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 
 inline void useInstalledData() {
-    ADDRESS = Text255(std::string(FRIGANA_DATA) + "/frigana");
+    ADDRESS = Text255(std::string(test::dataFolder) + "/frigana");
 }
 
 // A pure fluid or a predefined mixture, by its file name.

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "CycleRequests.h"
+#include "TreeFolders.h"
 #include "TemporaryFolder.h"
 #include "frigana.h"
 
@@ -21,7 +22,7 @@ class RefusedRequests : public testing::Test {
         using namespace frigana::test;
         const std::string requestPath = folder_.path("request.fi1");
         const std::string resultPath = folder_.path("request.fo1");
-        const std::string address = std::string(FRIGANA_DATA) + "/frigana";
+        const std::string address = std::string(frigana::test::dataFolder) + "/frigana";
         std::filesystem::remove(resultPath);
         if (!earlier.empty()) writeFile(resultPath, earlier);
         writeFile(requestPath, requestText(request));

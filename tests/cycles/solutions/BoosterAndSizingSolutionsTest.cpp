@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "TreeFolders.h"
 #include "Requests.h"
 #include "ResultFile.h"
 
@@ -22,7 +23,7 @@ constexpr int booster = 14, lineSizing = 5;
 
 std::vector<json> casesOf(int sub) {
     static const json all =
-        json::parse(std::ifstream(std::string(FRIGANA_TESTS) + "/reference/cycles_system.json")).at("cases");
+        json::parse(std::ifstream(std::string(test::testsFolder) + "/reference/cycles_system.json")).at("cases");
     std::vector<json> found;
     for (const json& one : all)
         if (one.at("sub_type").get<int>() == sub) found.push_back(one);

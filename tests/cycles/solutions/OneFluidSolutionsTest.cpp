@@ -10,6 +10,7 @@
 #include <span>
 #include <vector>
 
+#include "TreeFolders.h"
 #include "Requests.h"
 #include "ResultFile.h"
 
@@ -20,7 +21,7 @@ using nlohmann::json;
 
 const json& referenceCases() {
     static const json all =
-        json::parse(std::ifstream(std::string(FRIGANA_TESTS) + "/reference/cycles_single.json")).at("cases");
+        json::parse(std::ifstream(std::string(test::testsFolder) + "/reference/cycles_single.json")).at("cases");
     return all;
 }
 

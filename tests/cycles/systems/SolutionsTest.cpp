@@ -9,6 +9,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "TreeFolders.h"
 #include "Systems.h"
 
 namespace frigana::test {
@@ -18,7 +19,7 @@ using nlohmann::json;
 
 const json& referenceCases() {
     static const json all =
-        json::parse(std::ifstream(std::string(FRIGANA_TESTS) + "/reference/cycles_system.json")).at("cases");
+        json::parse(std::ifstream(std::string(test::testsFolder) + "/reference/cycles_system.json")).at("cases");
     return all;
 }
 

@@ -9,6 +9,7 @@
 #include "CORE_FEQ.h"
 #include "CORE_PH0.h"
 #include "FluidConstants.h"
+#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "ReferenceState.h"
 #include "TextFile.h"
@@ -38,7 +39,7 @@ bool findBlock(int unit, std::string_view key, std::string_view tag, Text3& foun
 
 bool loadFluid(std::string_view name, std::string_view idealGas, int icomp, int components) {
     constexpr int unit = 12;
-    const std::string path = std::string(FRIGANA_DATA) + "/fluids/" + std::string(name) + ".FLD";
+    const std::string path = std::string(test::dataFolder) + "/fluids/" + std::string(name) + ".FLD";
     if (!openForReading(unit, path)) return false;
     modelTags.NC = components;
     modelTags.IPUREFLD = 0;
@@ -92,7 +93,7 @@ double relative(double value, double expected) {
 
 std::vector<std::vector<std::string>> referenceTable(std::string_view file) {
     std::vector<std::vector<std::string>> table;
-    std::ifstream stream(std::string(FRIGANA_TESTS) + "/reference/" + std::string(file));
+    std::ifstream stream(std::string(test::testsFolder) + "/reference/" + std::string(file));
     for (std::string line; std::getline(stream, line);) {
         std::vector<std::string> cells;
         std::stringstream cellStream(line);

@@ -9,6 +9,7 @@
 #include "EXCESS.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
+#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "ReferenceState.h"
@@ -34,7 +35,7 @@ Therm2Result therm2(double t, double rho, const Composition& x) {
 class Mixture : public testing::Test {
   protected:
     void SetUp() override {
-        const std::string folder = std::string(FRIGANA_DATA) + "/fluids/";
+        const std::string folder = std::string(test::dataFolder) + "/fluids/";
         FileNames files{};
         files[1] = Text255(folder + "R32.FLD");
         files[2] = Text255(folder + "R125.FLD");

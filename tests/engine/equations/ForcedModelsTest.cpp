@@ -10,6 +10,7 @@
 #include "FLASH2.h"
 #include "FLSH_SUB.h"
 #include "FluidConstants.h"
+#include "TreeFolders.h"
 #include "MIX_AGA8.h"
 #include "ModelTags.h"
 #include "PREOS.h"
@@ -22,6 +23,8 @@
 
 namespace frigana {
 namespace {
+
+const std::string testFluids = std::string(test::testsFolder) + "/engine/equations/fluids";
 
 using test::Random;
 using test::words;
@@ -182,7 +185,7 @@ TEST(QuinticFluid, SaturationAgainstAnotherProgram) {
         {210.0, 18.935354707997465, 18.251503934713085, 0.010926355703601742},
         {180.0, 1.5793351803598539, 19.113232643650317, 0.0010562604490850142},
     };
-    ASSERT_TRUE(test::setUp({"QUITEST"}, "", FRIGANA_TEST_FLUIDS));
+    ASSERT_TRUE(test::setUp({"QUITEST"}, "", testFluids));
     ASSERT_EQ(modelTags.HEOS, "QUI");
     for (const auto& row : rows) {
         double p, dl, dv;
@@ -206,7 +209,7 @@ std::string withEquation(const std::string& file, const std::string& section) {
 
 TEST(CorrespondingStatesFluid, AFluidByItselfIsItself) {
     const test::TemporaryFolder folder;
-    const std::string propane = test::readFile(FRIGANA_DATA "/fluids/PROPANE.FLD");
+    const std::string propane = test::readFile(std::string(test::dataFolder) + "/fluids/PROPANE.FLD");
     test::writeFile(folder.path("PROPANE.FLD"), propane);
     modelTags.LFORCESETUP = true;
     ASSERT_TRUE(test::setUp({"PROPANE"}));
@@ -231,8 +234,8 @@ TEST(CorrespondingStatesFluid, AFluidByItselfIsItself) {
 TEST(CorrespondingStatesFluid, ByTheOtherFormOfItsReference) {
     // the same shape factors on the two forms of one equation
     const test::TemporaryFolder folder;
-    std::string file = test::readFile(FRIGANA_TEST_FLUIDS "/ECSTEST.FLD");
-    test::writeFile(folder.path("R152A.FLD"), test::readFile(FRIGANA_DATA "/fluids/R152A.FLD"));
+    std::string file = test::readFile(testFluids + "/ECSTEST.FLD");
+    test::writeFile(folder.path("R152A.FLD"), test::readFile(std::string(test::dataFolder) + "/fluids/R152A.FLD"));
     file.replace(file.find("PROPANE.FLD"), 11, "R152A.FLD");
     test::writeFile(folder.path("ECSF.FLD"), file);
     file.replace(file.find("\nFEQ\n"), 5, "\nBWR\n");
@@ -259,7 +262,7 @@ TEST(CorrespondingStatesFluid, ByTheOtherFormOfItsReference) {
 
 TEST(PengRobinsonFluid, SelectedAsTheEquationOfAFile) {
     const test::TemporaryFolder folder;
-    const std::string propane = test::readFile(FRIGANA_DATA "/fluids/PROPANE.FLD");
+    const std::string propane = test::readFile(std::string(test::dataFolder) + "/fluids/PROPANE.FLD");
     test::writeFile(folder.path("PROPANE.FLD"), propane);  // its own transport reference
     const auto next = propane.find("#AUX");
     test::writeFile(folder.path("PRTEST.FLD"),

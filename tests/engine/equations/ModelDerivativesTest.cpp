@@ -13,6 +13,7 @@
 #include "EngineSetUp.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
+#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "TemporaryFolder.h"
@@ -21,6 +22,8 @@
 
 namespace frigana {
 namespace {
+
+const std::string testFluids = std::string(test::testsFolder) + "/engine/equations/fluids";
 
 using test::Random;
 using test::words;
@@ -438,7 +441,7 @@ TEST(BenedictReader, WarnsOfReducingValuesThatAreNotCritical) {
 
 class Quintic : public testing::Test {
   protected:
-    void SetUp() override { ASSERT_TRUE(test::setUp({"QUITEST"}, "", FRIGANA_TEST_FLUIDS)); }
+    void SetUp() override { ASSERT_TRUE(test::setUp({"QUITEST"}, "", testFluids)); }
 };
 
 TEST_F(Quintic, Derivatives) {
@@ -509,8 +512,8 @@ class CorrespondingStates : public testing::Test {
   protected:
     void SetUp() override {
         // the reference fluid is looked for in the folder of the fluid
-        test::writeFile(folder_.path("ECSTEST.FLD"), test::readFile(FRIGANA_TEST_FLUIDS "/ECSTEST.FLD"));
-        test::writeFile(folder_.path("PROPANE.FLD"), test::readFile(FRIGANA_DATA "/fluids/PROPANE.FLD"));
+        test::writeFile(folder_.path("ECSTEST.FLD"), test::readFile(testFluids + "/ECSTEST.FLD"));
+        test::writeFile(folder_.path("PROPANE.FLD"), test::readFile(std::string(test::dataFolder) + "/fluids/PROPANE.FLD"));
         modelTags.LFORCESETUP = true;
         ASSERT_TRUE(test::setUp({"ECSTEST"}, "", folder_.path()));
         ASSERT_EQ(modelTags.HMXEOS[1], "ECS");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "FlashState.h"
+#include "TreeFolders.h"
 #include "PureFluid.h"
 #include "UTILITY.h"
 
@@ -27,7 +28,7 @@ struct Row {
 
 // Rows of a table whose first two columns are texts and whose others are numbers, `nan` among them.
 std::vector<Row> readTable(const std::string& name) {
-    std::ifstream file(std::string(FRIGANA_TESTS) + "/reference/" + name);
+    std::ifstream file(std::string(test::testsFolder) + "/reference/" + name);
     std::vector<Row> rows;
     std::string line;
     std::getline(file, line);

@@ -17,6 +17,7 @@
 #include "FlashState.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
+#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "OPENFL.h"
 #include "PROP_SUB.h"
@@ -39,7 +40,7 @@ inline std::string words(const Text255& field) {
 
 // Sets a predefined blend up; its composition is x.
 inline testing::AssertionResult setUpBlend(std::string_view name, Composition& x) {
-    SETPATH(FRIGANA_DATA);
+    SETPATH(test::dataFolder);
     FileNames files{};
     Text3 reference{"DEF"};
     int nc = 0, ierr = 0;
@@ -55,7 +56,7 @@ using Share = std::pair<std::string_view, double>;
 
 // Sets a mixture up by components and mole fractions.
 inline testing::AssertionResult setUpMixture(std::initializer_list<Share> shares, Composition& x) {
-    SETPATH(FRIGANA_DATA);
+    SETPATH(test::dataFolder);
     FileNames files{};
     int count = 0, ierr = 0;
     x.fill(0.0);
@@ -75,7 +76,7 @@ inline testing::AssertionResult setUpMixture(std::initializer_list<Share> shares
 // Names of all predefined blends.
 inline std::vector<std::string> allBlends() {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(std::string(FRIGANA_DATA) + "/mixtures"))
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(test::dataFolder) + "/mixtures"))
         if (entry.path().extension() == ".MIX") names.push_back(entry.path().stem().string());
     std::sort(names.begin(), names.end());
     return names;

@@ -12,6 +12,7 @@
 
 #include "FluidConstants.h"
 #include "FluidFiles.h"
+#include "TreeFolders.h"
 #include "MIX_HMX.h"
 #include "ModelTags.h"
 #include "OPENFL.h"
@@ -26,7 +27,7 @@ namespace frigana::test {
 using Names = std::vector<std::string>;
 
 inline std::string dataFile(const std::string& name) {
-    return std::string(FRIGANA_DATA) + "/fluids/" + name;
+    return std::string(test::dataFolder) + "/fluids/" + name;
 }
 
 // An engine that is as new before and after each test, and a folder for its files.

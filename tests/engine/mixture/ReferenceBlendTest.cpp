@@ -17,6 +17,7 @@
 #include <sstream>
 
 #include "Equilibrium.h"
+#include "TreeFolders.h"
 
 namespace frigana::equilibria {
 namespace {
@@ -28,7 +29,7 @@ constexpr double differenceBound = 1e-9;  // h, s
 constexpr double caloricBound = 1e-9;     // cv, cp, w
 
 std::vector<std::vector<std::string>> rowsOf(const char* name) {
-    std::ifstream file(std::string(FRIGANA_TESTS) + "/reference/" + name);
+    std::ifstream file(std::string(test::testsFolder) + "/reference/" + name);
     std::vector<std::vector<std::string>> rows;
     std::string line;
     std::getline(file, line);
@@ -48,7 +49,7 @@ struct IdealGas {
     // terms of other kinds do not occur in the components of the blends
     bool read(const std::string& fileName) {
         *this = {};
-        std::ifstream file(std::string(FRIGANA_DATA) + "/fluids/" + fileName);
+        std::ifstream file(std::string(test::dataFolder) + "/fluids/" + fileName);
         std::string line;
         while (std::getline(file, line) && !line.starts_with("CPP  ideal")) {
         }

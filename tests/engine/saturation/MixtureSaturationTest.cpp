@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "TreeFolders.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "Saturation.h"
@@ -44,7 +45,7 @@ class Substitution : public ::testing::Test {
 // Bubble and dew points of the blends of the reference (tests/reference/README.md): pressure within 1e-5, temperature
 // within 1e-3 K, to which the search ends at residuals of 1e-8 and 1e-6.
 TEST_F(Substitution, AgreesWithTheReferenceOfBlends) {
-    std::ifstream file(std::string(FRIGANA_TESTS) + "/reference/blend_saturation.csv");
+    std::ifstream file(std::string(test::testsFolder) + "/reference/blend_saturation.csv");
     std::string line, blend;
     std::getline(file, line);
     int rows = 0;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "TreeFolders.h"
 #include "Saturation.h"
 
 namespace frigana {
@@ -22,7 +23,7 @@ struct Row {
 
 std::map<std::string, std::vector<Row>> readRows() {
     std::map<std::string, std::vector<Row>> rows;
-    std::ifstream file(std::string(FRIGANA_TESTS) + "/reference/pure_saturation.csv");
+    std::ifstream file(std::string(test::testsFolder) + "/reference/pure_saturation.csv");
     std::string line;
     std::getline(file, line);
     while (std::getline(file, line)) {

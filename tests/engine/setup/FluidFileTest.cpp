@@ -2,6 +2,7 @@
 #include "CORE_FEQ.h"
 #include "DISPATCH.h"
 #include "FluidText.h"
+#include "TreeFolders.h"
 #include "TextFile.h"
 
 namespace frigana::test {
@@ -308,7 +309,7 @@ TEST_F(FluidFile, AMissingFileIsToldWithItsName) {
 
 TEST_F(FluidFile, BytesOfEveryKindAreSurvived) {
     // a deterministic scatter of changed bytes over good files: any code will do, no crash, no open file
-    const std::string fluids = std::string(FRIGANA_DATA) + "/fluids/";
+    const std::string fluids = std::string(test::dataFolder) + "/fluids/";
     unsigned state = 12345;
     const auto next = [&state] { return state = state * 1664525U + 1013904223U; };
     for (const std::string& whole :

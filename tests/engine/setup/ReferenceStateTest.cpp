@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "FluidText.h"
+#include "TreeFolders.h"
 #include "MIX_HMX.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB.h"
@@ -16,7 +17,7 @@ class Reference : public EngineTest {
   protected:
     void SetUp() override {
         EngineTest::SetUp();
-        SETPATH(FRIGANA_DATA);
+        SETPATH(test::dataFolder);
     }
     int reference(const char* tag, int ixmode, const Composition& x, double h0 = 0, double s0 = 0, double t0 = 0,
                   double p0 = 0) {
@@ -47,7 +48,7 @@ class Reference : public EngineTest {
     }
     // The file of a fluid with some of its text replaced.
     std::string edited(const std::string& name, const std::string& from, const std::string& to) const {
-        std::string text = readFile(std::string(FRIGANA_DATA) + "/fluids/" + name);
+        std::string text = readFile(std::string(test::dataFolder) + "/fluids/" + name);
         const auto at = text.find(from);
         EXPECT_NE(at, std::string::npos) << name << " holds no " << from;
         if (at != std::string::npos) text.replace(at, from.size(), to);
@@ -174,7 +175,7 @@ TEST_F(Reference, AFluidThatIsGasAtThePointTakesItsDefault) {
     EXPECT_EQ(referenceState.HREFI[1], "NBP");
 
     renew();
-    SETPATH(FRIGANA_DATA);
+    SETPATH(test::dataFolder);
     EXPECT_EQ(setUp({"NITROGEN.FLD"}, "ASH"), 25);
     EXPECT_EQ(message(),
               "[SETUP warning 25] critical temperature for component   1 is less than ASHRAE reference temperature; "
@@ -209,7 +210,7 @@ TEST_F(Reference, PointsBelowTheRangeOfTheEquationTakeTheDefault) {
     };
     for (const Row& row : rows) {
         renew();
-        std::string text = readFile(std::string(FRIGANA_DATA) + "/fluids/R134A.FLD");
+        std::string text = readFile(std::string(test::dataFolder) + "/fluids/R134A.FLD");
         text.replace(text.find("\nIIR"), 4, "\nQQQ");
         const auto limit = text.find("  169.85", text.find("#EOS"));
         text.replace(limit, 8, std::string("  ") + row.limit);
@@ -286,7 +287,7 @@ TEST_F(Reference, ASetUpForgetsTheSaturationStatesOfTheLastFluid) {
 
 TEST_F(Reference, EveryFluidOfTheDataIsReadyAfterItsSetUp) {
     int fluids = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(std::string(FRIGANA_DATA) + "/fluids")) {
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(test::dataFolder) + "/fluids")) {
         if (entry.path().extension() != ".FLD") continue;
         const std::string name = entry.path().filename().string();
         ASSERT_EQ(setUp({name}, "DEF"), 0) << name << ": " << message();

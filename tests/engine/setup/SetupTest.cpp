@@ -2,6 +2,7 @@
 
 #include "DISPATCH.h"
 #include "FluidText.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {
@@ -118,7 +119,7 @@ TEST_F(Setup, SlotZeroIsNotReadForOneFluidWithoutAReference) {
 }
 
 TEST_F(Setup, SlotZeroHoldsTheReferenceFluidOfTransportOfOneFluid) {
-    SETPATH(FRIGANA_DATA);
+    SETPATH(test::dataFolder);
     ASSERT_EQ(setUp({"R218.FLD"}), 0) << message();
     EXPECT_EQ(trimRight(fluidFiles.HFILE[0].view()), "PROPANE.FLD");
     EXPECT_EQ(fluidFiles.HCAS[0], "74-98-6");
@@ -147,7 +148,7 @@ TEST_F(Setup, AMixtureReadsTheFixedReferenceFluidsFromTheFolderOfItsFirstCompone
 }
 
 TEST_F(Setup, AnUnknownModelOfAMixtureBecomesTheHelmholtzMixtureModel) {
-    SETPATH(FRIGANA_DATA);
+    SETPATH(test::dataFolder);
     // neither fluid has such an equation of its own: the default of its file comes back with the model
     ASSERT_EQ(force("EOS", "XYZ", {"QUI", "QUI"}), 0);
     ASSERT_EQ(force("ETA", "XYZ", {"VS6", "VS6"}), 0);

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "TreeFolders.h"
 #include "Transport.h"
 
 namespace frigana::test {
@@ -12,7 +13,7 @@ namespace {
 
 std::vector<std::string> blends() {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(FRIGANA_DATA "/mixtures"))
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(test::dataFolder) + "/mixtures"))
         if (entry.path().extension() == ".MIX") names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;

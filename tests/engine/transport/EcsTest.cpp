@@ -4,6 +4,7 @@
 
 #include "DISPATCH.h"
 #include "FluidWith.h"
+#include "TreeFolders.h"
 #include "MIX_HMX.h"
 #include "TRNS_ECS_STATE.h"
 
@@ -180,7 +181,7 @@ TEST_F(TransportSection, namesItsReferenceFluidWithOrWithoutARemark) {
     const std::string body =
         "VS1   !model\nTC1\n  1\n  0.5\n  300.0\n  1\n  0.00132 0.0 0.0 0.0\n  1 0 0\n  1.0 0.0 0.0 0.0\n  1 0 0\n"
         "  1.0 0.0 0.0 0.0\nTK6\n";
-    writeFile(folder.path("R134A.FLD"), readFile(std::string(FRIGANA_DATA) + "/fluids/R134A.FLD"));
+    writeFile(folder.path("R134A.FLD"), readFile(std::string(test::dataFolder) + "/fluids/R134A.FLD"));
     for (const char* line :
          {"FEQ R134A.FLD\n", "FEQ R134A.FLD            !reference fluid\n", "FEQ     R134A.FLD   \n"}) {
         ASSERT_EQ(setUpWith("R32", head + line + body), 0) << message();
@@ -192,7 +193,7 @@ TEST_F(TransportSection, namesItsReferenceFluidWithOrWithoutARemark) {
 }
 
 TEST_F(TransportSection, scalesItsMoleculeByTheReferenceWhereTheFlagSaysSo) {
-    writeFile(folder.path("R134A.FLD"), readFile(std::string(FRIGANA_DATA) + "/fluids/R134A.FLD"));
+    writeFile(folder.path("R134A.FLD"), readFile(std::string(test::dataFolder) + "/fluids/R134A.FLD"));
     const auto body = [](const char* flag) {
         return section("TRN", "ECS") + wideLimits + "FEQ R134A.FLD\nVS1\nTC1\n" + flag +
                "\n  9.0\n  9.0\n  1\n  0.00132 0.0 0.0 0.0\n  1 0 0\n  1.0 0.0 0.0 0.0\n  1 0 0\n  1.0 0.0 0.0 "

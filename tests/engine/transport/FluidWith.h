@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "TreeFolders.h"
 #include "TemporaryFolder.h"
 #include "Transport.h"
 
@@ -11,7 +12,7 @@ namespace frigana::test {
 // The file's text without its sections of viscosity, conductivity, corresponding states and surface tension, and with
 // `sections` before its end.
 inline std::string textWith(const std::string& base, const std::string& sections) {
-    std::istringstream in(readFile(std::string(FRIGANA_DATA) + "/fluids/" + base + ".FLD"));
+    std::istringstream in(readFile(std::string(test::dataFolder) + "/fluids/" + base + ".FLD"));
     std::string text, line, head;
     bool keep = true;
     while (std::getline(in, line)) {

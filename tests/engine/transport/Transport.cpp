@@ -1,3 +1,4 @@
+#include "TreeFolders.h"
 #include "Transport.h"
 
 #include "DISPATCH.h"
@@ -33,7 +34,7 @@ testing::AssertionResult setUpForced(std::string_view fluid, const char* viscosi
 
 std::vector<std::vector<std::string>> referenceRows(std::string_view file) {
     std::vector<std::vector<std::string>> rows;
-    std::ifstream in(std::string(FRIGANA_TESTS) + "/reference/" + std::string(file));
+    std::ifstream in(std::string(test::testsFolder) + "/reference/" + std::string(file));
     std::string line;
     std::getline(in, line);
     while (std::getline(in, line)) {
@@ -61,7 +62,7 @@ std::string member(const std::string& object, const std::string& key) {
 
 std::vector<PublishedValue> publishedValues() {
     std::vector<PublishedValue> values;
-    std::ifstream in(std::string(FRIGANA_TESTS) + "/reference/published_values.json");
+    std::ifstream in(std::string(test::testsFolder) + "/reference/published_values.json");
     std::ostringstream all;
     all << in.rdbuf();
     const std::string text = all.str();

@@ -1,0 +1,23 @@
+#include "Program.h"
+
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+
+namespace frigana::test {
+
+const char* const programPath = FRIGANA_PROGRAM;
+
+Outcome run(const std::string& arguments) {
+    std::FILE* pipe = popen((std::string("'") + programPath + "' " + arguments + " 2>&1").c_str(), "r");
+    Outcome outcome{-1, ""};
+    std::array<char, 4096> piece;
+    std::size_t count;
+    while ((count = std::fread(piece.data(), 1, piece.size(), pipe)) > 0) outcome.said.append(piece.data(), count);
+    const int status = pclose(pipe);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+    return outcome;
+}
+
+}  // namespace frigana::test
