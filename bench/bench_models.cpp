@@ -7,7 +7,6 @@
 #include <string>
 
 #include "FluidConstants.h"
-#include "TreeFolders.h"
 #include "LIMITS.h"
 #include "OPENFL.h"
 #include "PREOS.h"
@@ -15,6 +14,7 @@
 #include "SAT_SUB.h"
 #include "SETAGA.h"
 #include "SETUP.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {
@@ -25,7 +25,8 @@ void check(int ierr, const Text255& herr) {
     std::exit(1);
 }
 
-void setUp(std::initializer_list<const char*> fluids, const char* eos = "", const char* folder = frigana::test::dataFolder) {
+void setUp(std::initializer_list<const char*> fluids, const char* eos = "",
+           const char* folder = frigana::test::dataFolder) {
     int ierr = 0;
     Text255 herr;
     SETPATH(folder);

@@ -2,11 +2,11 @@
 #include <benchmark/benchmark.h>
 
 #include "FluidConstants.h"
-#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_INVERSE.h"
 #include "SETUP.h"
+#include "TreeFolders.h"
 
 namespace {
 

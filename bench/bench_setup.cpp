@@ -2,9 +2,9 @@
 // with the arguments of the last one.
 #include <benchmark/benchmark.h>
 
-#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
+#include "TreeFolders.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "FluidConstants.h"
-#include "TreeFolders.h"
 #include "PROP_SUB.h"
 #include "SETUP.h"
 #include "TPRHO.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -5,9 +5,9 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "TreeFolders.h"
 #include "Program.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "TreeFolders.h"
 #include "Program.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "TreeFolders.h"
 #include "Program.h"
 #include "ResultFile.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "EngineSetUp.h"
-#include "TreeFolders.h"
 #include "TemporaryFolder.h"
 #include "TextFile.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -6,10 +6,10 @@
 
 #include "11_MainFrigana.h"
 #include "14_ErrorControl.h"
-#include "TreeFolders.h"
 #include "Operations.h"
 #include "Requests.h"
 #include "TextFile.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

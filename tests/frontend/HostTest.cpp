@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <set>
 
-#include "TreeFolders.h"
 #include "Requests.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

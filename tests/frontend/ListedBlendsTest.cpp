@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 
-#include "TreeFolders.h"
 #include "HeardRequest.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

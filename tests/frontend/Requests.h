@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "TreeFolders.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 #include "frigana.h"
 
 namespace frigana::test {

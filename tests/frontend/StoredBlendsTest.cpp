@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "TreeFolders.h"
 #include "HeardRequest.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

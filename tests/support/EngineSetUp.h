@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 

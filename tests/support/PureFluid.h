@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "FluidConstants.h"
-#include "TreeFolders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
 #include "TPRHO.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 

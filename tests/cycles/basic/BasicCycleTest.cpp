@@ -3,9 +3,9 @@
 
 #include <cstdio>
 
-#include "TreeFolders.h"
 #include "Requests.h"
 #include "ResultFile.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "CycleRequests.h"
-#include "TreeFolders.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 #include "frigana.h"
 
 namespace {

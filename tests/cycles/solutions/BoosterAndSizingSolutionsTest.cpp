@@ -10,9 +10,9 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "TreeFolders.h"
 #include "Requests.h"
 #include "ResultFile.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

@@ -9,8 +9,8 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
-#include "TreeFolders.h"
 #include "Systems.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

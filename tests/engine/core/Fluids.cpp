@@ -9,10 +9,10 @@
 #include "CORE_FEQ.h"
 #include "CORE_PH0.h"
 #include "FluidConstants.h"
-#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "ReferenceState.h"
 #include "TextFile.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 

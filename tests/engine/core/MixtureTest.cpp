@@ -9,12 +9,12 @@
 #include "EXCESS.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
-#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "ReferenceState.h"
 #include "SETUP.h"
 #include "TPRHO.h"
+#include "TreeFolders.h"
 #include "UTILITY.h"
 
 namespace frigana::test {

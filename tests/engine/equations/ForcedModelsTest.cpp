@@ -10,7 +10,6 @@
 #include "FLASH2.h"
 #include "FLSH_SUB.h"
 #include "FluidConstants.h"
-#include "TreeFolders.h"
 #include "MIX_AGA8.h"
 #include "ModelTags.h"
 #include "PREOS.h"
@@ -19,6 +18,7 @@
 #include "SAT_SUB.h"
 #include "SETAGA.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 #include "UTILITY.h"
 
 namespace frigana {

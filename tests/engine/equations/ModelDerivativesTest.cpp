@@ -13,11 +13,11 @@
 #include "EngineSetUp.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
-#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "TemporaryFolder.h"
 #include "TextFile.h"
+#include "TreeFolders.h"
 #include "UTILITY.h"
 
 namespace frigana {
@@ -513,7 +513,8 @@ class CorrespondingStates : public testing::Test {
     void SetUp() override {
         // the reference fluid is looked for in the folder of the fluid
         test::writeFile(folder_.path("ECSTEST.FLD"), test::readFile(testFluids + "/ECSTEST.FLD"));
-        test::writeFile(folder_.path("PROPANE.FLD"), test::readFile(std::string(test::dataFolder) + "/fluids/PROPANE.FLD"));
+        test::writeFile(folder_.path("PROPANE.FLD"),
+                        test::readFile(std::string(test::dataFolder) + "/fluids/PROPANE.FLD"));
         modelTags.LFORCESETUP = true;
         ASSERT_TRUE(test::setUp({"ECSTEST"}, "", folder_.path()));
         ASSERT_EQ(modelTags.HMXEOS[1], "ECS");

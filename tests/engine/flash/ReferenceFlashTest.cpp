@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "FlashState.h"
-#include "TreeFolders.h"
 #include "PureFluid.h"
+#include "TreeFolders.h"
 #include "UTILITY.h"
 
 namespace frigana {

@@ -17,7 +17,6 @@
 #include "FlashState.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
-#include "TreeFolders.h"
 #include "ModelTags.h"
 #include "OPENFL.h"
 #include "PROP_SUB.h"
@@ -26,6 +25,7 @@
 #include "SETUP.h"
 #include "SaturationSpline.h"
 #include "TPRHO.h"
+#include "TreeFolders.h"
 #include "UTILITY.h"
 
 namespace frigana::equilibria {

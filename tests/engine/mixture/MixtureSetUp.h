@@ -12,7 +12,6 @@
 
 #include "FluidConstants.h"
 #include "FluidFiles.h"
-#include "TreeFolders.h"
 #include "MIX_HMX.h"
 #include "ModelTags.h"
 #include "OPENFL.h"
@@ -20,6 +19,7 @@
 #include "ReferenceState.h"
 #include "SETUP.h"
 #include "TemporaryFolder.h"
+#include "TreeFolders.h"
 #include "UTILITY.h"
 
 namespace frigana::test {

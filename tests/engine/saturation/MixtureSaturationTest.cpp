@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "TreeFolders.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "Saturation.h"
 #include "SaturationSpline.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "TreeFolders.h"
 #include "Saturation.h"
+#include "TreeFolders.h"
 
 namespace frigana {
 namespace {

@@ -2,8 +2,8 @@
 #include "CORE_FEQ.h"
 #include "DISPATCH.h"
 #include "FluidText.h"
-#include "TreeFolders.h"
 #include "TextFile.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

@@ -2,10 +2,10 @@
 #include <filesystem>
 
 #include "FluidText.h"
-#include "TreeFolders.h"
 #include "MIX_HMX.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

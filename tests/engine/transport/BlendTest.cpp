@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "TreeFolders.h"
 #include "Transport.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

@@ -4,9 +4,9 @@
 
 #include "DISPATCH.h"
 #include "FluidWith.h"
-#include "TreeFolders.h"
 #include "MIX_HMX.h"
 #include "TRNS_ECS_STATE.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {

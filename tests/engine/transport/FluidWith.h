@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "TreeFolders.h"
 #include "TemporaryFolder.h"
 #include "Transport.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 

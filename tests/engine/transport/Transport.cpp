@@ -1,5 +1,5 @@
-#include "TreeFolders.h"
 #include "Transport.h"
+#include "TreeFolders.h"
 
 #include "DISPATCH.h"
 
