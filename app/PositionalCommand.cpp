@@ -1,0 +1,78 @@
+// frigana REQUEST.fi1: one positional request, with its result beside it.
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+#include "14_ErrorControl.h"
+#include "Commands.h"
+#include "Platform.h"
+#include "Report.h"
+#include "frigana.h"
+
+namespace frigana::app {
+
+namespace {
+
+struct Options {
+    std::string request, data, json, csv;
+};
+
+bool writeTo(const std::string& path, const RunResult& result, void (*print)(std::ostream&, const RunResult&)) {
+    if (path.empty()) return true;
+    if (path == "-") {
+        print(std::cout, result);
+        return true;
+    }
+    std::ofstream file(path);
+    print(file, result);
+    file.close();
+    return static_cast<bool>(file);
+}
+
+int runPositional(const CLI::App& program, Options& options) {
+    const auto& [request, data, json, csv] = options;
+    if (request.empty()) {
+        std::cerr << "REQUEST is required\nRun with --help for more information.\n";
+        return usageError;
+    }
+    Text255 path{std::string_view(request)};
+    int position = 0;
+    MYFINDFI1(path, position);
+    if (!fits(request) || position == 0)
+        return complain(usageError,
+                        request + ": the path of a request has the extension .fi1 and at most 255 characters");
+    if (const int status = findDataFolder(program, options.data, " with --data")) return status;
+    const std::string address = data + "/frigana";
+    if (!fits(address)) return complain(usageError, data + ": the path is too long");
+
+    // A result of an earlier run shall never be taken for that of this one.
+    removeFile(std::string(trimRight(path.slice(1, position - 4))) + ".fo1");
+
+    RunResult result;
+    gatherEntries(result.entries);
+    Frigana(request.data(), address.data(), static_cast<int>(request.size()), static_cast<int>(address.size()));
+    listenToResult(nullptr, nullptr);
+
+    result.report = runReport;
+    result.resultExists = fileExists(runReport.resultPath.view());
+    if (json != "-" && csv != "-") printReport(std::cout, result);
+    if (!writeTo(json, result, printJson)) return complain(runtimeError, json + ": cannot be written");
+    if (!writeTo(csv, result, printCsv)) return complain(runtimeError, csv + ": cannot be written");
+    return exitStatus(result);
+}
+
+}  // namespace
+
+std::function<int()> addPositionalRequest(CLI::App& program) {
+    const auto options = std::make_shared<Options>();
+    program.add_option("REQUEST", options->request,
+                       "request file with the extension .fi1; its result is left beside it with the extension .fo1");
+    program.add_option("--data", options->data, dataFolderHelp);
+    program.add_option(
+        "--json", options->json,
+        "write every value with its name and unit to this file as JSON; - writes it here in place of the report");
+    program.add_option("--csv", options->csv, "the same as CSV");
+    return [&program, options] { return runPositional(program, *options); };
+}
+
+}  // namespace frigana::app
