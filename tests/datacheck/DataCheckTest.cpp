@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "EngineSetUp.h"
+#include "Larger.h"
 #include "TemporaryFolder.h"
 #include "TextFile.h"
 #include "TreeFolders.h"
@@ -77,7 +78,7 @@ TEST(Installation, EveryFluidIsClean) {
             EXPECT_TRUE(report[figure].computed) << name << ' ' << kindOf(figure).name;
         for (int i = 0; i < figureCount; ++i)
             if (report.figures[i].verdict == Verdict::clean)
-                worst[i] = std::max(worst[i], std::fabs(report.figures[i].value));
+                worst[i] = test::larger(worst[i], std::fabs(report.figures[i].value));
     }
     for (int i = 0; i < figureCount; ++i)
         std::printf("%-28s %.3g %s\n", std::string(figureKinds[i].name).c_str(), worst[i],

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "HeardRequest.h"
+#include "Larger.h"
 #include "TreeFolders.h"
 
 namespace frigana::test {
@@ -49,7 +50,7 @@ double difference(const std::vector<double>& a, const std::vector<double>& b) {
     double largest = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
         const double size = std::max({std::abs(a[i]), std::abs(b[i]), 1e-6});
-        largest = std::max(largest, std::abs(a[i] - b[i]) / size);
+        largest = larger(largest, std::abs(a[i] - b[i]) / size);
     }
     return largest;
 }
@@ -112,8 +113,8 @@ TEST(ListedBlend, MassesMolesAndTheNameGiveTheSameResults) {
             const Heard byName(plant, propertyRequest(question.sub, question.line, blend.file, 2));
             ASSERT_TRUE(byMass.answered() && byMole.answered() && byName.answered());
             const double mass = difference(byMass.all(), byMole.all()), name = difference(byMass.all(), byName.all());
-            largestMass = std::max(largestMass, mass);
-            largestName = std::max(largestName, name);
+            largestMass = larger(largestMass, mass);
+            largestName = larger(largestName, name);
             EXPECT_LE(mass, 1e-12);
             EXPECT_LE(name, roundingTolerance);
         }
@@ -136,7 +137,7 @@ TEST(ListedBlend, TheOrderOfTheComponentsDoesNotMatter) {
             const Heard second(plant, listedRequest(permuted, true, question.sub, question.line));
             ASSERT_TRUE(first.answered() && second.answered());
             const double apart = difference(first.all(), second.all());
-            largest = std::max(largest, apart);
+            largest = larger(largest, apart);
             EXPECT_LE(apart, roundingTolerance);
         }
     }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "HeardRequest.h"
+#include "Larger.h"
 #include "TreeFolders.h"
 
 namespace frigana::test {
@@ -175,7 +176,7 @@ TEST_F(Store, TheStoredBlendGivesTheResultsOfTheListedOne) {
             ASSERT_EQ(a.size(), b.size());
             // Twelve decimals of the fractions.
             for (std::size_t i = 0; i < a.size(); ++i) {
-                largest = std::max(largest, std::abs(a[i] - b[i]) / std::max(std::abs(a[i]), 1e-3));
+                largest = larger(largest, std::abs(a[i] - b[i]) / std::max(std::abs(a[i]), 1e-3));
                 EXPECT_NEAR(a[i], b[i], 1e-10 * std::max(std::abs(a[i]), 1e-3)) << i;
             }
         }

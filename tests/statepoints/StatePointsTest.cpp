@@ -10,6 +10,7 @@
 #include "26_SaturatTempDrop.h"
 #include "27_PSatAverage.h"
 #include "28_IsentropProcess.h"
+#include "Larger.h"
 #include "Substances.h"
 #include "TemporaryFolder.h"
 
@@ -36,9 +37,9 @@ TEST(PropertyPoints, EveryPairOfInputsGivesTheSameState) {
             PROPSIMPLEPT(s, saturated.P, T, a);
             ASSERT_NE(a.H, missingValue);
             const auto same = [&](const char* pair) {
-                const double deviation = std::max({std::fabs(b.T / a.T - 1), std::fabs(b.D / a.D - 1),
-                                                   std::fabs(b.H - a.H) / 100, std::fabs(b.S - a.S)});
-                worst = std::max(worst, deviation);
+                const double deviation = larger({std::fabs(b.T / a.T - 1), std::fabs(b.D / a.D - 1),
+                                                 std::fabs(b.H - a.H) / 100, std::fabs(b.S - a.S)});
+                worst = larger(worst, deviation);
                 EXPECT_LT(deviation, 1e-7) << pair;
             };
             PROPSIMPLEPH(s, a.P, a.H, b), same("PH");

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "14_ErrorControl.h"
+#include "Larger.h"
 #include "OneFluidCycles.h"
 #include "RandomParameters.h"
 
@@ -407,7 +408,7 @@ double openBalance(const ResultFile& file) {
     for (const auto& [line, sign] : std::initializer_list<std::pair<int, double>>{
              {25, 1.0}, {45, 1.0}, {66, 1.0}, {86, -1.0}, {108, -1.0}, {128, -1.0}}) {
         sum += sign * file.number(line);
-        largest = std::max(largest, std::fabs(file.number(line)));
+        largest = larger(largest, std::fabs(file.number(line)));
     }
     return largest == 0.0 ? 0.0 : std::fabs(sum) / largest;
 }
@@ -439,7 +440,7 @@ TEST(LineSizingRandom, BothRunsEndInAWholeResultOrInAFailureFile) {
         ASSERT_EQ(first.count(), resultLines) << cycleRequest(5, parameters, fluid).text();
         ASSERT_FALSE(dialogue.plant.hasResult());
         ++solvedFirst;
-        worst = std::max(worst, openBalance(first));
+        worst = larger(worst, openBalance(first));
 
         const auto pick = [&] { return 1 + static_cast<int>(random.below(6)); };
         const int suction = pick(), discharge = pick(), liquid = pick();
@@ -453,7 +454,7 @@ TEST(LineSizingRandom, BothRunsEndInAWholeResultOrInAFailureFile) {
         }
         ASSERT_EQ(second.count(), resultLines) << cycleRequest(5, parameters, fluid).text();
         ++solvedSecond;
-        worst = std::max(worst, openBalance(second));
+        worst = larger(worst, openBalance(second));
     }
     EXPECT_LE(worst, 1e-9);
     std::printf("line sizing: %d first and %d second runs solved, energy balance open by %.1e at most; refused:",

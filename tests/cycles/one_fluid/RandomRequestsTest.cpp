@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <map>
 
+#include "Larger.h"
 #include "OneFluidCycles.h"
 #include "RandomParameters.h"
 
@@ -229,12 +230,12 @@ TEST_P(RandomRequests, EndInAWholeResultOrInAFailureFile) {
         for (const Flow& flow : cycle.balance) {
             const double heat = file.number(flow.line);
             sum += flow.sign * heat;
-            largest = std::max(largest, std::fabs(heat));
+            largest = larger(largest, std::fabs(heat));
         }
         if (largest == 0.0) continue;
         if (const double Q = file.number(cycle.twoPhase); cycle.twoPhase > 0 && (Q <= 0.0 || Q >= 1.0)) continue;
         EXPECT_LE(std::fabs(sum), 1e-9 * largest) << request.text();
-        worst = std::max(worst, std::fabs(sum) / largest);
+        worst = larger(worst, std::fabs(sum) / largest);
     }
     std::printf("cycle %d: %d solved, energy balance open by %.1e at most; refused:", kind.sub, solved, worst);
     for (const auto& [code, count] : refusals) std::printf(" %s x%d", code.c_str(), count);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <map>
 
+#include "Larger.h"
 #include "OneFluidCycles.h"
 #include "RandomParameters.h"
 
@@ -98,7 +99,7 @@ class Outcomes {
         if (largest == 0.0) return;
         ++balanced;
         EXPECT_LE(std::fabs(sum), 1e-9 * largest) << request.text();
-        worst_ = std::max(worst_, std::fabs(sum) / largest);
+        worst_ = larger(worst_, std::fabs(sum) / largest);
     }
     void print(const char* name) const {
         std::printf("%s: %d solved, energy balance of %d open by %.1e at most; refused:", name, solved, balanced,
@@ -118,7 +119,7 @@ struct Balance {
     double sum = 0.0, largest = 0.0;
     void add(double sign, double heat) {
         sum += sign * heat;
-        largest = std::max(largest, std::fabs(heat));
+        largest = larger(largest, std::fabs(heat));
     }
 };
 

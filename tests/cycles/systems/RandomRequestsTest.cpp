@@ -8,6 +8,7 @@
 #include <map>
 #include <utility>
 
+#include "Larger.h"
 #include "Systems.h"
 
 namespace frigana::test {
@@ -174,7 +175,7 @@ double openPart(const ResultFile& file, const Balance& balance, int start) {
     for (const Flow& flow : balance) {
         const double heat = file.number(start + flow.line);
         sum += flow.sign * heat;
-        largest = std::max(largest, std::fabs(heat));
+        largest = larger(largest, std::fabs(heat));
     }
     return largest > 0.0 ? std::fabs(sum) / largest : 0.0;
 }
@@ -211,9 +212,9 @@ void solveMany(const System& system) {
         ++solved;
         const int low = system.second1 - 1;
         const Balance& lowBalance = system.sub == 3 ? subcooledBalance : system.sub == 4 ? basicBalance : loopBalance;
-        const double open = std::max(openPart(file, basicBalance, 0), openPart(file, lowBalance, low));
+        const double open = larger(openPart(file, basicBalance, 0), openPart(file, lowBalance, low));
         EXPECT_LE(open, 1e-9) << request.text();
-        worst = std::max(worst, open);
+        worst = larger(worst, open);
     }
     std::printf("cycle %d: %d of %d solved, energy balances open by %.1e at most; refused:", system.sub, solved, count,
                 worst);

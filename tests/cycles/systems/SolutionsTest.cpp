@@ -9,6 +9,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "Larger.h"
 #include "Systems.h"
 #include "TreeFolders.h"
 
@@ -75,8 +76,8 @@ struct Reference {
             const auto name = row[1].get<std::string>();
             value[line] = row[2].get<double>();
             if (name.ends_with("capacity") && !name.ends_with("volumetric capacity"))
-                capacity = std::max(capacity, std::fabs(value[line]));
-            if (name.ends_with(" P")) pressure = std::max(pressure, value[line]);
+                capacity = larger(capacity, std::fabs(value[line]));
+            if (name.ends_with(" P")) pressure = larger(pressure, value[line]);
         }
     }
 };
@@ -94,7 +95,7 @@ double allowedDeviation(const Reference& reference, const System& system, int li
     // The origin of the values takes the heat capacity of R134A in a blend at a temperature scaled by 374.18/374.21,
     // which makes that of the blend 3e-5 smaller; the temperature rise of a compressor deviates by as much.
     if (name.ends_with("inlet superheat") && !loop && holdsR134A(fluid))
-        allowed = std::max(allowed, 3e-5 * (reference.value.at(start + 55) - reference.value.at(start + 48)));
+        allowed = larger(allowed, 3e-5 * (reference.value.at(start + 55) - reference.value.at(start + 48)));
     return allowed;
 }
 

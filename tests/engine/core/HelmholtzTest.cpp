@@ -9,6 +9,7 @@
 #include "CORE_FEQ.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
+#include "Larger.h"
 
 namespace frigana::test {
 namespace {
@@ -67,7 +68,7 @@ TEST_P(HelmholtzOfFluid, EveryOrderIsTheSlopeOfTheOneBelow) {
                 PHIFEQ(1, order.itau, order.idel, tau, del);
                 double scale = std::fabs(expected);
                 for (int k = 1; k <= feqTerms[1].NTERMF + feqTerms[1].NCRT; ++k)
-                    scale = std::max(scale, std::fabs(feqTerms[1].PHISVF[k]));
+                    scale = larger(scale, std::fabs(feqTerms[1].PHISVF[k]));
                 worst.see(std::fabs(value - expected) / scale,
                           std::to_string(tau) + " " + std::to_string(del) + (inTau ? " in tau" : " in del"));
             }

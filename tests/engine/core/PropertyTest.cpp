@@ -11,6 +11,7 @@
 #include "DISPATCH.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
+#include "Larger.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "ReferenceState.h"
@@ -73,8 +74,8 @@ void slopesOfNeighbours(double t, double rho, const Therm2Result& r, bool third,
     const FeqSlot& f = feqTerms[1];
     for (int k = 1; k <= f.NTERMF + f.NCRT; ++k) {
         const double slopeFactor = 1.0 + std::fabs(f.DIFEQ[k] - f.lengthTerm[k]) + std::fabs(f.TIFEQ[k]);
-        scale = std::max(scale, std::fabs(f.PHISVF[k]) * slopeFactor);
-        scaleOfSecond = std::max(scaleOfSecond, std::fabs(f.PHISVF[k]) * slopeFactor * slopeFactor);
+        scale = larger(scale, std::fabs(f.PHISVF[k]) * slopeFactor);
+        scaleOfSecond = larger(scaleOfSecond, std::fabs(f.PHISVF[k]) * slopeFactor * slopeFactor);
     }
     Therm2Result atT[4], atD[4];
     constexpr int steps[4] = {-2, -1, 1, 2};

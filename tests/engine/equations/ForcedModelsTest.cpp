@@ -10,6 +10,7 @@
 #include "FLASH2.h"
 #include "FLSH_SUB.h"
 #include "FluidConstants.h"
+#include "Larger.h"
 #include "MIX_AGA8.h"
 #include "ModelTags.h"
 #include "PREOS.h"
@@ -72,7 +73,7 @@ std::vector<State> statesOfTheEquation(int count) {
 Values deviations(const std::vector<State>& states) {
     Values worst{};
     const auto see = [](double& slot, double value, double expected, double scale) {
-        slot = std::max(slot, std::fabs(value - expected) / scale);
+        slot = test::larger(slot, std::fabs(value - expected) / scale);
     };
     for (const State& state : states) {
         const Values now = properties(state.t, state.rho);

@@ -13,6 +13,7 @@
 #include "EngineSetUp.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
+#include "Larger.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "TemporaryFolder.h"
@@ -70,7 +71,7 @@ void expectDerivatives(const char* model, Phi phi, std::initializer_list<Order> 
     for (const Order order : orders) {
         double worst = 0.0;
         for (int n = 0; n < states; ++n)
-            worst = std::max(
+            worst = test::larger(
                 worst, worstDeviation(phi, order, random.between(tauLow, tauHigh), random.between(0.01, delHigh)));
         std::printf("%s (%d,%d): %.1e over %d states\n", model, order.itau, order.idel, worst, states);
         EXPECT_LT(worst, 1e-7) << model << " (" << order.itau << "," << order.idel << ")";
@@ -218,7 +219,7 @@ TEST_F(PengRobinson, CompositionDerivatives) {
                 return total * PHIPRX(0, 0, tz / t, rho * total / dz, z);
             };
             const double expected = scaledSlope(energy, x[i]) / x[i];
-            worst = std::max(worst, std::fabs(derivatives[i] - expected) / (std::fabs(expected) + 1e-3));
+            worst = test::larger(worst, std::fabs(derivatives[i] - expected) / (std::fabs(expected) + 1e-3));
         }
     }
     std::printf("PR composition derivatives: %.1e\n", worst);
@@ -327,7 +328,7 @@ TEST_P(Benedict, DirectFunctions) {
     Random random;
     double worst = 0.0;
     const auto see = [&](double value, double expected, double scale) {
-        worst = std::max(worst, std::fabs(value - expected) / (std::fabs(value) + scale));
+        worst = test::larger(worst, std::fabs(value - expected) / (std::fabs(value) + scale));
     };
     for (int n = 0; n < 5000; ++n) {
         const double t = random.between(200.0, 500.0), rho = random.between(0.01, 12.0);
@@ -541,7 +542,7 @@ TEST_F(CorrespondingStates, ShapeFactorsAndTheirDerivatives) {
     Random random;
     double worst = 0.0;
     const auto see = [&](double value, double expected, double scale) {
-        worst = std::max(worst, std::fabs(value - expected) / scale);
+        worst = test::larger(worst, std::fabs(value - expected) / scale);
     };
     for (const auto factor : {FJ, HJ}) {
         for (int n = 0; n < 2000; ++n) {

@@ -5,6 +5,7 @@
 #include "CORE_CPP.h"
 #include "EngineSetUp.h"
 #include "FluidConstants.h"
+#include "Larger.h"
 #include "MIX_AGA8.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
@@ -154,7 +155,7 @@ TEST(NaturalGas, Derivatives) {
                    (60.0 * h);
         };
         const auto see = [&](double value, double expected, double lower) {
-            worst = std::max(worst, std::fabs(value - expected) / (std::fabs(value) + std::fabs(lower) + 1e-3));
+            worst = test::larger(worst, std::fabs(value - expected) / (std::fabs(value) + std::fabs(lower) + 1e-3));
         };
         for (int i = 0; i <= 3; ++i) {
             for (int j = 0; j <= 3; ++j) {

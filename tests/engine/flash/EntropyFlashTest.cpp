@@ -7,6 +7,7 @@
 #include <string>
 
 #include "FlashState.h"
+#include "Larger.h"
 #include "PROP_SUB.h"
 #include "PureFluid.h"
 #include "SAT_SUB.h"
@@ -73,7 +74,7 @@ TEST(EntropyFlash, ColdLiquidsAreFoundByEnergyToItsRounding) {
         const double offEnergy = std::abs(property('E', state.T, state.D, z) - e) / std::max(1.0, std::abs(e));
         EXPECT_LT(offEnergy, 1e-9) << row.fluid << " " << row.p;
         EXPECT_LT(std::abs(property('S', state.T, state.D, z) - s), 1e-9 * std::max(1.0, std::abs(s))) << row.fluid;
-        worstEnergy = std::max(worstEnergy, offEnergy);
+        worstEnergy = test::larger(worstEnergy, offEnergy);
 
         // a stable liquid
         double psat = 0;
@@ -87,7 +88,7 @@ TEST(EntropyFlash, ColdLiquidsAreFoundByEnergyToItsRounding) {
         // From 5 kPa on energy tells the pressure: its part of it, p^2/(2 (rho a)^2), is 1e-7 J/mol and more there,
         // its rounding 1e-10.
         if (row.p < 5) continue;
-        worstPressure = std::max(worstPressure, std::abs(state.p / row.p - 1));
+        worstPressure = test::larger(worstPressure, std::abs(state.p / row.p - 1));
         EXPECT_NEAR(state.p, row.p, 5e-4 * row.p) << row.fluid;
         EXPECT_NEAR(state.T, row.T, 1e-6 * row.T) << row.fluid;
     }
@@ -152,13 +153,13 @@ TEST(EntropyFlash, TwoPhasesOfBlendsMeetBothInputs) {
                                              state.q * property(letter, state.T, state.Dv, state.y);
                         return std::abs(found - given) / std::max(1.0, std::abs(given));
                     };
-                    const double inputs = std::max(off(letters[0], first), off('S', wet.s));
+                    const double inputs = test::larger(off(letters[0], first), off('S', wet.s));
                     // the tolerance of 1e-5 J/mol in the first input, the rounding in the second
                     EXPECT_LT(inputs, 3e-9) << blend.name << " " << letters << " " << T << " " << q;
                     EXPECT_NEAR(state.T, T, 2e-7 * T) << blend.name << " " << letters << " " << q;
                     EXPECT_NEAR(state.q, q, 1e-6) << blend.name << " " << letters << " " << T;
-                    worstInput = std::max(worstInput, inputs);
-                    worstTemperature = std::max(worstTemperature, std::abs(state.T / T - 1));
+                    worstInput = test::larger(worstInput, inputs);
+                    worstTemperature = test::larger(worstTemperature, std::abs(state.T / T - 1));
                 }
             }
         }

@@ -53,7 +53,7 @@ class Worst {
   public:
     void take(const std::string& quantity, double value, const std::string& where) {
         auto& entry = all_[quantity];
-        if (value >= entry.first) entry = {value, where};
+        if (!(value < entry.first)) entry = {value, where};
     }
     ~Worst() {
         for (const auto& [quantity, entry] : all_) {

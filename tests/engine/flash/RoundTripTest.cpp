@@ -10,6 +10,7 @@
 
 #include "FlashState.h"
 #include "LIMITS.h"
+#include "Larger.h"
 #include "PROP_SUB.h"
 #include "PureFluid.h"
 
@@ -72,7 +73,7 @@ std::vector<Case> statesOf(const Composition& z) {
 
 struct Deviations {
     double T = 0, D = 0, p = 0, q = 0;
-    double worst() const { return std::max({T, D, p, q}); }
+    double worst() const { return test::larger({T, D, p, q}); }
 };
 
 // Temperature; density on the scale on which it follows temperature; pressure on that on which it follows density, as

@@ -4,6 +4,7 @@
 #include "CORE_FEQ.h"
 #include "DISPATCH.h"
 #include "EngineSetUp.h"
+#include "Larger.h"
 #include "MixtureSetUp.h"
 #include "TPRHO.h"
 #include "Water.h"
@@ -115,8 +116,8 @@ TEST_F(AmmoniaWater, DepartureFunctionAndItsDerivativesInBothOrders) {
             const auto phi = [&](int itau, int idel, double a, double b) { return PHIMIX(1, 2, itau, idel, a, b, x); };
             double scale = 1e-6;
             for (int i = 0; i <= 3; ++i)
-                scale = std::max({scale, std::fabs(phi(0, i, tau, del)), std::fabs(phi(i, 0, tau, del)),
-                                  std::fabs(phi(1, 1, tau, del))});
+                scale = larger({scale, std::fabs(phi(0, i, tau, del)), std::fabs(phi(i, 0, tau, del)),
+                                std::fabs(phi(1, 1, tau, del))});
             EXPECT_NEAR(phi(0, 0, tau, del), published(tau, del, xa), 1e-13 * scale);
             EXPECT_EQ(PHIMIX(2, 1, 0, 0, tau, del, x), phi(0, 0, tau, del));
             for (int order = 0; order < 3; ++order) {

@@ -4,6 +4,7 @@
 
 #include "DISPATCH.h"
 #include "EngineSetUp.h"
+#include "Larger.h"
 #include "MixtureSetUp.h"
 #include "PHIDERV.h"
 #include "PROP_SUB_FUGACITY.h"
@@ -166,7 +167,7 @@ TEST_F(Derivatives, OfTheDepartureFunctionsInBothReducedVariables) {
                     double scale = 1e-9;
                     for (int itau = 0; itau <= 3; ++itau)
                         for (int idel = 0; idel <= 3; ++idel)
-                            scale = std::max(scale, std::fabs(phi(itau, idel, tau, del)));
+                            scale = larger(scale, std::fabs(phi(itau, idel, tau, del)));
                     MixingPair& pair = mixingParameters.pair[i][j];
                     for (int itau = 0; itau <= 3; ++itau)
                         for (int idel = 0; idel <= 3; ++idel) {
@@ -218,7 +219,7 @@ TEST_F(Derivatives, OfTheEnergyOfTheMixtureInBothReducedVariables) {
         for (int i = 1; i < modelTags.NC; ++i)
             for (int j = i + 1; j <= modelTags.NC; ++j) third = third && mixingParameters.pair[i][j].NAMIX2 == 0;
         double scale = 1e-3;
-        for (const Order& o : orders) scale = std::max(scale, std::fabs(PHIX(o.itau, o.idel, tau, del, s.x)));
+        for (const Order& o : orders) scale = larger(scale, std::fabs(PHIX(o.itau, o.idel, tau, del, s.x)));
         for (const Order& o : orders) {
             if (o.itau + o.idel == 3 && !third) continue;
             const int itau = o.inTau ? o.itau - 1 : o.itau, idel = o.inTau ? o.idel : o.idel - 1;
@@ -496,7 +497,7 @@ TEST_F(Derivatives, ObeyTheIdentitiesOfHomogeneousFunctions) {
             volumes += s.x[i] * c.DPHIDP[i];
             double duhem = 0.0, largest = 1.0;
             for (int j = 1; j <= nc; ++j) {
-                largest = std::max({largest, std::fabs(c.DPHIDNJ[i][j]), std::fabs(c.D2ADNN[i][j])});
+                largest = larger({largest, std::fabs(c.DPHIDNJ[i][j]), std::fabs(c.D2ADNN[i][j])});
                 duhem += s.x[j] * c.DPHIDNJ[i][j];
                 EXPECT_NEAR(c.D2ADNN[i][j], c.D2ADNN[j][i], 1e-10 * largest) << s.name;
             }

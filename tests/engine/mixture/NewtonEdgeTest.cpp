@@ -3,6 +3,7 @@
 #include <set>
 
 #include "Equilibrium.h"
+#include "Larger.h"
 #include "MIX_HMX.h"
 #include "PREOS.h"
 #include "SETAGA.h"
@@ -484,11 +485,11 @@ TEST(LogarithmicSolver, FindsTheStatesOfTheFugacityEquations) {
                         EXPECT_LT(relative(r.rhov, s.rhov), 1e-8);
                         T.take(relative(r.T, s.T), mixture.name);
                         p.take(relative(r.p, s.p), mixture.name);
-                        rho.take(std::max(relative(r.rhol, s.rhol), relative(r.rhov, s.rhov)), mixture.name);
+                        rho.take(test::larger(relative(r.rhol, s.rhol), relative(r.rhov, s.rhov)), mixture.name);
                         for (int i = 1; i <= modelTags.NC; ++i) {
                             EXPECT_NEAR(r.x[i], s.x[i], 1e-8);
                             EXPECT_NEAR(r.y[i], s.y[i], 1e-8);
-                            fraction.take(std::max(std::fabs(r.x[i] - s.x[i]), std::fabs(r.y[i] - s.y[i])),
+                            fraction.take(test::larger(std::fabs(r.x[i] - s.x[i]), std::fabs(r.y[i] - s.y[i])),
                                           mixture.name);
                         }
                         ++states;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Larger.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "Saturation.h"
@@ -69,11 +70,11 @@ TEST_F(Substitution, AgreesWithTheReferenceOfBlends) {
         if (atTemperature) {
             EXPECT_NEAR(b.p / bubbleP, 1.0, 1e-5);
             EXPECT_NEAR(d.p / dewP, 1.0, 1e-5);
-            p.take(std::max(deviation(b.p, bubbleP), deviation(d.p, dewP)), bubbleT);
+            p.take(larger(deviation(b.p, bubbleP), deviation(d.p, dewP)), bubbleT);
         } else {
             EXPECT_NEAR(b.T, bubbleT, 1e-3);
             EXPECT_NEAR(d.T, dewT, 1e-3);
-            T.take(std::max(std::fabs(b.T - bubbleT), std::fabs(d.T - dewT)), bubbleT);
+            T.take(larger(std::fabs(b.T - bubbleT), std::fabs(d.T - dewT)), bubbleT);
         }
         ++rows;
     }

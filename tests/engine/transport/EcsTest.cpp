@@ -4,6 +4,7 @@
 
 #include "DISPATCH.h"
 #include "FluidWith.h"
+#include "Larger.h"
 #include "MIX_HMX.h"
 #include "TRNS_ECS_STATE.h"
 #include "TreeFolders.h"
@@ -37,7 +38,7 @@ TEST(ConformalState, hasTheHelmholtzEnergyAndTheCompressibilityAskedFor) {
                 CONFTD(0, target.A, target.Z, T0, D0, ierr, herr);
                 ASSERT_EQ(ierr, 0) << fluid << ' ' << Tr;
                 const Target found = targetOf(0, T0, D0);
-                worst = std::max({worst, std::abs(found.A - target.A), std::abs(found.Z - target.Z)});
+                worst = larger({worst, std::abs(found.A - target.A), std::abs(found.Z - target.Z)});
                 ++states;
             }
         }

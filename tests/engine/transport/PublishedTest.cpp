@@ -2,6 +2,7 @@
 // that its printed digits and the state given allow.
 #include <cstdio>
 
+#include "Larger.h"
 #include "Transport.h"
 
 namespace frigana::test {
@@ -21,7 +22,7 @@ TEST(PublishedTransport, everyPrintedValueIsMet) {
         const TransportPoint point = transport(v.T, D);
         const double value = v.property == "viscosity" ? point.eta : point.tcx;
         const double off = value / v.value - 1.0;
-        worst = std::max(worst, std::abs(off) / v.tolerance);
+        worst = larger(worst, std::abs(off) / v.tolerance);
         std::printf("%-9s %-12s T %8.3f K  D %10.6f mol/L  printed %12.7g  here %12.7g  %9.1e of %7.1e  %s\n",
                     v.fluid.c_str(), v.property.c_str(), v.T, D, v.value, value, off, v.tolerance, v.source.c_str());
         EXPECT_LE(std::abs(off), v.tolerance) << v.fluid << ' ' << v.property << " at " << v.T << " K, " << D

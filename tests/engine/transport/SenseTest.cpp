@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "DISPATCH.h"
+#include "Larger.h"
 #include "Transport.h"
 
 namespace frigana::test {
@@ -116,7 +117,7 @@ TEST_P(TransportSense, positiveAndContinuousOverDensity) {
             const double bend = std::abs(eta[2] - 2.0 * eta[1] + eta[0]) / eta[1];
             const double bendTcx = peak ? 0.0 : std::abs(tcx[2] - 2.0 * tcx[1] + tcx[0]) / tcx[1];
             double& largest = scaled[0] == scaled[2] && scaled[1] == scaled[2] ? roughest : step;
-            largest = std::max({largest, bend, bendTcx});
+            largest = larger({largest, bend, bendTcx});
         }
     }
     std::printf("%-9s largest second difference %.1e of the value", GetParam(), roughest);
@@ -153,7 +154,7 @@ TEST_P(TransportSense, enhancementIsPositiveAndVanishesAwayFromTheCriticalPoint)
     // Largest over density: the critical point of an equation of state need not be that of the file.
     const auto peak = [&](double T) {
         double largest = 0.0;
-        for (int k = 5; k <= 15; ++k) largest = std::max(largest, enhancement(T, 0.1 * k * dc));
+        for (int k = 5; k <= 15; ++k) largest = larger(largest, enhancement(T, 0.1 * k * dc));
         return largest;
     };
     const double close = peak(1.01 * tc);
