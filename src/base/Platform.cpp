@@ -1,15 +1,19 @@
 #include "Platform.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #ifdef _WIN32
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
 #else
 #include <fcntl.h>
 #include <strings.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -27,6 +31,12 @@ int lastSeparator(std::string_view path) {
     return 0;
 }
 
+bool isPlainFileName(std::string_view name) {
+    for (const char c : name)
+        if (c == '\\' || c == '/' || c == ':' || static_cast<unsigned char>(c) < ' ') return false;
+    return true;
+}
+
 #ifdef _WIN32
 namespace {
 constexpr char separator = '\\';
@@ -40,10 +50,28 @@ constexpr char separator = '/';
 bool nativePath(std::string_view path, char* native) {
     path = trimRight(path);
     if (path.empty() || path.size() > static_cast<std::size_t>(longestPath)) return false;
+    if (path.find('\0') != std::string_view::npos) return false;
     for (std::size_t i = 0; i < path.size(); ++i) native[i] = path[i] == '\\' || path[i] == '/' ? separator : path[i];
     native[path.size()] = '\0';
     return true;
 }
+
+namespace {
+
+constexpr int mostBeside = 10;
+
+// Name of a file beside another one.
+bool besideName(const char* native, char digit, char* beside) {
+    const std::size_t length = std::strlen(native);
+    if (length + 2 > static_cast<std::size_t>(longestPath)) return false;
+    std::memcpy(beside, native, length);
+    beside[length] = '~';
+    beside[length + 1] = digit;
+    beside[length + 2] = '\0';
+    return true;
+}
+
+}  // namespace
 
 void writeStandardError(std::string_view text) {
     constexpr int standardError = 2;
@@ -52,11 +80,39 @@ void writeStandardError(std::string_view text) {
 
 #ifdef _WIN32
 
-int openFileToRead(const char* native) {
-    return _open(native, _O_RDONLY | _O_BINARY);
+namespace {
+
+bool isRegular(int handle) {
+    return GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(handle))) == FILE_TYPE_DISK;
 }
-int openFileToWrite(const char* native) {
-    return _open(native, _O_RDWR | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+
+int openRegular(const char* native, int flags) {
+    const int handle = _open(native, flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    if (handle < 0 || isRegular(handle)) return handle;
+    _close(handle);
+    return -1;
+}
+
+}  // namespace
+
+int openFileToRead(const char* native) {
+    return openRegular(native, _O_RDONLY);
+}
+int openFileToWrite(const char* native, Creation creation) {
+    if (creation == Creation::replaced) _unlink(native);
+    const int handle = openRegular(native, _O_RDWR | _O_CREAT | _O_EXCL);
+    if (handle >= 0 || creation == Creation::fresh) return handle;
+    return openRegular(native, _O_RDWR | _O_TRUNC);
+}
+int openFileBeside(const char* native, char& digit) {
+    char beside[longestPath + 1];
+    for (digit = '0'; digit < '0' + mostBeside; ++digit) {
+        if (!besideName(native, digit, beside)) return -1;
+        _unlink(beside);  // fails while another process has it open
+        const int handle = openRegular(beside, _O_RDWR | _O_CREAT | _O_EXCL);
+        if (handle >= 0) return handle;
+    }
+    return -1;
 }
 long readFile(int handle, char* bytes, long count) {
     return _read(handle, bytes, static_cast<unsigned>(count));
@@ -64,11 +120,14 @@ long readFile(int handle, char* bytes, long count) {
 bool writeFile(int handle, const char* bytes, long count) {
     return _write(handle, bytes, static_cast<unsigned>(count)) == count;
 }
+bool emptyFile(int handle) {
+    return _chsize(handle, 0) == 0;
+}
 bool rewindFile(int handle) {
     return _lseek(handle, 0, SEEK_SET) == 0;
 }
-void closeFile(int handle) {
-    _close(handle);
+bool closeFile(int handle) {
+    return _close(handle) == 0;
 }
 bool removeFile(std::string_view path) {
     char native[longestPath + 1];
@@ -78,22 +137,74 @@ bool fileExists(std::string_view path) {
     char native[longestPath + 1];
     return nativePath(path, native) && _access(native, 0) == 0;
 }
+bool renameFile(const char* nativeFrom, const char* nativeTo) {
+    return MoveFileExA(nativeFrom, nativeTo, MOVEFILE_REPLACE_EXISTING) != 0;
+}
+bool clearFile(std::string_view path) {
+    char native[longestPath + 1];
+    if (!nativePath(path, native)) return false;
+    if (_unlink(native) == 0 || errno == ENOENT) return true;
+    const int handle = openRegular(native, _O_RDWR | _O_TRUNC);
+    return handle >= 0 && closeFile(handle);
+}
+// File names have no case here.
+bool findInAnyCase(std::string_view, std::string_view name, char* found) {
+    std::memcpy(found, name.data(), name.size());
+    return true;
+}
+
+int lockFolder(std::string_view folder) {
+    constexpr std::string_view name = "frigana.lock";
+    char native[longestPath + 1];
+    if (folder.size() + name.size() > static_cast<std::size_t>(longestPath)) return -1;
+    if (!folder.empty() && !nativePath(folder, native)) return -1;
+    std::memcpy(native + folder.size(), name.data(), name.size());
+    native[folder.size() + name.size()] = '\0';
+    const HANDLE file =
+        CreateFileA(native, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return -1;
+    OVERLAPPED whole{};
+    if (LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &whole) == 0) {
+        CloseHandle(file);
+        return -1;
+    }
+    return _open_osfhandle(reinterpret_cast<intptr_t>(file), _O_RDWR);
+}
+void unlockFolder(int handle) {
+    _close(handle);
+}
 
 #else
 
 namespace {
 
-// A folder is not a file, although it can be opened.
-int openUnlessFolder(const char* native, int flags) {
-    const int handle = open(native, flags | O_CLOEXEC, 0666);
+// Opened without waiting for the other end of a pipe or the carrier of a line, and kept only if it is a regular file.
+int openRegular(const char* native, int flags) {
+    const int handle = open(native, flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
     if (handle < 0) return -1;
     struct stat status;
-    if (fstat(handle, &status) == 0 && S_ISDIR(status.st_mode)) {
-        close(handle);
-        errno = EISDIR;
-        return -1;
-    }
-    return handle;
+    if (fstat(handle, &status) == 0 && S_ISREG(status.st_mode)) return handle;
+    close(handle);
+    errno = EISDIR;
+    return -1;
+}
+
+// An existing file, emptied; one that has a second name elsewhere is left alone.
+int openEmptied(const char* native) {
+    const int handle = openRegular(native, O_RDWR | O_NOFOLLOW);
+    if (handle < 0) return -1;
+    struct stat status;
+    if (fstat(handle, &status) == 0 && status.st_nlink == 1 && emptyFile(handle)) return handle;
+    close(handle);
+    return -1;
+}
+
+bool lockHandle(int handle, int how) {
+    int result;
+    do result = flock(handle, how);
+    while (result != 0 && errno == EINTR);
+    return result == 0;
 }
 
 #ifdef __linux__
@@ -102,7 +213,7 @@ int openUnlessFolder(const char* native, int flags) {
 bool findEntry(const char* folder, char* name) {
     const int handle = open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (handle < 0) return false;
-    alignas(8) char entries[8192];
+    alignas(8) static char entries[8192];
     bool found = false;
     long count;
     while (!found && (count = syscall(SYS_getdents64, handle, entries, sizeof entries)) > 0) {
@@ -156,15 +267,45 @@ bool correctCase(char* native) {
 }  // namespace
 
 int openFileToRead(const char* native) {
-    const int handle = openUnlessFolder(native, O_RDONLY);
+    const int handle = openRegular(native, O_RDONLY);
     if (handle >= 0 || errno != ENOENT) return handle;
     char corrected[longestPath + 1];
     std::strcpy(corrected, native);
-    return correctCase(corrected) ? openUnlessFolder(corrected, O_RDONLY) : -1;
+    return correctCase(corrected) ? openRegular(corrected, O_RDONLY) : -1;
 }
 
-int openFileToWrite(const char* native) {
-    return openUnlessFolder(native, O_RDWR | O_CREAT | O_TRUNC);
+int openFileToWrite(const char* native, Creation creation) {
+    if (creation == Creation::replaced) unlink(native);
+    const int handle = openRegular(native, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW);
+    if (handle >= 0 || creation == Creation::fresh) return handle;
+    return openEmptied(native);
+}
+
+int openFileBeside(const char* native, char& digit) {
+    constexpr int attempts = 3;
+    char beside[longestPath + 1];
+    for (digit = '0'; digit < '0' + mostBeside; ++digit) {
+        if (!besideName(native, digit, beside)) return -1;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            const int handle = openRegular(beside, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW);
+            if (handle >= 0) {
+                // Whoever writes such a file holds its lock. One that took this file for that of a dead process, before
+                // the lock stood, has removed its name.
+                struct stat status;
+                if (!lockHandle(handle, LOCK_EX | LOCK_NB) || fstat(handle, &status) != 0 || status.st_nlink == 1)
+                    return handle;
+                close(handle);
+                continue;
+            }
+            if (errno != EEXIST) return -1;
+            const int other = openRegular(beside, O_RDONLY | O_NOFOLLOW);
+            const bool dead = other < 0 || lockHandle(other, LOCK_EX | LOCK_NB);
+            if (dead) unlink(beside);
+            if (other >= 0) close(other);
+            if (!dead) break;
+        }
+    }
+    return -1;
 }
 
 long readFile(int handle, char* bytes, long count) {
@@ -188,8 +329,12 @@ bool writeFile(int handle, const char* bytes, long count) {
 bool rewindFile(int handle) {
     return lseek(handle, 0, SEEK_SET) == 0;
 }
-void closeFile(int handle) {
-    close(handle);
+bool emptyFile(int handle) {
+    return ftruncate(handle, 0) == 0 && rewindFile(handle);
+}
+// An interrupted close has closed all the same.
+bool closeFile(int handle) {
+    return close(handle) == 0 || errno == EINTR;
 }
 
 bool removeFile(std::string_view path) {
@@ -200,6 +345,53 @@ bool removeFile(std::string_view path) {
 bool fileExists(std::string_view path) {
     char native[longestPath + 1];
     return nativePath(path, native) && access(native, F_OK) == 0;
+}
+
+bool renameFile(const char* nativeFrom, const char* nativeTo) {
+    return rename(nativeFrom, nativeTo) == 0;
+}
+
+bool clearFile(std::string_view path) {
+    char native[longestPath + 1];
+    if (!nativePath(path, native)) return false;
+    if (unlink(native) == 0 || errno == ENOENT || errno == ENOTDIR) return true;
+    const int handle = openEmptied(native);
+    return handle >= 0 && closeFile(handle);
+}
+
+bool findInAnyCase(std::string_view folder, std::string_view name, char* found) {
+    char native[longestPath + 1], entry[longestPath + 1];
+    std::memcpy(found, name.data(), name.size());
+    if (!nativePath(folder.empty() ? "." : folder, native) || !nativePath(name, entry) || !findEntry(native, entry))
+        return false;
+    std::memcpy(found, entry, name.size());
+    return true;
+}
+
+int lockFolder(std::string_view folder) {
+    constexpr std::string_view lockFile = ".frigana-lock";
+    char native[longestPath + 1];
+    if (!nativePath(folder.empty() ? "./" : folder, native)) return -1;
+    const int handle = open(native, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle >= 0) {
+        if (lockHandle(handle, LOCK_EX)) return handle;
+        close(handle);
+    }
+    // Folders of another machine lock only files that are open for writing, and some folders cannot be read.
+    const std::size_t length = std::strlen(native);
+    if (length + lockFile.size() > static_cast<std::size_t>(longestPath)) return -1;
+    std::memcpy(native + length, lockFile.data(), lockFile.size());
+    native[length + lockFile.size()] = '\0';
+    const int file = openRegular(native, O_RDWR | O_CREAT | O_NOFOLLOW);
+    if (file < 0) return -1;
+    if (lockHandle(file, LOCK_EX)) return file;
+    close(file);
+    return -1;
+}
+
+void unlockFolder(int handle) {
+    flock(handle, LOCK_UN);
+    close(handle);
 }
 
 #endif

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 
 namespace frigana {
@@ -19,6 +18,8 @@ struct OpenFile {
     bool writing = false;
     bool failed = false;
     bool atEnd = false;
+    bool tooLong = false;     // the last line
+    char beside = '\0';       // digit of the name that it has until it is whole
     int first = 0, last = 0;  // what is still to be read from the buffer, or last bytes to be written
     int number = 0;
     int lineLength = 0;
@@ -48,12 +49,17 @@ bool refill(OpenFile& file) {
     file.first = 0;
     file.last = count > 0 ? static_cast<int>(count) : 0;
     file.atEnd = count <= 0;
+    file.failed = file.failed || count < 0;
     return !file.atEnd;
 }
 
-// The next line without its end, whatever ends it: LF, CR LF or the end of the file.
-bool nextLine(OpenFile& file) {
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// The next line without its end, whatever ends it: LF, CR LF or the end of the file. A mark of the encoding in front of
+// the first line does not belong to it.
+ReadStatus nextLine(OpenFile& file) {
     file.lineLength = 0;
+    file.tooLong = false;
     bool any = false;
     for (;;) {
         if (file.first == file.last && !refill(file)) break;
@@ -65,26 +71,66 @@ bool nextLine(OpenFile& file) {
         const int kept = std::min(count, longestLine - file.lineLength);
         std::memcpy(file.line + file.lineLength, begin, static_cast<std::size_t>(kept));
         file.lineLength += kept;
+        file.tooLong = file.tooLong || kept < count;
         file.first += count;
         if (end != nullptr) {
             ++file.first;
             break;
         }
     }
-    if (!any) return false;
+    if (file.failed) return ReadStatus::malformed;
+    if (!any) return ReadStatus::endOfFile;
     if (file.lineLength > 0 && file.line[file.lineLength - 1] == '\r') --file.lineLength;
     ++file.number;
-    return true;
+    if (file.tooLong) return ReadStatus::malformed;
+    if (file.number == 1 &&
+        std::string_view(file.line, static_cast<std::size_t>(file.lineLength)).starts_with(byteOrderMark)) {
+        file.lineLength -= static_cast<int>(byteOrderMark.size());
+        std::memmove(file.line, file.line + byteOrderMark.size(), static_cast<std::size_t>(file.lineLength));
+    }
+    return ReadStatus::ok;
 }
 
-bool openUnit(int unit, std::string_view path, bool writing) {
+int openToWrite(const char* native, Writing how, char& beside) {
+    if (how == Writing::whole) {
+        const int handle = openFileBeside(native, beside);
+        if (handle >= 0) return handle;
+    }
+    beside = '\0';
+    return openFileToWrite(native, how == Writing::fresh ? Creation::fresh : Creation::replaced);
+}
+
+// Path under which the file stands now; native is its own, longestPath + 3 characters long.
+void nameUntilWhole(const OpenFile& file, char* native) {
+    const std::size_t length = std::strlen(native);
+    const char suffix[3] = {'~', file.beside, '\0'};
+    std::memcpy(native + length, suffix, sizeof suffix);
+}
+
+void removeNow(const OpenFile& file) {
+    char native[longestPath + 3];
+    if (!nativePath(std::string_view(file.path, static_cast<std::size_t>(file.pathLength)), native)) return;
+    if (file.beside != '\0') nameUntilWhole(file, native);
+    removeFile(native);
+}
+
+bool giveName(const OpenFile& file) {
+    char native[longestPath + 1], beside[longestPath + 3];
+    if (!nativePath(std::string_view(file.path, static_cast<std::size_t>(file.pathLength)), native)) return false;
+    std::strcpy(beside, native);
+    nameUntilWhole(file, beside);
+    return renameFile(beside, native);
+}
+
+bool openUnit(int unit, std::string_view path, bool writing, Writing how) {
     closeUnit(unit);
     if (unit < 1 || unit > largestUnit) return false;
     const auto free = std::find_if(files, files + mostOpenUnits, [](const OpenFile& file) { return file.unit == 0; });
     if (free == files + mostOpenUnits) return false;
     OpenFile& file = *free;
     if (!nativePath(path, file.path)) return false;
-    file.handle = writing ? openFileToWrite(file.path) : openFileToRead(file.path);
+    file.beside = '\0';
+    file.handle = writing ? openToWrite(file.path, how, file.beside) : openFileToRead(file.path);
     if (file.handle < 0) return false;
     // Messages show the path as it was given.
     const auto given = trimRight(path);
@@ -92,7 +138,7 @@ bool openUnit(int unit, std::string_view path, bool writing) {
     std::memcpy(file.path, given.data(), given.size());
     file.unit = unit;
     file.writing = writing;
-    file.failed = file.atEnd = false;
+    file.failed = file.atEnd = file.tooLong = false;
     file.first = file.last = file.number = file.lineLength = 0;
     fileOfUnit[unit] = static_cast<signed char>(free - files + 1);
     return true;
@@ -100,6 +146,20 @@ bool openUnit(int unit, std::string_view path, bool writing) {
 
 bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\r';
+}
+
+// Whether the size of a number in digits and exponent, far too large or too small for a double, is the former.
+bool exceedsOne(std::string_view text) {
+    const auto e = text.find('e');
+    const auto mantissa = text.substr(0, e);
+    const auto first = mantissa.find_first_of("123456789");
+    if (first == std::string_view::npos) return false;
+    const auto point = std::min(mantissa.find('.'), mantissa.size());
+    if (e == std::string_view::npos) return first < point;
+    long exponent = 0;
+    const auto end = std::from_chars(text.data() + e + 1, text.data() + text.size(), exponent);
+    if (end.ec == std::errc::result_out_of_range) return text[e + 1] != '-';
+    return exponent + static_cast<long>(point) - static_cast<long>(first) > 0;
 }
 
 // A real in any usual form. Letters of an exponent are e, d and q; a sign alone starts an exponent as well.
@@ -155,9 +215,8 @@ bool parseReal(std::string_view item, double& value) {
     if (end.ptr != text + length) return false;
     if (end.ec == std::errc::result_out_of_range) {
         // Too small is zero, too large is an error.
-        text[length] = '\0';
-        read = std::strtod(text, nullptr);
-        if (std::fabs(read) > 1.0) return false;
+        if (exceedsOne(std::string_view(text, static_cast<std::size_t>(length)))) return false;
+        read = text[0] == '-' ? -0.0 : 0.0;
     } else if (end.ec != std::errc{}) {
         return false;
     }
@@ -179,11 +238,13 @@ bool parseInteger(std::string_view item, int& value) {
 
 }  // namespace
 
+char composedLine[longestLine];
+
 bool openForReading(int unit, std::string_view path) {
-    return openUnit(unit, path, false);
+    return openUnit(unit, path, false, Writing::direct);
 }
-bool openForWriting(int unit, std::string_view path) {
-    return openUnit(unit, path, true);
+bool openForWriting(int unit, std::string_view path, Writing how) {
+    return openUnit(unit, path, true, how);
 }
 bool unitIsOpen(int unit) {
     return fileOf(unit) != nullptr;
@@ -208,8 +269,13 @@ bool closeUnit(int unit) {
     OpenFile* file = fileOf(unit);
     if (file == nullptr) return true;
     flush(*file);
-    closeFile(file->handle);
+    // A file that cannot be removed is empty at least.
+    if (file->failed && file->writing) emptyFile(file->handle);
+    if (!closeFile(file->handle)) file->failed = true;
+    if (file->beside != '\0' && !file->failed && !giveName(*file)) file->failed = true;
+    if (file->failed && (file->writing || file->beside != '\0')) removeNow(*file);
     file->handle = closed;
+    file->beside = '\0';
     file->unit = 0;
     fileOfUnit[unit] = 0;
     return !file->failed;
@@ -218,12 +284,12 @@ bool closeUnit(int unit) {
 void closeAndDelete(int unit) {
     OpenFile* file = fileOf(unit);
     if (file == nullptr) return;
-    file->last = 0;
-    char path[longestPath + 1];
-    const auto length = static_cast<std::size_t>(file->pathLength);
-    std::memcpy(path, file->path, length);
-    closeUnit(unit);
-    removeFile(std::string_view(path, length));
+    closeFile(file->handle);
+    removeNow(*file);
+    file->handle = closed;
+    file->beside = '\0';
+    file->unit = 0;
+    fileOfUnit[unit] = 0;
 }
 
 void closeAllUnits() {
@@ -233,11 +299,16 @@ void closeAllUnits() {
 void abandonAllUnits() {
     for (int unit = 1; unit <= largestUnit; ++unit) {
         const OpenFile* file = fileOf(unit);
-        if (file != nullptr && file->writing)
+        if (file != nullptr && (file->writing || file->beside != '\0'))
             closeAndDelete(unit);
         else
             closeUnit(unit);
     }
+}
+
+void removeHalfFiles() {
+    for (const OpenFile& file : files)
+        if (file.unit != 0 && (file.writing || file.beside != '\0')) removeNow(file);
 }
 
 int lineNumber(int unit) {
@@ -257,9 +328,19 @@ std::string_view currentLine(int unit) {
     return {file->line, static_cast<std::size_t>(file->lineLength)};
 }
 
+std::string_view readProblem(int unit) {
+    const OpenFile* file = fileOf(unit);
+    if (file == nullptr) return {};
+    if (file->failed) return "an error of reading";
+    if (file->tooLong) return "a line of more than 8192 columns";
+    return {};
+}
+
 ReadStatus readTextField(int unit, char* field, int fieldSize, int width) {
     OpenFile* file = fileOf(unit);
-    if (file == nullptr || !nextLine(*file)) return ReadStatus::endOfFile;
+    if (file == nullptr) return ReadStatus::endOfFile;
+    const ReadStatus status = nextLine(*file);
+    if (status != ReadStatus::ok) return status;
     const int count = std::min({fieldSize, width, file->lineLength});
     std::memcpy(field, file->line, static_cast<std::size_t>(count));
     std::fill(field + count, field + fieldSize, ' ');
@@ -268,14 +349,16 @@ ReadStatus readTextField(int unit, char* field, int fieldSize, int width) {
 
 ReadStatus skipLine(int unit) {
     OpenFile* file = fileOf(unit);
-    return file != nullptr && nextLine(*file) ? ReadStatus::ok : ReadStatus::endOfFile;
+    return file == nullptr ? ReadStatus::endOfFile : nextLine(*file);
 }
 
 ReadStatus skipFilledLine(int unit) {
     OpenFile* file = fileOf(unit);
-    while (file != nullptr && nextLine(*file))
-        if (!std::all_of(file->line, file->line + file->lineLength, isBlank)) return ReadStatus::ok;
-    return ReadStatus::endOfFile;
+    if (file == nullptr) return ReadStatus::endOfFile;
+    for (;;) {
+        const ReadStatus status = nextLine(*file);
+        if (status != ReadStatus::ok || !std::all_of(file->line, file->line + file->lineLength, isBlank)) return status;
+    }
 }
 
 FreeRecord::Found FreeRecord::nextItem(bool numeric) {
@@ -287,7 +370,10 @@ FreeRecord::Found FreeRecord::nextItem(bool numeric) {
     item_ = {};
     for (;;) {
         if (position_ < 0 || position_ >= static_cast<int>(line_.size())) {
-            if (unit_ == 0 || skipLine(unit_) != ReadStatus::ok) return Found::endOfFile;
+            if (unit_ == 0) return Found::endOfFile;
+            const ReadStatus status = skipLine(unit_);
+            if (status == ReadStatus::endOfFile) return Found::endOfFile;
+            if (status != ReadStatus::ok) return Found::malformed;
             line_ = currentLine(unit_);
             position_ = 0;
             continue;

@@ -9,34 +9,46 @@
 
 namespace frigana {
 
+// Malformed is also a line that is too long, and a file that could not be read to its end.
 enum class ReadStatus { ok, endOfFile, malformed };
 
 inline constexpr int largestUnit = 99;
 inline constexpr int mostOpenUnits = 16;
-inline constexpr int longestLine = 8192;  // what stands behind this column is not seen
+inline constexpr int longestLine = 8192;  // a longer line is malformed
 
 // Units. A unit that is open is closed before it is opened again.
 // Opens path (backslashes, slashes or a mix) for reading by lines. False if there is no such readable file.
 bool openForReading(int unit, std::string_view path);
-// Opens path for writing from its beginning, creating it if it is missing. False if that cannot be done.
-bool openForWriting(int unit, std::string_view path);
+// Opens path for writing from its beginning. False if that cannot be done.
+enum class Writing {
+    direct,  // under its own name; an older file is replaced
+    whole,   // under another name in the same folder, its own when the unit is closed: nobody meets a part of it, and
+             // where something goes wrong there is none, or the older one still. Where the folder takes no new file
+             // an older one is written over
+    fresh    // under its own name, where there is no such file yet
+};
+bool openForWriting(int unit, std::string_view path, Writing how = Writing::direct);
 bool unitIsOpen(int unit);
 // First unit number from start upward that is not open.
 int firstFreeUnit(int start);
 // The next read takes the first line, also of a file that has just been written.
 void rewindUnit(int unit);
-// False if something that was written did not reach the file.
+// False if something that was written did not reach the file; then none is left.
 bool closeUnit(int unit);
 void closeAndDelete(int unit);
 void closeAllUnits();
 // Closes what a failed run left open; what was being written is incomplete and is deleted.
 void abandonAllUnits();
+// Removes the names of the files that are being written, for a handler of a signal that ends the program.
+void removeHalfFiles();
 // Number of the line that was read or written last (1 for the first), for messages.
 int lineNumber(int unit);
 // Path that the unit was opened with.
 std::string_view unitPath(int unit);
 // The line that was read last, without its end; valid until the next read.
 std::string_view currentLine(int unit);
+// Why the last line could not be read although the file has one; empty if there was no such trouble.
+std::string_view readProblem(int unit);
 
 // One line as it stands: its first `width` characters into a field, padded with blanks.
 ReadStatus readTextField(int unit, char* field, int fieldSize, int width);
@@ -68,6 +80,10 @@ class FreeRecord {
     }
     // What stood where the value was expected, for messages; empty at the end of the file.
     std::string_view offendingText() const { return item_; }
+    // What stands behind the last value on its line.
+    std::string_view rest() const {
+        return position_ < 0 ? std::string_view{} : line_.substr(static_cast<std::size_t>(position_));
+    }
 
   private:
     enum class Found { item, null, endOfFile, malformed };
@@ -97,9 +113,10 @@ ReadStatus readValues(int unit, Value&... values) {
 // One line in fixed format out of the pieces of Message.h.
 void writeRaw(int unit, std::string_view characters);  // no line end
 void endLine(int unit);
+extern char composedLine[longestLine];  // one run at a time writes one line at a time
 template <class... Piece>
 void writeLine(int unit, const Piece&... pieces) {
-    char line[longestLine];
+    char* const line = composedLine;
     Composer composer(line, longestLine);
     (composer.add(pieces), ...);
     writeRaw(unit, std::string_view(line, static_cast<std::size_t>(composer.used())));

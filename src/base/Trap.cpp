@@ -1,5 +1,6 @@
 #include "Trap.h"
 
+#include <atomic>
 #include <cfenv>
 #include <csetjmp>
 #include <csignal>
@@ -25,6 +26,7 @@ namespace {
 volatile int numerator = 3;
 volatile int denominator = 0;
 volatile int quotient = 0;
+volatile std::sig_atomic_t raisedByDivision = 0;
 
 FRIGANA_DELIBERATE_DIVISION void divide() {
     quotient = numerator / denominator;
@@ -35,6 +37,7 @@ FRIGANA_DELIBERATE_DIVISION void divide() {
 [[noreturn]] void divideByZero() {
     divide();
     // Processors whose division gives 0 instead of a trap arrive here.
+    raisedByDivision = 1;
     std::raise(SIGFPE);
     std::abort();
 }
@@ -47,6 +50,10 @@ void onTrap(int) {
     if (road != nullptr) std::longjmp(*road, 1);
 }
 }  // namespace
+
+void forgetContained() {
+    road = nullptr;
+}
 
 bool runContained(void (*run)(void* context), void* context) {
     std::fenv_t environment;
@@ -73,28 +80,80 @@ namespace {
 
 struct Containment {
     sigjmp_buf here;
-    pthread_t thread;
-    struct sigaction previous;
     Containment* outer;
 };
 
-Containment* volatile innermost = nullptr;
+// Handlers of other threads may read these at any moment, also behind the end of a run: none of them is on its stack.
+std::atomic<Containment*> innermost{nullptr};
+std::atomic<pthread_t> runner{};
+struct sigaction host;  // what the host had for the signal; known before our handler stands
+
+bool isOurTrap(const siginfo_t& information) {
+    if (innermost.load() == nullptr || pthread_equal(runner.load(), pthread_self()) == 0) return false;
+    // A signal that was sent is not a trap, but for our own.
+    return information.si_code > 0 || raisedByDivision != 0;
+}
+
+// The host's own handler, as if ours had not been there.
+void passToHost(int signal, siginfo_t* information, void* machine) {
+    const struct sigaction action = host;
+    const bool sent = information->si_code <= 0;
+    const bool full = (action.sa_flags & SA_SIGINFO) != 0;
+    if (!full && action.sa_handler == SIG_IGN && sent) return;
+    if (!full && (action.sa_handler == SIG_DFL || action.sa_handler == SIG_IGN)) {
+        std::signal(signal, SIG_DFL);
+        if (sent) std::raise(signal);  // a trap comes again by itself
+        return;
+    }
+    if ((action.sa_flags & SA_RESETHAND) != 0) {
+        host.sa_flags &= ~SA_SIGINFO;
+        host.sa_handler = SIG_DFL;
+    }
+    sigset_t masked = action.sa_mask, before;
+    if ((action.sa_flags & SA_NODEFER) == 0) sigaddset(&masked, signal);
+    pthread_sigmask(SIG_BLOCK, &masked, &before);
+    if (full)
+        action.sa_sigaction(signal, information, machine);
+    else
+        action.sa_handler(signal);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
 
 void onTrap(int signal, siginfo_t* information, void* machine) {
-    Containment* const containment = innermost;
-    if (containment != nullptr && pthread_equal(containment->thread, pthread_self())) siglongjmp(containment->here, 1);
-    // Another thread of the host: its trap is not ours.
-    if (containment != nullptr) {
-        Containment* outermost = containment;
-        while (outermost->outer != nullptr) outermost = outermost->outer;
-        const struct sigaction& previous = outermost->previous;
-        if ((previous.sa_flags & SA_SIGINFO) != 0) return previous.sa_sigaction(signal, information, machine);
-        if (previous.sa_handler != SIG_DFL && previous.sa_handler != SIG_IGN) return previous.sa_handler(signal);
-    }
-    std::signal(signal, SIG_DFL);
+    if (!isOurTrap(*information)) return passToHost(signal, information, machine);
+    raisedByDivision = 0;
+    siglongjmp(innermost.load()->here, 1);
+}
+
+bool isOurs(const struct sigaction& action) {
+    return (action.sa_flags & SA_SIGINFO) != 0 && action.sa_sigaction == onTrap;
+}
+
+void takeSignal() {
+    struct sigaction now;
+    sigaction(SIGFPE, nullptr, &now);
+    // Our own handler stands there behind a run that was left by a jump: the host's is known already.
+    if (isOurs(now)) return;
+    host = now;
+    struct sigaction action {};
+    action.sa_sigaction = onTrap;
+    action.sa_flags = SA_SIGINFO | SA_NODEFER | (now.sa_flags & SA_ONSTACK);
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGFPE, &action, nullptr);
+}
+
+void returnSignal() {
+    struct sigaction now;
+    sigaction(SIGFPE, nullptr, &now);
+    // Not over a handler that another thread of the host has installed meanwhile.
+    if (isOurs(now)) sigaction(SIGFPE, &host, nullptr);
 }
 
 }  // namespace
+
+void forgetContained() {
+    innermost = nullptr;
+}
 
 bool runContained(void (*run)(void* context), void* context) {
     std::fenv_t environment;
@@ -108,21 +167,18 @@ bool runContained(void (*run)(void* context), void* context) {
 
     // Everything that is read again behind the long jump lives in this record or is not changed between.
     Containment containment;
-    containment.thread = pthread_self();
-    containment.outer = innermost;
-    struct sigaction action {};
-    action.sa_sigaction = onTrap;
-    action.sa_flags = SA_SIGINFO | SA_NODEFER;
-    sigemptyset(&action.sa_mask);
+    containment.outer = innermost.load();
+    const bool outermost = containment.outer == nullptr;
 
     volatile bool returned = false;
     if (sigsetjmp(containment.here, 1) == 0) {
+        runner = pthread_self();
         innermost = &containment;
-        sigaction(SIGFPE, &action, &containment.previous);
+        if (outermost) takeSignal();
         run(context);
         returned = true;
     }
-    sigaction(SIGFPE, &containment.previous, nullptr);
+    if (outermost) returnSignal();
     innermost = containment.outer;
     pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
     std::fesetenv(&environment);

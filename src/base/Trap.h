@@ -12,8 +12,12 @@ namespace frigana {
 //   Returned  (value)  true if it returned, false if it ended in the trap
 //   Notes     For the time of the call the signal SIGFPE goes to this routine and is not blocked, and the
 //   floating-point
-//             environment is the ordinary one (no floating-point traps, round to nearest); both are the caller's
-//             own again afterwards. A trap in another thread goes where it would have gone. Calls may be nested.
+//             environment is the ordinary one (no floating-point traps, round to nearest); both are the caller's own
+//             again afterwards. A trap in another thread, and a signal that somebody sends, goes to the handler that
+//             the host had, whatever the moment. Calls of one thread may be nested.
 bool runContained(void (*run)(void* context), void* context);
+
+// Takes back what a call of runContained that its host left by a jump has not.
+void forgetContained();
 
 }  // namespace frigana

@@ -1,11 +1,13 @@
 #include "45_LineSizing.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "14_ErrorControl.h"
 #include "23_SpecificPoints.h"
 #include "26_SaturatTempDrop.h"
 #include "41_BasicCycle.h"
+#include "CycleBricks.h"
 #include "Platform.h"
 #include "ResultWriter.h"
 
@@ -121,7 +123,10 @@ void SOLTUBES(int option, const PipeFlow& flow, const PipeRun& run, double value
 
 namespace {
 
-constexpr int firstRun = 1;  // option of parameter 30; 2 is the second
+constexpr int runSetting = 30;
+constexpr int firstRun = 1;  // its option; 2 is the second
+constexpr Check otherPlant{205201,
+                           "Error: The first run was that of another plant: its title or fluid is another one!"};
 
 // Parameters and lines of one of the three lines of the plant. Line 1 of a section is its heading.
 struct Line {
@@ -177,10 +182,31 @@ void setFirstRun() {
     }
 }
 
+bool sameLetters(std::string_view a, std::string_view b) {
+    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return upper(x) == upper(y); });
+}
+
+// The first run of another plant would be taken for this one's: title and fluid tell them apart.
+void refuseOtherPlant(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& firstResult) {
+    constexpr int titleLine = 3, fluidLine = 4, columns = 80;
+    Text255 title, fluid;
+    DATARECOVERS(firstResult, titleLine, title);
+    DATARECOVERS(firstResult, fluidLine, fluid);
+    // Copied once, a line has two blanks in front, and the 80 columns that are read hold the rest of it.
+    FixedText<columns> written;
+    written.assign(3, columns, cycle.TITLE.view());
+    std::string_view name = fluid.trimmed();
+    name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
+    name = name.substr(0, name.find(' '));
+    refuseIf(title.trimmed() != written.trimmed() || !sameLetters(name, substance.REFSNAME[1].trimmed()), otherPlant);
+}
+
 // The cycle with the losses of the pipes picked and the swept volume of the first run.
-void setSecondRun(CYCLEIN& cycle, const Text255& firstResult) {
+void setSecondRun(const SUBSTANCE& substance, CYCLEIN& cycle, const Text255& firstResult) {
     if (!fileExists(firstResult.view()))
         fileError(firstResult.view(), "is missing; the first run (option 1 of parameter 30) writes it");
+    refuseOtherPlant(substance, cycle, firstResult);
     for (const Line& line : lines) {
         if (!isSized(work, line)) continue;
         const int option = line.options + linesPerOption * (cycle.TDAT[line.picked] - 1);
@@ -264,6 +290,16 @@ void writeResult(const Text255& solution, const Text255& path) {
 
 }  // namespace
 
+bool isFirstRun(const CYCLEIN& cycle) {
+    return cycle.TDAT[runSetting] == firstRun;
+}
+
+Text255 firstRunPath(const Text255& FILEOUT) {
+    Text255 path = FILEOUT;
+    path[path.length()] = '0';
+    return path;
+}
+
 void SOLLINESIZING(SUBSTANCE& substance, CYCLEIN& cycle, const Text255& FILEOUT) {
     for (LinePipes& line : pipes) {
         clearPipes(line.full);
@@ -271,15 +307,14 @@ void SOLLINESIZING(SUBSTANCE& substance, CYCLEIN& cycle, const Text255& FILEOUT)
     }
     const Text255 fileA = scratchPath("temporalA.txt");
     const Text255 fileB = scratchPath("temporalB.txt");
-    Text255 firstResult = FILEOUT;
-    firstResult[firstResult.length()] = '0';
+    const Text255 firstResult = firstRunPath(FILEOUT);
 
     work = cycle;
-    const bool first = cycle.TDAT[30] == firstRun;
+    const bool first = isFirstRun(cycle);
     if (first)
         setFirstRun();
     else
-        setSecondRun(cycle, firstResult);
+        setSecondRun(substance, cycle, firstResult);
     const Text255& solution = first ? fileA : fileB;
     SOLBASICCYCLE(substance, work, solution);
 

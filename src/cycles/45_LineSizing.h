@@ -68,8 +68,12 @@ void SOLTUBES(int option, const PipeFlow& flow, const PipeRun& run, double value
 //                      31, 32, 33 pipe picked for the suction, discharge, liquid line, 1 to 6: the option
 //             FILEOUT  result file of the second run. That of the first has 0 in the place of its last character
 //   Returned  CYCLEIN  in the second run the lines that were sized have option 3 and the diameter picked
-//   Codes     those of the basic cycle. A second run without a first one, or with a damaged file of it, ends in the
-//             runtime's own error
+//   Codes     those of the basic cycle; 205201 the file of the first run has another title or fluid than the request.
+//             A second run without a first one, or with a damaged file of it, ends in the runtime's own error
 void SOLLINESIZING(SUBSTANCE& substance, CYCLEIN& cycle, const Text255& FILEOUT);
+
+// Whether a request asks for the first run, and the result file of that run.
+bool isFirstRun(const CYCLEIN& cycle);
+Text255 firstRunPath(const Text255& FILEOUT);
 
 }  // namespace frigana

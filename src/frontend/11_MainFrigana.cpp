@@ -3,10 +3,13 @@
 #include "13_ReadInputData.h"
 #include "14_ErrorControl.h"
 #include "21_InitSubstance.h"
+#include "45_LineSizing.h"
 #include "54_Find_Refigerant.h"
 #include "Message.h"
 #include "Operations.h"
 #include "Platform.h"
+#include "RunLock.h"
+#include "ScratchFiles.h"
 #include "TextFile.h"
 #include "Trap.h"
 
@@ -21,6 +24,23 @@ PROPREQ propertyRequest;
 Text255 FILEIN, FILEOUT;
 
 constexpr int storeNewMixture = 7;
+constexpr int lineSizing = 5;
+
+// What an earlier run has left under the name of a result must never be taken for the answer of this one.
+void clearOldResult(const Text255& path) {
+    if (!clearFile(path.view())) fileError(path.view(), "the old result cannot be removed");
+}
+
+void refuseNull(std::string_view path) {
+    if (path.find('\0') != std::string_view::npos) fileError(path, "a path holds no null character");
+}
+
+// A missing request deletes nothing.
+void refuseMissing(const Text255& path) {
+    constexpr int unit = 1;
+    if (!openForReading(unit, path.view())) fileError(path.view(), "the request cannot be read");
+    closeUnit(unit);
+}
 
 void runPropertyRequest(int sub) {
     int stepFlag = 0;
@@ -60,6 +80,7 @@ void runCycleRequest(int sub) {
                 READINPUTPUMPED(FILEIN, substance1, cycle1, substance2, cycle2);
                 break;
         }
+        if (sub == lineSizing && isFirstRun(cycle1)) clearOldResult(firstRunPath(FILEOUT));
         if (operation.check != nullptr) operation.check(cycle1);
         if (operation.checkTwo != nullptr) operation.checkTwo(cycle1, cycle2);
         if (operation.solve != nullptr)
@@ -75,6 +96,8 @@ void run(void*) {
     MYFINDFI1(FILEIN, position);
     if (position == 0) fileError(FILEIN.view(), "the path of a request has the extension .fi1");
     FILEIN.assign(FILEIN.slice(1, position));
+    refuseNull(FILEIN.trimmed());
+    refuseNull(ADDRESS.slice(1, lastSeparator(ADDRESS.view())));
 
     message(FILEOUT, trimRight(FILEIN.slice(1, position - 4)), ".fo1");
     ERRORFILEOUT = FILEOUT;
@@ -83,6 +106,8 @@ void run(void*) {
     temporalLength = lastSeparator(TEMPORALFILEOUT.view());
     TEMPORALFILEOUT.assign(TEMPORALFILEOUT.slice(1, temporalLength));
 
+    refuseMissing(FILEIN);
+    clearOldResult(FILEOUT);
     int type = 0, sub = 0;
     READINPUTTYPE(FILEIN, type, sub);
     runReport.type = type;
@@ -95,6 +120,12 @@ void run(void*) {
 }  // namespace
 
 void runRequest(std::string_view requestPath, std::string_view installationPath) {
+    const bool leftBehind = beginRun();
+    if (leftBehind) {
+        forgetContained();
+        abandonAllUnits();
+        releaseScratchFolder();
+    }
     runReport = {};
     FILEIN = requestPath;
     ADDRESS = installationPath;
@@ -107,6 +138,17 @@ void runRequest(std::string_view requestPath, std::string_view installationPath)
         runReport.HERR = text;
     }
     abandonAllUnits();
+    releaseScratchFolder();
+    endRun();
+}
+
+void clearRecords() {
+    const bool leftBehind = beginRun();
+    static_cast<void>(leftBehind);
+    substance1 = substance2 = {};
+    cycle1 = cycle2 = {};
+    propertyRequest = {};
+    endRun();
 }
 
 }  // namespace frigana

@@ -1,5 +1,8 @@
 #include "13_ReadInputData.h"
 
+#include <cmath>
+#include <type_traits>
+
 #include "14_ErrorControl.h"
 #include "TextFile.h"
 
@@ -14,12 +17,44 @@ void openRequest(const Text255& FILEIN) {
     if (!openForReading(requestUnit, FILEIN.view())) fileError(FILEIN.view(), "the request cannot be read");
 }
 
+// Texts of another kind would be met as numbers that make no sense.
+void refuseOtherTexts(const Text255& FILEIN) {
+    if (skipLine(requestUnit) == ReadStatus::ok) {
+        const std::string_view line = currentLine(requestUnit);
+        const bool marked = line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF");
+        if (marked || line.find('\0') != std::string_view::npos)
+            fileError(FILEIN.view(), "the request is UTF-16; a request is plain text of single bytes, or UTF-8");
+        if (line.find('\r') != std::string_view::npos)
+            fileError(FILEIN.view(),
+                      "the lines of the request end with a carriage return alone; a line feed is needed");
+    }
+    rewindUnit(requestUnit);
+}
+
+template <class Value>
+bool isFinite(const Value&) {
+    return true;
+}
+bool isFinite(double value) {
+    return std::isfinite(value);
+}
+
+// A comma separates values, so that 1,5 would be 1 and what stands behind it dropped.
+bool isDecimalComma(std::string_view rest) {
+    while (!rest.empty() && (rest.back() == ' ' || rest.back() == '\t')) rest.remove_suffix(1);
+    return rest.size() > 1 && rest[0] == ',' && rest.find_first_not_of("0123456789", 1) == std::string_view::npos;
+}
+
 template <class... Value>
 void readLine(std::string_view expected, Value&... values) {
     FreeRecord record(requestUnit);
-    ReadStatus status = ReadStatus::ok;
-    (void)((status = record.read(values), status == ReadStatus::ok) && ...);
-    if (status != ReadStatus::ok) readError(requestUnit, expected, record.offendingText());
+    bool real = false;  // the last value
+    const auto read = [&](auto& value) {
+        real = std::is_same_v<std::remove_reference_t<decltype(value)>, double>;
+        return record.read(value) == ReadStatus::ok && isFinite(value);
+    };
+    if (!(read(values) && ...)) readError(requestUnit, expected, record.offendingText());
+    if (real && isDecimalComma(record.rest())) decimalCommaError(requestUnit);
 }
 
 void ignoreLine(std::string_view expected) {
@@ -73,6 +108,7 @@ void readLastParameter(CYCLEIN& cycle, int k) {
 
 void READINPUTTYPE(const Text255& FILEIN, int& TYPE, int& SUB) {
     openRequest(FILEIN);
+    refuseOtherTexts(FILEIN);
     readLine("the request type (an integer)", TYPE);
     if (TYPE == 1) {
         int names = 0;
@@ -87,7 +123,7 @@ void READINPUTTYPE(const Text255& FILEIN, int& TYPE, int& SUB) {
         ignoreLine("the reference state");
         readLine("the sub-type of the request (an integer)", SUB);
     } else if (TYPE == 2) {
-        ignoreLine("the title of the study");
+        ignoreFixedText("the title of the study");
         ignoreLine("the name of the fluid");
         ignoreLine("the reference state");
         readLine("the sub-type of the cycle (an integer)", SUB);

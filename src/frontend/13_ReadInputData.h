@@ -2,8 +2,9 @@
 //
 // A read takes what it wants from its line (blank lines are passed over) and drops the rest; the next read starts on
 // the next line. Titles, and the header lines of second cycles, are the first 80 columns of their line as they stand.
-// No value is judged here. A file that is missing, short or malformed, or a count beyond its array, ends the run in
-// the runtime's own error.
+// No value is judged here, but every number is finite, and a value directly before a comma and the last digits of its
+// line is refused: that is a decimal comma. A file that is missing, short or malformed, or a count beyond its array,
+// ends the run in the runtime's own error.
 #pragma once
 
 #include "12_MyVariables.h"

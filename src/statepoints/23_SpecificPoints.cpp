@@ -121,7 +121,7 @@ void answer(const SUBSTANCE& substance, Quality rule, Given first, Given second,
 void leaveTrace(double H) {
     constexpr std::string_view traceFile = "cycle_1.txt";
     constexpr int unit = 1;
-    if (!openForWriting(unit, traceFile)) return;
+    if (!openForWriting(unit, traceFile, Writing::fresh)) return;  // one that is there is not ours
     writeLine(unit, Text255("value of pt00"));
     writeFree(unit, H);
     closeAndDelete(unit);

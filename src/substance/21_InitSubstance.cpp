@@ -8,6 +8,7 @@
 #include "23_SpecificPoints.h"
 #include "Message.h"
 #include "OPENFL.h"
+#include "Platform.h"
 #include "SETUP.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
@@ -56,6 +57,25 @@ Text255 fluidOf(const Text255& file) {
     for (int i = 1; i <= fluid.length(); ++i)
         if (fluid[i] >= 'a' && fluid[i] <= 'z') fluid[i] = static_cast<char>(fluid[i] - 'a' + 'A');
     return fluid;
+}
+
+// Names of a request are those of files in the folders of the installation, nowhere else: one with a folder, a drive or
+// a control character in it is a file that is not there.
+void refuseForeignNames(const SUBSTANCE& substance) {
+    const int count = std::min(substance.FLUIDKIND == 2 ? 1 : substance.NREFS, mostComponents);
+    for (int i = 1; i <= count; ++i) {
+        const Text255& name = substance.REFSNAME[i];
+        if (isPlainFileName(name.trimmed())) continue;
+        Text255 shown = name;
+        for (int k = 1; k <= Text255::size; ++k)
+            if (static_cast<unsigned char>(shown[k]) < ' ') shown[k] = '?';
+        if (substance.FLUIDKIND == 2)
+            message(herr, "[SETMIX error 101] error in opening mixture file:  ", shown.trimmed(), nullCharacter);
+        else
+            message(herr, "[SETUP error 101] error in opening file for component #", Integer{3, i}, "; filename = (",
+                    Character{80, shown.view()}, ").", nullCharacter);
+        ERRORCONTROL(101, herr);
+    }
 }
 
 double checkedSum(const FileNames& names, const Composition& fractions, int count) {
@@ -207,6 +227,7 @@ void CHECKCOMPOSITION(const FileNames& names, const Composition& fractions, int 
 }
 
 void INITSUBSTANCE(SUBSTANCE& substance) {
+    refuseForeignNames(substance);
     SETPATH(installationFolder(false).view());
     const bool known = substance.FLUIDKIND >= 1 && substance.FLUIDKIND <= 3;
     switch (substance.FLUIDKIND) {

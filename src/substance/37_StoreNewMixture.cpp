@@ -1,7 +1,11 @@
 #include "37_StoreNewMixture.h"
 
+#include <algorithm>
+
 #include "14_ErrorControl.h"
 #include "21_InitSubstance.h"
+#include "53_Fluid_Library.h"
+#include "Platform.h"
 #include "TextFile.h"
 
 namespace frigana {
@@ -15,15 +19,44 @@ FixedPoint real(double value) {
     return {20, 12, value};
 }
 
-}  // namespace
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
-void STORENEWMIXTURE(SUBSTANCE& substance, PROPREQ&, const Text255& FILEOUT) {
-    INITSUBSTANCE(substance);
-    if (substance.FLUIDKIND != 2 && substance.FLUIDKIND != 3)
-        ERRORCONTROL(107201, "Error: A fluid that is no mixture cannot be stored as one!");
+bool sameLetters(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return upper(x) == upper(y); });
+}
+
+// Whether the library has a mixture of that name; its names have an extension.
+bool isOfLibrary(std::string_view name) {
+    static MixtureTable table;
+    LOADMIXTURES(table);
+    for (int i = 1; i <= table.count; ++i) {
+        const std::string_view file = table.rows[i].NAME.trimmed();
+        if (sameLetters(file.substr(0, file.rfind('.')), name)) return true;
+    }
+    return false;
+}
+
+void refuseName(const SUBSTANCE& substance) {
     if (substance.MIXNAME.blank()) ERRORCONTROL(107202, "Error: The mixture has no name!");
-    if (openForWriting(unit, "mixtures\\new")) closeUnit(unit);
-    if (!openForWriting(unit, FILEOUT.trimmed())) fileError(FILEOUT.trimmed(), "cannot be written");
+    const std::string_view name = substance.MIXNAME.trimmed();
+    if (!isPlainFileName(name)) ERRORCONTROL(107203, "Error: The name of the mixture cannot be that of a file!");
+    if (isOfLibrary(name)) ERRORCONTROL(107204, "Error: The name of the mixture is that of a predefined one!");
+}
+
+// Where names of files know case, the file that differs from the wanted one in case only.
+Text255 existingPath(const Text255& FILEOUT) {
+    Text255 path = FILEOUT;
+    const int folder = lastSeparator(FILEOUT.view());
+    const int length = FILEOUT.length();
+    char found[Text255::size];
+    if (findInAnyCase(FILEOUT.slice(1, folder), FILEOUT.slice(folder + 1, length), found))
+        path.assign(folder + 1, length, std::string_view(found, static_cast<std::size_t>(length - folder)));
+    return path;
+}
+
+void writeMixture(const SUBSTANCE& substance) {
     writeLine(unit, Character{nameWidth, substance.FLUIDNAME.view()});
     writeLine(unit, " ", real(substance.WM), " ", real(substance.TC), " ", real(substance.PC), " ",
               real(substance.DC / substance.WM));
@@ -31,7 +64,24 @@ void STORENEWMIXTURE(SUBSTANCE& substance, PROPREQ&, const Text255& FILEOUT) {
     for (int i = 1; i <= substance.NMIX; ++i) writeLine(unit, Character{nameWidth, substance.REFSNAMEMIX[i].view()});
     for (int i = 1; i <= substance.NMIX; ++i) writeLine(unit, " ", real(substance.ZMOL[i]));
     writeLine(unit, " ", Integer{1, 0});
-    if (!closeUnit(unit)) fileError(FILEOUT.trimmed(), "could not be written to its end");
+}
+
+}  // namespace
+
+void STORENEWMIXTURE(SUBSTANCE& substance, PROPREQ&, const Text255& FILEOUT) {
+    INITSUBSTANCE(substance);
+    if (substance.FLUIDKIND != 2 && substance.FLUIDKIND != 3)
+        ERRORCONTROL(107201, "Error: A fluid that is no mixture cannot be stored as one!");
+    refuseName(substance);
+    if (openForWriting(unit, "mixtures\\new", Writing::fresh)) closeUnit(unit);
+
+    const Text255 path = existingPath(FILEOUT);
+    runReport.resultPath = path;
+    constexpr const char* notWritten =
+        "Error: The mixture cannot be stored: nothing can be written in the folder mixtures of the installation!";
+    if (!openForWriting(unit, path.trimmed(), Writing::whole)) ERRORCONTROL(107205, notWritten);
+    writeMixture(substance);
+    if (!closeUnit(unit)) ERRORCONTROL(107205, notWritten);
 }
 
 }  // namespace frigana

@@ -2,10 +2,16 @@
 #include "TextFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <bit>
+#include <chrono>
+#include <clocale>
 #include <cmath>
+#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -286,15 +292,281 @@ TEST_F(TextFile, UnitsAreIndependentAndBounded) {
     EXPECT_EQ(readValues(5, value), ReadStatus::endOfFile);
 }
 
-TEST_F(TextFile, LinesLongerThanTheBufferKeepTheirOrder) {
-    std::string bytes;
-    for (int i = 0; i < 9; ++i) bytes += std::to_string(i) + std::string(40000, ' ') + "99\n";
-    ASSERT_TRUE(open(bytes));
-    for (int i = 0; i < 9; ++i) {
-        int value = -1;
-        ASSERT_EQ(readValues(1, value), ReadStatus::ok);
-        EXPECT_EQ(value, i);
+TEST_F(TextFile, ALineMayHave8192ColumnsAndALongerOneIsRefused) {
+    // The number ends in the last column: cut there, it would be another number.
+    const std::string fits = std::string(longestLine - 2, ' ') + "99";
+    ASSERT_TRUE(open(fits + "\n" + fits + "\r\n" + "1" + fits + "\n5\n"));
+    int value = -1;
+    EXPECT_EQ(readValues(1, value), ReadStatus::ok);
+    EXPECT_EQ(value, 99);
+    EXPECT_EQ(readProblem(1), "");
+    value = -1;
+    EXPECT_EQ(skipLine(1), ReadStatus::malformed);  // the carriage return counts
+    EXPECT_EQ(readValues(1, value), ReadStatus::malformed);
+    EXPECT_EQ(value, -1);
+    EXPECT_EQ(lineNumber(1), 3);
+    EXPECT_EQ(readProblem(1), "a line of more than 8192 columns");
+    EXPECT_EQ(readValues(1, value), ReadStatus::ok);
+    EXPECT_EQ(value, 5);
+
+    const std::string longer(40000, ' ');
+    FixedText<80> title;
+    ASSERT_TRUE(open(longer + "\n" + longer + "\n" + longer + "9"));
+    EXPECT_EQ(readText(1, title), ReadStatus::malformed);
+    EXPECT_EQ(skipFilledLine(1), ReadStatus::malformed);
+    EXPECT_EQ(readValues(1, value), ReadStatus::malformed);
+    EXPECT_EQ(readValues(1, value), ReadStatus::endOfFile);
+}
+
+TEST_F(TextFile, AFailedReadIsNotTheEndOfAFile) {
+    // The memory at address 0 is a file that opens and cannot be read.
+    const char* const unreadable = "/proc/self/mem";
+    if (access(unreadable, R_OK) != 0) GTEST_SKIP() << "no file of this kind here";
+    ASSERT_TRUE(openForReading(1, unreadable));
+    int value = 7;
+    FixedText<80> text;
+    EXPECT_EQ(readValues(1, value), ReadStatus::malformed);
+    EXPECT_EQ(readText(1, text), ReadStatus::malformed);
+    EXPECT_EQ(skipLine(1), ReadStatus::malformed);
+    EXPECT_EQ(skipFilledLine(1), ReadStatus::malformed);
+    EXPECT_EQ(readProblem(1), "an error of reading");
+    EXPECT_EQ(value, 7);
+}
+
+TEST_F(TextFile, NumbersBeyondADoubleAreTheSameInEveryLocale) {
+    struct Row {
+        const char* text;
+        double expected;  // not finite: refused
+    };
+    const Row rows[] = {
+        {"1.5e-400", 0.0},
+        {"-1.5e-400", -0.0},
+        {"1.5e400", HUGE_VAL},
+        {"-1e309", HUGE_VAL},
+        {"0.000001e-320", 0.0},
+        {"1e-99999999999999999999", 0.0},
+        {"1e99999999999999999999", HUGE_VAL},
+        {"0.0001e400", HUGE_VAL},
+        {"1000e-330", 0.0},
+    };
+    const char* before = std::setlocale(LC_NUMERIC, nullptr);
+    const std::string kept = before;
+    for (const char* locale : {"C", "de_DE.UTF-8", "fr_FR.UTF-8"}) {
+        if (std::setlocale(LC_NUMERIC, locale) == nullptr) continue;
+        for (const Row& row : rows) {
+            ASSERT_TRUE(open(row.text));
+            double value = 7.0;
+            const auto status = readValues(1, value);
+            EXPECT_EQ(status, std::isfinite(row.expected) ? ReadStatus::ok : ReadStatus::malformed) << row.text;
+            EXPECT_EQ(value, std::isfinite(row.expected) ? row.expected : 7.0) << row.text;
+            EXPECT_EQ(std::signbit(value), std::isfinite(row.expected) && std::signbit(row.expected)) << row.text;
+        }
     }
+    std::setlocale(LC_NUMERIC, kept.c_str());
+    const std::string zeros(300, '0');
+    ASSERT_TRUE(open("0." + zeros + "1e-100 1" + zeros + "e100"));
+    double small = 7.0, large = 7.0;
+    EXPECT_EQ(readValues(1, small, large), ReadStatus::malformed);
+    EXPECT_EQ(small, 0.0);
+}
+
+TEST_F(TextFile, AMarkOfTheEncodingIsPassedOver) {
+    ASSERT_TRUE(
+        open("\xEF\xBB\xBF"
+             "12\n\xEF\xBB\xBF"
+             "13\n"));
+    int value = 0;
+    EXPECT_EQ(readValues(1, value), ReadStatus::ok);
+    EXPECT_EQ(value, 12);
+    EXPECT_EQ(readValues(1, value), ReadStatus::malformed);  // only in front of the first line
+}
+
+TEST_F(TextFile, OnlyRegularFilesAreOpened) {
+    const std::string pipe = (folder / "pipe").string(), link = (folder / "link").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(openForReading(1, pipe));  // at once: nobody stands at its other end
+    EXPECT_FALSE(openForReading(1, "/dev/zero"));
+    EXPECT_FALSE(openForReading(1, folder.string()));
+    contents("5\n");
+    fs::create_symlink(path, link);
+    EXPECT_TRUE(openForReading(1, link));  // an installation may be made of links
+    EXPECT_FALSE(openForReading(1, std::string_view("a\0b", 3)));
+}
+
+TEST_F(TextFile, LinksAreNeverFollowedForWriting) {
+    const std::string link = (folder / "link").string(), kept = "somebody's\n";
+    for (const Writing how : {Writing::direct, Writing::whole}) {
+        contents(kept);
+        fs::remove(link);
+        fs::create_symlink(path, link);
+        ASSERT_TRUE(openForWriting(1, link, how));
+        writeFree(1, 1);
+        EXPECT_TRUE(closeUnit(1));
+        EXPECT_EQ(contents(), kept);
+        EXPECT_FALSE(fs::is_symlink(link));
+        fs::remove(link);
+        fs::create_hard_link(path, link);
+        ASSERT_TRUE(openForWriting(1, link, how));
+        writeFree(1, 1);
+        EXPECT_TRUE(closeUnit(1));
+        EXPECT_EQ(contents(), kept);
+    }
+    // Nor the one that somebody has laid in the way of the name beside.
+    fs::remove(link);
+    fs::create_symlink(path, link + "~0");
+    ASSERT_TRUE(openForWriting(1, link, Writing::whole));
+    writeFree(1, 1);
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_EQ(contents(), kept);
+}
+
+int filesIn(const fs::path& folder) {
+    int count = 0;
+    for ([[maybe_unused]] const auto& entry : fs::directory_iterator(folder)) ++count;
+    return count;
+}
+
+TEST_F(TextFile, AWholeFileTakesItsNameWhenItIsClosed) {
+    contents("old\n");
+    ASSERT_TRUE(openForWriting(1, path, Writing::whole));
+    writeFree(1, 1);
+    EXPECT_EQ(contents(), "old\n");
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_EQ(contents(), " 1\n");
+    EXPECT_EQ(filesIn(folder), 1);
+
+    // Given up in the midst of it, nothing is left of it.
+    for (auto* giveUp : {+[] { closeAndDelete(1); }, +[] { abandonAllUnits(); }}) {
+        ASSERT_TRUE(openForWriting(1, path, Writing::whole));
+        writeFree(1, 2);
+        giveUp();
+        EXPECT_EQ(contents(), " 1\n");
+        EXPECT_EQ(filesIn(folder), 1);
+        EXPECT_FALSE(unitIsOpen(1));
+    }
+    ASSERT_TRUE(openForWriting(1, path, Writing::whole));
+    removeHalfFiles();
+    EXPECT_EQ(filesIn(folder), 1);
+    EXPECT_FALSE(closeUnit(1));  // its name is gone
+    EXPECT_EQ(contents(), " 1\n");
+}
+
+TEST_F(TextFile, WhatADeadProcessLeftBesideIsReplacedAndWhatALivingOneWritesIsNot) {
+    std::ofstream(path + "~0") << "half";
+    ASSERT_TRUE(openForWriting(1, path, Writing::whole));
+    ASSERT_TRUE(openForWriting(2, path, Writing::whole));  // a second writer of the same name
+    EXPECT_EQ(filesIn(folder), 2);
+    writeFree(1, 1);
+    writeFree(2, 2);
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_EQ(contents(), " 1\n");
+    EXPECT_TRUE(closeUnit(2));
+    EXPECT_EQ(contents(), " 2\n");
+    EXPECT_EQ(filesIn(folder), 1);
+}
+
+TEST_F(TextFile, AFreshFileLeavesAnOlderOneAlone) {
+    contents("a user's\n");
+    EXPECT_FALSE(openForWriting(1, path, Writing::fresh));
+    EXPECT_EQ(contents(), "a user's\n");
+    fs::remove(path);
+    ASSERT_TRUE(openForWriting(1, path, Writing::fresh));
+    closeAndDelete(1);
+    EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(TextFile, OldContentIsClearedOrToldNotToBe) {
+    EXPECT_TRUE(clearFile(path));
+    EXPECT_TRUE(clearFile(path + "/nowhere/x"));
+    contents("old\n");
+    EXPECT_TRUE(clearFile(path));
+    EXPECT_FALSE(fs::exists(path));
+    fs::create_directory(path);
+    EXPECT_FALSE(clearFile(path));
+}
+
+TEST_F(TextFile, ALineBeyondTheDiskFails) {
+    if (!fs::exists("/dev/full")) GTEST_SKIP() << "no such device here";
+    // The limit of the size of a file stands for a full disk.
+    const pid_t child = fork();
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{65536, 65536};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        if (!openForWriting(1, path, Writing::whole) || !openForWriting(2, path + "2")) _exit(2);
+        for (int unit : {1, 2})
+            for (int i = 0; i < 100000; ++i) writeFree(unit, i);
+        const bool told = !closeUnit(1) && !closeUnit(2);
+        _exit(told ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(filesIn(folder), 0);  // no half file is left
+}
+
+TEST_F(TextFile, AFolderThatTakesNoNewFileHasItsOldOneWrittenOver) {
+    contents("old\n");
+    fs::permissions(path, fs::perms::all);
+    fs::permissions(folder, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec);
+    // In a process of its own, without the rights of root over every folder.
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        if (geteuid() == 0 && seteuid(nobody) != 0) _exit(1);
+        if (openForWriting(1, path + "2", Writing::whole)) _exit(2);
+        if (!clearFile(path) || !contents().empty()) _exit(3);
+        if (!openForWriting(1, path, Writing::whole)) _exit(4);
+        writeFree(1, 1);
+        _exit(closeUnit(1) && contents() == " 1\n" ? 0 : 5);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    fs::permissions(folder, fs::perms::owner_all);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(TextFile, ALockedFolderKeepsOthersWaitingAndIsFreedByDeath) {
+    const std::string base = folder.string() + "/";
+    int pipe[2];
+    ASSERT_EQ(::pipe(pipe), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool locked = lockFolder(base) >= 0;
+        [[maybe_unused]] const auto told = write(pipe[1], locked ? "y" : "n", 1);
+        usleep(100000);
+        _exit(0);  // dies with the lock
+    }
+    char locked = 0;
+    ASSERT_EQ(read(pipe[0], &locked, 1), 1);
+    EXPECT_EQ(locked, 'y');
+    const auto start = std::chrono::steady_clock::now();
+    const int handle = lockFolder(base);
+    EXPECT_GE(handle, 0);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50));
+    waitpid(child, nullptr, 0);
+    unlockFolder(handle);
+    const int again = lockFolder(base);
+    EXPECT_GE(again, 0);
+    unlockFolder(again);
+    EXPECT_EQ(lockFolder(base + "nowhere/"), -1);
+    close(pipe[0]);
+    close(pipe[1]);
+}
+
+TEST_F(TextFile, AnEntryIsFoundInAnyCase) {
+    std::ofstream(folder / "R410A.MIX") << "x";
+    char found[9];
+    EXPECT_TRUE(findInAnyCase(folder.string() + "/", "r410a.mix", found));
+    EXPECT_EQ(std::string_view(found, 9), "R410A.MIX");
+    EXPECT_FALSE(findInAnyCase(folder.string() + "\\", "r410b.mix", found));
+    EXPECT_EQ(std::string_view(found, 9), "r410b.mix");
+}
+
+TEST(FileNames, AreThoseOfFilesAlone) {
+    for (const char* name : {"R134A.FLD", "my blend", "K\xfchl", "..", ""}) EXPECT_TRUE(isPlainFileName(name)) << name;
+    for (const char* name : {"a/b", "..\\R134A.FLD", "c:R134A.FLD", "a\tb", "a\nb", "/dev/zero", "\x1b[2J"})
+        EXPECT_FALSE(isPlainFileName(name)) << name;
 }
 
 TEST_F(TextFile, SkippedLinesMustHoldSomething) {

@@ -1,6 +1,8 @@
 // The entry point: paths, dispatch, and the ways in which a run ends.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <csetjmp>
 #include <csignal>
 #include <sstream>
 
@@ -8,7 +10,9 @@
 #include "14_ErrorControl.h"
 #include "Operations.h"
 #include "Requests.h"
+#include "ResultWriter.h"
 #include "TextFile.h"
+#include "Trap.h"
 #include "TreeFolders.h"
 
 namespace frigana {
@@ -268,6 +272,179 @@ TEST(Entry, TheSameRequestGivesTheSameBytesWhateverRanBefore) {
     run(refusedRequest());
     run(cycleRequest(1, basicParameters()));
     EXPECT_EQ(run.resultText(), first);
+}
+
+TEST(Entry, AnOldResultNeverOutlivesTheStartOfARun) {
+    Plant run;
+    for (const std::string& bytes : {std::string("nonsense"), std::string("3\n"), cycleRequest(8, {}).text()}) {
+        writeFile(run.result, "old");
+        testing::internal::CaptureStderr();
+        run(bytes);
+        testing::internal::GetCapturedStderr();
+        EXPECT_FALSE(run.hasResult()) << bytes;
+    }
+    // A request that is not there deletes nothing.
+    std::filesystem::remove(run.request);
+    writeFile(run.result, "old");
+    testing::internal::CaptureStderr();
+    run.call(run.request);
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(run.resultText(), "old");
+}
+
+TEST(Entry, AnOldResultThatCannotBeRemovedRefusesTheRun) {
+    Plant run;
+    std::filesystem::create_directories(run.result + "/in the way");
+    testing::internal::CaptureStderr();
+    run(cycleRequest(1, basicParameters()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "frigana: " + run.result + ": the old result cannot be removed\n");
+    EXPECT_EQ(runReport.end, RunEnd::runtimeError);
+}
+
+TEST(Entry, APathWithANullCharacterIsRefused) {
+    Plant run;
+    writeFile(run.folder.path("plant.fi1"), cycleRequest(1, basicParameters()).text());
+    testing::internal::CaptureStderr();
+    run.call(run.folder.path() + std::string("/pl\0ant.fi1", 11));
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("pl?ant.fi1: a path holds no null character"),
+              std::string::npos);
+    run.installation.insert(3, 1, '\0');
+    testing::internal::CaptureStderr();
+    run.call(run.request);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("a path holds no null character"), std::string::npos);
+    EXPECT_FALSE(run.hasResult());
+}
+
+TEST(Entry, AScratchPathThatDoesNotFitEndsTheRun) {
+    // The base name is short, so that the result fits where the scratch names do not.
+    Plant run;
+    std::string deep = run.folder.path();
+    while (deep.size() < 200) deep += "/" + std::string(20, 'd');
+    constexpr std::size_t longest = 248;
+    deep += "/" + std::string(longest - deep.size() - 2, 'd');
+    ASSERT_EQ(deep.size() + 1, longest);
+    std::filesystem::create_directories(deep);
+    Request twoCircuits = cycleRequest(4, basicParameters());
+    twoCircuits.line("").line("").append(cycleRequest(4, basicParameters())).line("").line("").line("1 5");
+    writeFile(deep + "/a.fi1", twoCircuits.text());
+    testing::internal::CaptureStderr();
+    run.call(deep + "/a.fi1");
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("the path of a scratch file has more than 255 characters"),
+              std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(deep + "/a.fo1"));
+    writeFile(deep + "/b.fi1", cycleRequest(1, basicParameters()).text());
+    run.call(deep + "/b.fi1");
+    EXPECT_TRUE(std::filesystem::exists(deep + "/b.fo1"));
+}
+
+TEST(Entry, NamesWithAFolderAreFilesThatAreNotThere) {
+    Plant run;
+    for (const char* name : {"fluids/R134A.FLD", "..\\fluids\\R134A.FLD", "c:R134A.FLD", "'R134A\t.FLD'"}) {
+        run(cycleRequest(1, basicParameters(), name));
+        EXPECT_EQ(runReport.IERR, 101) << name;
+        EXPECT_NE(runReport.HERR.find("[SETUP error 101] error in opening file for component #  1"), 0) << name;
+    }
+    run(cycleRequest(1, basicParameters(), "../mixtures/R410A.MIX"));
+    EXPECT_EQ(runReport.IERR, 101);
+    EXPECT_NE(runReport.HERR.find("[SETMIX error 101] error in opening mixture file:  ../mixtures/R410A.MIX"), 0);
+    Request listed;
+    listed.line("1").line("3").line("2").line("1").line("R32.FLD").line("0.5").line("../fluids/R125.FLD").line("0.5");
+    listed.line("blend").line("2 DEF").line("4").line("1").line("1 1").line("1 300 2 100");
+    run(listed);
+    EXPECT_EQ(runReport.IERR, 101);
+    EXPECT_NE(runReport.HERR.find("component #  2"), 0);
+}
+
+TEST(Entry, AUsersFileOfTheNameOfTheTraceIsLeftAlone) {
+    Plant run;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(run.folder.path());
+    writeFile("cycle_1.txt", "a user's");
+    run(cycleRequest(1, basicParameters()));
+    EXPECT_EQ(runReport.end, RunEnd::returned);
+    EXPECT_EQ(readFile("cycle_1.txt"), "a user's");
+    std::filesystem::remove("cycle_1.txt");
+    run(cycleRequest(1, basicParameters()));
+    EXPECT_FALSE(std::filesystem::exists("cycle_1.txt"));
+    std::filesystem::current_path(before);
+}
+
+TEST(Entry, AFigureThatIsNotFiniteEndsTheRun) {
+    Plant run;
+    const auto entries = [](void* context, const ResultEntry& entry) {
+        auto& count = *static_cast<int*>(context);
+        count = entry.kind == ResultEntry::Kind::start ? 0 : count + 1;
+    };
+    int heard = -1;
+    listenToResult(entries, &heard);
+    // A whole result with one figure that is not finite, as a solver would write it.
+    ERRORFILEOUT = Text255(std::string_view(run.result));
+    runReport = {};
+    runReport.type = 2;
+    runReport.sub = 14;
+    const auto write = [](void* value) {
+        ResultWriter writer(ERRORFILEOUT);
+        writer.integer("Request type", 2);
+        writer.value("COP of cooling", "-", *static_cast<double*>(value));
+        writer.close();
+    };
+    for (double value : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        EXPECT_FALSE(runContained(write, &value));
+        EXPECT_EQ(run.resultText(), failure(214299, "Error: the cycle has no solution"));
+        EXPECT_EQ(heard, 0);
+    }
+    double value = missingValue;
+    EXPECT_TRUE(runContained(write, &value));
+    EXPECT_EQ(heard, 2);
+    runReport.type = 1;
+    runReport.sub = 4;
+    value = HUGE_VAL;
+    EXPECT_FALSE(runContained(write, &value));
+    EXPECT_EQ(run.resultText(), failure(104299, "Error: the state has no finite properties"));
+    listenToResult(nullptr, nullptr);
+}
+
+TEST(Entry, TheRecordsCanBeCleared) {
+    Plant run;
+    run(cycleRequest(1, basicParameters()));
+    // Without a clearing the parameters of the request before would be those of one that gives none.
+    clearRecords();
+    run(cycleRequest(1, {}));
+    EXPECT_EQ(run.resultText(), failure(201101, firstText));
+}
+
+// The listener jumps out of the run, as a handler of the host might.
+std::jmp_buf outside;
+void leaveRun(const Plant& run) {
+    const auto jump = [](void*, const ResultEntry& entry) {
+        if (entry.line == 20) std::longjmp(outside, 1);
+    };
+    listenToResult(jump, nullptr);
+    if (setjmp(outside) == 0) {
+        run.call(run.request);
+        ADD_FAILURE() << "the run came back";
+    }
+    listenToResult(nullptr, nullptr);
+}
+
+TEST(Entry, ARunThatWasLeftByAJumpIsCleanedAtTheNextCall) {
+    Plant run;
+    run(cycleRequest(1, basicParameters()));
+    const std::string whole = run.resultText();
+    const auto own = +[](int) {};
+    std::signal(SIGFPE, own);
+    for (int i = 0; i < 100; ++i) {
+        leaveRun(run);
+        EXPECT_FALSE(run.hasResult());
+        run.call(run.request);
+        ASSERT_EQ(run.resultText(), whole);
+        ASSERT_EQ(firstFreeUnit(1), 1);
+    }
+    EXPECT_EQ(std::signal(SIGFPE, SIG_DFL), own);
+    int files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(run.folder.path())) ++files;
+    EXPECT_EQ(files, 2);
 }
 
 TEST(Entry, EveryOperationHasANameAndACheck) {

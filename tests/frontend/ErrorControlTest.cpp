@@ -84,12 +84,17 @@ TEST_F(ErrorControl, AnIncompleteResultOfARuntimeErrorIsRemoved) {
     EXPECT_FALSE(fileExists(result));
 }
 
-TEST_F(ErrorControl, AResultThatCannotBeWrittenIsARuntimeError) {
+TEST_F(ErrorControl, CodeAndTextArriveEvenWhereTheFormCannotBeWritten) {
     ERRORFILEOUT = Text255(std::string_view(folder.path("missing/plant.fo1")));
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(comesBack([] { ERRORCONTROL(1, "text"); }));
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot be written"), std::string::npos);
-    EXPECT_EQ(runReport.end, RunEnd::runtimeError);
+    EXPECT_FALSE(comesBack([] { ERRORCONTROL(201114, "Out of range"); }));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "frigana: " + folder.path("missing/plant.fo1") +
+                  ": cannot be written; the request is refused: 201114 Out of range\n");
+    EXPECT_EQ(runReport.end, RunEnd::refused);
+    EXPECT_EQ(runReport.IERR, 201114);
+    EXPECT_EQ(runReport.HERR, "Out of range");
+    EXPECT_FALSE(runReport.formWritten);
 }
 
 TEST_F(ErrorControl, LinesOfAResultAreFoundByNumber) {

@@ -1,13 +1,22 @@
 // A host that loads the shared library and calls it a thousand times.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
+#include <csetjmp>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <set>
+#include <thread>
+#include <vector>
 
 #include "Requests.h"
 #include "TreeFolders.h"
@@ -160,6 +169,177 @@ TEST(SharedLibrary, AThousandMixedCallsComeBackWithTheRightFileAndLeakNothing) {
     EXPECT_EQ(lines.find("NOTHING"), std::string::npos);
     EXPECT_NE(lines.find("line 10: expected a parameter"), std::string::npos);
     dlclose(library);
+}
+
+// ---- threads --------------------------------------------------------------------------------------------------------
+
+struct Library {
+    void* handle = dlopen(FRIGANA_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    Entry entry = handle == nullptr ? nullptr : reinterpret_cast<Entry>(dlsym(handle, "Frigana"));
+    std::string installation = std::string(test::dataFolder) + "/frigana";
+    Library() { EXPECT_NE(entry, nullptr) << dlerror(); }
+    ~Library() { dlclose(handle); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    void run(const std::string& request) const {
+        entry(request.data(), installation.data(), static_cast<int>(request.size()),
+              static_cast<int>(installation.size()));
+    }
+};
+
+TEST(SharedLibrary, CallsOfSeveralThreadsQueue) {
+    const Library library;
+    TemporaryFolder folder;
+    constexpr int threads = 6, calls = 40;
+    const char* const fluids[] = {"R134A.FLD", "R32.FLD", "PROPANE.FLD", "AMMONIA.FLD", "R22.FLD", "NOTHING.FLD"};
+    std::vector<std::string> requests, expected;
+    for (int i = 0; i < threads; ++i) {
+        requests.push_back(folder.path(std::to_string(i) + ".fi1"));
+        writeFile(requests.back(), cycleRequest(1, basicParameters(), fluids[i]).text());
+        library.run(requests.back());
+        expected.push_back(readFile(folder.path(std::to_string(i) + ".fo1")));
+        EXPECT_FALSE(expected.back().empty());
+    }
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> running;
+    for (int i = 0; i < threads; ++i)
+        running.emplace_back([&, i] {
+            const auto k = static_cast<std::size_t>(i);
+            for (int call = 0; call < calls; ++call) {
+                library.run(requests[k]);
+                if (readFile(folder.path(std::to_string(i) + ".fo1")) != expected[k]) ++wrong;
+            }
+        });
+    for (std::thread& thread : running) thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+// What the host's own handler has seen; it leaves its trap by a jump of its own thread.
+std::atomic<int> hostTraps{0};
+thread_local sigjmp_buf afterTrap;
+void hostHandler(int) {
+    ++hostTraps;
+    siglongjmp(afterTrap, 1);
+}
+
+void trapOnce(bool byDivision) {
+    volatile int numerator = 1, denominator = 0;
+    if (sigsetjmp(afterTrap, 1) != 0) return;
+    if (byDivision)
+        numerator = numerator / denominator;
+    else
+        std::raise(SIGFPE);
+}
+
+TEST(SharedLibrary, ATrapOfAnotherThreadGoesToTheHostsHandlerWhateverTheMoment) {
+    const Library library;
+    TemporaryFolder folder;
+    const std::string request = folder.path("plant.fi1");
+    auto refused = basicParameters();
+    refused[6].value = 0.2;
+    writeFile(request, cycleRequest(1, refused).text());
+    std::signal(SIGFPE, hostHandler);
+    hostTraps = 0;
+
+    constexpr int traps = 1000;
+    std::atomic<bool> done{false};
+    std::thread other([&] {
+        for (int i = 0; i < traps; ++i) {
+            trapOnce(i % 2 == 0);
+            std::this_thread::sleep_for(std::chrono::microseconds(i % 50));
+        }
+        done = true;
+    });
+    int runs = 0;
+    for (; !done; ++runs) {
+        library.run(request);  // each ends in a trap of its own
+        ASSERT_EQ(readFile(folder.path("plant.fo1")).substr(0, 10), " 0\n 201114");
+    }
+    other.join();
+    EXPECT_EQ(hostTraps, traps);
+    EXPECT_EQ(std::signal(SIGFPE, SIG_DFL), hostHandler);
+    std::printf("%d traps of another thread during %d runs\n", traps, runs);
+}
+
+TEST(SharedLibrary, AThreadThatEndsInItsRunAndAForkLeaveTheEntryFree) {
+    const Library library;
+    TemporaryFolder folder;
+    const std::string request = folder.path("plant.fi1");
+    writeFile(request, cycleRequest(1, basicParameters()).text());
+    library.run(request);
+    const std::string expected = readFile(folder.path("plant.fo1"));
+
+    // A fork while another thread runs: the child calls at once.
+    std::atomic<bool> done{false};
+    std::thread other([&] {
+        while (!done) library.run(request);
+    });
+    constexpr int forks = 20;
+    for (int i = 0; i < forks; ++i) {
+        const std::string own = folder.path("child" + std::to_string(i));
+        writeFile(own + ".fi1", cycleRequest(1, basicParameters()).text());
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(20);  // a lock that nobody frees
+            library.run(own + ".fi1");
+            _exit(0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+        EXPECT_EQ(readFile(own + ".fo1"), expected);
+    }
+    done = true;
+    other.join();
+}
+
+TEST(SharedLibrary, ACallNeedsNoMoreStackThanTheHeaderSays) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer makes every frame larger";
+#endif
+    const Library library;
+    TemporaryFolder folder;
+    std::vector<std::string> requests;
+    for (const auto& entry : std::filesystem::directory_iterator(test::examplesFolder)) {
+        if (entry.path().extension() != ".fi1") continue;
+        requests.push_back(folder.path(entry.path().filename().string()));
+        std::filesystem::copy_file(entry.path(), requests.back());
+    }
+    ASSERT_GT(requests.size(), 10u);
+    for (const char* fluid : {"R448A.MIX", "R410A.MIX", "CO2.FLD"}) {
+        requests.push_back(folder.path(std::string(fluid) + ".fi1"));
+        writeFile(requests.back(), cycleRequest(1, basicParameters(), fluid).text());
+    }
+    struct Work {
+        const Library& library;
+        const std::vector<std::string>& requests;
+    } work{library, requests};
+
+    // The stack is filled with a mark before, to see how much of it was used.
+    constexpr std::size_t promised = 128 * 1024, spare = 64 * 1024;
+    std::vector<unsigned char> stack(promised + spare + 4096);
+    const auto base = (reinterpret_cast<std::uintptr_t>(stack.data()) + 4095) / 4096 * 4096;
+    auto* const lowest = reinterpret_cast<unsigned char*>(base);
+    constexpr unsigned char mark = 0xA5;
+    std::fill_n(lowest, promised + spare, mark);
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    ASSERT_EQ(pthread_attr_setstack(&attributes, lowest, promised + spare), 0);
+    pthread_t thread;
+    const auto body = [](void* context) -> void* {
+        const Work& all = *static_cast<Work*>(context);
+        for (const std::string& request : all.requests) all.library.run(request);
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, &attributes, body, &work), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+    const auto untouched = static_cast<std::size_t>(
+        std::find_if(lowest, lowest + promised + spare, [](unsigned char byte) { return byte != mark; }) - lowest);
+    const std::size_t used = promised + spare - untouched;
+    std::printf("%zu requests used %zu KiB of stack, those of the thread itself included\n", requests.size(),
+                used / 1024);
+    EXPECT_LE(used, promised);
 }
 
 }  // namespace

@@ -334,6 +334,131 @@ TEST_F(Readers, EachMalformedLineIsNamedWithWhatWasExpectedAndFound) {
     }
 }
 
+TEST_F(Readers, OnlyFiniteNumbersAreTaken) {
+    for (const char* number : {"nan", "NaN", "inf", "-Infinity"}) {
+        Request lines = cycleRequest(1, basicParameters());
+        lines.lines()[8] = std::string("1 ") + number;
+        contents(lines);
+        const std::string said = cycleComplaint();
+        EXPECT_NE(
+            said.find(std::string("line 9: expected a parameter (its option, an integer, and its value), found \"") +
+                      number + "\""),
+            std::string::npos)
+            << said;
+        // So do fractions and the lines of tools.
+        int flag = 0;
+        Request tool = propertyRequest(4, std::string("1 300 2 ") + number);
+        contents(tool);
+        const auto read = [&] { READINPUTPROPS(path, substance, request, flag); };
+        EXPECT_NE(complaint(read).find("line 12: expected the state point"), std::string::npos);
+        tool = propertyRequest(4, "1 300 2 101");
+        tool.lines()[5] = number;
+        contents(tool);
+        EXPECT_NE(complaint(read).find("line 6: expected the fraction of a fluid (a number), found"),
+                  std::string::npos);
+    }
+}
+
+TEST_F(Readers, ADecimalCommaIsRefused) {
+    struct Row {
+        const char* line;
+        bool refused;
+        double value;
+    };
+    const Row rows[] = {
+        {"1 268,15", true, 0},
+        {"1 268,15 ", true, 0},
+        {"1 268,15\r", true, 0},
+        {"1,268,15", true, 0},
+        {"1 -5,0", true, 0},
+        {"1,268.15", false, 268.15},
+        {"1 268.15,", false, 268.15},
+        {"1 268 , 15", false, 268},
+        {"1 268,15 K", false, 268},
+        {"1 268, 15", false, 268},
+        {"1 268.15 ,x", false, 268.15},
+    };
+    for (const Row& row : rows) {
+        Request lines = cycleRequest(1, basicParameters());
+        lines.lines()[6] = row.line;
+        contents(lines);
+        const std::string said = cycleComplaint();
+        if (row.refused) {
+            EXPECT_NE(said.find("plant.fi1, line 7: decimal point expected, found \""), std::string::npos) << row.line;
+        } else {
+            EXPECT_EQ(said, "") << row.line;
+            EXPECT_EQ(cycle.VDAT[1], row.value) << row.line;
+        }
+    }
+    int flag = 0;
+    const auto read = [&] { READINPUTPROPS(path, substance, request, flag); };
+    Request fraction = propertyRequest(4, "1 300 2 101");
+    fraction.lines()[5] = "0,5";
+    contents(fraction);
+    EXPECT_NE(complaint(read).find("line 6: decimal point expected, found \"0,5\""), std::string::npos);
+    contents(propertyRequest(4, "1,300,2,101"));  // commas that separate
+    EXPECT_EQ(complaint(read), "");
+    EXPECT_EQ(request.PT2VALUE, 101.0);
+    contents(propertyRequest(4, "1 300 2 101,3"));
+    EXPECT_NE(complaint(read).find("decimal point expected"), std::string::npos);
+    Request before = propertyRequest(6, "1 300");
+    before.lines()[12] = "1,250";  // the line of another tool
+    contents(before);
+    EXPECT_EQ(complaint(read), "");
+}
+
+TEST_F(Readers, ALineBeyondTheColumnsThatAreReadIsRefused) {
+    Request lines = cycleRequest(1, basicParameters());
+    lines.lines()[8] = "1 0.0" + std::string(8190, ' ') + "1";
+    contents(lines);
+    EXPECT_NE(
+        cycleComplaint().find("line 9: expected a parameter (its option, an integer, and its value), found a line of "
+                              "more than 8192 columns"),
+        std::string::npos);
+    lines = cycleRequest(1, basicParameters());
+    lines.lines()[1] = std::string(9000, 't');
+    contents(lines);
+    EXPECT_NE(cycleComplaint().find("line 2: expected the title of the study, found a line of more than 8192 columns"),
+              std::string::npos);
+}
+
+TEST_F(Readers, TheTitleIsOneLineForBothReaders) {
+    Request lines = cycleRequest(12, basicParameters(), "R134A.FLD", "");
+    contents(lines);
+    int type = 0, sub = 0;
+    READINPUTTYPE(path, type, sub);
+    EXPECT_EQ(sub, 12);
+    READINPUTCYCLE(path, substance, cycle);
+    EXPECT_TRUE(cycle.TITLE.blank());
+    EXPECT_EQ(cycle.REQSUB, 12);
+    EXPECT_EQ(substance.REFSNAME[1], "R134A.FLD");
+}
+
+TEST_F(Readers, TextsOfAnotherKindAreNamedAsSuch) {
+    int type = 0, sub = 0;
+    const auto read = [&] { READINPUTTYPE(path, type, sub); };
+    const std::string plain = cycleRequest(1, basicParameters()).text();
+    std::string little = "\xFF\xFE", big = "\xFE\xFF", unmarked, returns = plain;
+    for (const char c : plain) {
+        little += {c, '\0'};
+        big += {'\0', c};
+        unmarked += {c, '\0'};
+    }
+    for (char& c : returns)
+        if (c == '\n') c = '\r';
+    for (const std::string& bytes : {little, big, unmarked}) {
+        contents(bytes);
+        EXPECT_NE(complaint(read).find("plant.fi1: the request is UTF-16"), std::string::npos);
+    }
+    contents(returns);
+    EXPECT_NE(complaint(read).find("end with a carriage return alone"), std::string::npos);
+    contents("\xEF\xBB\xBF" + plain);
+    EXPECT_EQ(complaint(read), "");
+    EXPECT_EQ(type, 2);
+    EXPECT_EQ(cycleComplaint(), "");
+    EXPECT_EQ(cycle.REQTYPE, 2);
+}
+
 TEST_F(Readers, EveryShortRequestEndsTheRunAtItsEnd) {
     const Request whole = cycleRequest(1, basicParameters());
     for (std::size_t lines = 0; lines < 21; ++lines) {

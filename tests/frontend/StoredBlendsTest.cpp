@@ -135,11 +135,15 @@ TEST_F(Store, TheFileNewOfTheCurrentFolderStaysBehindEmptyWhereItsFolderIs) {
     const std::string file = readFile(mixture("Own.mix"));
 
     std::filesystem::create_directory(current + "/mixtures");
-    writeFile(current + "/mixtures/new", "of an earlier time");
     store(r513aLike, true, "Own");
     EXPECT_TRUE(std::filesystem::exists(current + "/mixtures/new"));
     EXPECT_EQ(readFile(current + "/mixtures/new"), "");
     EXPECT_EQ(readFile(mixture("Own.mix")), file);
+
+    // One that is there belongs to somebody else.
+    writeFile(current + "/mixtures/new", "of a user");
+    store(r513aLike, true, "Own");
+    EXPECT_EQ(readFile(current + "/mixtures/new"), "of a user");
 
     // In the installation itself it lies beside the blends and disturbs none, not even one of that name.
     std::filesystem::current_path(plant.folder.path("installed"));
@@ -229,21 +233,50 @@ TEST_F(Store, WhatIsNoBlendIsNotStored) {
 }
 
 TEST_F(Store, AFileThatCannotBeWrittenIsToldSo) {
-    const auto ended = [&](const std::string& name) {
-        testing::internal::CaptureStderr();
-        plant(listedRequest(r513aLike, true, 7, "", name));
-        const std::string said = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(runReport.end, RunEnd::runtimeError);
-        EXPECT_FALSE(plant.hasResult());
-        return said;
+    const auto files = [&] {
+        int count = 0;
+        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(mixture(""))) ++count;
+        return count;
     };
-    EXPECT_NE(ended("no/such/folder").find("cannot be written"), std::string::npos);
+    const auto code = [&](const std::string& name) {
+        plant(listedRequest(r513aLike, true, 7, "", name));
+        EXPECT_EQ(runReport.end, RunEnd::refused) << name;
+        EXPECT_EQ(ResultFile(plant.resultText()).trimmed(2), std::to_string(runReport.IERR));
+        return runReport.IERR;
+    };
+    // Not a name of a file in that folder.
+    for (const char* name : {"no/such/folder", "..\\R32", "c:own", "/dev/null", "'a\tb'"})
+        EXPECT_EQ(code(name), 107203);
+    // The shipped blends are not replaced, whatever the letters.
+    for (const char* name : {"R410A", "r410a", "R407c", "R502"}) EXPECT_EQ(code(name), 107204) << name;
     // A path beyond 255 characters would be that of another file.
-    EXPECT_NE(ended(std::string(240, 'n')).find("has more than 255 characters"), std::string::npos);
-    int files = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(mixture(""))) ++files;
-    EXPECT_EQ(files, 0);
+    testing::internal::CaptureStderr();
+    plant(listedRequest(r513aLike, true, 7, "", std::string(240, 'n')));
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("has more than 255 characters"), std::string::npos);
+    EXPECT_EQ(runReport.end, RunEnd::runtimeError);
+    EXPECT_FALSE(plant.hasResult());
+    EXPECT_EQ(files(), 0);
+
+    // No folder to write in, and a name that a folder has.
+    std::filesystem::create_directory(mixture("Taken.mix"));
+    EXPECT_EQ(code("Taken"), 107205);
+    EXPECT_EQ(files(), 1);
+    std::filesystem::remove_all(plant.folder.path("installed/mixtures"));
+    EXPECT_EQ(code("Own"), 107205);
+    std::filesystem::create_directory(plant.folder.path("installed/mixtures"));
     store(r513aLike, true, "Own");
+}
+
+TEST_F(Store, TheFileOfThatNameInAnyCaseIsTheOneReplaced) {
+    store(r513aLike, true, "'My Own'");
+    std::filesystem::rename(mixture("My Own.mix"), mixture("MY own.MIX"));
+    store({{"R32.FLD", 0.5}, {"R125.FLD", 0.5}}, true, "'my Own'");
+    EXPECT_FALSE(std::filesystem::exists(mixture("my Own.mix")));
+    EXPECT_NE(readFile(mixture("MY own.MIX")).find("R32"), std::string::npos);
+    EXPECT_TRUE(runReport.resultPath.trimmed().ends_with("MY own.MIX"));
+    int count = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(mixture(""))) ++count;
+    EXPECT_EQ(count, 1);
 }
 
 }  // namespace

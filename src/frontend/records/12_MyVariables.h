@@ -100,11 +100,9 @@ extern Text255 TEMPORALFILEOUT;  // folder of the result file with its separator
 extern int temporalLength;       // its length
 extern char FNDFLDFLAG;          // 'Y' when the last lookup found the fluid in the library
 
-// Path of a scratch file in the folder of the result file.
-inline Text255 scratchPath(std::string_view name) {
-    Text255 path = TEMPORALFILEOUT;
-    path.assign(temporalLength + 1, Text255::size, name);
-    return path;
-}
+// Path of a scratch file in the folder of the result file. The names are fixed: from the first of them to the end of
+// the run the folder is locked, and another run that needs them there waits. A path that does not fit into its field,
+// and a folder that cannot be locked, end the run in the runtime's own error.
+Text255 scratchPath(std::string_view name);
 
 }  // namespace frigana

@@ -33,43 +33,95 @@ void openResult(const Text255& path) {
 
 }  // namespace
 
-void ERRORCONTROL(int IERR, const Text255& HERR) {
-    if (IERR <= 0) return;
-    if (!openForWriting(resultUnit, ERRORFILEOUT.view())) fileError(ERRORFILEOUT.view(), "cannot be written");
+namespace {
+
+bool writeFailureForm(int IERR, const Text255& HERR) {
+    if (!openForWriting(resultUnit, ERRORFILEOUT.view(), Writing::whole)) return false;
     writeFree(resultUnit, 0);
     writeFree(resultUnit, IERR);
     writeFree(resultUnit, HERR.view());
-    if (!closeUnit(resultUnit)) fileError(ERRORFILEOUT.view(), "cannot be written");
+    return closeUnit(resultUnit);
+}
+
+// What a message quotes of a file or a path, without what would move a terminal.
+void addShown(Composer& line, std::string_view text) {
+    for (const char character : text) line.add(static_cast<unsigned char>(character) < ' ' ? '?' : character);
+}
+
+void addQuoted(Composer& line, std::string_view text) {
+    line.add('"');
+    addShown(line, text.substr(0, longestFound));
+    line.add(text.size() > longestFound ? "...\"" : "\"");
+}
+
+void addPlace(Composer& line, int unit, int number) {
+    line.add("frigana: ");
+    addShown(line, unitPath(unit));
+    line.add(", line ");
+    line.add(Integer{0, number});
+    line.add(": ");
+}
+
+}  // namespace
+
+void ERRORCONTROL(int IERR, const Text255& HERR) {
+    if (IERR <= 0) return;
     runReport.end = RunEnd::refused;
     runReport.IERR = IERR;
     runReport.HERR = HERR;
+    runReport.formWritten = writeFailureForm(IERR, HERR);
+    if (!runReport.formWritten) {
+        FixedText<1600> text;
+        Composer line(text.data(), text.size);
+        line.add("frigana: ");
+        addShown(line, ERRORFILEOUT.trimmed());
+        line.add(": cannot be written; the request is refused: ");
+        line.add(Integer{0, IERR});
+        line.add(' ');
+        addShown(line, HERR.trimmed());
+        line.add("\n");
+        writeStandardError(text.trimmed());
+    }
     divideByZero();
 }
 
 [[noreturn]] void readError(int unit, std::string_view expected, std::string_view found) {
     FixedText<1600> text;
     Composer line(text.data(), text.size);
-    line.add("frigana: ");
-    line.add(unitPath(unit));
-    line.add(", line ");
-    line.add(Integer{0, found.empty() ? lineNumber(unit) + 1 : lineNumber(unit)});
-    line.add(": expected ");
+    const std::string_view problem = readProblem(unit);
+    const bool beyond = found.empty() && problem.empty();
+    addPlace(line, unit, lineNumber(unit) + (beyond ? 1 : 0));
+    line.add("expected ");
     line.add(expected);
-    if (found.empty()) {
-        line.add(", found the end of the file");
-    } else {
-        line.add(", found \"");
-        for (char character : found.substr(0, longestFound))
-            line.add(static_cast<unsigned char>(character) < ' ' ? '?' : character);
-        line.add(found.size() > longestFound ? "...\"" : "\"");
-    }
+    line.add(", found ");
+    if (!problem.empty())
+        line.add(problem);
+    else if (beyond)
+        line.add("the end of the file");
+    else
+        addQuoted(line, found);
+    line.add("\n");
+    endInRuntimeError(text.trimmed());
+}
+
+[[noreturn]] void decimalCommaError(int unit) {
+    FixedText<1600> text;
+    Composer line(text.data(), text.size);
+    addPlace(line, unit, lineNumber(unit));
+    line.add("decimal point expected, found ");
+    addQuoted(line, currentLine(unit));
     line.add("\n");
     endInRuntimeError(text.trimmed());
 }
 
 [[noreturn]] void fileError(std::string_view path, std::string_view problem) {
     FixedText<1600> text;
-    message(text, "frigana: ", trimRight(path), ": ", problem, "\n");
+    Composer line(text.data(), text.size);
+    line.add("frigana: ");
+    addShown(line, trimRight(path));
+    line.add(": ");
+    line.add(problem);
+    line.add("\n");
     endInRuntimeError(text.trimmed());
 }
 

@@ -15,10 +15,11 @@ enum class RunEnd {
 };
 struct RunReport {
     RunEnd end = RunEnd::returned;
-    int type = 0, sub = 0;  // what was asked for
-    int IERR = 0;           // code of a refusal
-    Text255 HERR;           // its text; the line on standard error
-    Text255 resultPath;     // the result file, or the mixture file that was asked for
+    int type = 0, sub = 0;    // what was asked for
+    int IERR = 0;             // code of a refusal
+    bool formWritten = true;  // false where a refusal's form could not be written: then code and text stand only here
+    Text255 HERR;             // its text; the line on standard error
+    Text255 resultPath;       // the result file, or the mixture file that was asked for
     // Where a refusal by the fixed ranges came from: circuit 1 or 2, number of the parameter (0 where the refusal came
     // from elsewhere), and what the parameter is.
     int record = 0, parameter = 0;
@@ -30,7 +31,8 @@ extern RunReport runReport;
 //   Given     IERR   code; 0 and negative codes (warnings) do nothing
 //             HERR   text
 //   Notes     Never returns for a positive code: the result file is written anew with 0, the code and the whole text,
-//             then an integer division by zero unwinds out of the library. No file may be open.
+//             then an integer division by zero unwinds out of the library. No file may be open. Where the form cannot
+//             be written, code and text go to standard error and into runReport all the same.
 void ERRORCONTROL(int IERR, const Text255& HERR);
 
 // Path that ERRORCONTROL writes to: the entry's copy of the result path, whatever becomes of the caller's.
@@ -43,6 +45,8 @@ extern Text255 ERRORFILEOUT;
 [[noreturn]] void readError(int unit, std::string_view expected, std::string_view found);
 // The same for a file that cannot be opened, written, or an item beyond the end.
 [[noreturn]] void fileError(std::string_view path, std::string_view problem);
+// The same for a number with a decimal comma: what stands behind the comma would be dropped.
+[[noreturn]] void decimalCommaError(int unit);
 
 // X cut down to a whole multiple of 10**N.
 //   Given     X   floor of it is taken first, as a 32-bit integer

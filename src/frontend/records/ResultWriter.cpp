@@ -1,5 +1,7 @@
 #include "ResultWriter.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 #include "14_ErrorControl.h"
@@ -122,12 +124,26 @@ void deleteScratch(const Text255& path) {
 ResultWriter::ResultWriter(const Text255& path, int unit)
     : unit_(unit),
       journal_(newJournal(path)),
-      heard_(listener != nullptr && (path == ERRORFILEOUT || path == runReport.resultPath)) {
-    if (!openForWriting(unit, path.view())) fileError(path.view(), "cannot be written");
+      result_(path == ERRORFILEOUT || path == runReport.resultPath),
+      heard_(result_ && listener != nullptr) {
+    if (!openForWriting(unit, path.view(), result_ ? Writing::whole : Writing::direct))
+        fileError(path.view(), "cannot be written");
     if (heard_) listener(listenerContext, ResultEntry{.kind = ResultEntry::Kind::start, .line = 0});
 }
 
+void ResultWriter::refuse() {
+    closeAndDelete(unit_);
+    // Nothing of what was heard stands anywhere.
+    if (heard_) listener(listenerContext, ResultEntry{.kind = ResultEntry::Kind::start, .line = 0});
+    constexpr int ofType = 100000, ofSub = 1000, lastOfRange = 299;
+    const bool cycle = runReport.type != 1;
+    ERRORCONTROL((cycle ? 2 : 1) * ofType + runReport.sub * ofSub + lastOfRange,
+                 cycle ? "Error: the cycle has no solution" : "Error: the state has no finite properties");
+    std::abort();
+}
+
 void ResultWriter::close() {
+    if (result_ && !finite_) refuse();
     const Text255 path(unitPath(unit_));
     if (!closeUnit(unit_)) fileError(path.view(), "cannot be written");
 }
@@ -149,6 +165,7 @@ void ResultWriter::tell(ResultEntry entry) {
                                         .unit = static_cast<short>(numberOf(entry.unit))};
         journal.lines = entry.line;
     }
+    if (entry.kind == ResultEntry::Kind::value && !std::isfinite(entry.value)) finite_ = false;
     if (!heard_) return;
     entry.circuit = nameOf(circuit_);
     entry.section = nameOf(section_);

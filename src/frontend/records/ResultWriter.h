@@ -29,6 +29,9 @@
 //   source.close();
 // The names are remembered by path for the files written last in this process; from an older file come plain texts.
 //
+// The result of the run takes its name when it is whole. A figure in it that is not finite ends the run instead: the
+// last code of the operation's range, 2SS299 of a cycle and 1SS299 of a property request, and no result.
+//
 // Names and units may be composed texts; they are kept in a store of their own. Nothing here uses the heap.
 #pragma once
 
@@ -90,7 +93,8 @@ class ResultWriter {
   public:
     // Opens path on unit; a file that cannot be written ends the run in the runtime's own error.
     explicit ResultWriter(const Text255& path, int unit = 1);
-    // No work is left to a destructor, since the road of a failure does not pass by it.
+    // No work is left to a destructor, since the road of a failure does not pass by it. Units that the result was made
+    // from are closed before.
     void close();
 
     void circuit(std::string_view name);
@@ -120,10 +124,13 @@ class ResultWriter {
 
   private:
     void tell(ResultEntry entry);
+    [[noreturn]] void refuse();
 
     int unit_;
     int journal_;
+    bool result_;  // the run's own result, not a scratch file
     bool heard_;
+    bool finite_ = true;                                   // all figures so far
     int circuit_ = 0, section_ = 0, group_ = 0, row_ = 0;  // as stored names
 };
 
