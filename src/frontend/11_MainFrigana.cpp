@@ -6,6 +6,7 @@
 #include "45_LineSizing.h"
 #include "54_Find_Refigerant.h"
 #include "Message.h"
+#include "ModelTags.h"
 #include "Operations.h"
 #include "Platform.h"
 #include "RunLock.h"
@@ -125,6 +126,8 @@ void runRequest(std::string_view requestPath, std::string_view installationPath)
         forgetContained();
         abandonAllUnits();
         releaseScratchFolder();
+        // The fluid may be half set up.
+        modelTags.LFORCESETUP = true;
     }
     runReport = {};
     FILEIN = requestPath;
