@@ -1,0 +1,163 @@
+#include "ChartFluid.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "LIMITS.h"
+#include "MELTING.h"
+#include "PROP_SUB.h"
+#include "SETUP.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+
+namespace frigana::diagrams {
+
+namespace {
+
+// A message of the engine in one piece, without the blanks of its fields.
+std::string reason(const Text255& herr) {
+    std::string text;
+    for (const char character : herr.view().substr(0, herr.view().find('\0')))
+        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
+    return std::string(trimRight(text));
+}
+
+}  // namespace
+
+double valueOf(const State& state, Property property) {
+    switch (property) {
+        case Property::temperature:
+            return state.T;
+        case Property::pressure:
+            return state.p;
+        case Property::density:
+            return state.D;
+        case Property::enthalpy:
+            return state.h;
+        case Property::entropy:
+            return state.s;
+        default:
+            return state.q;
+    }
+}
+
+bool ChartFluid::load(const FluidSelection& selection, std::string& why) {
+    name_ = selection.name;
+    Text3 reference{std::string_view(selection.reference)};
+    const Text255 parameters = "HMX.BNC";
+    int ierr = 0, count = static_cast<int>(selection.files.size());
+    Text255 herr;
+    z_ = Composition{};
+    FileNames files{};
+    if (selection.kind == FluidSelection::Kind::mixtureFile) {
+        SETMIX(Text255(selection.files.front()), parameters, reference, count, files, z_, ierr, herr);
+    } else {
+        for (int i = 1; i <= count; ++i) {
+            files[i].assign(selection.files[static_cast<std::size_t>(i - 1)]);
+            z_[i] = count == 1 ? 1.0 : selection.fractions[static_cast<std::size_t>(i - 1)];
+        }
+        SETUP(count, files, parameters, reference, ierr, herr);
+    }
+    if (ierr <= 0) SETREF(reference, selection.referenceMode, z_, 0.0, 0.0, 0.0, 0.0, ierr, herr);
+    if (ierr <= 0) CRITP(z_, critical_.T, critical_.p, critical_.D, ierr, herr);
+    if (ierr > 0) {
+        why = reason(herr);
+        return false;
+    }
+    int component = 0;
+    ISPURE(z_, component);
+    pure_ = component > 0;
+    molarMass_ = WMOL(z_);
+    double highestDensity = 0.0;
+    LIMITS("EOS", z_, lowestT_, highestT_, highestDensity, highestP_);
+    highestD_ = highestDensity * molarMass_;
+    if (!pure_) {
+        // A blend is known where all of its components are.
+        for (int i = 1; i <= count; ++i) {
+            double tmin = 0, tmax = 0, dmax = 0, pmax = 0;
+            Text255 ignored;
+            int code = 0;
+            LIMITK("EOS", i, 300.0, 0.0, 0.0, tmin, tmax, dmax, pmax, code, ignored);
+            lowestT_ = std::max(lowestT_, tmin);
+            highestT_ = std::min(highestT_, tmax);
+            highestP_ = std::min(highestP_, pmax);
+        }
+    }
+    return true;
+}
+
+State ChartFluid::at(double T, double D) const {
+    State state;
+    double e, cv, cp, w, jt;
+    state.T = T;
+    state.D = D;
+    THERM(T, D / molarMass_, z_, state.p, e, state.h, state.s, cv, cp, w, jt);
+    state.h /= molarMass_;
+    state.s /= molarMass_;
+    return state;
+}
+
+bool ChartFluid::atPressure(double T, double p, int kph, State& state) const {
+    double density = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TPRHO(T, p, z_, kph, 0, density, ierr, herr);
+    if (ierr > 0) return false;
+    state = at(T, density * molarMass_);
+    return std::fabs(state.p - p) <= 1e-6 * p;
+}
+
+bool ChartFluid::temperatureAt(double D, Property property, double value, double guess, double& T) const {
+    const double rho = D / molarMass_;
+    double low = 0.5 * lowestT_, high = 2.0 * highestT_;
+    T = std::clamp(guess, low, high);
+    constexpr int mostSteps = 60;
+    for (int step = 1; step <= mostSteps; ++step) {
+        double p, e, h, s, cv, cp, w, jt, dpdt = 0.0;
+        THERM(T, rho, z_, p, e, h, s, cv, cp, w, jt);
+        double difference, slope;
+        if (property == Property::entropy) {
+            difference = s - value * molarMass_;
+            slope = cv / T;
+        } else {
+            DPDT(T, rho, z_, dpdt);
+            difference = property == Property::pressure ? p - value : h - value * molarMass_;
+            slope = property == Property::pressure ? dpdt : cv + dpdt / rho;
+        }
+        if (!std::isfinite(difference)) return false;
+        (difference > 0.0 ? high : low) = T;
+        double next = T - difference / slope;
+        if (!(next > low && next < high)) next = 0.5 * (low + high);
+        const double change = std::fabs(next - T);
+        T = next;
+        if (change <= 1e-13 * T) return true;
+        // Newton's method squares its error: after this step nothing is left to correct.
+        if (change <= 1e-8 * T && slope > 0.0 && next > low && next < high) return true;
+    }
+    return high - low <= 1e-9 * T;
+}
+
+State ChartFluid::between(const PhasePair& pair, double q) const {
+    double p, e, hl, hv, sl, sv, cv, cp, w, jt;
+    THERM(pair.T, pair.Dl, pair.x, p, e, hl, sl, cv, cp, w, jt);
+    THERM(pair.T, pair.Dv, pair.y, p, e, hv, sv, cv, cp, w, jt);
+    State state;
+    state.T = pair.T;
+    state.p = pair.p;
+    state.D = molarMass_ / ((1.0 - q) / pair.Dl + q / pair.Dv);
+    state.h = ((1.0 - q) * hl + q * hv) / molarMass_;
+    state.s = ((1.0 - q) * sl + q * sv) / molarMass_;
+    state.q = q * (pure_ ? 1.0 : WMOL(pair.y) / molarMass_);
+    return state;
+}
+
+double ChartFluid::meltingPressure(double T) const {
+    constexpr double beyondAll = 1e12;
+    double p = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    MELTT(T, z_, p, ierr, herr);
+    return ierr > 0 || !(p > 0.0) ? beyondAll : p;
+}
+
+}  // namespace frigana::diagrams

@@ -1,0 +1,539 @@
+#include "Dome.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "ModelTags.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_NEWTON.h"
+#include "SilentMessages.h"
+
+namespace frigana::diagrams {
+
+namespace {
+
+constexpr int pureIntervals = 72;  // of each line of a pure fluid
+constexpr int shares = 10;         // intervals of the vapor share in the table of a blend
+constexpr int tableRows = 16;
+constexpr int pressureUnknown = 1, densitiesUnknown = 2;  // what SATGV solves for
+constexpr int givenPressure = 0, givenTemperature = 1, givenDensity = 6;
+
+double lerp(double a, double b, double t) {
+    return a + (b - a) * t;
+}
+double lerpLog(double a, double b, double t) {
+    return a > 0.0 && b > 0.0 ? std::exp(lerp(std::log(a), std::log(b), t)) : lerp(a, b, t);
+}
+
+// Fractions between two compositions, or beyond them, with the sum 1.
+Composition mix(const Composition& a, const Composition& b, double t) {
+    Composition x{};
+    double sum = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) sum += x[i] = lerpLog(a[i], b[i], t);
+    for (int i = 1; i <= modelTags.NC; ++i) x[i] /= sum;
+    return x;
+}
+
+PhasePair mix(const PhasePair& a, const PhasePair& b, double t) {
+    return {lerp(a.T, b.T, t),      lerpLog(a.p, b.p, t), lerpLog(a.Dl, b.Dl, t),
+            lerpLog(a.Dv, b.Dv, t), mix(a.x, b.x, t),     mix(a.y, b.y, t)};
+}
+
+// SATGV in both forms of its unknowns, from the same start.
+bool solve(double share, double value, int given, const Composition& z, PhasePair& pair) {
+    const PhasePair start = pair;
+    for (const int unknowns : {pressureUnknown, densitiesUnknown}) {
+        pair = start;
+        int ierr = 0;
+        Text255 herr;
+        SATGV(pair.T, pair.p, z, share, value, unknowns, given, 0, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
+        const bool apart = std::fabs(pair.Dl / pair.Dv - 1.0) > 1e-7;
+        if (ierr == 0 && apart && std::isfinite(pair.T) && std::isfinite(pair.p)) return true;
+    }
+    pair = start;
+    return false;
+}
+
+// While a boundary is followed, the fluid is the phase y of SATGV on both lines; points hold liquid and vapor by name.
+PhasePair feedAsVapor(const DomePoint& point) {
+    PhasePair pair = point.pair;
+    if (point.state.q == 0.0) {
+        std::swap(pair.Dl, pair.Dv);
+        std::swap(pair.x, pair.y);
+    }
+    return pair;
+}
+
+DomePoint pointOf(const ChartFluid& fluid, PhasePair pair) {
+    DomePoint point;
+    point.u = -std::log(pair.Dv);
+    point.state = fluid.at(pair.T, pair.Dv * fluid.molarMass());
+    point.state.p = pair.p;
+    point.state.q = 1.0;
+    if (pair.Dv > pair.Dl) {
+        std::swap(pair.Dl, pair.Dv);
+        std::swap(pair.x, pair.y);
+        point.state.q = 0.0;
+    }
+    point.pair = pair;
+    return point;
+}
+
+// Value at x of the polynomial through n points.
+double polynomial(const double* xs, const double* ys, int n, double x) {
+    double value = 0.0;
+    for (int i = 0; i < n; ++i) {
+        double term = ys[i];
+        for (int j = 0; j < n; ++j)
+            if (j != i) term *= (x - xs[j]) / (xs[i] - xs[j]);
+        value += term;
+    }
+    return value;
+}
+
+// How far the two phases are apart: its sign tells on which line a point lies, and it is 0 in the critical point.
+double apart(const DomePoint& point) {
+    const double ratio = std::log(point.pair.Dl / point.pair.Dv);
+    return point.state.q == 0.0 ? -ratio : ratio;
+}
+
+// Follows one line from its cold end towards a density, as far as it can be found.
+std::vector<DomePoint> follow(const ChartFluid& fluid, const DomePoint& first, double uEnd, int steps) {
+    std::vector<DomePoint> line{first};
+    const double stride = (uEnd - first.u) / steps;
+    double u = first.u, step = stride;
+    while ((uEnd - u) * stride > 1e-9 * stride * stride) {
+        if (std::fabs(step) > std::fabs(uEnd - u)) step = uEnd - u;
+        const double next = u + step;
+        const std::size_t n = line.size();
+        PhasePair pair = feedAsVapor(line[n - 1]);
+        if (n > 1) {
+            const double t = (next - line[n - 2].u) / (line[n - 1].u - line[n - 2].u);
+            pair = mix(feedAsVapor(line[n - 2]), pair, t);
+        }
+        pair.y = fluid.composition();
+        pair.Dv = std::exp(-next);
+        DomePoint point;
+        bool found = solve(1.0, std::exp(-next), givenDensity, fluid.composition(), pair);
+        if (found) {
+            point = pointOf(fluid, pair);
+            found = std::fabs(point.u - next) < 1e-9 && point.state.q == first.state.q &&
+                    std::fabs(point.state.T / line[n - 1].state.T - 1.0) < 0.08;
+        }
+        if (found) {
+            line.push_back(point);
+            u = next;
+            step = std::fabs(step * 2.0) > std::fabs(stride) ? stride : step * 2.0;
+        } else {
+            step *= 0.5;
+            if (std::fabs(step) < std::fabs(stride) / 16.0) break;
+        }
+    }
+    return line;
+}
+
+}  // namespace
+
+bool Dome::trace(const ChartFluid& fluid, double coldest, std::string& why) {
+    const SilentMessages silent;
+    fluid_ = &fluid;
+    coldest_ = coldest;
+    points_.clear();
+    table_.clear();
+    return fluid.pure() ? tracePure(why) : traceBlend(why);
+}
+
+bool Dome::at(double u, DomePoint& point) const {
+    return fluid_->pure() ? pureAt(u, point) : blendAt(u, point);
+}
+
+// u is the cube root of the distance from the critical temperature, so that equal steps in it are nearly equal steps in
+// density near the critical point; negative on the bubble line.
+bool Dome::pureAt(double u, DomePoint& point) const {
+    const SilentMessages silent;
+    point.u = u;
+    const CriticalPoint& critical = fluid_->estimatedCritical();
+    const double T = critical.T - (critical.T - coldest_) * std::fabs(u * u * u);
+    PhasePair& pair = point.pair;
+    pair.x = pair.y = fluid_->composition();
+    pair.T = T;
+    constexpr double criticalItself = 1e-7;  // [K] nearer than that both lines are one
+    if (critical.T - T <= criticalItself) {
+        pair.p = critical_.p;
+        pair.Dl = pair.Dv = critical.D;
+        point.state = critical_;
+        point.state.q = u < 0.0 ? 0.0 : 1.0;
+        return true;
+    }
+    int ierr = 0;
+    Text255 herr;
+    SATT(T, fluid_->composition(), 1, pair.p, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
+    if (ierr > 0) return false;
+    point.state = fluid_->at(T, (u < 0.0 ? pair.Dl : pair.Dv) * fluid_->molarMass());
+    point.state.p = pair.p;
+    point.state.q = u < 0.0 ? 0.0 : 1.0;
+    return true;
+}
+
+bool Dome::tracePure(std::string& why) {
+    const CriticalPoint& critical = fluid_->estimatedCritical();
+    critical_ = fluid_->at(critical.T, critical.D * fluid_->molarMass());
+    hottest_ = highest_ = critical_;
+    for (int i = -pureIntervals; i <= pureIntervals; ++i) {
+        DomePoint point;
+        if (pureAt(static_cast<double>(i) / pureIntervals, point)) points_.push_back(point);
+    }
+    if (points_.size() > pureIntervals) return true;
+    why = "the saturation lines of " + fluid_->name() + " were not found";
+    return false;
+}
+
+bool Dome::blendAt(double u, DomePoint& point) const {
+    const SilentMessages silent;
+    const auto after = std::upper_bound(points_.begin(), points_.end(), u,
+                                        [](double value, const DomePoint& p) { return value < p.u; });
+    const auto last = std::clamp<std::ptrdiff_t>(after - points_.begin(), 1, std::ssize(points_) - 1);
+    const DomePoint& a = points_[static_cast<std::size_t>(last - 1)];
+    const DomePoint& b = points_[static_cast<std::size_t>(last)];
+    if (u == a.u || u == b.u) {
+        point = u == a.u ? a : b;
+        return true;
+    }
+    PhasePair pair = mix(feedAsVapor(a), feedAsVapor(b), (u - a.u) / (b.u - a.u));
+    pair.y = fluid_->composition();
+    pair.Dv = std::exp(-u);
+    const double expected = pair.T;
+    if (solve(1.0, std::exp(-u), givenDensity, fluid_->composition(), pair) &&
+        std::fabs(pair.T / expected - 1.0) < 0.01 && std::fabs(std::log(pair.Dv) + u) < 1e-9) {
+        point = pointOf(*fluid_, pair);
+        point.u = u;
+        return true;
+    }
+    // Beside the critical point both phases are too much alike to be told apart; the line is smooth there.
+    if (std::fabs(apart(a)) > 0.3 && std::fabs(apart(b)) > 0.3) return false;
+    constexpr int neighbours = 4;
+    const auto from = std::clamp<std::ptrdiff_t>(last - neighbours / 2, 0, std::ssize(points_) - neighbours);
+    double places[neighbours], temperatures[neighbours];
+    for (int i = 0; i < neighbours; ++i) {
+        places[i] = points_[static_cast<std::size_t>(from + i)].u;
+        temperatures[i] = points_[static_cast<std::size_t>(from + i)].state.T;
+    }
+    point = a;
+    point.u = u;
+    const double q = u < -std::log(critical_.D / fluid_->molarMass()) ? 0.0 : 1.0;
+    point.state = fluid_->at(polynomial(places, temperatures, neighbours, u), std::exp(-u) * fluid_->molarMass());
+    point.state.q = q;
+    return true;
+}
+
+bool Dome::findCritical(const std::vector<DomePoint>& dew, const std::vector<DomePoint>& bubble) {
+    constexpr int ofEach = 2;
+    if (dew.size() < ofEach || bubble.size() < ofEach) return false;
+    double r[2 * ofEach], u[2 * ofEach], T[2 * ofEach], lnP[2 * ofEach];
+    for (int i = 0; i < 2 * ofEach; ++i) {
+        const auto& line = i < ofEach ? dew : bubble;
+        const DomePoint& point = line[line.size() - static_cast<std::size_t>(i < ofEach ? ofEach - i : i - ofEach + 1)];
+        r[i] = apart(point);
+        u[i] = point.u;
+        T[i] = point.state.T;
+        lnP[i] = std::log(point.state.p);
+    }
+    const double uc = polynomial(r, u, 2 * ofEach, 0.0);
+    double tc = polynomial(u, T, 2 * ofEach, uc), pc = std::exp(polynomial(u, lnP, 2 * ofEach, uc)), rhoc = 0.0;
+    const double interpolated = tc;
+    int ierr = 0;
+    Text255 herr;
+    CRTPNT(fluid_->composition(), tc, pc, rhoc, ierr, herr);
+    const bool found = ierr <= 0 && std::fabs(tc - interpolated) < 0.002 * tc && std::fabs(std::log(rhoc) + uc) < 0.2;
+    critical_ = found ? fluid_->at(tc, rhoc * fluid_->molarMass())
+                      : fluid_->at(interpolated, std::exp(-uc) * fluid_->molarMass());
+    return true;
+}
+
+// A turn of the line in temperature or pressure becomes a point of its own, so that no curve passes below it.
+void Dome::addExtremum(Property property, State& extremum) {
+    const auto top = std::max_element(points_.begin(), points_.end(), [&](const DomePoint& a, const DomePoint& b) {
+        return valueOf(a.state, property) < valueOf(b.state, property);
+    });
+    extremum = top->state;
+    if (top == points_.begin() || top + 1 == points_.end()) return;
+    double low = (top - 1)->u, high = (top + 1)->u;
+    const double golden = 0.5 * (std::sqrt(5.0) - 1.0);
+    DomePoint a, b, best = *top;
+    double ua = high - golden * (high - low), ub = low + golden * (high - low);
+    if (!at(ua, a) || !at(ub, b)) return;
+    constexpr int steps = 16;
+    for (int step = 1; step <= steps; ++step) {
+        const bool left = valueOf(a.state, property) > valueOf(b.state, property);
+        if (valueOf((left ? a : b).state, property) > valueOf(best.state, property)) best = left ? a : b;
+        if (left) {
+            high = ub;
+            ub = ua;
+            b = a;
+            ua = high - golden * (high - low);
+            if (!at(ua, a)) break;
+        } else {
+            low = ua;
+            ua = ub;
+            a = b;
+            ub = low + golden * (high - low);
+            if (!at(ub, b)) break;
+        }
+    }
+    extremum = best.state;
+    if (best.u == top->u) return;
+    points_.insert(std::upper_bound(points_.begin(), points_.end(), best.u,
+                                    [](double value, const DomePoint& p) { return value < p.u; }),
+                   best);
+}
+
+bool Dome::traceBlend(std::string& why) {
+    const Composition& z = fluid_->composition();
+    DomePoint ends[2];
+    for (const int kph : {1, 2}) {
+        PhasePair pair;
+        int ierr = 0;
+        Text255 herr;
+        SATT(coldest_, z, kph, pair.p, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
+        if (ierr > 0) {
+            why = "the saturation lines of " + fluid_->name() + " were not found";
+            return false;
+        }
+        pair.T = coldest_;
+        if (kph == 1) {
+            std::swap(pair.Dl, pair.Dv);
+            std::swap(pair.x, pair.y);
+        }
+        ends[kph - 1] = pointOf(*fluid_, pair);
+    }
+    constexpr int bubbleSteps = 24, dewSteps = 48;
+    const double uc = -std::log(fluid_->estimatedCritical().D);
+    const std::vector<DomePoint> bubble = follow(*fluid_, ends[0], uc - 0.06, bubbleSteps);
+    const std::vector<DomePoint> dew = follow(*fluid_, ends[1], uc + 0.06, dewSteps);
+    if (!findCritical(dew, bubble)) {
+        why = "the critical point of " + fluid_->name() + " was not found";
+        return false;
+    }
+    points_ = bubble;
+    DomePoint top;
+    top.state = critical_;
+    top.u = -std::log(critical_.D / fluid_->molarMass());
+    top.pair = {critical_.T, critical_.p, std::exp(-top.u), std::exp(-top.u), z, z};
+    top.state.q = 0.0;
+    std::erase_if(points_, [&](const DomePoint& point) { return point.u >= top.u; });
+    points_.push_back(top);
+    for (auto point = dew.rbegin(); point != dew.rend(); ++point)
+        if (point->u > top.u) points_.push_back(*point);
+    // closer beside the critical point
+    for (const double distance : {0.2, 0.12, 0.07, 0.04, 0.025})
+        for (const double side : {-1.0, 1.0}) {
+            DomePoint point;
+            if (!at(top.u + side * distance, point)) continue;
+            points_.insert(std::upper_bound(points_.begin(), points_.end(), point.u,
+                                            [](double value, const DomePoint& p) { return value < p.u; }),
+                           point);
+        }
+    addExtremum(Property::temperature, hottest_);
+    addExtremum(Property::pressure, highest_);
+    fillTable();
+    return true;
+}
+
+double Dome::temperatureNear(double D) const {
+    const auto after = std::lower_bound(points_.begin(), points_.end(), D,
+                                        [](const DomePoint& p, double value) { return p.state.D > value; });
+    if (after == points_.begin() || after == points_.end()) return coldest_;
+    const State &a = (after - 1)->state, &b = after->state;
+    return lerp(a.T, b.T, std::log(D / a.D) / std::log(b.D / a.D));
+}
+
+std::vector<DomePoint> Dome::crossings(Property property, double value) const {
+    std::vector<DomePoint> found;
+    for (std::size_t i = 1; i < points_.size(); ++i) {
+        const DomePoint *low = &points_[i - 1], *high = &points_[i];
+        double ua = low->u, ub = high->u;
+        double fa = valueOf(low->state, property) - value, fb = valueOf(high->state, property) - value;
+        if (fa == 0.0) {
+            found.push_back(*low);
+            continue;
+        }
+        if (fa * fb >= 0.0) {
+            if (fb == 0.0 && i + 1 == points_.size()) found.push_back(*high);
+            continue;
+        }
+        // false position, the end that stays halved
+        DomePoint point = std::fabs(fa) < std::fabs(fb) ? *low : *high;
+        constexpr int mostSteps = 60;
+        const double close = 1e-12 * (std::fabs(value) + 1e-3);
+        for (int step = 1, side = 0; step <= mostSteps; ++step) {
+            DomePoint next;
+            if (!at((ua * fb - ub * fa) / (fb - fa), next)) break;
+            point = next;
+            const double f = valueOf(next.state, property) - value;
+            if (std::fabs(f) <= close || std::fabs(ub - ua) < 1e-15) break;
+            if ((f < 0.0) == (fa < 0.0)) {
+                ua = next.u;
+                fa = f;
+                if (side == -1) fb *= 0.5;
+                side = -1;
+            } else {
+                ub = next.u;
+                fb = f;
+                if (side == 1) fa *= 0.5;
+                side = 1;
+            }
+        }
+        found.push_back(point);
+    }
+    return found;
+}
+
+// States of two phases of a blend on a net of temperatures and vapor shares: what every later one starts from.
+void Dome::fillTable() {
+    const Composition& z = fluid_->composition();
+    const double Tc = critical_.T;
+    PhasePair first = points_.front().pair;
+    for (int i = 0; i <= tableRows; ++i) {
+        const double w = i < tableRows ? 1.0 - static_cast<double>(i) / tableRows : 0.5 / tableRows;
+        Row row;
+        row.T = Tc - (Tc - coldest_) * w * w;
+        for (int j = 0; j <= shares; ++j) {
+            const double q = static_cast<double>(j) / shares;
+            PhasePair pair = j == 0 ? first : row.pairs.back();
+            const std::size_t known = table_.size();
+            if (known == 1) {
+                pair = table_[0].pairs[static_cast<std::size_t>(j)];
+            } else if (known > 1) {
+                const Row &a = table_[known - 2], &b = table_[known - 1];
+                const double t = (1.0 / row.T - 1.0 / a.T) / (1.0 / b.T - 1.0 / a.T);
+                pair = mix(a.pairs[static_cast<std::size_t>(j)], b.pairs[static_cast<std::size_t>(j)], t);
+            }
+            pair.T = row.T;
+            if (!solve(q, row.T, givenTemperature, z, pair)) return;
+            row.pairs.push_back(pair);
+            row.states.push_back(fluid_->between(pair, q));
+        }
+        table_.push_back(std::move(row));
+    }
+}
+
+namespace {
+
+// The interval of an ordered list in which a value lies, and where in it; values beyond the ends go on from the last.
+template <class Get>
+std::pair<std::size_t, double> intervalOf(std::size_t count, double value, Get get) {
+    std::size_t i = 1;
+    while (i + 1 < count && get(i) < value) ++i;
+    return {i - 1, (value - get(i - 1)) / (get(i) - get(i - 1))};
+}
+
+}  // namespace
+
+PhasePair Dome::seed(double T, double q) const {
+    const auto [row, t] = intervalOf(table_.size(), T, [&](std::size_t i) { return table_[i].T; });
+    const double place = q * shares;
+    const auto j = static_cast<std::size_t>(std::clamp(std::floor(place), 0.0, shares - 1.0));
+    const double part = place - static_cast<double>(j);
+    PhasePair pair = mix(mix(table_[row].pairs[j], table_[row].pairs[j + 1], part),
+                         mix(table_[row + 1].pairs[j], table_[row + 1].pairs[j + 1], part), t);
+    pair.T = T;
+    return pair;
+}
+
+// The share at which a property has a value, from the table alone.
+double Dome::shareNear(double T, Property property, double value) const {
+    const auto [row, t] = intervalOf(table_.size(), T, [&](std::size_t i) { return table_[i].T; });
+    const bool reciprocal = property == Property::density;  // volumes, not densities, are nearly linear
+    const auto get = [&](std::size_t j) {
+        double a = valueOf(table_[row].states[j], property), b = valueOf(table_[row + 1].states[j], property);
+        return reciprocal ? lerp(1.0 / a, 1.0 / b, t) : lerp(a, b, t);
+    };
+    const auto [j, part] = intervalOf(shares + 1, reciprocal ? 1.0 / value : value, get);
+    return std::clamp((static_cast<double>(j) + part) / shares, 0.0, 1.0);
+}
+
+bool Dome::solvePair(Property given, double value, double q, PhasePair& pair) const {
+    if (fluid_->pure()) {
+        int ierr = 0;
+        Text255 herr;
+        if (given == Property::temperature) {
+            pair.T = value;
+            SATT(value, fluid_->composition(), 1, pair.p, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
+        } else {
+            pair.p = value;
+            SATP(value, fluid_->composition(), 1, pair.T, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
+        }
+        return ierr <= 0;
+    }
+    if (table_.size() < 2) return false;
+    double T = value;
+    if (given == Property::pressure) {
+        const double place = q * shares;
+        const auto j = static_cast<std::size_t>(std::clamp(std::floor(place), 0.0, shares - 1.0));
+        const double part = place - static_cast<double>(j);
+        const auto lnP = [&](std::size_t i) {
+            return std::log(lerpLog(table_[i].pairs[j].p, table_[i].pairs[j + 1].p, part));
+        };
+        const auto [row, t] = intervalOf(table_.size(), std::log(value), lnP);
+        T = 1.0 / lerp(1.0 / table_[row].T, 1.0 / table_[row + 1].T, t);
+    }
+    pair = seed(T, q);
+    if (given == Property::pressure) pair.p = value;
+    return solve(q, value, given == Property::pressure ? givenPressure : givenTemperature, fluid_->composition(), pair);
+}
+
+bool Dome::inside(Property given, double value, double q, State& state) const {
+    const SilentMessages silent;
+    PhasePair pair;
+    if (!solvePair(given, value, q, pair)) return false;
+    state = fluid_->between(pair, q);
+    return true;
+}
+
+bool Dome::inside(double T, Property property, double value, State& state) const {
+    const SilentMessages silent;
+    PhasePair pair;
+    if (fluid_->pure()) {
+        if (!solvePair(Property::temperature, T, 0.0, pair)) return false;
+        const State liquid = fluid_->between(pair, 0.0), vapor = fluid_->between(pair, 1.0);
+        double low = valueOf(liquid, property), high = valueOf(vapor, property), wanted = value;
+        if (property == Property::density) low = 1.0 / low, high = 1.0 / high, wanted = 1.0 / wanted;
+        const double q = (wanted - low) / (high - low);
+        constexpr double rounding = 1e-7;
+        if (!(q >= -rounding && q <= 1.0 + rounding)) return false;
+        state = fluid_->between(pair, std::clamp(q, 0.0, 1.0));
+        return true;
+    }
+    if (table_.size() < 2) return false;
+    // Secant in the share; the property is nearly linear in it.
+    const bool reciprocal = property == Property::density;
+    const auto difference = [&](const State& s) {
+        return reciprocal ? 1.0 / s.D - 1.0 / value : valueOf(s, property) - value;
+    };
+    double q = shareNear(T, property, value), before = 0.0, fBefore = 0.0;
+    pair = seed(T, q);
+    const double close = 1e-11 * (reciprocal ? 1.0 / value : std::fabs(value) + 1e-3);
+    constexpr int mostSteps = 12;
+    for (int step = 1; step <= mostSteps; ++step) {
+        if (!solve(q, T, givenTemperature, fluid_->composition(), pair)) return false;
+        state = fluid_->between(pair, q);
+        const double f = difference(state);
+        if (std::fabs(f) <= close) return true;
+        double next;
+        if (step == 1) {
+            const State liquid = fluid_->between(pair, 0.0), vapor = fluid_->between(pair, 1.0);
+            next = q - f / (difference(vapor) - difference(liquid));
+        } else {
+            next = q - f * (q - before) / (f - fBefore);
+        }
+        before = q;
+        fBefore = f;
+        next = std::clamp(next, 0.0, 1.0);
+        if (next == q) return std::fabs(f) <= 1e3 * close;
+        q = next;
+    }
+    return false;
+}
+
+}  // namespace frigana::diagrams
