@@ -3,7 +3,6 @@
 #include <span>
 
 #include "14_ErrorControl.h"
-#include "40_RangeChecks_Tables.h"
 #include "Message.h"
 
 namespace frigana {
@@ -20,15 +19,7 @@ bool ISOUTR(double value, float lower, float upper) {
 
 namespace {
 
-// All rows of one cycle, in the order of checking.
-struct RequestCheck {
-    int reqsub;
-    std::span<const CheckRow> first;
-    std::span<const CheckRow> second = {};
-    std::span<const CheckRow> stage = {};  // once for every stage but the last
-};
-
-constexpr RequestCheck requestChecks[] = {
+constexpr RequestCheck allChecks[] = {
     {1, basicCycleRows},
     {2, exchangerCycleRows},
     {3, combinedMediumRows, combinedLowRows},
@@ -139,8 +130,12 @@ void endAtRefusal(const Refusal& refusal) {
 
 }  // namespace
 
+std::span<const RequestCheck> requestChecks() {
+    return allChecks;
+}
+
 Refusal firstRefusal(int reqsub, const CYCLEIN& first, const CYCLEIN& second) {
-    for (const RequestCheck& check : requestChecks) {
+    for (const RequestCheck& check : allChecks) {
         if (check.reqsub == reqsub) return walkAll(check, first, second);
     }
     return {};

@@ -6,9 +6,11 @@
 // not looked at.
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "12_MyVariables.h"
+#include "40_RangeChecks_Tables.h"
 #include "FixedText.h"
 
 namespace frigana {
@@ -28,6 +30,17 @@ bool ISOUTI(int value, int lower, int upper);
 //   Notes     The bounds are widened for the comparison, so a lower bound of 0.1 is in truth 0.10000000149011612 and
 //             keeps a value of 0.1 out. The solvers use it for their own checks too.
 bool ISOUTR(double value, float lower, float upper);
+
+// All rows of one cycle, in the order of checking.
+struct RequestCheck {
+    int reqsub;
+    std::span<const requestchecks::CheckRow> first;
+    std::span<const requestchecks::CheckRow> second = {};
+    std::span<const requestchecks::CheckRow> stage = {};  // once for every stage but the last
+};
+
+// The checks of all cycles, for who describes requests.
+std::span<const RequestCheck> requestChecks();
 
 // Why a request is refused, and which parameter it came from.
 struct Refusal {

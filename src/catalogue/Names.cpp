@@ -1,0 +1,202 @@
+#include "Names.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <unordered_map>
+
+#include "EditDistance.h"
+
+namespace frigana::catalogue {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+std::string uppercase(std::string_view text) {
+    std::string result;
+    for (const char c : text) result += upper(c);
+    return result;
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+std::string stemOf(std::string_view file) {
+    return std::string(file.substr(0, file.find_last_of('.')));
+}
+
+}  // namespace
+
+std::string foldedName(std::string_view name) {
+    std::string folded;
+    for (const char c : name)
+        if (c != ' ' && c != '-' && c != '_') folded += upper(c);
+    // The family in place of the R: HFC-134a, HFO-1234yf, HC-290.
+    for (const std::string_view family : {"HCFO", "HCFC", "HFO", "HFC", "CFC", "PFC", "HC", "FC"})
+        if (folded.starts_with(family) && folded.size() > family.size() && isDigit(folded[family.size()]))
+            return "R" + folded.substr(family.size());
+    return folded;
+}
+
+struct FluidNames::Tables {
+    std::string folder;
+
+    struct File {
+        std::string name;
+        bool blend;
+    };
+    // Files by their folded stems, pure fluids before blends.
+    std::multimap<std::string, File> files;
+    fs::file_time_type read[2] = {};
+    bool everRead = false;
+
+    // Names of refrigerants.json: folded name to the stem of a file, and the stem's designation.
+    std::unordered_map<std::string, std::string> aliases;
+    std::unordered_map<std::string, std::string> designations;
+    std::vector<std::string> spellings;
+    bool aliasesRead = false;
+
+    static constexpr const char* folders[] = {"fluids", "mixtures"};
+
+    void readFiles() {
+        fs::file_time_type now[2];
+        std::error_code error;
+        for (int i = 0; i < 2; ++i) now[i] = fs::last_write_time(fs::path(folder) / folders[i], error);
+        if (everRead && now[0] == read[0] && now[1] == read[1]) return;
+        everRead = true;
+        std::copy(now, now + 2, read);
+        files.clear();
+        std::vector<File> found;
+        for (int i = 0; i < 2; ++i) {
+            const std::string extension = i == 0 ? ".FLD" : ".MIX";
+            for (const auto& entry : fs::directory_iterator(fs::path(folder) / folders[i], error))
+                if (uppercase(entry.path().extension().string()) == extension)
+                    found.push_back({entry.path().filename().string(), i == 1});
+        }
+        std::sort(found.begin(), found.end(),
+                  [](const File& a, const File& b) { return a.blend != b.blend ? b.blend : a.name < b.name; });
+        for (const File& file : found) files.emplace(foldedName(stemOf(file.name)), file);
+    }
+
+    void readAliases() {
+        if (aliasesRead) return;
+        aliasesRead = true;
+        std::ifstream file(fs::path(folder) / "refrigerants.json");
+        const nlohmann::json root = nlohmann::json::parse(file, nullptr, false);
+        if (root.is_discarded() || !root.is_object()) return;
+        const auto textOf = [](const nlohmann::json& value) {
+            return value.is_string() ? value.get<std::string>() : std::string();
+        };
+        for (const auto& fluid : root.value("fluids", nlohmann::json::array())) {
+            if (!fluid.is_object()) continue;
+            const std::string stem = textOf(fluid.value("name", nlohmann::json()));
+            if (stem.empty()) continue;
+            std::string designation = textOf(fluid.value("designation", nlohmann::json()));
+            std::vector<std::string> all{designation};
+            for (const auto& alias : fluid.value("aliases", nlohmann::json::array())) all.push_back(textOf(alias));
+            for (const std::string& name : all) {
+                if (name.empty()) continue;
+                if (aliases.emplace(foldedName(name), stem).second) spellings.push_back(name);
+            }
+            designation.erase(std::remove(designation.begin(), designation.end(), '-'), designation.end());
+            if (!designation.empty()) designations.emplace(uppercase(stem), designation);
+        }
+    }
+
+    const File* byStem(const std::string& folded) const {
+        const auto found = files.lower_bound(folded);
+        return found == files.end() || found->first != folded ? nullptr : &found->second;
+    }
+};
+
+FluidNames::FluidNames(std::string dataFolder) : tables_(std::make_unique<Tables>()) {
+    tables_->folder = std::move(dataFolder);
+}
+FluidNames::~FluidNames() = default;
+
+const std::string& FluidNames::dataFolder() const {
+    return tables_->folder;
+}
+
+FoundFluid FluidNames::find(std::string_view name) const {
+    Tables& tables = *tables_;
+    tables.readFiles();
+    // With an extension it is the name of a file, taken as it stands.
+    const std::string upperName = uppercase(name);
+    if (upperName.ends_with(".FLD") || upperName.ends_with(".MIX"))
+        for (const auto& [stem, file] : tables.files)
+            if (uppercase(file.name) == upperName) return {std::string(name), file.blend, {}};
+    const std::string folded = foldedName(name);
+    if (const auto* file = tables.byStem(folded)) return {file->name, file->blend, {}};
+
+    tables.readAliases();
+    if (const auto alias = tables.aliases.find(folded); alias != tables.aliases.end()) {
+        if (const auto* file = tables.byStem(foldedName(alias->second))) return {file->name, file->blend, {}};
+        return {{}, false, "is " + alias->second + ", of which the installation has no file"};
+    }
+    std::string problem = "is no fluid or blend of the installation";
+    const auto suggestions = near(name);
+    for (std::size_t i = 0; i < suggestions.size(); ++i)
+        problem += (i == 0 ? "; near are " : i + 1 == suggestions.size() ? " and " : ", ") + suggestions[i];
+    if (suggestions.size() == 1) problem.replace(problem.find("near are"), 8, "near is");
+    return {{}, false, problem};
+}
+
+std::vector<std::string> FluidNames::near(std::string_view name) const {
+    Tables& tables = *tables_;
+    tables.readFiles();
+    tables.readAliases();
+    const std::string folded = foldedName(name);
+    constexpr std::size_t most = 3;
+    const std::size_t farthest = std::max<std::size_t>(1, std::min<std::size_t>(3, folded.size() / 3));
+    // Distance, length and name, one entry for each file.
+    std::map<std::string, std::pair<std::size_t, std::string>> best;
+    const auto consider = [&](const std::string& spelling, const std::string& stem) {
+        const auto* file = tables.byStem(foldedName(stem));
+        if (file == nullptr) return;
+        const std::size_t far = editDistance(folded, foldedName(spelling));
+        if (far > farthest) return;
+        const auto [entry, isNew] = best.emplace(file->name, std::pair{far, spelling});
+        if (!isNew && far < entry->second.first) entry->second = {far, spelling};
+    };
+    for (const auto& [stem, file] : tables.files) consider(shownName(file.name), stem);
+    for (const std::string& spelling : tables.spellings) consider(spelling, tables.aliases.at(foldedName(spelling)));
+    std::vector<std::pair<std::size_t, std::string>> ordered;
+    for (const auto& [file, entry] : best) ordered.push_back(entry);
+    std::sort(ordered.begin(), ordered.end());
+    std::vector<std::string> names;
+    for (const auto& [far, spelling] : ordered)
+        if (names.size() < most) names.push_back(spelling);
+    return names;
+}
+
+std::string FluidNames::shownName(std::string_view file) const {
+    tables_->readAliases();
+    const std::string stem = stemOf(file);
+    const auto designation = tables_->designations.find(uppercase(stem));
+    if (designation == tables_->designations.end()) return stem;
+    // R-717 and ammonia are both usual; the name of the file says which one this installation prefers.
+    return uppercase(stem).starts_with("R") && isDigit(stem.size() > 1 ? stem[1] : ' ') ? designation->second : stem;
+}
+
+std::string FluidNames::nameFor(std::string_view file) const {
+    for (const std::string& name : {shownName(file), stemOf(file)})
+        if (!name.empty() && find(name).file == file) return name;
+    return std::string(file);
+}
+
+const FluidNames& FluidNames::of(const std::string& dataFolder) {
+    static std::map<std::string, FluidNames> known;
+    return known.try_emplace(dataFolder, dataFolder).first->second;
+}
+
+}  // namespace frigana::catalogue

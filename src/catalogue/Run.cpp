@@ -1,0 +1,194 @@
+// Running a request: in a private folder for named ones, beside its file for positional ones.
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "11_MainFrigana.h"
+#include "Platform.h"
+#include "RunResult.h"
+
+namespace frigana::catalogue {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of this run alone, gone with all that is in it when the run is over.
+class PrivateFolder {
+  public:
+    PrivateFolder() {
+        static std::atomic<unsigned> counter{0};
+        static const unsigned process = std::random_device{}();
+        std::error_code error;
+        for (const fs::path& parent : parents())
+            for (int attempt = 0; attempt < 100; ++attempt) {
+                const fs::path candidate =
+                    parent / ("frigana-" + std::to_string(process) + '-' + std::to_string(++counter));
+                if (fs::create_directory(candidate, error)) {
+                    fs::permissions(candidate, fs::perms::owner_all, error);
+                    path_ = candidate;
+                    return;
+                }
+                if (error) break;
+            }
+    }
+    ~PrivateFolder() {
+        std::error_code error;
+        if (!path_.empty()) fs::remove_all(path_, error);
+    }
+    PrivateFolder(const PrivateFolder&) = delete;
+    PrivateFolder& operator=(const PrivateFolder&) = delete;
+
+    bool exists() const { return !path_.empty(); }
+    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+
+  private:
+    // Where the person says, else in memory, else where the system says.
+    static std::vector<fs::path> parents() {
+        std::vector<fs::path> places;
+        if (const char* told = std::getenv("TMPDIR"); told != nullptr && *told != '\0') places.emplace_back(told);
+        places.emplace_back("/dev/shm");
+        std::error_code error;
+        const fs::path system = fs::temp_directory_path(error);
+        if (!error) places.push_back(system);
+        return places;
+    }
+
+    fs::path path_;
+};
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+bool writeText(const std::string& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    return static_cast<bool>(file);
+}
+
+void failWith(RunResult& result, std::string_view text) {
+    result.report = {};
+    result.report.end = RunEnd::runtimeError;
+    result.report.HERR = text;
+    if (result.input.request != nullptr) {
+        result.report.type = result.input.request->type;
+        result.report.sub = result.input.request->sub;
+    }
+}
+
+void runFile(const std::string& path, const std::string& address, RunResult& result) {
+    gatherEntries(result.entries);
+    runRequest(path, address);
+    stopGathering(result.entries);
+    result.report = runReport;
+    result.resultExists = fileExists(runReport.resultPath.view());
+}
+
+// A blend of a cycle, stored in an installation of this run alone: its fluids are those of the real one.
+bool storeListedBlend(const FilledRequest& filled, const Fluid& fluid, const PrivateFolder& folder,
+                      const std::string& address, RunResult& result) {
+    FilledRequest store;
+    constexpr int propertyType = 1, storeBlend = 7;
+    store.request = findRequest(propertyType, storeBlend);
+    store.blocks.push_back({{}, fluid, {}});
+    const std::string path = folder / "blend.fi1";
+    if (!writeText(path, positionalText(store))) {
+        failWith(result, "the private folder cannot be written");
+        return false;
+    }
+    RunResult stored;
+    runFile(path, address, stored);
+    if (stored.isDone()) return true;
+    result.report = stored.report;
+    result.report.type = filled.request->type;
+    result.report.sub = filled.request->sub;
+    return false;
+}
+
+bool makeInstallation(const FilledRequest& filled, const std::string& dataFolder, const PrivateFolder& folder,
+                      RunResult& result) {
+    const fs::path installation = folder / "data", real = fs::absolute(dataFolder);
+    std::error_code error;
+    fs::create_directories(installation / "mixtures", error);
+    fs::create_directory_symlink(real / "fluids", installation / "fluids", error);
+    if (error) {
+        failWith(result, "the private folder cannot be written");
+        return false;
+    }
+    const std::string address = (installation / "frigana").string();
+    for (const Block& block : filled.blocks) {
+        if (block.fluid.kind == 2)
+            fs::create_symlink(real / "mixtures" / block.fluid.file, installation / "mixtures" / block.fluid.file,
+                               error);
+        if (block.fluid.kind == 3 && !storeListedBlend(filled, block.fluid, folder, address, result)) return false;
+    }
+    return true;
+}
+
+// Two blends of one name would be one file.
+void tellNamesApart(FilledRequest& filled) {
+    if (filled.blocks.size() == 2 && filled.blocks[0].fluid.kind == 3 && filled.blocks[1].fluid.kind == 3 &&
+        filled.blocks[0].fluid.blendName == filled.blocks[1].fluid.blendName)
+        filled.blocks[1].fluid.blendName += "2";
+}
+
+}  // namespace
+
+RunResult runFilled(const FilledRequest& given, const RunOptions& options) {
+    RunResult result;
+    result.input = given;
+    const PrivateFolder folder;
+    if (!folder.exists()) {
+        failWith(result, "no folder can be made for the run; name one in TMPDIR");
+        return result;
+    }
+    FilledRequest filled = given;
+    std::string address = options.dataFolder + "/frigana";
+    if (filled.hasListedBlend()) {
+        tellNamesApart(filled);
+        if (!makeInstallation(filled, options.dataFolder, folder, result)) return result;
+        address = folder / "data/frigana";
+    }
+    const std::string path = folder / "request.fi1";
+    if (filled.isSecondRun()) {
+        if (!writeText(path, positionalText(filled.firstRun())))
+            failWith(result, "the private folder cannot be written");
+        runFile(path, address, result);
+        if (!result.isDone()) return result;
+    }
+    const std::string text = positionalText(filled);
+    if (!writeText(path, text)) {
+        failWith(result, "the private folder cannot be written");
+        return result;
+    }
+    runFile(path, address, result);
+    if (options.keepTexts) {
+        result.positional = text;
+        result.resultText = contentOf(std::string(trimRight(result.report.resultPath.view())));
+    }
+    result.indexKeys();
+    return result;
+}
+
+RunResult runPositional(const std::string& path, const RunOptions& options) {
+    RunResult result;
+    runFile(path, options.dataFolder + "/frigana", result);
+    // What was asked for, for those who look at the result; a request that was not answered may not be readable.
+    if (result.report.end != RunEnd::runtimeError && result.resultExists) readPositional(path, result.input);
+    if (options.keepTexts) {
+        result.positional = contentOf(path);
+        result.resultText = contentOf(std::string(trimRight(result.report.resultPath.view())));
+    }
+    result.indexKeys();
+    return result;
+}
+
+}  // namespace frigana::catalogue
