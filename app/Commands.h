@@ -17,6 +17,7 @@ struct Command {
 
 Command addCheckData(CLI::App& program);
 Command addList(CLI::App& program);
+Command addServe(CLI::App& program);
 
 // The program without a command: one positional request.
 std::function<int()> addPositionalRequest(CLI::App& program);

@@ -7,6 +7,7 @@ namespace {
 constexpr frigana::app::Command (*commands[])(CLI::App& program) = {
     frigana::app::addList,
     frigana::app::addCheckData,
+    frigana::app::addServe,
 };
 
 }  // namespace

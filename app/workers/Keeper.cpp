@@ -283,6 +283,12 @@ pid_t Keeper::replace(int slot, Descriptor& socket, Ending& ending, std::string&
     return reply.process;
 }
 
+// Its end of the control is open as long as it lives.
+bool Keeper::alive() const {
+    pollfd waiting{control_.get(), POLLIN, 0};
+    return control_.valid() && poll(&waiting, 1, 0) == 0;
+}
+
 void Keeper::stop() {
     if (process_ == 0) return;
     control_.reset();

@@ -39,6 +39,7 @@ class Keeper {
     // Ends the keeper with all its workers. Nothing of them is left when this returns.
     void stop();
 
+    bool alive() const;
     pid_t process() const { return process_; }
 
   private:

@@ -82,6 +82,11 @@ std::vector<pid_t> Pool::processes() const {
     return all;
 }
 
+bool Pool::healthy() const {
+    const std::lock_guard lock(keeperAccess_);
+    return keeper_.alive();
+}
+
 void Pool::stop() {
     stopping_.raise();
     {

@@ -64,6 +64,9 @@ class Pool {
     // Ends running requests and all processes, within a second. From any thread; later requests end as stopped.
     void stop();
 
+    // The keeper of the workers is there; without it no worker can be replaced.
+    bool healthy() const;
+
     // Processes at this time, for tests and reports; 0 for a worker that could not be started.
     pid_t keeper() const { return keeper_.process(); }
     std::vector<pid_t> processes() const;

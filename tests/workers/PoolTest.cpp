@@ -313,8 +313,10 @@ TEST_F(PoolTest, TheEndOfTheProgramEndsKeeperWorkersAndFolders) {
 TEST_F(PoolTest, AKilledKeeperIsTold) {
     Pool pool(calculate, 1);
     const pid_t worker = pool.processes()[0];
+    EXPECT_TRUE(pool.healthy());
     kill(pool.keeper(), SIGKILL);
     EXPECT_TRUE(soon([&] { return !exists(worker) || stateOf(worker) == 'Z'; }));
+    EXPECT_FALSE(pool.healthy());
     const Answer answer = pool.run("echo lost");
     EXPECT_EQ(answer.end, End::noWorker);
     EXPECT_NE(answer.text.find("keeper"), std::string::npos);

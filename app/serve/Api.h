@@ -1,0 +1,42 @@
+// What the server answers: the page, and the interface for programs.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "Guard.h"
+#include "Http.h"
+#include "Pool.h"
+
+namespace frigana::serve {
+
+// Limits of the interface, beside those of the transport and of the workers.
+inline constexpr std::size_t longestBody = 1024 * 1024;
+inline constexpr int deepestNesting = 64;
+
+class Api {
+  public:
+    Api(workers::Pool& pool, const Guard& guard) : pool_(pool), guard_(guard) {}
+
+    // What the transport calls. The interface outlives the server.
+    http::Service service();
+
+    std::optional<http::Answer> admit(const http::Request& request) const;
+    http::Answer answer(const http::Request& request);
+
+  private:
+    struct Route;
+    static const Route routes[];
+
+    static std::string methodsOf(std::string_view path);
+    http::Answer health(const http::Request& request);
+    http::Answer version(const http::Request& request);
+
+    workers::Pool& pool_;
+    Guard guard_;
+};
+
+// Headers of every answer: nothing is loaded from elsewhere, nothing inline runs, nobody frames the page.
+const http::Headers& headersOfEveryAnswer();
+
+}  // namespace frigana::serve
