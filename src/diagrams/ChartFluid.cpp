@@ -107,11 +107,13 @@ bool ChartFluid::atPressure(double T, double p, int kph, State& state) const {
     return std::fabs(state.p - p) <= 1e-6 * p;
 }
 
-bool ChartFluid::temperatureAt(double D, Property property, double value, double guess, double& T) const {
+bool ChartFluid::temperatureAt(double D, Property property, double value, double coldest, double guess,
+                               double& T) const {
     const double rho = D / molarMass_;
-    double low = 0.5 * lowestT_, high = 2.0 * highestT_;
+    double low = coldest, high = 2.0 * highestT_;
     T = std::clamp(guess, low, high);
-    constexpr int mostSteps = 60;
+    constexpr int mostSteps = 80;
+    constexpr double squared = 1e-8, rounding = 1e-13;  // relative steps after which nothing is left to correct
     for (int step = 1; step <= mostSteps; ++step) {
         double p, e, h, s, cv, cp, w, jt, dpdt = 0.0;
         THERM(T, rho, z_, p, e, h, s, cv, cp, w, jt);
@@ -126,15 +128,20 @@ bool ChartFluid::temperatureAt(double D, Property property, double value, double
         }
         if (!std::isfinite(difference)) return false;
         (difference > 0.0 ? high : low) = T;
-        double next = T - difference / slope;
-        if (!(next > low && next < high)) next = 0.5 * (low + high);
-        const double change = std::fabs(next - T);
-        T = next;
-        if (change <= 1e-13 * T) return true;
-        // Newton's method squares its error: after this step nothing is left to correct.
-        if (change <= 1e-8 * T && slope > 0.0 && next > low && next < high) return true;
+        constexpr double longest = 0.15;  // of T: a step that skips the range may find a root that is none
+        const double newton = T - std::clamp(difference / slope, -longest * T, longest * T);
+        if (newton > low && newton < high) {
+            const double change = std::fabs(newton - T);
+            T = newton;
+            if (change <= squared * T) return true;
+        } else if (std::fabs(newton - T) <= rounding * T) {
+            return true;
+        } else {
+            T = 0.5 * (low + high);
+            if (high - low <= rounding * T) return false;
+        }
     }
-    return high - low <= 1e-9 * T;
+    return false;
 }
 
 State ChartFluid::between(const PhasePair& pair, double q) const {

@@ -67,9 +67,10 @@ class ChartFluid {
     bool atPressure(double T, double p, int kph, State& state) const;
     // Temperature at which a state of one phase with the density D has the value of a property, by Newton's method
     // within a bracket: pressure, enthalpy and entropy rise with temperature at constant density.
-    //   Given     guess   [K]
-    //   Returned  (value) false where there is none between half the lowest and twice the highest temperature
-    bool temperatureAt(double D, Property property, double value, double guess, double& T) const;
+    //   Given     coldest [K] below it no answer is looked for: inside the dome pressure need not rise
+    //             guess   [K]
+    //   Returned  (value) false where there is none up to twice the highest temperature of the fluid
+    bool temperatureAt(double D, Property property, double value, double coldest, double guess, double& T) const;
 
     // A state of two phases with the molar share q of vapor.
     State between(const PhasePair& pair, double q) const;

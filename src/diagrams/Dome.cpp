@@ -449,7 +449,9 @@ double Dome::shareNear(double T, Property property, double value) const {
         double a = valueOf(table_[row].states[j], property), b = valueOf(table_[row + 1].states[j], property);
         return reciprocal ? lerp(1.0 / a, 1.0 / b, t) : lerp(a, b, t);
     };
-    const auto [j, part] = intervalOf(shares + 1, reciprocal ? 1.0 / value : value, get);
+    const double sign = get(shares) < get(0) ? -1.0 : 1.0;  // the pressure falls with the share of vapor
+    const auto [j, part] =
+        intervalOf(shares + 1, sign * (reciprocal ? 1.0 / value : value), [&](std::size_t i) { return sign * get(i); });
     return std::clamp((static_cast<double>(j) + part) / shares, 0.0, 1.0);
 }
 
@@ -521,7 +523,10 @@ bool Dome::inside(double T, Property property, double value, State& state) const
         const double f = difference(state);
         if (std::fabs(f) <= close) return true;
         double next;
-        if (step == 1) {
+        if (step == 1 && property == Property::pressure) {
+            constexpr double aside = 0.01;  // both phases have the same pressure, which says nothing of its slope
+            next = q + (q < 0.5 ? aside : -aside);
+        } else if (step == 1) {
             const State liquid = fluid_->between(pair, 0.0), vapor = fluid_->between(pair, 1.0);
             next = q - f / (difference(vapor) - difference(liquid));
         } else {

@@ -76,7 +76,7 @@ double IsolineMaker::uCritical() const {
 
 // Densities between which every curve of the chart lies [kg/m3].
 double IsolineMaker::thinnest() const {
-    const double lowest = plane_.kind == ChartKind::ph ? plane_.y.low : 1e-6 * dome_.critical().p;
+    const double lowest = plane_.kind == ChartKind::ph ? plane_.y.low : 1e-9 * dome_.critical().p;
     constexpr double gasConstant = 8.314;  // a bound needs no more digits
     return 0.2 * lowest * fluid_.molarMass() / (gasConstant * fluid_.highestT());
 }
@@ -97,7 +97,11 @@ void IsolineMaker::traceParts(const std::vector<double>& places, const StateOf& 
 bool IsolineMaker::singleState(double lnD, State& state) {
     const double D = std::exp(lnD);
     double T = value_;
-    if (property_ != Property::temperature && !fluid_.temperatureAt(D, property_, value_, guess_, T)) return false;
+    if (property_ != Property::temperature) {
+        constexpr double below = 0.97;  // the boundary is known by interpolation
+        const double coldest = below * dome_.temperatureNear(D);
+        if (!fluid_.temperatureAt(D, property_, value_, coldest, std::max(guess_, coldest), T)) return false;
+    }
     guess_ = T;
     state = fluid_.at(T, D);
     return true;
@@ -128,9 +132,17 @@ bool IsolineMaker::twoPhases(const End& thin, const End& dense) {
         if (crossings_.empty() || liquid || (dewBehind && free) || (bubbleBefore && open)) return false;
         return !(crossings_.size() > 1 && (free || open));
     }
-    State middle;
-    if (!singleState(0.5 * (thin.place + dense.place), middle)) return true;
-    return middle.D < dome_.points().front().state.D && middle.T <= dome_.temperatureNear(middle.D);
+    // A point beside an end on the boundary: farther away the curve may already have left the range of the fluid.
+    constexpr double aside = 0.05;  // in the logarithm of density
+    const double offset = std::min(aside, 0.5 * (dense.place - thin.place));
+    double lnD = 0.5 * (thin.place + dense.place);
+    if (dense.state != nullptr)
+        lnD = dense.place - offset;
+    else if (thin.state != nullptr)
+        lnD = thin.place + offset;
+    State beside;
+    if (!singleState(lnD, beside)) return dense.state != nullptr || thin.state != nullptr;
+    return beside.D < dome_.points().front().state.D && beside.T <= dome_.temperatureNear(beside.D);
 }
 
 void IsolineMaker::singlePhasePart(const End& thin, const End& dense) {
