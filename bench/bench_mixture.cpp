@@ -161,7 +161,7 @@ void TPFLSH_isobarOf2000(benchmark::State& state, const char* name) {
     CRITP(z, Tc, pc, Dc, ierr, herr);
     int failures = 0;
     for (auto _ : state) {
-        resetSaturationMemo();
+        forgetSaturation();
         for (int i = 0; i < rows; ++i) failures += flash("TP", (1.4 - 0.5 * i / rows) * Tc, pc, z).ierr > 0;
     }
     state.counters["row"] =

@@ -731,7 +731,7 @@ int main(int argc, char** argv) {
         Blend blend;
         if (!setUp(name, blend)) return 1;
         Report report{options, blend, {}, {}};
-        newtonControl.mixtureCalls = newtonControl.substitutionCalls = 0;
+        saturationCounts.calls = saturationCounts.substitutions = 0;
         std::vector<State> bubble, dew;
         saturation(blend, report, bubble, dew);
         flashes(blend, report, bubble, dew);
@@ -739,7 +739,7 @@ int main(int argc, char** argv) {
                     blend.Tmin, blend.Tc, report.saturation.states, report.saturation.failures,
                     report.saturation.nearCritical, report.flash.states, report.flash.failures,
                     report.flash.nearCritical, 1e3 * std::max(report.saturation.slowest, report.flash.slowest),
-                    newtonControl.mixtureCalls, newtonControl.substitutionCalls,
+                    saturationCounts.calls, saturationCounts.substitutions,
                     1e3 * report.byEntropySeconds / static_cast<double>(std::max(1L, report.byEntropy)));
         std::fflush(stdout);
         for (const auto& [total, part] :
@@ -754,8 +754,8 @@ int main(int argc, char** argv) {
                 total->slowestState = name + " " + part->slowestState;
             }
         }
-        calls += newtonControl.mixtureCalls;
-        substituted += newtonControl.substitutionCalls;
+        calls += saturationCounts.calls;
+        substituted += saturationCounts.substitutions;
     }
     for (const auto& [what, total] : {std::pair{"saturation", saturationTotal}, {"flashes", flashTotal}})
         std::printf(

@@ -2,6 +2,7 @@
 #include "FluidFiles.h"
 #include "ModelTags.h"
 #include "ReferenceState.h"
+#include "SaturationExtrema.h"
 #include "SaturationSpline.h"
 
 namespace frigana {
@@ -11,6 +12,11 @@ FluidConstants fluidConstants;
 FluidFiles fluidFiles;
 ReferenceState referenceState;
 SaturationSpline saturationSpline;
+SaturationExtrema saturationExtrema;
+
+void resetSaturationExtrema() {
+    saturationExtrema = {};
+}
 
 ModelTags::ModelTags() {
     for (SlotArray<Text3>* tags :

@@ -17,7 +17,6 @@ struct EnvelopePoint {
 
 struct SaturationSpline {
     bool SPLINEREADY = false;  // the table holds the envelope of XSPLN
-    bool INSPLINE = false;     // SATSPLN is running: SATTP must not fall back on the substitution methods
     int NSPLINE = 0;           // points in the table
     Composition XSPLN{};       // composition that was traced
 

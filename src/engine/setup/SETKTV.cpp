@@ -9,7 +9,7 @@
 #include "OPENFL.h"
 #include "ReaderReport.h"
 #include "ReferenceState.h"
-#include "SAT_SUB.h"
+#include "SETUP.h"
 #include "SaturationSpline.h"
 #include "UTILITY.h"
 
@@ -73,7 +73,7 @@ void SETKTV(int icomp, int jcomp, const Text3& hmodij, const MixNumbers& fij, Te
     ierr = 0;
     herr.clear();
     referenceState.IXREFSAVE = 0;
-    resetSaturationMemo();
+    forgetSaturation();
     saturationSpline.SPLINEREADY = false;  // an envelope belongs to its parameters
 
     if (hmodij == "RST" || hmodij == "rst") {

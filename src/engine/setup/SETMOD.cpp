@@ -4,7 +4,6 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PREOS.h"
-#include "SAT_SUB.h"
 #include "SETUP.h"
 #include "UTILITY.h"
 
@@ -45,7 +44,7 @@ void SETMOD(int nc, const Text3& htype, const Text3& hmix, ComponentArray<Text3>
         fluidConstants.IUNFLG[i] = 0;
     }
     preosMemory = PreosMemory();
-    resetSaturationMemo();
+    forgetSaturation();
     if (nc < 1 || nc > ncmax) {
         ierr = 113;
         message(herr, "[SETUP error 113] number of components out of bounds", nullCharacter);

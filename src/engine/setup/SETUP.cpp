@@ -14,6 +14,8 @@
 #include "ReaderReport.h"
 #include "ReferenceState.h"
 #include "SAT_SUB.h"
+#include "SAT_SUB_HOTTEST.h"
+#include "SaturationExtrema.h"
 #include "SaturationSpline.h"
 #include "UTILITY.h"
 
@@ -229,7 +231,7 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
     }
     modelTags.LMODDEFAULT = true;
     saturationSpline.SPLINEREADY = false;
-    resetSaturationMemo();
+    forgetSaturation();
     mixingParameters.AMMONIAWATER = mixingParameters.IWATERCOMP = mixingParameters.IALCOHOLCOMP = 0;
     modelTags.IANC.fill(0);
     if (failed()) return;
@@ -383,8 +385,15 @@ void PUREFLD(int icomp) {
     modelTags.IPUREFLD = icomp >= 0 && icomp <= ncmax ? icomp : 0;
 }
 
-void RESETA() {
+void forgetSaturation() {
     resetSaturationMemo();
+    resetHottestSaturation();
+    resetSpinodalTables();
+    resetSaturationExtrema();
+}
+
+void RESETA() {
+    forgetSaturation();
     for (FeqSlot& slot : feqTerms) slot.TAUSVF = slot.DELSVF = 0.0;
     for (int i = 1; i <= ncmax; ++i) {
         AncSlot& slot = ancTerms[i];

@@ -59,6 +59,10 @@ void SETNC(int nc);
 // Makes the routines take component icomp as if it were pure; any other number than 0 to 20 takes that back.
 void PUREFLD(int icomp);
 
+// Forgets what is memorised of saturation: the last states, the hot end, the spinodal tables and the extrema of the
+// lines.
+void forgetSaturation();
+
 // Forgets every memorised state of saturation, flash and model caches.
 void RESETA();
 

@@ -101,16 +101,16 @@ bool twoLiquids(double T, const Composition& z) {
 // Share of the calls of SATTP that went on by substitution; of the whole sample.
 void expectNewtonToServe() {
     const double share =
-        static_cast<double>(newtonControl.substitutionCalls) / static_cast<double>(newtonControl.mixtureCalls);
+        static_cast<double>(saturationCounts.substitutions) / static_cast<double>(saturationCounts.calls);
     EXPECT_LT(share, 0.05);
-    std::printf("%ld calls of the Newton method, %.2f %% of them went on by substitution\n", newtonControl.mixtureCalls,
+    std::printf("%ld calls of the Newton method, %.2f %% of them went on by substitution\n", saturationCounts.calls,
                 100.0 * share);
 }
 
 TEST(Convergence, BubbleAndDewPointsOfEveryBlend) {
     const std::vector<std::string> blends = allBlends();
     ASSERT_EQ(blends.size(), 53u);
-    newtonControl.mixtureCalls = newtonControl.substitutionCalls = 0;
+    saturationCounts.calls = saturationCounts.substitutions = 0;
     Worst unequal, back;
     int states = 0, splitting = 0;
     for (const std::string& blend : blends) {
@@ -157,7 +157,7 @@ TEST(Convergence, BubbleAndDewPointsOfEveryBlend) {
 }
 
 TEST(Convergence, TwoPhaseFlashesOfEveryBlend) {
-    newtonControl.mixtureCalls = newtonControl.substitutionCalls = 0;
+    saturationCounts.calls = saturationCounts.substitutions = 0;
     Worst unequal, balance, back, share;
     int states = 0;
     for (const std::string& blend : allBlends()) {

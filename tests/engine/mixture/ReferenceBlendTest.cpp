@@ -176,7 +176,7 @@ TEST(ReferenceBlend, SaturationByTheNewtonMethod) {
     enum { P, T, RhoBubble, RhoDew, H, S };
     Table table({"p", "T", "rho bub", "rho dew", "dh", "ds"});
     Reference blend;
-    newtonControl.substitutionCalls = newtonControl.mixtureCalls = 0;
+    saturationCounts.substitutions = saturationCounts.calls = 0;
     int rows = 0;
     for (const auto& row : rowsOf("blend_saturation.csv")) {
         ASSERT_TRUE(blend.use(row[0]));
@@ -217,8 +217,8 @@ TEST(ReferenceBlend, SaturationByTheNewtonMethod) {
     }
     EXPECT_EQ(rows, 210);
     EXPECT_EQ(table.blends(), 35u);
-    EXPECT_EQ(newtonControl.mixtureCalls, 2 * rows);
-    EXPECT_EQ(newtonControl.substitutionCalls, 0);
+    EXPECT_EQ(saturationCounts.calls, 2 * rows);
+    EXPECT_EQ(saturationCounts.substitutions, 0);
     table.print("saturation of blends");
 }
 

@@ -1,0 +1,29 @@
+// Critical points: that of a composition as CRITP knows it, as one record, and that of the equation of state itself.
+#pragma once
+
+#include "EngineLimits.h"
+
+namespace frigana {
+
+struct CriticalPoint {
+    double T = 0, p = 0, D = 0;  // [K, kPa, mol/L]
+};
+
+// Of a composition; codes and texts of CRITP, or none where the caller has met them before.
+CriticalPoint criticalPointOf(const Composition& z, int& ierr, Text255& herr);
+CriticalPoint criticalPointOf(const Composition& z);
+
+// Critical point of the equation of state itself, where dp/drho and d2p/drho2 vanish.
+//   Given     x       mole fractions
+//   Returned  tc, rhoc, pc  [K, mol/L, kPa]
+//   Codes     1       not converged
+void FNCRPT(const Composition& x, double& tc, double& rhoc, double& pc, int& ierr, Text255& herr);
+
+// Density at which d2p/drho2 vanishes on an isotherm.
+//   Given     x       mole fractions
+//             T       [K]
+//             rho     start [mol/L]
+//   Returned  rho     [mol/L]
+void CRTDEN(const Composition& x, double T, double& rho);
+
+}  // namespace frigana

@@ -1,0 +1,228 @@
+#include "PhaseCheck.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "FluidConstants.h"
+#include "ModelTags.h"
+#include "PHIDERV.h"
+#include "PROP_SUB.h"
+#include "PROP_SUB_FUGACITY.h"
+#include "SaturationBricks.h"
+#include "TPRHO.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr double trace = 1e-12;     // fraction below which the fugacity is left out of the test
+constexpr double samePhase = 1e-4;  // in the fractions, and relative in the densities
+constexpr double stiffness = 1e-3;  // share of rho dp/drho that stands for the pressure where a liquid hardly has one
+
+}  // namespace
+
+double packing(double rho, const Composition& x) {
+    double volume = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (fluidConstants.DCRIT[i] > 0.0) volume += x[i] / fluidConstants.DCRIT[i];
+    return rho * volume;
+}
+
+bool phasesInOrder(double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
+    return packing(rhol, xliq) > packing(rhov, xvap);
+}
+
+bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, double pc) {
+    constexpr double densestVapor = 1.5, thinVapor = 0.25;
+    constexpr int places = 20;
+    const double packed = packing(rhov, xvap);
+    if (p < pc && packed > densestVapor) return true;
+    if (packed < thinVapor) return false;
+    for (int k = 1; k < places; ++k) {
+        double slope = 0.0;
+        DPDD(T, rhov * (thinVapor / packed + (1.0 - thinVapor / packed) * k / places), xvap, slope);
+        if (slope < 0.0) return true;
+    }
+    return false;
+}
+
+bool fallsApart(double T, double rho, const Composition& x) {
+    Composition dalpha{}, dnalpha{};
+    int ierr = 0;
+    Text255 herr;
+    PHIDERV(2, T, rho, x, dalpha, dnalpha, ierr, herr);
+    if (ierr > 0) return false;
+    const CompositionDerivatives& c = compositionDerivatives;
+    // the last fraction that is not zero makes up for the others
+    int count = 0, present[ncmax];
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (x[i] > trace) present[count++] = i;
+    if (count < 2) return false;
+    const int last = present[--count];
+    const auto derivative = [&](int of, int by) {
+        return c.DPHIDXJ[by][of] - c.DLNPHIIDXJ[last][of] - (of == last ? 1.0 / x[last] : 0.0);
+    };
+    double second[ncmax][ncmax];
+    for (int i = 0; i < count; ++i)
+        for (int j = 0; j < count; ++j)
+            second[i][j] = derivative(present[j], present[i]) - derivative(last, present[i]);
+    // the pivots of a positive definite matrix are positive
+    for (int k = 0; k < count; ++k) {
+        if (!(second[k][k] > 0.0)) return true;
+        for (int i = k + 1; i < count; ++i) {
+            const double factor = second[i][k] / second[k][k];
+            for (int j = k; j < count; ++j) second[i][j] -= factor * second[k][j];
+        }
+    }
+    return false;
+}
+
+bool nearbyPhasesFallApart(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
+    constexpr double nearby = 1.01;  // ratio of the packings
+    if (packing(rhol, xliq) > nearby * packing(rhov, xvap)) return false;
+    return fallsApart(T, rhol, xliq) || fallsApart(T, rhov, xvap);
+}
+
+bool dewPressureRises(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
+    Composition dalpha{}, dnalpha{};
+    int ierr = 0;
+    Text255 herr;
+    double byT = 0.0, byP = 0.0;
+    for (const bool vapor : {false, true}) {
+        PHIDERV(2, T, vapor ? rhov : rhol, vapor ? xvap : xliq, dalpha, dnalpha, ierr, herr);
+        if (ierr > 0) return true;
+        for (int i = 1; i <= modelTags.NC; ++i) {
+            if (!(xliq[i] > 0.0)) continue;
+            byT += (vapor ? xliq[i] : -xliq[i]) * compositionDerivatives.DPHIDT[i];
+            byP += (vapor ? xliq[i] : -xliq[i]) * compositionDerivatives.DPHIDP[i];
+        }
+    }
+    return byT * byP < 0.0;
+}
+
+namespace {
+
+constexpr int enoughExchanges = 50;
+
+// The exchanges of one trial phase; true if it lies below the plane, or is lost.
+bool belowTangent(double T, double p, const Composition& z, const Composition& feed, bool vapor, Composition w,
+                  int mostExchanges, OtherPhase& found) {
+    constexpr double sameComposition = 1e-3;
+    // more than the rounding, and more still where only some of the exchanges are made
+    const double certain = mostExchanges < enoughExchanges ? 1e-7 : 1e-10;
+    int ierr = 0;
+    Text255 herr;
+    double trial = 0.0, sum = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) sum += w[i];
+    for (int pass = 1; pass <= mostExchanges; ++pass) {
+        for (int i = 1; i <= modelTags.NC; ++i) w[i] /= sum;
+        TPRHO(T, p, w, vapor ? vaporPhase : liquidPhase, pass == 1 ? 0 : 1, trial, ierr, herr);
+        if (ierr > 0) TPRHO(T, p, w, vapor ? liquidPhase : vaporPhase, 0, trial, ierr, herr);
+        if (ierr > 0) return true;
+        Composition f{};
+        FGCTY2(T, trial, w, f, ierr, herr);
+        if (ierr > 0) return true;
+        found = {vapor, trial, w};
+        // tangent plane distance over RT of the present composition, and the next one
+        double plane = 0.0, distance = 0.0;
+        sum = 0.0;
+        for (int i = 1; i <= modelTags.NC; ++i) {
+            if (!(z[i] > 0.0 && w[i] > 0.0 && f[i] > 0.0 && feed[i] > 0.0)) continue;
+            plane += w[i] * std::log(f[i] / feed[i]);
+            distance = std::max(distance, std::fabs(std::log(w[i] / z[i])));
+            w[i] *= feed[i] / f[i];
+            sum += w[i];
+        }
+        if (plane < -certain) return true;
+        if (!(sum > 0.0) || !std::isfinite(sum)) return true;
+        if (distance < sameComposition) break;
+    }
+    found.rho = 0.0;
+    return false;
+}
+
+}  // namespace
+
+bool unstableFeed(double T, double p, const Composition& z, int mostExchanges, OtherPhase (&other)[2]) {
+    const FluidConstants& fluid = fluidConstants;
+    const OtherPhase given[2] = {other[0], other[1]};
+    OtherPhase& found = other[0];
+    found.rho = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    double rho = 0.0;
+    TPRHO(T, p, z, vaporPhase, 0, rho, ierr, herr);
+    if (ierr > 0) TPRHO(T, p, z, liquidPhase, 0, rho, ierr, herr);
+    if (ierr > 0) return true;
+    Composition feed{};
+    FGCTY2(T, rho, z, feed, ierr, herr);
+    if (ierr > 0) return true;
+    for (const OtherPhase& trial : given)
+        if (trial.rho > 0.0 && belowTangent(T, p, z, feed, trial.vapor, trial.x, mostExchanges, found)) return true;
+    for (const bool vapor : {false, true}) {
+        Composition w{};
+        for (int i = 1; i <= modelTags.NC; ++i) {
+            const double K = fluid.PCRIT[i] / p * std::exp(5.373 * (fluid.ACCEN[i] + 1.0) * (1.0 - fluid.TCRIT[i] / T));
+            w[i] = vapor ? z[i] * K : z[i] / K;
+        }
+        if (belowTangent(T, p, z, feed, vapor, w, mostExchanges, found)) return true;
+    }
+    found.rho = 0.0;
+    return fallsApart(T, rho, z);
+}
+
+bool samePhaseTwice(double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
+    double farthest = std::fabs(rhol - rhov) / rhol;
+    for (int i = 1; i <= modelTags.NC; ++i) farthest = std::max(farthest, std::fabs(xliq[i] - xvap[i]));
+    return farthest < samePhase;
+}
+
+void closeBalance(const Composition& z, double q, Composition& xliq, Composition& xvap) {
+    constexpr double smallestChange = 1e-6;  // relative; more is no rounding
+    if (!(q > 0.0 && q < 1.0)) return;
+    const bool inVapor = q >= 0.5;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        double& fraction = inVapor ? xvap[i] : xliq[i];
+        const double closed = inVapor ? (z[i] - (1.0 - q) * xliq[i]) / q : (z[i] - q * xvap[i]) / (1.0 - q);
+        if (std::fabs(closed - fraction) < smallestChange * fraction) fraction = closed;
+    }
+}
+
+bool phasesInEquilibrium(double T, double p, double rhol, const Composition& xliq, double rhov, const Composition& xvap,
+                         double tolerance) {
+    if (!(rhol > 0.0 && rhov > 0.0 && p > 0.0 && T > 0.0) || !std::isfinite(rhol + rhov + p + T)) return false;
+    if (!phasesInOrder(rhol, xliq, rhov, xvap)) return false;
+    if (samePhaseTwice(rhol, xliq, rhov, xvap)) return false;
+
+    for (const bool vapor : {false, true}) {
+        const double rho = vapor ? rhov : rhol;
+        const Composition& x = vapor ? xvap : xliq;
+        double at = 0.0, slope = 0.0;
+        PRESS(T, rho, x, at);
+        DPDD(T, rho, x, slope);
+        if (slope < 0.0 || !(std::fabs(at - p) < 10.0 * tolerance * std::max(p, stiffness * rho * slope))) return false;
+    }
+    Composition fl{}, fv{};
+    int ierr = 0;
+    Text255 herr;
+    FGCTY2(T, rhol, xliq, fl, ierr, herr);
+    if (ierr > 0) return false;
+    FGCTY2(T, rhov, xvap, fv, ierr, herr);
+    if (ierr > 0) return false;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (xliq[i] > trace && xvap[i] > trace && !(std::fabs(fl[i] / fv[i] - 1.0) < tolerance)) return false;
+    return true;
+}
+
+bool isEquilibrium(const PhasePair& s, double pc, double tolerance) {
+    if (tolerance == solvedEquilibrium) {
+        if (!(s.Dl > 0.0 && s.Dv > 0.0 && s.p > 0.0) || !std::isfinite(s.T) || !std::isfinite(s.p) ||
+            samePhaseTwice(s.Dl, s.x, s.Dv, s.y) || !phasesInOrder(s.Dl, s.x, s.Dv, s.y))
+            return false;
+    } else if (!phasesInEquilibrium(s.T, s.p, s.Dl, s.x, s.Dv, s.y, tolerance)) {
+        return false;
+    }
+    return !vaporIsNone(s.T, s.p, s.Dv, s.y, pc) && !nearbyPhasesFallApart(s.T, s.Dl, s.x, s.Dv, s.y);
+}
+
+}  // namespace frigana

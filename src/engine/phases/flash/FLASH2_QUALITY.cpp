@@ -1,0 +1,271 @@
+// Flash at given temperature or pressure and quality.
+#include <cmath>
+
+#include "FLASH2.h"
+#include "FlashBricks.h"
+#include "FluidConstants.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "PROP_SUB.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr double onTheLine = 1e-8;  // a quality, or a mole fraction, within this of 0 or 1 is 0 or 1
+
+// A composition with one fraction of 1 within 1e-8 is that pure component; 0 for a mixture.
+int nearlyPureComponent(const Composition& z) {
+    int icomp = 0;
+    ISPURE(z, icomp);
+    if (icomp > 0) return icomp;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        if (std::abs(z[i] - 1) < onTheLine) return i;
+    }
+    return 0;
+}
+
+// What is given to a flash at quality: T or p, as the first of its letters says, and q.
+struct GivenQuality {
+    std::string_view ab;
+    double value, q;
+    int kq, icomp;
+    const Composition& z;
+
+    bool atT() const { return ab[0] == 'T'; }
+    bool pseudoPure() const { return isPseudoPure(icomp); }
+    // A pure fluid has one line: both phases are found together.
+    bool oneLine() const { return icomp > 0 && !pseudoPure(); }
+    void saturation(int kph, SaturatedPair& pair) const {
+        atT() ? saturationAtT(value, z, kph, pair) : saturationAtP(value, z, kph, pair);
+    }
+};
+
+// An error of an inner routine, with its code: "[TQFLSH error] (sat liquid):  ..."
+void pass(const GivenQuality& given, std::string_view where, int code, const Text255& inner, FlashResult& r) {
+    r.ierr = code;
+    message(r.herr, "[", given.ab, "FLSH error] (", where, "):  ", innerText(inner), nullCharacter);
+    ERRMSG(r.ierr, r.herr);
+}
+
+bool found(const GivenQuality& given, std::string_view where, const SaturatedPair& pair, FlashResult& r) {
+    if (pair.ierr <= 0) return true;
+    pass(given, where, pair.ierr, pair.herr, r);
+    return false;
+}
+
+// Molar share of the vapor in averages: the quality itself, or that of a mass quality.
+double molarShare(double q, int kq, const Composition& x, const Composition& y) {
+    if (kq != 2) return q;
+    const double vapor = q / WMOL(y);
+    return vapor / (vapor + (1 - q) / WMOL(x));
+}
+
+void fillBetweenLines(double share, FlashResult& r) {
+    r.q = share;
+    fillTwoPhase(r.T, r);
+    r.cv = r.cp = r.w = twoPhaseQualityValue;
+}
+
+// The saturated liquid (kph 1) or vapor (2). The other phase of a pseudo-pure fluid at given temperature is that of the
+// other line.
+void saturatedEnd(const GivenQuality& given, int kph, FlashResult& r) {
+    const bool liquid = kph == 1;
+    const std::string_view where = liquid ? "sat liquid" : "sat vapor";
+    SaturatedPair line;
+    given.saturation(kph, line);
+    // On the sublimation line there is no liquid.
+    if (liquid && !given.atT() && line.ierr <= 0 && line.Dl <= 0) line.ierr = 2;
+    if (!found(given, where, line, r)) return;
+    if (given.pseudoPure()) {
+        SaturatedPair other;
+        given.saturation(liquid ? 2 : 1, other);
+        if (!found(given, where, other, r)) return;
+        (liquid ? line.Dv : line.Dl) = liquid ? other.Dv : other.Dl;
+    }
+    r.T = line.T;
+    r.p = line.p;
+    r.Dl = line.Dl;
+    r.Dv = line.Dv;
+    r.x = line.x;
+    r.y = line.y;
+    r.D = liquid ? r.Dl : r.Dv;
+    fillProperties(propertiesOf(r.T, r.D, liquid ? r.x : r.y), r);
+}
+
+void betweenLines(const GivenQuality& given, FlashResult& r) {
+    constexpr std::string_view where = "2-phase";
+    const double q = given.q;
+    SaturatedPair bubble;
+    SaturatedPair dew;
+    given.saturation(given.oneLine() ? 2 : 1, bubble);
+    if (!given.atT() && bubble.ierr <= 0 && bubble.Dl <= 0) {
+        // On the sublimation line there is no liquid to average with.
+        bubble.ierr = 2;
+        bubble.herr.assign("input state is solid or two-phase solid-vapor");
+    }
+    if (!found(given, where, bubble, r)) return;
+    if (given.oneLine()) {
+        dew = bubble;
+    } else {
+        given.saturation(2, dew);
+    }
+    if (!found(given, where, dew, r)) return;
+    r.Dl = bubble.Dl;
+    r.Dv = dew.Dv;
+    if (given.atT()) {
+        r.p = (1 - q) * bubble.p + q * dew.p;
+    } else {
+        r.T = (1 - q) * bubble.T + q * dew.T;
+    }
+    if (given.icomp > 0) {
+        if (given.pseudoPure() && !given.atT()) {
+            double pSolved = r.p;
+            double qSolved = q;
+            PTANC(r.T, pSolved, qSolved, q, 'Q', r.Dl, r.Dv);
+        }
+        fillBetweenLines(q, r);
+        return;
+    }
+    Text255 inner;
+    compositionsAtQuality(q, given.z, dew.x, bubble.y, r.x, r.y);
+    if (given.atT()) {
+        TQFL2(r.T, q, given.z, given.kq, 1, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, r.p, r.Dl, r.Dv, r.x,
+              r.y, r.ierr, inner);
+    } else {
+        PQFL2(r.p, q, given.z, given.kq, 1, bubble.T, dew.T, bubble.Dl, dew.Dv, bubble.y, dew.x, r.T, r.Dl, r.Dv, r.x,
+              r.y, r.ierr, inner);
+    }
+    if (r.ierr <= 0) TPRHO(r.T, r.p, r.x, 1, 1, r.Dl, r.ierr, inner);
+    if (r.ierr <= 0) TPRHO(r.T, r.p, r.y, 2, 1, r.Dv, r.ierr, inner);
+    if (r.ierr > 0) {
+        pass(given, where, r.ierr, inner, r);
+        return;
+    }
+    r.ierr = 0;
+    fillBetweenLines(molarShare(q, given.kq, r.x, r.y), r);
+}
+
+void qualityOutOfRange(const GivenQuality& given, int code, FlashResult& r) {
+    r.ierr = code;
+    message(r.herr, "[", given.ab, "FLSH error ", Integer{3, code},
+            "] input quality is out of range; q =", General{12, 5, given.q}, "; quality must be between 0 and 1 ",
+            nullCharacter);
+    ERRMSG(r.ierr, r.herr);
+}
+
+}  // namespace
+
+void TQFLSH(double T, double q, const Composition& z, int kq, double& p, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& e, double& h, double& s, double& cv, double& cp, double& w,
+            int& ierr, Text255& herr) {
+    double share = q;
+    FlashResult r{T, p, D, Dl, Dv, x, y, share, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = nearlyPureComponent(z);
+    const Composition bulk = bulkComposition(icomp, z);
+    RMIX(bulk);
+    clear(r, icomp, z);
+    p = 0;
+    const GivenQuality given{"TQ", T, q, kq, icomp, bulk};
+
+    const EosLimits limits = limitsAt(T, 0, 0, bulk);
+    if (limits.code > 0) {
+        reportLimits("TQ", limits, r);
+        return;
+    }
+    CriticalPoint critical;
+    if (!criticalPoint("TQ", 270, bulk, critical, r)) return;
+    if (T >= (icomp > 0 ? 1.0 : 1.5) * critical.T) {
+        ierr = 271;
+        message(herr,
+                "[TQFLSH error 271] temperature input to temperature-quality flash is greater than critical "
+                "temperature; T =",
+                General{12, 5, T}, " K, Tcrit =", General{12, 5, critical.T}, " K.", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+
+    if (std::abs(q) <= onTheLine) {
+        saturatedEnd(given, 1, r);
+    } else if (std::abs(1 - q) <= onTheLine) {
+        saturatedEnd(given, 2, r);
+    } else if (q < 0 || q > 1) {
+        qualityOutOfRange(given, 275, r);
+    } else {
+        betweenLines(given, r);
+    }
+    if (ierr <= 0) reportLimits("TQ", limits, r);
+}
+
+void PQFLSH(double p, double q, const Composition& z, int kq, double& T, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& e, double& h, double& s, double& cv, double& cp, double& w,
+            int& ierr, Text255& herr) {
+    double share = q;
+    FlashResult r{T, p, D, Dl, Dv, x, y, share, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = nearlyPureComponent(z);
+    const Composition bulk = bulkComposition(icomp, z);
+    RMIX(bulk);
+    clear(r, icomp, z);
+    T = 0;
+    const GivenQuality given{"PQ", p, q, kq, icomp, bulk};
+
+    CriticalPoint critical;
+    if (!criticalPoint("PQ", 290, bulk, critical, r)) return;
+    const EosLimits limits = limitsAt(0.8 * critical.T, 0, p, bulk);
+    if (limits.code > 0) {
+        reportLimits("PQ", limits, r);
+        return;
+    }
+    if (p >= (icomp > 0 ? 1.0 : 1.5) * critical.p) {
+        ierr = 291;
+        message(herr,
+                "[PQFLSH error 291] pressure input to pressure-quality flash is greater than critical pressure; P =",
+                General{12, 5, p / 1000}, " MPa, Pcrit =", General{12, 5, critical.p / 1000}, " MPa.", nullCharacter);
+        ERRMSG(ierr, herr);
+        return;
+    }
+
+    // A pseudo-pure fluid is solved between its lines at their very ends too.
+    if (std::abs(q) <= onTheLine && !given.pseudoPure()) {
+        saturatedEnd(given, 1, r);
+    } else if (std::abs(1 - q) <= onTheLine && !given.pseudoPure()) {
+        saturatedEnd(given, 2, r);
+    } else if (q < -onTheLine || q > 1 + onTheLine) {
+        qualityOutOfRange(given, 295, r);
+    } else {
+        betweenLines(given, r);
+    }
+    if (ierr <= 0) reportLimits("PQ", limits, r);
+}
+
+void TQFL2(double T, double q, const Composition& z, int kq, int ksat, double& pbub, double& pdew, double& Dlbub,
+           double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv, Composition& x,
+           Composition& y, int& ierr, Text255& herr) {
+    double Tbub = T;
+    double Tdew = T;
+    double Tsolved = T;
+    double qSolved = q;
+    ABFL2(T, q, z, kq, ksat, "TQ", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, Tsolved, p, Dl, Dv, x, y, qSolved,
+          ierr, herr);
+}
+
+void PQFL2(double p, double q, const Composition& z, int kq, int ksat, double& Tbub, double& Tdew, double& Dlbub,
+           double& Dvdew, Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x,
+           Composition& y, int& ierr, Text255& herr) {
+    double pbub = p;
+    double pdew = p;
+    double pSolved = p;
+    double qSolved = q;
+    ABFL2(p, q, z, kq, ksat, "PQ", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, qSolved,
+          ierr, herr);
+}
+
+void DQFL2(double D, double q, const Composition& z, int kq, double& T, double& p, double& Dl, double& Dv,
+           Composition& x, Composition& y, int& ierr, Text255& herr) {
+    double qSolved = q;
+    DBFL2(D, q, z, kq, "DQ", T, p, Dl, Dv, x, y, qSolved, ierr, herr);
+}
+
+}  // namespace frigana

@@ -1,0 +1,978 @@
+#include "FLSH_SUB.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "CORE_ANC.h"
+#include "CORE_PR.h"
+#include "FLASH2.h"
+#include "FlashBricks.h"
+#include "FluidConstants.h"
+#include "FluidFiles.h"
+#include "Message.h"
+#include "ModelTags.h"
+#include "PROP_SUB.h"
+#include "PhaseCheck.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_HOTTEST.h"
+#include "SAT_SUB_NEWTON.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr double idealGasPressure = 1e-14;  // [kPa]
+constexpr double idealGasDensity = 1e-14;   // [mol/L]
+
+// Enthalpy quality of a superheated vapor at its dew point; inside 0 to 1 (retrograde, or at the very line) the mark
+// of the vapor stands.
+double enthalpyQuality(double h, double T, const SaturatedPair& dew) {
+    double hLiquid = 0;
+    double hVapor = 0;
+    ENTHAL(T, dew.Dl, dew.x, hLiquid);
+    ENTHAL(T, dew.Dv, dew.y, hVapor);
+    if (std::abs(hVapor - hLiquid) < 1e-20) return superheatedVapor;
+    const double q = (h - hLiquid) / (hVapor - hLiquid);
+    return q > 0 && q < 1 ? superheatedVapor : q;
+}
+
+// A single phase by TPRHO, or the error with its code, text and the text of the density root.
+bool singlePhaseAtTP(double T, double p, const Composition& z, int kph, double guess, int code, std::string_view what,
+                     FlashResult& r) {
+    double D = guess;
+    Text255 inner;
+    TPRHO(T, p, z, kph, guess > 0 ? 1 : 0, D, r.ierr, inner);
+    if (r.ierr > 0) {
+        noState(r);
+        reportError("TP", code, what, inner, r.ierr, r.herr);
+        return false;
+    }
+    r.ierr = 0;
+    fillSinglePhase(T, D, z, r);
+    return true;
+}
+
+void replaceByCritical(SaturatedPair& pair, const CriticalPoint& critical, const Composition& z) {
+    pair.p = critical.p;
+    pair.Dl = pair.Dv = critical.D;
+    pair.x = pair.y = z;
+    pair.ierr = 0;
+}
+
+// Lowest pressure at which a saturation state may exist at T, so that a vapor far from it is seen without a
+// saturation iteration.
+double lowestSaturationPressure(double T, const CriticalPoint& critical, int icomp, const Composition& z) {
+    if (T > critical.T) return 0;
+    double pb = std::exp(13.85 * T / critical.T - 14.073) * critical.p;
+    if (T <= 0.7 * critical.T) pb /= 10;
+    if (T <= 0.6 * critical.T) pb /= 100;
+    if (T <= 0.5 * critical.T) pb /= 100;
+    if (T <= 0.4 * critical.T) pb /= 100;
+    if (icomp > 0 && modelTags.HPSK[icomp] != "NBS") {
+        double pAncillary = 0;
+        int code = 0;
+        Text255 text;
+        PSATT(T, z, pAncillary, code, text);
+        if (code == 0) return 0.95 * pAncillary;
+    }
+    pb /= 10;
+    if (modelTags.NC > 1) pb /= 100;
+    return pb;
+}
+
+enum class Road { finished, failed };
+
+// Two phases from a start near them, or the error of the iteration.
+bool twoPhasesAtTP(double T, double p, const Composition& z, const CriticalPoint& critical, FlashResult& r) {
+    TPFL2(T, p, z, r.Dl, r.Dv, r.x, r.y, r.q, r.ierr, r.herr);
+    if (r.ierr > 0) {
+        r.q = supercriticalOrNone;
+        r.D = critical.D;
+        return false;
+    }
+    Text255 inner;
+    TPRHO(T, p, r.x, 1, 1, r.Dl, r.ierr, inner);
+    if (r.ierr == 0) TPRHO(T, p, r.y, 2, 1, r.Dv, r.ierr, inner);
+    if (r.ierr > 0) {
+        noState(r);
+        message(r.herr, "[TPFLSH error] (mix, 2-phase):  ", innerText(inner), nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return false;
+    }
+    fillTwoPhase(T, r);
+    return true;
+}
+
+// Two phases at p, followed up from the dew point at the same temperature.
+bool fromDewPoint(double T, double p, const Composition& z, const SaturatedPair& dew, FlashResult& r) {
+    constexpr double firstStep = 0.2, smallestStep = 1e-3;  // of the way
+    constexpr int mostSteps = 60;
+    PhasePair here = pairOf(dew, 1);
+    const auto solve = [&](double done, const PhasePair& last, PhasePair& pair) {
+        pair = last;
+        pair.T = T;
+        pair.p = dew.p + done * (p - dew.p);
+        return newtonEquilibrium(pair, z, 0, 1, r.ierr, r.herr) == NewtonEnd::found && pair.q > 0 && pair.q < 1;
+    };
+    const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
+    if (walkLine({0, 1, firstStep, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived) return false;
+    r.Dl = here.Dl;
+    r.Dv = here.Dv;
+    r.x = here.x;
+    r.y = here.y;
+    r.q = here.q;
+    r.ierr = 0;
+    r.herr.clear();
+    fillTwoPhase(T, r);
+    return true;
+}
+
+constexpr int longStabilityTest = 60;      // exchanges
+constexpr double besideBubbleLine = 1.01;  // times its pressure
+
+// Next to the critical temperature of a mixture and above it, where a line may end or be hard to find: one phase or two
+// by the stability of the one.
+//   Given     bubble, dew  the lines; ierr > 0 of the one, or of both, that was not found
+//   Returned  (value) false if the test has not led to a state
+bool solveByStability(double T, double p, const Composition& z, const CriticalPoint& critical,
+                      const SaturatedPair& bubble, const SaturatedPair& dew, FlashResult& r) {
+    OtherPhase other[2];
+    if (dew.ierr <= 0) other[0] = {false, dew.Dl, dew.x};
+    if (bubble.ierr <= 0) other[1] = {true, bubble.Dv, bubble.y};
+    const SilentMessages quiet;
+    if (!unstableFeed(T, p, z, longStabilityTest, other)) {
+        if (!singlePhaseAtTP(T, p, z, p >= critical.p ? 1 : 2, 0, 213, "", r)) return false;
+        r.q = regionQuality(T, p, r.D, critical);
+        return true;
+    }
+    // a little of the phase that was found, beside what it leaves of the feed
+    const OtherPhase& found = other[0];
+    double root = 0;
+    Text255 inner;
+    TPRHO(T, p, z, 2, 0, root, r.ierr, inner);
+    for (const double share : {0.1, 0.3, 0.03}) {
+        if (!(found.rho > 0 && r.ierr <= 0)) break;
+        Composition rest = z;
+        for (int i = 1; i <= modelTags.NC; ++i)
+            rest[i] = std::max((z[i] - share * found.x[i]) / (1 - share), 0.1 * z[i]);
+        normalize(rest);
+        const bool isVapor = packing(found.rho, found.x) < packing(root, z);
+        r.Dl = isVapor ? root : found.rho;
+        r.Dv = isVapor ? found.rho : root;
+        r.x = isVapor ? rest : found.x;
+        r.y = isVapor ? found.x : rest;
+        r.q = isVapor ? share : 1 - share;
+        if (twoPhasesAtTP(T, p, z, critical, r) && r.q > 0 && r.q < 1) return true;
+    }
+    return dew.ierr <= 0 && p > dew.p && fromDewPoint(T, p, z, dew, r);
+}
+
+// Steps of TPFLSH after the limits; finished leaves the last checks to it.
+Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
+    CriticalPoint critical;
+    if (!criticalPoint("TP", 210, z, critical, r)) return Road::failed;
+    const double c = icomp > 0 ? 1.0 : 1.5;
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    const bool ancillaryLines = isPseudoPure(icomp);
+
+    // Below the triple point of a pure fluid there is vapor only.
+    if (icomp > 0 && T < fluidConstants.TTPN[icomp]) {
+        if (!singlePhaseAtTP(T, p, z, 2, p / (fluidConstants.R * T), 214,
+                             "vapor density iteration did not converge:  ", r)) {
+            return Road::failed;
+        }
+        r.q = superheatedVapor;
+        return Road::finished;
+    }
+
+    // Single phase by inspection.
+    for (;;) {
+        const double pb = lowestSaturationPressure(T, critical, icomp, z);
+        if (!(T >= c * critical.T || p < pb || p > c * critical.p)) break;
+        const int kph = T < critical.T && p > critical.p ? 1 : 2;
+        if (singlePhaseAtTP(T, p, z, kph, 0, 215, "supercritical or vapor density iteration did not converge:  ", r)) {
+            if (p <= critical.p) {
+                r.q = superheatedVapor;
+            } else {
+                r.q = T < critical.T ? subcooledLiquid : supercriticalOrNone;
+            }
+            return Road::finished;
+        }
+        if (icomp > 0 || T >= 1.1 * critical.T) return Road::failed;
+        T = 1.1 * critical.T;
+    }
+
+    // Dew point.
+    SaturatedPair dew;
+    {
+        const SilentMessages quiet;
+        saturationAtT(T, z, 2, dew);
+    }
+    bool dewPointMissing = false;
+    // where a mixture has a line, or may have one, that SATT has not found
+    const bool lineMayHide = icomp == 0 && modelTags.HEOS == "HMX" && !pengRobinsonSelected() && T > critical.T - 5;
+    SaturatedPair bubble;
+    const bool dewFound = dew.ierr <= 0;
+    if (dew.ierr > 0) {
+        if (lineMayHide && !beyondSaturation(T, z, critical)) {
+            {
+                const SilentMessages quiet;
+                saturationAtT(T, z, 1, bubble);
+            }
+            if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+            clear(r, icomp, z);
+        }
+        if (T > critical.T - 5) {
+            replaceByCritical(dew, critical, r.x);
+        } else if (icomp > 0) {
+            reportError("TP", 212, noDewPoint, dew.herr, r.ierr, r.herr);
+            return Road::failed;
+        } else {
+            dew.p = 0;
+            dewPointMissing = true;
+        }
+    }
+    if (p < dew.p) {
+        if (!singlePhaseAtTP(T, p, z, 2, dew.Dv * p / dew.p, 214, "vapor density iteration did not converge:  ", r)) {
+            return Road::failed;
+        }
+        r.q = superheatedVapor;
+        if (!ancillaryLines && T < critical.T) r.q = enthalpyQuality(r.h, T, dew);
+        return Road::finished;
+    }
+    if (plainPure) {
+        if (!singlePhaseAtTP(T, p, z, 1, dew.Dl, 213, "liquid density iteration did not converge:  ", r)) {
+            return Road::failed;
+        }
+        r.q = std::abs(dew.Dv - dew.Dl) > 1e-12 ? volumeQuality(r.D, dew.Dl, dew.Dv) : subcooledLiquid;
+        return Road::finished;
+    }
+
+    // Bubble point.
+    {
+        const SilentMessages quiet;
+        saturationAtT(T, z, 1, bubble);
+    }
+    const bool bubbleFound = bubble.ierr <= 0;
+    if (bubble.ierr > 0) {
+        if (lineMayHide && dewFound) {
+            if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+            clear(r, icomp, z);
+        }
+        if (T > critical.T - 5) {
+            replaceByCritical(bubble, critical, r.x);
+        } else {
+            reportError("TP", 211, noBubblePoint, bubble.herr, r.ierr, r.herr);
+            return Road::failed;
+        }
+    }
+    if (p >= bubble.p) {
+        constexpr std::string_view what = "liquid density iteration did not converge:  ";
+        if (!singlePhaseAtTP(T, p, z, 1, bubble.Dl, 213, what, r)) return Road::failed;
+        // The lines may have ended before the last of the two phases.
+        if (lineMayHide && dewFound && bubbleFound && p < besideBubbleLine * bubble.p && fallsApart(T, r.D, z)) {
+            if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+            clear(r, icomp, z);
+            if (!singlePhaseAtTP(T, p, z, 1, bubble.Dl, 213, what, r)) return Road::failed;
+        }
+        // A root between the lines is no liquid; at the very line the root may fall a rounding below.
+        if (r.D > dew.Dv && r.D < bubble.Dl * (1 - 1e-8)) {
+            noState(r);
+            reportError("TP", 213, what, Text255{}, r.ierr, r.herr);
+            return Road::failed;
+        }
+        if (std::abs(dew.Dv - bubble.Dl) > 1e-12 && dew.Dv > 0) {
+            r.q = volumeQuality(r.D, bubble.Dl, dew.Dv);
+        }
+        return Road::finished;
+    }
+    if (dewPointMissing) {
+        reportError("TP", 212, noDewPoint, dew.herr, r.ierr, r.herr);
+        return Road::failed;
+    }
+
+    // Two phases.
+    r.q = 1 - (p - dew.p) / (bubble.p - dew.p);
+    if (std::abs(1 - bubble.p / dew.p) < 1e-6 && !ancillaryLines) r.q = 0.5;
+    r.Dl = bubble.Dl;
+    r.Dv = dew.Dv;
+    if (!ancillaryLines) {
+        compositionsAtQuality(r.q, z, dew.x, bubble.y, r.x, r.y);
+        {
+            const SilentMessages quiet;
+            if (twoPhasesAtTP(T, p, z, critical, r)) return Road::finished;
+        }
+        const int code = r.ierr;
+        const Text255 text = r.herr;
+        if (lineMayHide && solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+        r.q = supercriticalOrNone;
+        r.D = critical.D;
+        r.ierr = code;
+        r.herr = text;
+        ERRMSG(r.ierr, r.herr);
+        return Road::failed;
+    }
+    fillTwoPhase(T, r);
+    return Road::finished;
+}
+
+// Refuses a state whose inputs are outside the limits: densities zero, properties of the ideal gas at T.
+void refuse(std::string_view ab, double T, const Composition& z, const EosLimits& limits, FlashResult& r) {
+    if (T > 0) fillSinglePhase(T, 0, z, r);
+    noState(r);
+    reportLimits(ab, limits, r);
+}
+
+}  // namespace
+
+void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    FlashResult r{T, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
+
+    if (p < idealGasPressure) {
+        fillSinglePhase(T, T > 0 ? p / (fluidConstants.R * T) : 0, z, r);
+        return;
+    }
+
+    const EosLimits limits = limitsAt(T, 0, p, z);
+    if (limits.code > 0) {
+        refuse("TP", T, z, limits, r);
+        return;
+    }
+
+    if (solveAtTP(T, p, z, icomp, r) == Road::failed) return;
+
+    r.ierr = 0;
+    r.herr.clear();
+    reportLimits("TP", limits, r);
+    if (D > limits.Dmax) {
+        ierr = 2;
+        message(herr, "[TPFLSH error", Integer{3, ierr},
+                "]; input T,p correspond to a density above the limit of the EOS; T =", General{12, 5, T},
+                " K, p =", General{12, 5, p / 1000}, " MPa.", nullCharacter);
+        ERRMSG(ierr, herr);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given temperature and density.
+
+void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
+            double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
+    double bulk = D;
+    FlashResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
+    p = 0;
+
+    if (D < idealGasDensity) {
+        p = D * fluidConstants.R * T;
+        fillSinglePhase(T, D, z, r);
+        return;
+    }
+
+    const EosLimits limits = limitsAt(T, D, 0, z);
+    if (limits.code > 0) {
+        refuse("TD", T, z, limits, r);
+        return;
+    }
+    CriticalPoint critical;
+    if (!criticalPoint("TD", 220, z, critical, r)) return;
+
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= critical.T || D < 1e-10) {
+        p = fillSinglePhase(T, D, z, r);
+        q = p <= critical.p ? superheatedVapor : supercriticalOrNone;
+    } else {
+        SaturatedPair dew;
+        saturationAtT(T, z, 2, dew);
+        if (dew.ierr > 0) {
+            reportError("TD", 222, noDewPoint, dew.herr, ierr, herr);
+            return;
+        }
+        SaturatedPair bubble;
+        if (plainPure) {
+            bubble = dew;
+        } else {
+            saturationAtT(T, z, 1, bubble);
+            if (bubble.ierr > 0) {
+                // The text names the flash at temperature and pressure, as those who look for it expect.
+                reportError("TP", 221, noBubblePoint, bubble.herr, ierr, herr);
+                return;
+            }
+        }
+
+        if (D <= dew.Dv || D >= bubble.Dl) {
+            p = fillSinglePhase(T, D, z, r);
+            q = std::abs(bubble.Dl - dew.Dv) > 1e-12 ? volumeQuality(D, bubble.Dl, dew.Dv)
+                                                     : (D >= bubble.Dl ? subcooledLiquid : superheatedVapor);
+        } else {
+            if (icomp > 0) {
+                q = volumeQuality(D, bubble.Dl, dew.Dv);
+                p = q * dew.p + (1 - q) * bubble.p;
+                Dl = bubble.Dl;
+                Dv = dew.Dv;
+            } else {
+                double Tbub = T;
+                double Tdew = T;
+                TDFL2(T, D, z, 1, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, p, Dl, Dv, x, y, q,
+                      ierr, herr);
+                if (ierr > 0) {
+                    q = supercriticalOrNone;
+                    return;
+                }
+            }
+            const PhasePressures pressures = fillTwoPhase(T, r);
+            if (modelTags.NC >= 2) p = pressures.vapor;
+        }
+    }
+
+    // The given limits once more, now with the pressure; a mixture's warning of its iteration gives way to them only
+    // where there is one.
+    reportLimits("TD", limitsAt(T, D, p, z), r);
+}
+
+void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
+           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv,
+           Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double Tsolved = T;
+    ABFL2(T, D, z, 1, ksat, "TD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, Tsolved, p, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given pressure and density.
+
+void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+            double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
+    double bulk = D;
+    FlashResult r{T, p, bulk, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const int icomp = openFlash(z, r);
+    T = 0;
+
+    if (p < idealGasPressure && D < idealGasDensity) {
+        T = D > 0 ? p / (fluidConstants.R * D) : 0;
+        fillSinglePhase(T, D, z, r);
+        return;
+    }
+
+    CriticalPoint critical;
+    if (!criticalPoint("PD", 210, z, critical, r)) return;
+    const EosLimits limits = limitsAt(-1, D, p, z);
+    if (limits.code > 0) {
+        refuse("PD", 0, z, limits, r);
+        return;
+    }
+
+    // Temperature of a single phase, or the error with its code and text.
+    const auto singlePhase = [&](int code, std::string_view what) {
+        Text255 inner;
+        PDFL1(p, D, z, T, ierr, inner);
+        if (ierr <= 0) {
+            fillSinglePhase(T, D, z, r);
+            ierr = 0;
+            return true;
+        }
+        noState(r);
+        T = 0;
+        reportError("PD", code, what, inner, ierr, herr);
+        return false;
+    };
+
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    if (p >= critical.p) {
+        if (!singlePhase(215, "supercritical density iteration did not converge:  ")) return;
+        q = T <= critical.T ? subcooledLiquid : supercriticalOrNone;
+    } else {
+        SaturatedPair dew;
+        const bool noLiquid = plainPure && p <= fluidConstants.PTPN[icomp];
+        if (!noLiquid) {
+            const SilentMessages quiet;
+            saturationAtP(p, z, 2, dew);
+        }
+        if (dew.ierr > 0) {
+            reportError("PD", 212, noDewPoint, dew.herr, ierr, herr);
+            return;
+        }
+        if (noLiquid || D <= dew.Dv + 1e-12) {
+            if (!singlePhase(214, "vapor density iteration did not converge:  ")) return;
+            q = superheatedVapor;
+            if (!isPseudoPure(icomp) && dew.T > 0) q = enthalpyQuality(h, dew.T, dew);
+        } else {
+            SaturatedPair bubble;
+            if (plainPure) {
+                bubble = dew;
+            } else {
+                saturationAtP(p, z, 1, bubble);
+            }
+            if (bubble.ierr > 0) {
+                reportError("PD", 211, noBubblePoint, bubble.herr, ierr, herr);
+                return;
+            }
+            if (D > bubble.Dl) {
+                if (!singlePhase(213, "liquid density iteration did not converge:  ")) return;
+                q = volumeQuality(D, bubble.Dl, dew.Dv);
+            } else {
+                double pSolved = p;
+                if (icomp > 0) {
+                    q = volumeQuality(D, bubble.Dl, dew.Dv);
+                    T = (1 - q) * bubble.T + q * dew.T;
+                    Dl = bubble.Dl;
+                    Dv = dew.Dv;
+                    if (!plainPure) PTANC(T, pSolved, q, D, 'D', Dl, Dv);
+                } else {
+                    double pbub = p;
+                    double pdew = p;
+                    PDFL2(p, D, z, 1, bubble.T, dew.T, pbub, pdew, bubble.Dl, dew.Dv, bubble.y, dew.x, T, Dl, Dv, x, y,
+                          q, ierr, herr);
+                    if (ierr > 0) {
+                        q = supercriticalOrNone;
+                        return;
+                    }
+                }
+                fillTwoPhase(T, r);
+            }
+        }
+    }
+
+    reportLimits("PD", limitsAt(T, D, p, z), r);
+}
+
+void PDFL1(double p, double D, const Composition& z, double& T, int& ierr, Text255& herr) {
+    double pSolved = p;
+    double DSolved = D;
+    ABFL1(p, D, z, 0, "PD", 0, 0, T, pSolved, DSolved, ierr, herr);
+}
+
+void PDFL2(double p, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
+           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv,
+           Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double pSolved = p;
+    ABFL2(p, D, z, 1, ksat, "PD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+// ---------------------------------------------------------------------------------------------------------------
+// Given pressure and enthalpy, entropy or energy.
+
+namespace {
+
+// Fluids whose melting line turns so far from the triple temperature that liquid under pressure has less entropy than
+// at their lowest temperature, with a temperature [K] near the lowest entropy of that line.
+struct LowEntropyOnMeltingLine {
+    std::string_view cas;
+    double T;
+};
+constexpr LowEntropyOnMeltingLine lowEntropyFluids[] = {
+    {"7732-18-5", 251.18},  // water
+    {"124-38-9", 244.8},    // carbon dioxide
+    {"7664-41-7", 200.2},   // ammonia
+    {"7440-59-7", 2.178},   // helium
+};
+
+// Value of the property at T in the liquid at pressure p; false where there is no density root.
+bool liquidValue(char letter, double T, double p, const Composition& z, double& value) {
+    double D = 0;
+    int code = 0;
+    Text255 text;
+    TPRHO(T, p, z, 1, 0, D, code, text);
+    if (code > 0) return false;
+    value = propertyByLetter(letter, T, D, z);
+    return true;
+}
+
+// Least value of the property for which a state can be sought at pressure p.
+double lowestValue(char letter, double b, double p, int icomp, const Composition& z, double tmin, double tmax,
+                   double highest) {
+    constexpr double pLow = 100;  // [kPa]
+    double T = tmin;
+    double lowest = 0;
+    while (!liquidValue(letter, T, pLow, z, lowest) && T < tmax) T += 5;
+    if (letter == 'S' && icomp > 0) {
+        for (const LowEntropyOnMeltingLine& fluid : lowEntropyFluids) {
+            if (!(fluidFiles.HCAS[icomp] == fluid.cas)) continue;
+            double pMelt = 0;
+            double sMelt = 0;
+            int code = 0;
+            Text255 text;
+            MELTT(fluid.T, z, pMelt, code, text);
+            if (code == 0 && liquidValue(letter, fluid.T, pMelt, z, sMelt)) lowest = std::min(lowest, sMelt);
+        }
+    }
+    if (lowest > highest) {
+        T = tmin + 20;
+        liquidValue(letter, T, pLow, z, lowest);
+    }
+    if (b >= lowest) return lowest;
+
+    // The property may fall at first on the way up from the lowest temperature.
+    const double start = T;
+    double change = 0;
+    double next = 0;
+    while (T < tmax && liquidValue(letter, T + 1, pLow, z, next) && next < lowest) {
+        change = lowest - next;
+        lowest = next;
+        T += 1;
+    }
+    if (T - start > 1.1) lowest -= 2 * change;
+    if (b >= lowest) return lowest;
+
+    // At the given pressure the liquid may have less: less entropy and energy under more pressure, less enthalpy under
+    // less.
+    double there = 0;
+    if (liquidValue(letter, tmin, p, z, there)) lowest = std::min(lowest, there);
+    return lowest;
+}
+
+// The critical state, which a refused flash returns.
+void returnCritical(const CriticalPoint& critical, const Composition& z, FlashResult& r) {
+    r.T = critical.T;
+    fillSinglePhase(critical.T, critical.D, z, r);
+    r.q = supercriticalOrNone;
+}
+
+// A state below the dew temperature on an isobar of a mixture without a bubble point, as where a gas is dissolved:
+// enthalpy, entropy and energy rise with temperature through one phase and two alike.
+//   Given     atDew  value at the dew point less b, positive
+//   Returned  T, r; false if the state was not found
+bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double Tdew, double atDew,
+                   double& T, FlashResult& r) {
+    constexpr int mostSteps = 80;
+    constexpr double stepDown = 0.97;
+    const double tolerance = 1e-9 * std::max(1.0, std::abs(b));
+    const SilentMessages quiet;
+    const auto residual = [&](double at, double& F) {
+        T = at;
+        TPFLSH(T, p, z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        F = (letter == 'H' ? r.h : letter == 'S' ? r.s : r.e) - b;
+        return r.ierr <= 0 && T == at && r.D > 0;
+    };
+    double upper = Tdew, fUpper = atDew, lower = stepDown * Tdew, fLower = 0;
+    for (;; lower *= stepDown) {
+        if (lower < tmin || !residual(lower, fLower)) return false;
+        if (fLower <= 0) break;
+        upper = lower;
+        fUpper = fLower;
+    }
+    // false position with the residual of an end halved that stays twice (the Illinois method)
+    int side = 0;
+    for (int step = 1; step <= mostSteps; ++step) {
+        double at = upper - fUpper * (upper - lower) / (fUpper - fLower), F = 0;
+        if (!(at > lower && at < upper)) at = 0.5 * (lower + upper);
+        if (!residual(at, F)) return false;
+        if (std::abs(F) < tolerance) return true;
+        if (upper - lower < 1e-13 * upper) return false;
+        if (F < 0) {
+            if (side == -1) fUpper /= 2;
+            lower = at;
+            fLower = F;
+            side = -1;
+        } else {
+            if (side == 1) fLower /= 2;
+            upper = at;
+            fUpper = F;
+            side = 1;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
+            Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
+            double& w, int& ierr, Text255& herr) {
+    FlashResult r{T, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
+    const char letter = ab[1];
+    const int icomp = openFlash(z, r);
+
+    CriticalPoint critical;
+    const bool hasCritical = criticalPoint(ab, 240, z, critical, r);
+    T = critical.T;
+    if (!hasCritical) return;
+    const EosLimits limits = limitsAt(-1, 0, p, z);
+
+    // Range of the given property.
+    double highest = propertyByLetter(letter, 1.5 * limits.tmax, 1e-6, z);
+    if (b > highest && p > 0) {
+        // Under very high pressures a dense gas has more than the thin one.
+        double Ddense = 0;
+        int code = 0;
+        Text255 text;
+        TPRHO(1.5 * limits.tmax, p, z, 2, 0, Ddense, code, text);
+        if (code <= 0) highest = std::max(highest, propertyByLetter(letter, 1.5 * limits.tmax, Ddense, z));
+    }
+    const double lowest = lowestValue(letter, b, p, icomp, z, limits.tmin, limits.tmax, highest);
+    if (std::abs(limits.code) > 1) reportLimits(ab, limits, r, 4);
+    if (limits.code > 1) {
+        returnCritical(critical, z, r);
+        return;
+    }
+    if (!(b >= lowest && b <= highest)) {
+        ierr = 249;
+        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "] Input value is outside limits; ", ab.substr(1, 1),
+                " =", General{12, 5, b}, ", min,max =", General{12, 5, lowest}, General{12, 5, highest}, nullCharacter);
+        ERRMSG(ierr, herr);
+        returnCritical(critical, z, r);
+        return;
+    }
+
+    const auto solidState = [&] {
+        ierr = 250;
+        message(herr, "[", ab, "FLSH error", Integer{4, ierr}, "]; input state is solid or two-phase solid-vapor",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+        noState(r);
+    };
+    const auto singlePhase = [&](int kph, double startT, double startD) {
+        double pSolved = p;
+        T = startT;
+        D = startD;
+        ABFL1(p, b, z, kph, ab, 0, limits.Dmax, T, pSolved, D, ierr, herr);
+        if (ierr > 0) {
+            noState(r);
+            return false;
+        }
+        fillSinglePhase(T, D, z, r);
+        return true;
+    };
+    const auto checkLimits = [&] {
+        const EosLimits found = limitsAt(T, D, p, z);
+        ierr = 0;
+        herr.clear();
+        if (found.code == 0) return;
+        ierr = found.code;
+        message(herr, "[", ab, "FLSH error", Integer{3, found.code}, "]; ", innerText(found.text), nullCharacter);
+        ERRMSG(ierr, herr);
+    };
+
+    // Supercritical, or a vapor beyond any doubt.
+    bool aboveDome = p >= critical.p || p < 1e-12;
+    if (!aboveDome && letter == 'H') aboveDome = b > propertyByLetter('H', critical.T, 0, z);
+    if (!aboveDome && letter == 'S') {
+        double Dvapor = 0;
+        int code = 0;
+        Text255 text;
+        // At the critical temperature itself only a forced side is the vapor's.
+        TPRHO(critical.T, p, z, -2, 0, Dvapor, code, text);
+        if (code <= 0) aboveDome = b > propertyByLetter('S', critical.T, Dvapor, z);
+    }
+    if (aboveDome) {
+        const double atCritical = propertyByLetter(letter, critical.T, critical.D, z);
+        const double startD = p >= critical.p ? 2 * critical.D : 0;
+        const double startT = b < atCritical / 2 ? 0.8 * critical.T : critical.T + 10;
+        if (!singlePhase(2, startT, startD) && !singlePhase(2, 1.2 * critical.T, startD) &&
+            !singlePhase(2, critical.T, startD))
+            return;
+        q = regionQuality(T, p, D, critical);
+        checkLimits();
+        return;
+    }
+
+    // Dew point.
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    SaturatedPair dew;
+    SaturatedPair bubble;
+    bool belowTriplePressure = false;
+    {
+        const SilentMessages quiet;
+        saturationAtP(p, z, 2, dew);
+        if (dew.ierr == 2) {
+            belowTriplePressure = true;
+            saturationAtT(limits.tmin, z, 2, dew);
+        }
+    }
+    if (dew.ierr > 0) {
+        {
+            const SilentMessages quiet;
+            saturationAtP(p, z, 1, bubble);
+        }
+        if (bubble.ierr <= 0 && b < propertyByLetter(letter, bubble.T, bubble.Dl, z)) {
+            if (singlePhase(1, bubble.T, bubble.Dl)) q = subcooledLiquid;
+            return;
+        }
+        // Of a mixture the critical pressure is an estimate: above the true one there are no lines.
+        if (icomp == 0 && bubble.ierr > 0 && modelTags.HEOS == "HMX") {
+            const double startT =
+                b < propertyByLetter(letter, critical.T, critical.D, z) ? 0.9 * critical.T : critical.T + 10;
+            bool solved = false;
+            {
+                const SilentMessages quiet;
+                OtherPhase other[2];
+                for (const double start : {startT, 1.2 * critical.T, 0.8 * critical.T}) {
+                    solved = singlePhase(2, start, start > critical.T ? 0 : 2 * critical.D);
+                    if (solved) break;
+                }
+                solved = solved && !unstableFeed(T, p, z, longStabilityTest, other);
+                if (solved) {
+                    q = regionQuality(T, p, D, critical);
+                } else {
+                    const double hot = 1.3 * critical.T;
+                    double Dhot = 0;
+                    Text255 inner;
+                    TPRHO(hot, p, z, 2, 0, Dhot, ierr, inner);
+                    const double above = ierr > 0 ? 0 : propertyByLetter(letter, hot, Dhot, z) - b;
+                    solved = above > 0 && solveOnIsobar(p, b, letter, z, limits.tmin, hot, above, T, r);
+                }
+            }
+            if (solved) {
+                checkLimits();
+                return;
+            }
+        }
+        reportError(ab, 242, noDewPoint, dew.herr, ierr, herr);
+        returnCritical(critical, z, r);
+        return;
+    }
+    const double valueAtDew = propertyByLetter(letter, dew.T, dew.Dv, z);
+
+    if (b >= valueAtDew) {
+        if (!singlePhase(2, dew.T, dew.Dv)) return;
+        q = superheatedVapor;
+        checkLimits();
+        return;
+    }
+
+    // Below the triple point the vapor stands beside a solid: a saturated state without liquid density, or with the
+    // lowest temperature in place of its own.
+    if (dew.Dl <= 0 || belowTriplePressure) {
+        solidState();
+        return;
+    }
+
+    // Bubble point.
+    if (plainPure) {
+        bubble = dew;
+    } else {
+        {
+            const SilentMessages quiet;
+            saturationAtP(p, z, 1, bubble);
+        }
+        if (bubble.ierr > 0) {
+            if (icomp == 0 && solveOnIsobar(p, b, letter, z, limits.tmin, dew.T, valueAtDew - b, T, r)) {
+                checkLimits();
+                return;
+            }
+            if (p <= 0.9 * critical.p) {
+                reportError(ab, 241, noBubblePoint, bubble.herr, ierr, herr);
+                returnCritical(critical, z, r);
+                return;
+            }
+            replaceByCritical(bubble, critical, r.x);
+            bubble.T = critical.T;
+        }
+    }
+    const double valueAtBubble = propertyByLetter(letter, bubble.T, bubble.Dl, z);
+    q = valueAtDew - valueAtBubble > 1e-20 ? (b - valueAtBubble) / (valueAtDew - valueAtBubble) : superheatedVapor;
+
+    if (b <= valueAtBubble) {
+        const double qLiquid = q;
+        if (!singlePhase(1, bubble.T, bubble.Dl)) return;
+        q = qLiquid;
+        checkLimits();
+        return;
+    }
+
+    // Two phases.
+    if (icomp > 0) {
+        T = (1 - q) * bubble.T + q * dew.T;
+        if (T < limits.tmin) {
+            solidState();
+            return;
+        }
+        Dl = bubble.Dl;
+        Dv = dew.Dv;
+        if (!plainPure) {
+            double pSolved = p;
+            PTANC(T, pSolved, q, b, letter, Dl, Dv);
+        }
+    } else {
+        double pbub = p;
+        double pdew = p;
+        double pSolved = p;
+        ABFL2(p, b, z, 1, 1, ab, bubble.T, dew.T, pbub, pdew, bubble.Dl, dew.Dv, bubble.y, dew.x, T, pSolved, Dl, Dv, x,
+              y, q, ierr, herr);
+        if (ierr > 0) {
+            q = supercriticalOrNone;
+            return;
+        }
+    }
+    fillTwoPhase(T, r);
+    checkLimits();
+}
+
+void PHFLSH(double p, double h, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    PBFLSH(p, h, z, "PH", T, D, Dl, Dv, x, y, q, e, given, s, cv, cp, w, ierr, herr);
+}
+
+void PSFLSH(double p, double s, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& e, double& h, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    PBFLSH(p, s, z, "PS", T, D, Dl, Dv, x, y, q, e, h, given, cv, cp, w, ierr, herr);
+}
+
+void PEFLSH(double p, double e, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
+            Composition& y, double& q, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
+            Text255& herr) {
+    double given = 0;
+    PBFLSH(p, e, z, "PE", T, D, Dl, Dv, x, y, q, given, h, s, cv, cp, w, ierr, herr);
+}
+
+namespace {
+
+void singlePhaseAtPressure(std::string_view ab, double p, double b, const Composition& z, int kph, double& T, double& D,
+                           int& ierr, Text255& herr) {
+    double pSolved = p;
+    ABFL1(p, b, z, kph, ab, 0, 0, T, pSolved, D, ierr, herr);
+}
+
+void twoPhaseAtPressure(std::string_view ab, double p, double b, const Composition& z, int ksat, double& Tbub,
+                        double& Tdew, double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T,
+                        double& Dl, double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
+    double pbub = p;
+    double pdew = p;
+    double pSolved = p;
+    ABFL2(p, b, z, 1, ksat, ab, Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, q, ierr,
+          herr);
+}
+
+}  // namespace
+
+void PHFL1(double p, double h, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
+    singlePhaseAtPressure("PH", p, h, z, kph, T, D, ierr, herr);
+}
+
+void PSFL1(double p, double s, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
+    singlePhaseAtPressure("PS", p, s, z, kph, T, D, ierr, herr);
+}
+
+void PEFL1(double p, double e, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
+    singlePhaseAtPressure("PE", p, e, z, kph, T, D, ierr, herr);
+}
+
+void PHFL2(double p, double h, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtPressure("PH", p, h, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void PSFL2(double p, double s, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtPressure("PS", p, s, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
+}
+
+void PEFL2(double p, double e, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
+           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
+           double& q, int& ierr, Text255& herr) {
+    twoPhaseAtPressure("PE", p, e, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
+}
+
+}  // namespace frigana

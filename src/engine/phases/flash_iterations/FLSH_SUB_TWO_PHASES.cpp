@@ -1,0 +1,76 @@
+// Two phases at given temperature and pressure: TPFL2.
+#include <cmath>
+
+#include "FLASH2_ITERATIONS.h"
+#include "FLASH2_SHARE.h"
+#include "FlashBricks.h"
+#include "Message.h"
+#include "PhaseCheck.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_MIXTURE.h"
+#include "SAT_SUB_NEWTON.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+// The share of the vapor at which a mixture has the pressure p at T, between its two lines.
+bool shareAtPressure(double T, double p, const Composition& z, PhasePair& state) {
+    const SilentMessages quiet;
+    SaturatedPair bubble;
+    SaturatedPair dew;
+    saturationAtT(T, z, 1, bubble);
+    saturationAtT(T, z, 2, dew);
+    if (bubble.ierr > 0 || dew.ierr > 0) return false;
+    constexpr double tolerance = 1e-11;
+    return searchShare(
+        true, z, [p](const PhasePair& s) { return std::log(s.p / p); }, std::log(bubble.p / p), std::log(dew.p / p),
+        pairOf(bubble, 0), pairOf(dew, 1), tolerance, state);
+}
+
+}  // namespace
+
+void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Composition& x, Composition& y, double& q,
+           int& ierr, Text255& herr) {
+    int icomp = 0;
+    ISPURE(z, icomp);
+    const PhasePair start{T, p, Dl, Dv, q, x, y};
+    const auto take = [&](const PhasePair& pair) {
+        Dl = pair.Dl;
+        Dv = pair.Dv;
+        q = pair.q;
+        x = pair.x;
+        y = pair.y;
+        ierr = 0;
+        herr.clear();
+    };
+    if (icomp == 0) {
+        for (const int kguess : {1, 0}) {
+            PhasePair pair = start;
+            const NewtonEnd end = countedNewton(pair, z, 0, kguess, ierr, herr);
+            if (end == NewtonEnd::found) return take(pair);
+            if (end == NewtonEnd::noDerivatives) break;
+        }
+        ++saturationCounts.substitutions;
+    }
+    substituteCompositions(T, p, z, Dl, Dv, x, y, q, ierr, herr);
+    if (icomp > 0) return;
+    // The substitution may end at phases that are none, as it is slow close to a second liquid.
+    if (ierr <= 0 && isEquilibrium({T, p, Dl, Dv, q, x, y}, criticalPointOf(z).p)) {
+        closeBalance(z, q, x, y);
+        return;
+    }
+    PhasePair state = start;
+    if (shareAtPressure(T, p, z, state)) {
+        closeBalance(z, state.q, state.x, state.y);
+        take(state);
+    } else if (ierr <= 0) {
+        ierr = 219;
+        message(herr, "[TPFLSH error 219] outer iteration loop for composition in 2-phase state did not converge:  ",
+                nullCharacter);
+        ERRMSG(ierr, herr);
+    }
+}
+
+}  // namespace frigana
