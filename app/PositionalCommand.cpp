@@ -7,7 +7,6 @@
 #include "Commands.h"
 #include "Platform.h"
 #include "Report.h"
-#include "frigana.h"
 
 namespace frigana::app {
 
@@ -17,14 +16,16 @@ struct Options {
     std::string request, data, json, csv;
 };
 
-bool writeTo(const std::string& path, const RunResult& result, void (*print)(std::ostream&, const RunResult&)) {
+using Print = void (*)(std::ostream&, const RunResult&, const ReportStyle&);
+
+bool writeTo(const std::string& path, const RunResult& result, Print print, const ReportStyle& style) {
     if (path.empty()) return true;
     if (path == "-") {
-        print(std::cout, result);
+        print(std::cout, result, style);
         return true;
     }
     std::ofstream file(path);
-    print(file, result);
+    print(file, result, style);
     file.close();
     return static_cast<bool>(file);
 }
@@ -48,16 +49,11 @@ int runPositional(const CLI::App& program, Options& options) {
     // A result of an earlier run shall never be taken for that of this one.
     removeFile(std::string(trimRight(path.slice(1, position - 4))) + ".fo1");
 
-    RunResult result;
-    gatherEntries(result.entries);
-    Frigana(request.data(), address.data(), static_cast<int>(request.size()), static_cast<int>(address.size()));
-    listenToResult(nullptr, nullptr);
-
-    result.report = runReport;
-    result.resultExists = fileExists(runReport.resultPath.view());
-    if (json != "-" && csv != "-") printReport(std::cout, result);
-    if (!writeTo(json, result, printJson)) return complain(runtimeError, json + ": cannot be written");
-    if (!writeTo(csv, result, printCsv)) return complain(runtimeError, csv + ": cannot be written");
+    const RunResult result = catalogue::runPositional(request, {data, false});
+    const ReportStyle style{catalogue::UnitSystem::SI, true, request, data};
+    if (json != "-" && csv != "-") printReport(std::cout, result, style);
+    if (!writeTo(json, result, printJson, style)) return complain(runtimeError, json + ": cannot be written");
+    if (!writeTo(csv, result, printCsv, style)) return complain(runtimeError, csv + ": cannot be written");
     return exitStatus(result);
 }
 

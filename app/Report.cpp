@@ -3,126 +3,59 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "Folders.h"
 #include "Operations.h"
+#include "TextTable.h"
 
 namespace frigana::app {
 
 namespace {
 
+using namespace catalogue;
 using Kind = ResultEntry::Kind;
 
-bool isValue(const Entry& entry) {
-    return entry.kind == Kind::value || entry.kind == Kind::integer;
-}
-bool isData(const Entry& entry) {
-    return isValue(entry) || entry.kind == Kind::text;
-}
+// Values in the units of a system. Those of no known quantity stay as they are.
+struct Units {
+    UnitSystem system = UnitSystem::SI;
 
-std::string shown(const Entry& entry) {
-    if (entry.kind == Kind::text) return entry.text;
-    if (entry.kind == Kind::integer)
-        return entry.integer == static_cast<int>(missingValue) ? "n/a" : std::to_string(entry.integer);
-    if (entry.value == missingValue) return "n/a";
-    if (!std::isfinite(entry.value)) return "not finite";
+    // A missing value has no unit to be converted to.
+    double convert(double value, Quantity quantity) const {
+        if (system == UnitSystem::SI || quantity == Quantity::none || value == missingValue) return value;
+        return fromInner(value, unitIn(system, quantity));
+    }
+    double value(const Entry& entry) const { return convert(entry.value, entry.quantity); }
+    std::string unit(const Entry& entry) const {
+        if (system == UnitSystem::SI || entry.quantity == Quantity::none) return entry.unit;
+        const std::string symbol(unitIn(system, entry.quantity).symbol);
+        return symbol.empty() ? entry.unit : symbol;
+    }
+};
+
+std::string shownNumber(double value) {
+    if (value == missingValue) return "n/a";
+    if (!std::isfinite(value)) return "not finite";
     char field[40];
-    std::snprintf(field, sizeof field, "%.6g", entry.value);
+    std::snprintf(field, sizeof field, "%.6g", value);
     return field;
 }
 
-std::string padLeft(const std::string& text, std::size_t width) {
-    return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
-}
-std::string padRight(const std::string& text, std::size_t width) {
-    return text.size() < width ? text + std::string(width - text.size(), ' ') : text;
-}
-
-std::string withUnit(const Entry& entry) {
-    const bool bare = entry.unit.empty() || entry.unit == "-";
-    return bare ? entry.name : entry.name + " [" + entry.unit + "]";
+std::string shown(const Entry& entry, const Units& units) {
+    if (entry.kind == Kind::text) return entry.text;
+    if (entry.kind == Kind::integer)
+        return entry.integer == static_cast<int>(missingValue) ? "n/a" : std::to_string(entry.integer);
+    return shownNumber(units.value(entry));
 }
 
-// A heading in lines no longer than the widest value, broken between words.
-std::vector<std::string> wrapped(const std::string& heading, std::size_t width) {
-    std::vector<std::string> lines;
-    for (std::size_t at = 0; at < heading.size();) {
-        std::size_t end = heading.find(' ', at);
-        if (end == std::string::npos) end = heading.size();
-        // A unit is one word, although it may hold a blank.
-        if (heading[at] == '[') end = heading.size();
-        const std::string word = heading.substr(at, end - at);
-        if (!lines.empty() && lines.back().size() + 1 + word.size() <= width)
-            lines.back() += " " + word;
-        else
-            lines.push_back(word);
-        at = end + 1;
-    }
-    if (lines.empty()) lines.emplace_back();
-    return lines;
+std::string withUnit(const std::string& name, const std::string& unit) {
+    return unit.empty() || unit == "-" ? name : name + " [" + unit + "]";
 }
-
-// Rows of texts under headings, each column as wide as it must be. What does not fit side by side follows below, the
-// first column before it again.
-struct Table {
-    std::vector<std::string> headings;
-    std::vector<std::vector<std::string>> rows;
-
-    void print(std::ostream& out) const {
-        constexpr std::size_t narrowest = 9, widestLine = 118;
-        std::vector<std::vector<std::string>> headingLines;
-        std::vector<std::size_t> widths;
-        for (std::size_t i = 0; i < headings.size(); ++i) {
-            std::size_t width = i == 0 ? headings[0].size() : narrowest;
-            for (const auto& row : rows)
-                if (i < row.size()) width = std::max(width, row[i].size());
-            headingLines.push_back(wrapped(headings[i], width));
-            std::size_t needed = i == 0 ? width : 0;
-            for (const auto& line : headingLines.back()) needed = std::max(needed, line.size());
-            for (const auto& row : rows)
-                if (i < row.size()) needed = std::max(needed, row[i].size());
-            widths.push_back(needed);
-        }
-        for (std::size_t first = 1; first < headings.size();) {
-            std::size_t last = first, width = widths[0] + 2;
-            while (last < headings.size() && (last == first || width + widths[last] + 2 <= widestLine))
-                width += widths[last++] + 2;
-            if (first > 1) out << '\n';
-            printColumns(out, headingLines, widths, first, last);
-            first = last;
-        }
-    }
-
-  private:
-    void printColumns(std::ostream& out, const std::vector<std::vector<std::string>>& headingLines,
-                      const std::vector<std::size_t>& widths, std::size_t first, std::size_t last) const {
-        std::size_t height = headingLines[0].size();
-        for (std::size_t i = first; i < last; ++i) height = std::max(height, headingLines[i].size());
-        // Headings stand on the rows.
-        const auto headingAt = [&](std::size_t column, std::size_t line) {
-            const auto& lines = headingLines[column];
-            const std::size_t above = height - lines.size();
-            return line < above ? std::string() : lines[line - above];
-        };
-        for (std::size_t line = 0; line < height; ++line) {
-            std::string text = "  " + padRight(headingAt(0, line), widths[0]);
-            for (std::size_t i = first; i < last; ++i) text += "  " + padLeft(headingAt(i, line), widths[i]);
-            out << trimRight(text) << '\n';
-        }
-        for (const auto& row : rows) {
-            std::string text = "  " + padRight(row.empty() ? "" : row[0], widths[0]);
-            for (std::size_t i = first; i < last; ++i) text += "  " + padLeft(i < row.size() ? row[i] : "", widths[i]);
-            out << trimRight(text) << '\n';
-        }
-    }
-};
 
 using Entries = std::vector<const Entry*>;
 
 // Rows of a table: the row number, then one column per name.
-void printIndexed(std::ostream& out, const Entries& entries) {
+void printIndexed(std::ostream& out, const Entries& entries, const Units& units) {
     Table table{{entries.front()->group}, {}};
     int row = 0;
     for (const Entry* entry : entries) {
@@ -130,11 +63,11 @@ void printIndexed(std::ostream& out, const Entries& entries) {
             row = entry->row;
             table.rows.push_back({std::to_string(row)});
         }
-        if (table.rows.size() == 1) table.headings.push_back(withUnit(*entry));
-        table.rows.back().push_back(shown(*entry));
+        if (table.rows.size() == 1) table.headings.push_back(withUnit(entry->name, units.unit(*entry)));
+        table.rows.back().push_back(shown(*entry, units));
     }
-    const auto holdsNothing = [](const Entry* entry) {
-        const std::string text = shown(*entry);
+    const auto holdsNothing = [&](const Entry* entry) {
+        const std::string text = shown(*entry, units);
         return text.empty() || text == "n/a";
     };
     if (std::all_of(entries.begin(), entries.end(), holdsNothing)) {
@@ -146,7 +79,7 @@ void printIndexed(std::ostream& out, const Entries& entries) {
 }
 
 // The same names at several places: one row per name, one column per place.
-void printPlaces(std::ostream& out, const Entries& entries) {
+void printPlaces(std::ostream& out, const Entries& entries, const Units& units) {
     std::vector<std::string> places;
     std::vector<const Entry*> names;
     for (const Entry* entry : entries) {
@@ -157,12 +90,12 @@ void printPlaces(std::ostream& out, const Entries& entries) {
     Table table{{""}, {}};
     for (const auto& place : places) table.headings.push_back(place);
     for (const Entry* name : names) {
-        std::vector<std::string> row{withUnit(*name)};
+        std::vector<std::string> row{withUnit(name->name, units.unit(*name))};
         for (const auto& place : places) {
             const auto at = std::find_if(entries.begin(), entries.end(), [&](const Entry* entry) {
                 return entry->name == name->name && entry->group == place;
             });
-            row.push_back(at == entries.end() ? "" : shown(**at));
+            row.push_back(at == entries.end() ? "" : shown(**at, units));
         }
         table.rows.push_back(row);
     }
@@ -182,25 +115,27 @@ std::size_t periodOf(const Entries& entries) {
     return 0;
 }
 
-void printScalars(std::ostream& out, const Entries& entries) {
+void printScalars(std::ostream& out, const Entries& entries, const Units& units) {
     if (const std::size_t period = periodOf(entries); period > 0) {
         Table table{{"#"}, {}};
-        for (std::size_t i = 0; i < period; ++i) table.headings.push_back(withUnit(*entries[i]));
+        for (std::size_t i = 0; i < period; ++i)
+            table.headings.push_back(withUnit(entries[i]->name, units.unit(*entries[i])));
         for (std::size_t i = 0; i < entries.size(); ++i) {
             if (i % period == 0) table.rows.push_back({std::to_string(i / period + 1)});
-            table.rows.back().push_back(shown(*entries[i]));
+            table.rows.back().push_back(shown(*entries[i], units));
         }
         return table.print(out);
     }
     std::size_t nameWidth = 0, valueWidth = 0;
     for (const Entry* entry : entries) {
         nameWidth = std::max(nameWidth, entry->name.size());
-        if (isValue(*entry)) valueWidth = std::max(valueWidth, shown(*entry).size());
+        if (entry->isNumber()) valueWidth = std::max(valueWidth, shown(*entry, units).size());
     }
     for (const Entry* entry : entries) {
         std::string line = "  " + padRight(entry->name, nameWidth) + "  ";
-        line += isValue(*entry) ? padLeft(shown(*entry), valueWidth) : shown(*entry);
-        if (!entry->unit.empty() && entry->unit != "-") line += " " + entry->unit;
+        line += entry->isNumber() ? padLeft(shown(*entry, units), valueWidth) : shown(*entry, units);
+        const std::string unit = units.unit(*entry);
+        if (!unit.empty() && unit != "-") line += " " + unit;
         out << trimRight(line) << '\n';
     }
 }
@@ -212,24 +147,29 @@ Manner mannerOf(const Entry& entry) {
     return entry.group.empty() ? Manner::scalars : Manner::places;
 }
 
-void printSuccess(std::ostream& out, const RunResult& result) {
+// Sections of the diagrams hold what is drawn, not what is read.
+bool isDiagram(const Entry& entry) {
+    return entry.key.find("diagram.") != std::string::npos;
+}
+
+void printSections(std::ostream& out, const RunResult& result, const Units& units) {
     Entries together;
     const auto flush = [&] {
         if (together.empty()) return;
         switch (mannerOf(*together.front())) {
             case Manner::scalars:
-                printScalars(out, together);
+                printScalars(out, together, units);
                 break;
             case Manner::places:
-                printPlaces(out, together);
+                printPlaces(out, together, units);
                 break;
             case Manner::indexed:
-                printIndexed(out, together);
+                printIndexed(out, together, units);
                 break;
         }
         together.clear();
     };
-    std::string circuit;
+    std::string circuit, heading;
     for (const Entry& entry : result.entries) {
         if (entry.circuit != circuit) {
             flush();
@@ -238,8 +178,10 @@ void printSuccess(std::ostream& out, const RunResult& result) {
         }
         if (entry.kind == Kind::heading) {
             flush();
-            out << '\n' << trimRight(entry.text) << '\n';
-        } else if (isData(entry)) {
+            heading = trimRight(entry.text);
+        } else if (entry.isData() && !isDiagram(entry)) {
+            if (!heading.empty()) out << '\n' << heading << '\n';
+            heading.clear();
             if (!together.empty()) {
                 const Entry& before = *together.front();
                 const bool other = mannerOf(before) != mannerOf(entry) ||
@@ -253,10 +195,95 @@ void printSuccess(std::ostream& out, const RunResult& result) {
     out << '\n';
 }
 
-std::string requested(const RunReport& report) {
-    const std::string name(operationName(report.type, report.sub));
-    if (!name.empty()) return name;
-    return "request type " + std::to_string(report.type) + ", sub-type " + std::to_string(report.sub);
+// ---- what comes first
+// -------------------------------------------------------------------------------------------------
+
+// "evaporator.outlet.temperature" as a person reads it, with the circuit in front.
+std::string labelOf(const Entry& entry, const Request& request) {
+    std::string key = entry.key, circuit;
+    for (const Circuit& own : request.circuits)
+        if (!own.key.empty() && key.starts_with(std::string(own.key) + '.')) {
+            circuit = std::string(own.label) + ": ";
+            key = key.substr(own.key.size() + 1);
+        }
+    std::string label = key;
+    for (const std::string_view head : {"performance.", "system."})
+        if (key.starts_with(head)) label = entry.group.empty() ? entry.name : entry.group + ' ' + entry.name;
+    if (label == key)
+        std::replace_if(
+            label.begin(), label.end(), [](char c) { return c == '.' || c == '_'; }, ' ');
+    if (!circuit.empty()) {
+        if (label[0] >= 'A' && label[0] <= 'Z' && !(label[1] >= 'A' && label[1] <= 'Z'))
+            label[0] = static_cast<char>(label[0] - 'A' + 'a');
+    } else if (label[0] >= 'a' && label[0] <= 'z') {
+        label[0] = static_cast<char>(label[0] - 'a' + 'A');
+    }
+    return circuit + label;
+}
+
+void printLeading(std::ostream& out, const RunResult& result, const Units& units) {
+    struct Line {
+        std::string label, value, unit;
+    };
+    std::vector<Line> lines;
+    std::size_t labelWidth = 0, valueWidth = 0;
+    for (const std::string_view key : result.input.request->leading) {
+        const Entry* entry = result.find(key);
+        if (entry == nullptr || !std::isfinite(entry->number())) continue;
+        const std::string unit = units.unit(*entry);
+        lines.push_back({labelOf(*entry, *result.input.request), shown(*entry, units), unit == "-" ? "" : unit});
+        labelWidth = std::max(labelWidth, characters(lines.back().label));
+        valueWidth = std::max(valueWidth, characters(lines.back().value));
+    }
+    for (const Line& line : lines) {
+        const std::string text =
+            "  " + padRight(line.label, labelWidth) + "  " + padLeft(line.value, valueWidth) + ' ' + line.unit;
+        out << trimRight(text) << '\n';
+    }
+}
+
+void printPoints(std::ostream& out, const RunResult& result, const Units& units) {
+    if (result.points.empty()) return;
+    const auto heading = [&](const char* name, Quantity quantity) {
+        return withUnit(name, std::string(unitIn(units.system, quantity).symbol));
+    };
+    std::string circuit = "?";
+    Table table;
+    const auto flush = [&] {
+        if (!table.rows.empty()) table.print(out);
+        table = {{"State point", heading("Pressure", Quantity::pressure), heading("Temperature", Quantity::temperature),
+                  heading("Density", Quantity::density), heading("Enthalpy", Quantity::specificEnergy),
+                  heading("Entropy", Quantity::specificHeat), "Quality",
+                  heading("Saturation temperature", Quantity::temperature)},
+                 {}};
+    };
+    for (const PointState& point : result.points) {
+        if (point.circuit != circuit) {
+            flush();
+            circuit = point.circuit;
+            out << '\n';
+            for (const Circuit& own : result.input.request->circuits)
+                if (own.key == circuit && !circuit.empty()) out << own.label << '\n';
+        }
+        const std::string number =
+            std::to_string(point.number) + (point.stage > 0 ? '(' + std::to_string(point.stage) + ')' : std::string());
+        const auto cell = [&](double value, Quantity quantity) { return shownNumber(units.convert(value, quantity)); };
+        table.rows.push_back({padLeft(number, 2) + "  " + point.label, cell(point.pressure, Quantity::pressure),
+                              cell(point.temperature, Quantity::temperature), cell(point.density, Quantity::density),
+                              cell(point.enthalpy, Quantity::specificEnergy),
+                              cell(point.entropy, Quantity::specificHeat), cell(point.quality, Quantity::quality),
+                              cell(point.saturationTemperature, Quantity::temperature)});
+    }
+    flush();
+}
+
+void printRemarks(std::ostream& out, const RunResult& result) {
+    for (const Remark& remark : result.remarks) {
+        out << "  " << nameOf(remark.weight) << ": " << remark.text;
+        if (!remark.place.empty()) out << " (" << remark.place << ')';
+        out << '\n';
+        if (!remark.advice.empty()) out << "      " << remark.advice << '\n';
+    }
 }
 
 constexpr int storeNewMixture = 7;
@@ -275,31 +302,31 @@ int exitStatus(const RunResult& result) {
     return result.resultExists ? 0 : 3;
 }
 
-void gatherEntries(std::vector<Entry>& entries) {
-    listenToResult(
-        [](void* context, const ResultEntry& e) {
-            auto& gathered = *static_cast<std::vector<Entry>*>(context);
-            if (e.kind == Kind::start) return gathered.clear();
-            gathered.push_back({e.kind, e.line, std::string(e.circuit), std::string(e.section), std::string(e.group),
-                                e.row, std::string(e.name), std::string(e.unit), e.value, e.integer,
-                                std::string(e.text)});
-        },
-        &entries);
+int exitStatus(const std::vector<RunResult>& results) {
+    int highest = 0;
+    for (const RunResult& result : results) highest = std::max(highest, exitStatus(result));
+    return highest;
 }
 
-void printReport(std::ostream& out, const RunResult& result) {
+void printReport(std::ostream& out, const RunResult& result, const ReportStyle& style) {
     const RunReport& report = result.report;
+    const Units units{style.units};
     switch (report.end) {
         case RunEnd::refused:
-            out << requested(report) << ": refused\n"
+            out << requestedName(report) << ": refused\n"
                 << "  code     " << report.IERR << '\n'
                 << "  message  " << plainText(report.HERR.view()) << '\n';
             if (report.parameter > 0) {
-                out << "  from     parameter " << report.parameter;
-                if (report.record == 2) out << " of the second circuit";
-                out << ": " << report.parameterName << '\n';
+                out << "  from     ";
+                if (style.resultFile) {
+                    out << "parameter " << report.parameter;
+                    if (report.record == 2) out << " of the second circuit";
+                    out << ": " << report.parameterName << '\n';
+                } else {
+                    out << refusedKey(result) << '\n';
+                }
             }
-            out << "  result   " << shownPath(report.resultPath.view()) << '\n';
+            if (style.resultFile) out << "  result   " << shownPath(report.resultPath.view()) << '\n';
             return;
         case RunEnd::runtimeError:
             out << "No result: " << plainText(report.HERR.view()) << '\n';
@@ -308,90 +335,53 @@ void printReport(std::ostream& out, const RunResult& result) {
             break;
     }
     if (!result.resultExists) {
-        out << "No result: there is no operation for " << requested(report) << '\n';
+        out << "No result: there is no operation for " << requestedName(report) << '\n';
         return;
     }
-    out << requested(report) << ": done\n";
-    printSuccess(out, result);
+    const bool wrong = std::any_of(result.remarks.begin(), result.remarks.end(),
+                                   [](const Remark& remark) { return remark.weight == Weight::wrong; });
+    out << requestedName(report) << (wrong ? ": done, but\n" : ": done\n");
+    printRemarks(out, result);
+    if (result.input.request != nullptr) {
+        printLeading(out, result, units);
+        printPoints(out, result, units);
+        if (!result.points.empty()) out << '\n';
+    }
+    printSections(out, result, units);
     const bool mixture = report.type == 1 && report.sub == storeNewMixture;
-    out << (mixture ? "Mixture file: " : "Result file: ") << shownPath(report.resultPath.view()) << '\n';
+    if (style.resultFile || mixture)
+        out << (mixture ? "Mixture file: " : "Result file: ") << shownPath(report.resultPath.view()) << '\n';
 }
 
-void printJson(std::ostream& out, const RunResult& result) {
-    using nlohmann::json;
-    const RunReport& report = result.report;
-    json root;
-    root["operation"] = {{"type", report.type}, {"subtype", report.sub}, {"name", requested(report)}};
-    root["exit_status"] = exitStatus(result);
-    root["result_file"] = shownPath(report.resultPath.view());
-    switch (report.end) {
-        case RunEnd::refused:
-            root["outcome"] = "refused";
-            root["code"] = report.IERR;
-            root["message"] = plainText(report.HERR.view());
-            if (report.parameter > 0)
-                root["parameter"] = {{"circuit", report.record},
-                                     {"number", report.parameter},
-                                     {"name", std::string(report.parameterName)}};
-            break;
-        case RunEnd::runtimeError:
-            root["outcome"] = "runtime error";
-            root["message"] = plainText(report.HERR.view());
-            break;
-        case RunEnd::returned:
-            root["outcome"] = result.resultExists ? "success" : "no such operation";
-            break;
-    }
-    json entries = json::array();
-    if (report.end == RunEnd::returned) {
-        for (const Entry& entry : result.entries) {
-            if (!isData(entry)) continue;
-            json item = {{"line", entry.line}, {"name", entry.name}};
-            if (!entry.circuit.empty()) item["circuit"] = entry.circuit;
-            if (!entry.section.empty()) item["section"] = entry.section;
-            if (!entry.group.empty()) item["group"] = entry.group;
-            if (entry.row > 0) item["row"] = entry.row;
-            if (!entry.unit.empty()) item["unit"] = entry.unit;
-            if (entry.kind == Kind::value)
-                item["value"] = entry.value;
-            else if (entry.kind == Kind::integer)
-                item["value"] = entry.integer;
-            else
-                item["value"] = entry.text;
-            entries.push_back(std::move(item));
+void printPoints(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style) {
+    const Units units{style.units};
+    Table table{{"Point"}, {}};
+    std::vector<std::string> keys;
+    for (const RunResult& result : results)
+        for (const Entry& entry : result.entries)
+            if (entry.isNumber() && !entry.key.starts_with("request.") && result.isDone() &&
+                std::find(keys.begin(), keys.end(), entry.key) == keys.end()) {
+                keys.push_back(entry.key);
+                table.headings.push_back(withUnit(entry.name, units.unit(entry)));
+            }
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        std::vector<std::string> row{std::to_string(i + 1)};
+        for (const std::string& key : keys) {
+            const Entry* entry = results[i].isDone() ? results[i].find(key) : nullptr;
+            row.push_back(entry == nullptr ? "n/a" : shown(*entry, units));
         }
+        table.rows.push_back(std::move(row));
     }
-    root["values"] = std::move(entries);
-    // Titles may hold bytes that are no UTF-8.
-    out << root.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
+    out << requestedName(results.front().report) << ": " << results.size() << " points\n";
+    table.print(out);
+    for (std::size_t i = 0; i < results.size(); ++i)
+        if (!results[i].isDone()) out << "Point " << i + 1 << ": " << plainText(results[i].report.HERR.view()) << '\n';
 }
 
-void printCsv(std::ostream& out, const RunResult& result) {
-    const auto field = [](const std::string& text) {
-        if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-        std::string quoted = "\"";
-        for (char character : text) quoted += character == '"' ? std::string("\"\"") : std::string(1, character);
-        return quoted + "\"";
-    };
-    out << "line,circuit,section,group,row,name,unit,value\n";
-    if (result.report.end != RunEnd::returned) return;
-    for (const Entry& entry : result.entries) {
-        if (!isData(entry)) continue;
-        out << entry.line << ',' << field(entry.circuit) << ',' << field(entry.section) << ',' << field(entry.group)
-            << ',';
-        if (entry.row > 0) out << entry.row;
-        out << ',' << field(entry.name) << ',' << field(entry.unit) << ',';
-        if (entry.kind == Kind::value) {
-            char number[40];
-            std::snprintf(number, sizeof number, "%.17g", entry.value);
-            out << number;
-        } else if (entry.kind == Kind::integer) {
-            out << entry.integer;
-        } else {
-            out << field(entry.text);
-        }
-        out << '\n';
-    }
+std::string requestedName(const RunReport& report) {
+    const std::string name(operationName(report.type, report.sub));
+    if (!name.empty()) return name;
+    return "request type " + std::to_string(report.type) + ", sub-type " + std::to_string(report.sub);
 }
 
 }  // namespace frigana::app

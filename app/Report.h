@@ -1,43 +1,41 @@
-// What came of a run, for people and for programs: the entries of the result file with their names and units.
+// What came of a run, for people and for programs: the values with their names, units and keys.
 #pragma once
 
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "14_ErrorControl.h"
-#include "ResultWriter.h"
+#include "RunResult.h"
 
 namespace frigana::app {
 
-// One entry of the result file.
-struct Entry {
-    ResultEntry::Kind kind;
-    int line;
-    std::string circuit, section, group;
-    int row;
-    std::string name, unit;
-    double value;
-    int integer;
-    std::string text;
+using Entry = catalogue::Value;
+using RunResult = catalogue::RunResult;
+
+struct ReportStyle {
+    catalogue::UnitSystem units = catalogue::UnitSystem::SI;
+    bool resultFile = true;   // the result was left in a file, whose path is told
+    std::string source = {};  // file that the request came from
+    std::string dataFolder = {};
 };
 
-struct RunResult {
-    RunReport report;
-    bool resultExists = false;
-    std::vector<Entry> entries;
-};
+// Name of what was asked for.
+std::string requestedName(const RunReport& report);
 
 // Exit status of the program: 0 success, 2 the request was refused, 3 there is no result.
 int exitStatus(const RunResult& result);
+// That of several: the highest.
+int exitStatus(const std::vector<RunResult>& results);
 
-// Gathers the entries of the run that comes next.
-void gatherEntries(std::vector<Entry>& entries);
-
-// Sections with aligned names, values and units; values of several places (inlet, outlet) side by side, repeated ones
-// as tables.
-void printReport(std::ostream& out, const RunResult& result);
-void printJson(std::ostream& out, const RunResult& result);
-void printCsv(std::ostream& out, const RunResult& result);
+// First what an engineer looks for, then the table of state points, then the devices: sections with aligned names,
+// values and units; values of several places (inlet, outlet) side by side, repeated ones as tables.
+void printReport(std::ostream& out, const RunResult& result, const ReportStyle& style = {});
+// Several points of one request as a table.
+void printPoints(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style = {});
+void printJson(std::ostream& out, const RunResult& result, const ReportStyle& style = {});
+void printCsv(std::ostream& out, const RunResult& result, const ReportStyle& style = {});
+// A list of results; the CSV has a column with the number of each.
+void printJson(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style = {});
+void printCsv(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style = {});
 
 }  // namespace frigana::app

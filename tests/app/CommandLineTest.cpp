@@ -147,7 +147,7 @@ TEST_F(Program, ValuesGoToCsv) {
     std::istringstream csv(readFile(folder.path("plant.csv")));
     std::string line;
     std::getline(csv, line);
-    EXPECT_EQ(line, "line,circuit,section,group,row,name,unit,value");
+    EXPECT_EQ(line, "line,circuit,section,group,row,name,unit,value,key");
     int rows = 0;
     while (std::getline(csv, line)) {
         ++rows;

@@ -12,10 +12,11 @@ namespace {
 
 using Kind = ResultEntry::Kind;
 
-template <class Print>
+using Print = void (*)(std::ostream&, const RunResult&, const ReportStyle&);
+
 std::string printed(Print print, const RunResult& result) {
     std::ostringstream out;
-    print(out, result);
+    print(out, result, {});
     return out.str();
 }
 
@@ -121,9 +122,9 @@ TEST(Report, CsvQuotesWhatMustBeQuotedAndKeepsEveryDigit) {
     RunResult result = success();
     result.entries[2].value = 0.1;
     const std::string csv = printed(printCsv, result);
-    EXPECT_NE(csv.find("3,,,,,Title,,\"a, \"\"b\"\"\"\n"), std::string::npos) << csv;
-    EXPECT_NE(csv.find("6,,EVAPORATOR,Inlet,,pressure,kPa,0.10000000000000001\n"), std::string::npos) << csv;
-    EXPECT_NE(csv.find("21,,,Dome,1,T,K,251\n"), std::string::npos) << csv;
+    EXPECT_NE(csv.find("3,,,,,Title,,\"a, \"\"b\"\"\",\n"), std::string::npos) << csv;
+    EXPECT_NE(csv.find("6,,EVAPORATOR,Inlet,,pressure,kPa,0.10000000000000001,\n"), std::string::npos) << csv;
+    EXPECT_NE(csv.find("21,,,Dome,1,T,K,251,\n"), std::string::npos) << csv;
 }
 
 }  // namespace

@@ -1,0 +1,232 @@
+// Results for programs: JSON and CSV.
+#include <cmath>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "Folders.h"
+#include "NamedRequest.h"
+#include "Report.h"
+#include "Versions.h"
+
+namespace frigana::app {
+
+namespace {
+
+using namespace catalogue;
+// Keys stay in the order in which they are put.
+using json = nlohmann::ordered_json;
+using Kind = ResultEntry::Kind;
+
+double inSystem(double value, Quantity quantity, UnitSystem system) {
+    if (system == UnitSystem::SI || quantity == Quantity::none || value == missingValue) return value;
+    return fromInner(value, unitIn(system, quantity));
+}
+
+std::string unitOf(const Entry& entry, UnitSystem system) {
+    if (system == UnitSystem::SI || entry.quantity == Quantity::none) return entry.unit;
+    const std::string symbol(unitIn(system, entry.quantity).symbol);
+    return symbol.empty() ? entry.unit : symbol;
+}
+
+json valueJson(const Entry& entry, UnitSystem system) {
+    json item = {{"line", entry.line}, {"key", entry.key}, {"name", entry.name}};
+    if (!entry.circuit.empty()) item["circuit"] = entry.circuit;
+    if (!entry.section.empty()) item["section"] = entry.section;
+    if (!entry.group.empty()) item["group"] = entry.group;
+    if (entry.row > 0) item["row"] = entry.row;
+    const std::string unit = unitOf(entry, system);
+    if (!unit.empty()) item["unit"] = unit;
+    if (entry.kind == Kind::value)
+        item["value"] = inSystem(entry.value, entry.quantity, system);
+    else if (entry.kind == Kind::integer)
+        item["value"] = entry.integer;
+    else
+        item["value"] = entry.text;
+    return item;
+}
+
+json pointJson(const PointState& point, UnitSystem system) {
+    json item = {{"number", point.number}, {"key", point.key}, {"label", point.label}};
+    if (!point.circuit.empty()) item["circuit"] = point.circuit;
+    if (point.stage > 0) item["stage"] = point.stage;
+    const auto put = [&](const char* name, double value, Quantity quantity) {
+        item[name] = value == missingValue || !std::isfinite(value) ? json() : json(inSystem(value, quantity, system));
+    };
+    put("pressure", point.pressure, Quantity::pressure);
+    put("temperature", point.temperature, Quantity::temperature);
+    put("density", point.density, Quantity::density);
+    put("enthalpy", point.enthalpy, Quantity::specificEnergy);
+    put("entropy", point.entropy, Quantity::specificHeat);
+    put("quality", point.quality, Quantity::quality);
+    put("saturation_temperature", point.saturationTemperature, Quantity::temperature);
+    return item;
+}
+
+// Columns of numbers: diagram, curve and column of a key such as "low.diagram.ph.dome.3.liquid.enthalpy".
+json diagramsJson(const RunResult& result, UnitSystem system) {
+    json diagrams = json::object();
+    for (const Entry& entry : result.entries) {
+        constexpr std::string_view word = "diagram.";
+        const auto at = entry.key.find(word);
+        if (!entry.isNumber() || at == std::string::npos || entry.row == 0) continue;
+        const std::string row = '.' + std::to_string(entry.row) + '.';
+        const std::string rest = entry.key.substr(at + word.size());
+        const auto middle = rest.find(row);
+        if (middle == std::string::npos) continue;
+        const std::string curve = entry.key.substr(0, at) + rest.substr(0, middle);
+        json& column = diagrams[curve][rest.substr(middle + row.size())];
+        column.push_back(inSystem(entry.value, entry.quantity, system));
+    }
+    return diagrams;
+}
+
+json fluidJson(const Fluid& fluid) {
+    json item = json::object();
+    if (fluid.kind == 3) {
+        item["name"] = fluid.blendName;
+        item["fractions"] = fluid.byMass ? "mass" : "mole";
+        for (const Fluid::Component& component : fluid.components)
+            item["components"].push_back({{"file", component.file}, {"fraction", component.fraction}});
+    } else {
+        item["file"] = fluid.file;
+    }
+    item["reference_state"] = fluid.referenceState;
+    return item;
+}
+
+void putInput(json& root, const RunResult& result) {
+    const FilledRequest& input = result.input;
+    if (input.request == nullptr) return;
+    json item = {{"request", std::string(input.request->name)}};
+    json fluids = json::object();
+    for (std::size_t i = 0; i < input.blocks.size(); ++i) {
+        const Circuit& circuit = input.request->circuits[i];
+        const Block& block = input.blocks[i];
+        const std::string own = circuit.key.empty() ? std::string() : std::string(circuit.key) + '.';
+        if (!block.title.empty()) item[own + "title"] = block.title;
+        fluids[circuit.key.empty() ? "fluid" : std::string(circuit.key)] = fluidJson(block.fluid);
+        for (std::size_t k = 0; k < block.settings.size() && k < circuit.parameters.size(); ++k)
+            for (const Option& option : circuit.parameters[k].options) {
+                const Setting& setting = block.settings[k];
+                if (option.key.empty() || (option.form != Form::count && option.number != setting.option)) continue;
+                const std::string key = keyOf(circuit, 0, circuit.parameters[k], option);
+                if (option.form == Form::count)
+                    item[key] = setting.option;
+                else if (option.form == Form::quantity)
+                    item[key] = setting.value;
+                else
+                    item[key] = option.form == Form::yes;
+            }
+    }
+    root["input"] = std::move(item);
+    root["fluid"] = std::move(fluids);
+}
+
+json resultJson(const RunResult& result, const ReportStyle& style) {
+    const RunReport& report = result.report;
+    json root;
+    root["operation"] = {{"type", report.type}, {"subtype", report.sub}, {"name", requestedName(report)}};
+    if (result.input.request != nullptr) root["request"] = std::string(result.input.request->name);
+    if (!style.source.empty()) root["source"] = style.source;
+    root["exit_status"] = exitStatus(result);
+    if (style.resultFile) root["result_file"] = shownPath(report.resultPath.view());
+    switch (report.end) {
+        case RunEnd::refused:
+            root["outcome"] = "refused";
+            root["code"] = report.IERR;
+            root["message"] = plainText(report.HERR.view());
+            if (report.parameter > 0)
+                root["parameter"] = {{"circuit", report.record},
+                                     {"number", report.parameter},
+                                     {"name", std::string(report.parameterName)},
+                                     {"key", refusedKey(result)}};
+            break;
+        case RunEnd::runtimeError:
+            root["outcome"] = "runtime error";
+            root["message"] = plainText(report.HERR.view());
+            break;
+        case RunEnd::returned:
+            root["outcome"] = result.resultExists ? "success" : "no such operation";
+            break;
+    }
+    root["units"] = std::string(nameOf(style.units));
+    putInput(root, result);
+    json values = json::array(), points = json::array(), remarks = json::array();
+    if (report.end == RunEnd::returned) {
+        for (const Entry& entry : result.entries)
+            if (entry.isData()) values.push_back(valueJson(entry, style.units));
+        for (const PointState& point : result.points) points.push_back(pointJson(point, style.units));
+    }
+    for (const Remark& remark : result.remarks)
+        remarks.push_back({{"name", remark.name},
+                           {"weight", std::string(nameOf(remark.weight))},
+                           {"place", remark.place},
+                           {"text", remark.text},
+                           {"advice", remark.advice}});
+    root["values"] = std::move(values);
+    root["points"] = std::move(points);
+    root["diagrams"] = report.end == RunEnd::returned ? diagramsJson(result, style.units) : json::object();
+    root["remarks"] = std::move(remarks);
+    root["versions"] = {{"program", programVersion()}, {"data", dataVersion(style.dataFolder)}};
+    return root;
+}
+
+void print(std::ostream& out, const json& root) {
+    // Titles may hold bytes that are no UTF-8.
+    out << root.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
+}
+
+std::string csvField(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (const char character : text) quoted += character == '"' ? std::string("\"\"") : std::string(1, character);
+    return quoted + "\"";
+}
+
+constexpr const char* csvHeading = "line,circuit,section,group,row,name,unit,value,key\n";
+
+void printCsvRows(std::ostream& out, const RunResult& result, const ReportStyle& style, const std::string& first) {
+    if (result.report.end != RunEnd::returned) return;
+    for (const Entry& entry : result.entries) {
+        if (!entry.isData()) continue;
+        out << first << entry.line << ',' << csvField(entry.circuit) << ',' << csvField(entry.section) << ','
+            << csvField(entry.group) << ',';
+        if (entry.row > 0) out << entry.row;
+        out << ',' << csvField(entry.name) << ',' << csvField(unitOf(entry, style.units)) << ',';
+        if (entry.kind == Kind::value) {
+            char number[40];
+            std::snprintf(number, sizeof number, "%.17g", inSystem(entry.value, entry.quantity, style.units));
+            out << number;
+        } else if (entry.kind == Kind::integer) {
+            out << entry.integer;
+        } else {
+            out << csvField(entry.text);
+        }
+        out << ',' << entry.key << '\n';
+    }
+}
+
+}  // namespace
+
+void printJson(std::ostream& out, const RunResult& result, const ReportStyle& style) {
+    print(out, resultJson(result, style));
+}
+
+void printJson(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style) {
+    json list = json::array();
+    for (const RunResult& result : results) list.push_back(resultJson(result, style));
+    print(out, list);
+}
+
+void printCsv(std::ostream& out, const RunResult& result, const ReportStyle& style) {
+    out << csvHeading;
+    printCsvRows(out, result, style, "");
+}
+
+void printCsv(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style) {
+    out << "result," << csvHeading;
+    for (std::size_t i = 0; i < results.size(); ++i) printCsvRows(out, results[i], style, std::to_string(i + 1) + ',');
+}
+
+}  // namespace frigana::app
