@@ -376,6 +376,12 @@ def check_ph0(c, d, b):
     c.same("PH0 rows", b["rows"], p["log"] + p["power"] + p["planck_einstein"])
 
 
+def built_in_rows(table):
+    """The rows that a correlation of the program finds, in the order dilute gas, background."""
+    return ([[x, e, 0, 0, 0] for x, e in table.get("dilute_rows", [])] + [[x, 0, 0, 0, 0] for _, x in table.get("constant_rows", [])]
+            + [[x, i, j, 0, 0] for x, i, j in table.get("background_rows", [])])
+
+
 def check_viscosity(c, v, b):
     c.same("ETA limits", b["limits"], four(v["limits"]))
     c.same("ETA enhancement", b["enhancement"], v["enhancement_tag"])
@@ -386,10 +392,12 @@ def check_viscosity(c, v, b):
         c.same("ETA dilute", b["dilute"], v["dilute"])
     if v["tag"] == "VS0":
         c.same("ETA subtag", b["subtag"], v["subtag"])
-        if "constant_rows" in v:
+        if "residual_reducing" in v:
             r = v["residual_reducing"]
             c.same("ETA reducing", b["reducing"], [r["tred"], r["dred"], r["etared"]])
-            c.same("ETA rows", b["rows"], [[x, 0, 0, 0, 0] for _, x in v["constant_rows"]])
+            c.same("ETA rows", b["rows"], built_in_rows(v))
+            n = len(v.get("dilute_rows", []))
+            c.same("ETA counts", b["counts"], [len(v.get("dilute", [])), n, len(b["rows"]) - n, 0, 0, 0, 0])
         return
     c.same("ETA dilute counts", b["dilute_counts"], v["dilute_counts"])
     c.same("ETA b2 reducing", b["b2_reducing"], [v["b2"]["tred"], v["b2"]["etared"]])
@@ -414,10 +422,12 @@ def check_conductivity(c, k, b):
     c.same("TCX enhancement", b["enhancement"], k["enhancement_tag"])
     if k["tag"] == "TC0":
         c.same("TCX subtag", b["subtag"], k["subtag"])
-        if "constant_rows" in k:
+        if "reducing" in k:
             r = k["reducing"]
             c.same("TCX reducing", b["reducing"], [r["tred"], r["dred"], r["kred"]])
-            c.same("TCX rows", b["rows"], [[x, 0, 0, 0, 0] for _, x in k["constant_rows"]])
+            c.same("TCX rows", b["rows"], built_in_rows(k))
+            n = len(k.get("dilute_rows", []))
+            c.same("TCX counts", b["counts"], [n, 0, len(b["rows"]) - n, 0])
         return
     c.same("TCX dilute counts", b["dilute_counts"], k["dilute_counts"])
     c.same("TCX dilute reducing", b["dilute_reducing"], [k["dilute_tred"], k["dilute_kred"]])
@@ -463,7 +473,7 @@ def check_fluid(c, d, path):
     check_header(c, d, header)
     c.same("models", [slot[k] for k in ("EOS", "HMODCP", "ETA", "TCX", "STN")],
            [d["eos"]["tag"], d["eos"]["cp0_tag"], d["viscosity"]["tag"], d["conductivity"]["tag"],
-            d["surface_tension"]["tag"]])
+            (d["surface_tension"] or d["surface_tension_estimate"])["tag"]])
     check_eos(c, d, blocks["EOS"])
     check_ideal(c, d, blocks)
     if d["viscosity"]["tag"] != "ECS":
@@ -479,7 +489,7 @@ def check_fluid(c, d, path):
         check_enhancement(c, e, blocks[e["tag"]])
     check_ecs(c, d, blocks["TRN"])
     check_enhancement(c, d["ecs_enhancement"], blocks["TK6"])
-    s = d["surface_tension"]
+    s = d["surface_tension"] or d["surface_tension_estimate"]
     c.same("STN", [blocks["STN"]["limits"], blocks["STN"]["tc"], blocks["STN"]["rows"]],
            [[s["tmin"], s["tmax"]], s["tc"], s["terms"]])
     for key, name in (("PS ", "ps"), ("PL ", "pl"), ("DL ", "dl"), ("DV ", "dv")):

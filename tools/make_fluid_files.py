@@ -109,6 +109,11 @@ def question_lines(paragraphs):
     return out
 
 
+def estimated_notes(*properties):
+    """Properties of the default models that rest on an estimate: what programs that read the file look for."""
+    return ["Estimated: %s" % p for p in properties]
+
+
 def known_notes(block):
     """Deviations that frigana check-data shall report as known: the figure, how far it goes, and why."""
     return ["Known: %s up to %s: %s." % (k["figure"], number(k["bound"]), k["reason"]) for k in block.get("known", [])]
@@ -293,13 +298,22 @@ def body_vs1(v):
         + table(rows, integer_last=True) + [tag_line(v["enhancement_tag"], "critical enhancement")]
 
 
+def built_in_rows(b):
+    """Rows of a correlation that is built into the program: of the dilute gas c, e; of the background its constants, or
+    c, i, j. Five columns as the reader takes them."""
+    dilute = [[c, e, 0.0, 0.0, 0] for c, e in b.get("dilute_rows", [])]
+    background = [[x, 0.0, 0.0, 0.0, 0] for _, x in b.get("constant_rows", [])]
+    return dilute, background + [[c, i, j, 0.0, 0] for c, i, j in b.get("background_rows", [])]
+
+
 def body_vs0(v):
-    rows = [[x, 0.0, 0.0, 0.0, 0] for _, x in v.get("constant_rows", [])]
+    first, rows = built_in_rows(v)
     dilute = v.get("dilute", [])
     out = limit_lines(v["limits"]) + [
         tag_line(v["subtag"], "correlation, built into the program"),
-        count_line([len(dilute), 0, len(rows), 0, 0, 0, 0],
+        count_line([len(dilute), len(first), len(rows), 0, 0, 0, 0],
                    "rows: dilute gas; close-packed density, polynomial, num., den., exponential num., den.")]
+    rows = first + rows
     if dilute:
         out += dilute_lines(v)
     if rows:
@@ -392,10 +406,11 @@ def body_tc1(k):
 
 
 def body_tc0(k):
-    rows = [[x, 0.0, 0.0, 0.0, 0] for _, x in k.get("constant_rows", [])]
+    first, rows = built_in_rows(k)
     out = limit_lines(k["limits"]) + [
         tag_line(k["subtag"], "correlation, built into the program"),
-        count_line([0, 0, len(rows), 0], "rows: dilute gas num., den.; background num., den.")]
+        count_line([len(first), 0, len(rows), 0], "rows: dilute gas num., den.; background num., den.")]
+    rows = first + rows
     if rows:
         r = k["reducing"]
         out += [real_line([r["tred"], r["dred"], r["kred"]], "reducing T [K], rho [mol/L], lambda [W/(m K)]")]
@@ -491,6 +506,7 @@ def ecs_notes(fluid):
     for k in ("sigma_note", "note"):
         if e.get(k):
             out.append("Note: " + e[k])
+    out += estimated_notes(*(k for k in ("viscosity", "conductivity") if fluid[k].get("estimated")))
     return out + known_notes(e)
 
 
@@ -519,15 +535,23 @@ def ecs_sections(fluid):
 
 # ---- surface tension, solid boundary, ancillaries --------------------------------------------
 
+def surface_tension_of(fluid):
+    """The correlation, or the estimate in its place; None where there is neither."""
+    return fluid["surface_tension"] or fluid.get("surface_tension_estimate")
+
+
 def surface_tension_section(fluid, statement):
-    s = fluid["surface_tension"]
+    s = surface_tension_of(fluid)
+    if not s:
+        return []
     assert s["nterm"] == len(s["terms"])
     notes = [citation_text(s["citation"]), uncertainty_text(statement),
              "Range: %s to %s K." % (s["tmin"], s["tmax"]), "Note: " + s["note"] if s.get("note") else None]
     if s.get("estimated"):
-        notes.append("ESTIMATED.")
+        notes += estimated_notes("surface tension")
     return section("#", "STN", "surface tension", s["tag"],
-                   "surface tension of %s of %s" % (fluid["identity"]["short_name"], who(s["citation"])), notes,
+                   "surface tension of %s%s of %s" % (fluid["identity"]["short_name"], ", estimated by the method" if s.get("estimated") else "",
+                                                     who(s["citation"])), notes,
                    [real_line([s["tmin"]], "lower temperature limit [K]"),
                     real_line([s["tmax"]], "upper temperature limit [K]"),
                     real_line([0.0], "unused"), real_line([0.0, 0.0], "unused"),

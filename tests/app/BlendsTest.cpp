@@ -41,7 +41,7 @@ struct Blends : testing::Test {
 TEST_F(Blends, AllFluidsAndBlendsAreListedWithWhatAUserChoosesBy) {
     const Outcome outcome = run("list");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(std::count(outcome.said.begin(), outcome.said.end(), '\n'), 2 + 1 + 36 + 1 + 1 + 53);
+    EXPECT_EQ(std::count(outcome.said.begin(), outcome.said.end(), '\n'), 2 + 1 + 88 + 1 + 1 + 123);
     EXPECT_EQ(lineOf(outcome.said, "R1234ZE.FLD"),
               "  R1234ZE.FLD        1  A2L    trans-1,3,3,3-tetrafluoroprop-1-ene");
     // 0.23 x 677 + 0.25 x 3170 + 0.52 x 1300 = 1624

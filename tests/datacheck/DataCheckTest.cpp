@@ -64,7 +64,7 @@ bool contains(const std::string& text, const std::string& part) {
 TEST(Installation, EveryFluidIsClean) {
     SETPATH(data);
     const std::vector<std::string> names = namesIn(data + "/fluids", ".FLD");
-    EXPECT_EQ(names.size(), 36U);
+    EXPECT_EQ(names.size(), 88U);
     double worst[figureCount] = {};
     for (const std::string& name : names) {
         FluidReport report;
@@ -85,13 +85,21 @@ TEST(Installation, EveryFluidIsClean) {
                     std::string(figureKinds[i].unit).c_str());
 }
 
-// The equation of R114 has a critical point of its own, 1.8 K above the published one.
+// Equations with a critical point of their own above the published one, which is tabulated; the distances come from an
+// independent evaluation of the equations, to the digits of the tabulated critical temperature.
 TEST(Installation, OwnCriticalPointIsReported) {
+    constexpr struct {
+        const char* file;
+        double above;  // [K]
+    } rows[] = {{"R114.FLD", 1.8},  {"R40.FLD", 2.326},     {"R21.FLD", 1.240},
+                {"R13.FLD", 1.170}, {"HEPTANE.FLD", 1.096}, {"CYCLOPRO.FLD", 0.392}};
     SETPATH(data);
     FluidReport report;
-    checkFluid("R114.FLD", report);
-    ASSERT_TRUE(report[FigureOf::criticalTemperature].computed);
-    EXPECT_NEAR(report[FigureOf::criticalTemperature].value, 1.8, 0.05);
+    for (const auto& row : rows) {
+        checkFluid(row.file, report);
+        ASSERT_TRUE(report[FigureOf::criticalTemperature].computed) << row.file;
+        EXPECT_NEAR(report[FigureOf::criticalTemperature].value, row.above, 0.05) << row.file;
+    }
     checkFluid("R32.FLD", report);
     EXPECT_NEAR(report[FigureOf::criticalTemperature].value, 0.0, 0.01);
 }
@@ -115,11 +123,11 @@ TEST(Installation, EveryPairAndEveryMixtureIsClean) {
     ParametersReport parameters;
     checkParameters("HMX.BNC", fluids, parameters);
     EXPECT_TRUE(parameters.clean) << said(parameters.faults);
-    EXPECT_EQ(parameters.pairs, 235);
+    EXPECT_EQ(parameters.pairs, 624);
     EXPECT_EQ(parameters.tried, parameters.pairs);
 
     const std::vector<std::string> names = namesIn(data + "/mixtures", ".MIX");
-    EXPECT_EQ(names.size(), 53U);
+    EXPECT_EQ(names.size(), 123U);
     for (const std::string& name : names) {
         MixtureReport report;
         checkMixture(name, "HMX.BNC", report);

@@ -102,16 +102,32 @@ Criticality criticality(const Composition& z, double T, double rho) {
     return {lambda, (along[0] - along[1]) / (2.0 * step)};
 }
 
+// The blends to which the lines of their pairs were fitted. Those of the others were fitted to the pairs alone, or to
+// these blends, and what three components do together is left out.
+constexpr std::string_view fittedBlends =
+    "R401A R401B R401C R402A R402B R403A R403B R404A R406A R407A R407B R407C R407D R407E R407F R408A "
+    "R409A R409B R410A R412A R414A R416A R417A R420A R421A R421B R422A R422B R422C R422D R424A R426A "
+    "R427A R428A R434A R437A R438A R447A R447B R448A R450A R452A R452B R454B R455A R466A R500 R502 R507A "
+    "R508A R508B R515A R515B";
+constexpr double otherTemperatureBound = 2.0;  // [K]
+constexpr double otherPressureBound = 0.04;
+
+bool isFitted(const std::string& blend) {
+    for (std::size_t at = fittedBlends.find(blend); at != std::string_view::npos; at = fittedBlends.find(blend, at + 1))
+        if (at + blend.size() == fittedBlends.size() || fittedBlends[at + blend.size()] == ' ') return true;
+    return false;
+}
+
 TEST(CriticalLine, EstimateAgreesWithTheCriticalPointOfEveryBlend) {
     const std::vector<std::string> blends = allBlends();
-    ASSERT_EQ(blends.size(), 53u);
+    ASSERT_EQ(blends.size(), 123u);
     struct Line {
         std::string blend;
         double estimatedT, T, estimatedP, p;
         double offT() const { return std::fabs(estimatedT - T); }
     };
     std::vector<Line> lines;
-    Worst T, p, lambda, cubic;
+    Worst T, p, otherT, otherP, lambda, cubic;
     for (const std::string& blend : blends) {
         SCOPED_TRACE(blend);
         Composition z{};
@@ -138,15 +154,20 @@ TEST(CriticalLine, EstimateAgreesWithTheCriticalPointOfEveryBlend) {
         for (const double denser : {0.8, 0.9, 1.0, 1.1, 1.2})
             EXPECT_GT(stability(z, z, 1.005 * tc, denser * rhoc, none), 0.0) << denser;
 
-        EXPECT_LE(std::fabs(Tc - tc), temperatureBound) << Tc << " K for " << tc;
-        EXPECT_LE(relative(pc, p0), pressureBound) << pc << " kPa for " << p0;
-        T.take(std::fabs(Tc - tc), blend);
-        p.take(relative(pc, p0), blend);
+        const bool fitted = isFitted(blend);
+        EXPECT_LE(std::fabs(Tc - tc), fitted ? temperatureBound : otherTemperatureBound) << Tc << " K for " << tc;
+        EXPECT_LE(relative(pc, p0), fitted ? pressureBound : otherPressureBound) << pc << " kPa for " << p0;
+        (fitted ? T : otherT).take(std::fabs(Tc - tc), blend);
+        (fitted ? p : otherP).take(relative(pc, p0), blend);
         lines.push_back({blend, Tc, tc, pc, p0});
     }
     std::sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.offT() > b.offT(); });
-    std::printf("critical points of %zu blends: largest distance of the estimate %.3f K (%s), %.2f %% of pc (%s);\n",
-                lines.size(), T.value, T.where.c_str(), 100.0 * p.value, p.where.c_str());
+    std::printf(
+        "critical points of %zu blends; largest distance of the estimate of those that were fitted %.3f K (%s), %.2f "
+        "%% of pc (%s);\n",
+        lines.size(), T.value, T.where.c_str(), 100.0 * p.value, p.where.c_str());
+    std::printf("of those that were not fitted: %.3f K (%s), %.2f %% of pc (%s)\n", otherT.value, otherT.where.c_str(),
+                100.0 * otherP.value, otherP.where.c_str());
     std::printf("criticality: smallest eigenvalue %.1e (%s), its slope %.1e (%s)\n", lambda.value, lambda.where.c_str(),
                 cubic.value, cubic.where.c_str());
     for (std::size_t k = 0; k < 5 && k < lines.size(); ++k)

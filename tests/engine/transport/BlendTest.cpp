@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "LIMITS.h"
 #include "Transport.h"
 #include "TreeFolders.h"
 
@@ -21,7 +22,7 @@ std::vector<std::string> blends() {
 
 TEST(Blends, haveTransportPropertiesInBothPhasesAndAboveTheCriticalPoint) {
     const auto names = blends();
-    EXPECT_EQ(names.size(), 53u);
+    EXPECT_EQ(names.size(), 123u);
     int states = 0;
     for (const std::string& name : names) {
         setPath();
@@ -34,9 +35,11 @@ TEST(Blends, haveTransportPropertiesInBothPhasesAndAboveTheCriticalPoint) {
         ASSERT_LE(ierr, 0) << name << ' ' << words(herr);
         double tc = 0.0, pc = 0.0, dc = 0.0;
         CRITP(x, tc, pc, dc, ierr, herr);
-        double last = HUGE_VAL;
+        double last = HUGE_VAL, tmin = 0.0, tmax = 0.0, dmax = 0.0, pmax = 0.0;
+        LIMITS("EOS", x, tmin, tmax, dmax, pmax);
+        const double coldest = std::max(0.55 * tc, tmin + 1e-6);
         for (int k = 0; k <= 12; ++k) {
-            const double T = tc * (0.55 + 0.43 * k / 12.0);
+            const double T = coldest + (0.98 * tc - coldest) * k / 12.0;
             for (const int kph : {1, 2}) {
                 double p = 0.0, Dl = 0.0, Dv = 0.0, sigma = 0.0;
                 Composition xl{}, xv{};
