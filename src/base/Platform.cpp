@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -71,6 +72,12 @@ bool besideName(const char* native, char digit, char* beside) {
     return true;
 }
 
+// File systems give times in steps of up to two seconds.
+constexpr long long settlingTime = 3;  // [s]
+
+bool longAgo(long long seconds) {
+    return static_cast<long long>(std::time(nullptr)) - seconds > settlingTime;
+}
 }  // namespace
 
 void writeStandardError(std::string_view text) {
@@ -124,7 +131,16 @@ bool emptyFile(int handle) {
     return _chsize(handle, 0) == 0;
 }
 bool rewindFile(int handle) {
-    return _lseek(handle, 0, SEEK_SET) == 0;
+    return placeFile(handle, 0);
+}
+bool placeFile(int handle, long long byte) {
+    return _lseeki64(handle, byte, SEEK_SET) == byte;
+}
+bool fileStamp(int handle, FileStamp& stamp) {
+    struct _stat64 status;
+    if (_fstat64(handle, &status) != 0) return false;
+    stamp = {status.st_size, status.st_mtime, longAgo(status.st_mtime)};
+    return true;
 }
 bool closeFile(int handle) {
     return _close(handle) == 0;
@@ -327,7 +343,22 @@ bool writeFile(int handle, const char* bytes, long count) {
 }
 
 bool rewindFile(int handle) {
-    return lseek(handle, 0, SEEK_SET) == 0;
+    return placeFile(handle, 0);
+}
+bool placeFile(int handle, long long byte) {
+    return lseek(handle, static_cast<off_t>(byte), SEEK_SET) == static_cast<off_t>(byte);
+}
+bool fileStamp(int handle, FileStamp& stamp) {
+    struct stat status;
+    if (fstat(handle, &status) != 0) return false;
+#ifdef __linux__
+    constexpr long long perSecond = 1000000000;
+    const long long changed = status.st_mtim.tv_sec * perSecond + status.st_mtim.tv_nsec;
+#else
+    const long long changed = status.st_mtime;
+#endif
+    stamp = {static_cast<long long>(status.st_size), changed, longAgo(status.st_mtime)};
+    return true;
 }
 bool emptyFile(int handle) {
     return ftruncate(handle, 0) == 0 && rewindFile(handle);

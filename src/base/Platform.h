@@ -41,7 +41,17 @@ long readFile(int handle, char* bytes, long count);  // bytes read, 0 at the end
 bool writeFile(int handle, const char* bytes, long count);
 bool emptyFile(int handle);
 bool rewindFile(int handle);
-bool closeFile(int handle);  // false if something that was written did not reach the file
+bool placeFile(int handle, long long byte);  // the next read begins at this byte, the first is 0
+bool closeFile(int handle);                  // false if something that was written did not reach the file
+
+// What tells whether a file is still the one that was read before.
+struct FileStamp {
+    long long bytes = -1;
+    long long changed = 0;  // time of the last change, in the finest unit of the system
+    bool settled = false;   // that time is so long ago that another change cannot bear the same one
+    bool same(const FileStamp& other) const { return bytes == other.bytes && changed == other.changed; }
+};
+bool fileStamp(int handle, FileStamp& stamp);
 
 void writeStandardError(std::string_view text);
 

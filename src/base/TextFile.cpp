@@ -21,6 +21,7 @@ struct OpenFile {
     bool tooLong = false;     // the last line
     char beside = '\0';       // digit of the name that it has until it is whole
     int first = 0, last = 0;  // what is still to be read from the buffer, or last bytes to be written
+    long long byte = 0;       // place in the file of the first byte of the buffer that was read
     int number = 0;
     int lineLength = 0;
     int pathLength = 0;
@@ -45,6 +46,7 @@ void flush(OpenFile& file) {
 
 bool refill(OpenFile& file) {
     if (file.atEnd || file.writing) return false;
+    file.byte += file.last;
     const long count = readFile(file.handle, file.buffer, bufferSize);
     file.first = 0;
     file.last = count > 0 ? static_cast<int>(count) : 0;
@@ -140,6 +142,7 @@ bool openUnit(int unit, std::string_view path, bool writing, Writing how) {
     file.writing = writing;
     file.failed = file.atEnd = file.tooLong = false;
     file.first = file.last = file.number = file.lineLength = 0;
+    file.byte = 0;
     fileOfUnit[unit] = static_cast<signed char>(free - files + 1);
     return true;
 }
@@ -263,6 +266,33 @@ void rewindUnit(int unit) {
     rewindFile(file->handle);
     file->writing = file->atEnd = false;
     file->first = file->last = file->number = file->lineLength = 0;
+    file->byte = 0;
+}
+
+LinePlace nextLinePlace(int unit) {
+    const OpenFile* file = fileOf(unit);
+    if (file == nullptr) return {};
+    return {file->byte + file->first, file->number};
+}
+
+void goToLine(int unit, const LinePlace& place) {
+    OpenFile* file = fileOf(unit);
+    if (file == nullptr || file->writing) return;
+    if (place.byte >= file->byte && place.byte <= file->byte + file->last) {
+        file->first = static_cast<int>(place.byte - file->byte);
+    } else {
+        placeFile(file->handle, place.byte);
+        file->byte = place.byte;
+        file->first = file->last = 0;
+    }
+    file->atEnd = false;
+    file->number = place.linesBefore;
+    file->lineLength = 0;
+}
+
+bool stampOf(int unit, FileStamp& stamp) {
+    const OpenFile* file = fileOf(unit);
+    return file != nullptr && fileStamp(file->handle, stamp);
 }
 
 bool closeUnit(int unit) {

@@ -33,6 +33,16 @@ bool unitIsOpen(int unit);
 int firstFreeUnit(int start);
 // The next read takes the first line, also of a file that has just been written.
 void rewindUnit(int unit);
+// Where the next line of a file that is read begins, and going back there; a line of a place has the number that it
+// had.
+struct LinePlace {
+    long long byte = 0;
+    int linesBefore = 0;
+};
+LinePlace nextLinePlace(int unit);
+void goToLine(int unit, const LinePlace& place);
+// False if there is no such file.
+bool stampOf(int unit, FileStamp& stamp);
 // False if something that was written did not reach the file; then none is left.
 bool closeUnit(int unit);
 void closeAndDelete(int unit);

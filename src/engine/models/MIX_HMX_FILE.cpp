@@ -197,6 +197,130 @@ void storeBothOrders(int i, int j, const MixingPair& pair) {
     mixingParameters.pair[i][j] = mixingParameters.pair[j][i] = pair;
 }
 
+// Where the records of a file stand, so that a pair is found without the lines before it. Kept from set-up to set-up
+// while the file stays the same; without it, and for a file with a line that cannot be read, every search begins at the
+// first line.
+constexpr int largestIndex = 4096;
+
+struct PairPlace {
+    Text12 first{}, second{};  // CAS numbers
+    LinePlace place{};         // of the first line of the record
+};
+struct FileIndex {
+    Text255 path{};
+    FileStamp stamp{};
+    bool complete = false;  // false: the file is searched from its beginning
+    int pairs = 0, rules = 0;
+    Array1<PairPlace, largestIndex> pair{};
+    Array1<LinePlace, largestRules> rule{};  // of the line behind each heading of a departure function
+};
+FileIndex fileIndex;
+
+bool addPair(const PairRecord& record, const LinePlace& place) {
+    if (fileIndex.pairs >= largestIndex) return false;
+    PairPlace& pair = fileIndex.pair[++fileIndex.pairs];
+    pair.first = record.first;
+    pair.second = record.second;
+    pair.place = place;
+    return true;
+}
+
+// The section of pairs behind its heading; afterwards `line` holds what ended it, blank at the end of the file. False
+// for a line that cannot be read.
+bool indexPairs(int iunit, int& lines, Text255& line) {
+    line.clear();
+    if (readText(iunit, line, 3) != ReadStatus::ok || line != "BNC" || !skipComments(iunit)) return false;
+    PairRecord record;
+    LinePlace place = nextLinePlace(iunit);
+    for (; lines < mostLines; ++lines) {
+        if (readText(iunit, line) != ReadStatus::ok) {
+            line.clear();
+            return true;
+        }
+        if (line[1] == '@' || line[1] == '#') return true;
+        if (line[1] == '?') continue;
+        if (line[1] != '!') {
+            const LineKind kind = takeDataLine(line, record);
+            if (kind == LineKind::wrong) return false;
+            if (kind == LineKind::taken) continue;
+        } else if (!addPair(record, place)) {
+            return false;
+        }
+        record.clear();
+        place = nextLinePlace(iunit);
+    }
+    return false;
+}
+
+bool indexSections(int iunit) {
+    rewindUnit(iunit);
+    bool pairsFound = false;
+    Text255 line;
+    for (int lines = 0; lines < mostLines; ++lines) {
+        if (readText(iunit, line, 4) != ReadStatus::ok) return pairsFound;
+        if (sectionLine(line, "BNC") && !pairsFound) {
+            pairsFound = true;
+            if (!indexPairs(iunit, lines, line)) return false;
+        }
+        if (endOfSections(line)) return pairsFound;
+        if (sectionLine(line, "MXM")) {
+            if (fileIndex.rules >= largestRules) return false;
+            fileIndex.rule[++fileIndex.rules] = nextLinePlace(iunit);
+        }
+    }
+    return false;
+}
+
+// The index of the open file, made if it is not at hand; null where there is none to be relied on.
+const FileIndex* indexOf(int iunit) {
+    FileStamp stamp;
+    const Text255 path(unitPath(iunit));
+    if (!stampOf(iunit, stamp) || !stamp.settled || path.trimmed() != unitPath(iunit)) return nullptr;
+    if (!fileIndex.stamp.same(stamp) || fileIndex.path != path) {
+        fileIndex.pairs = fileIndex.rules = 0;
+        fileIndex.stamp = stamp;
+        fileIndex.path = path;
+        fileIndex.complete = indexSections(iunit);
+    }
+    return fileIndex.complete ? &fileIndex : nullptr;
+}
+
+// Goes to the first record of a pair in either order, or, without an index, of any pair. False where there is none.
+bool findPairs(int iunit, const Text12& casI, const Text12& casJ) {
+    if (const FileIndex* index = indexOf(iunit)) {
+        for (int k = 1; k <= index->pairs; ++k) {
+            const PairPlace& pair = index->pair[k];
+            if ((pair.first == casI && pair.second == casJ) || (pair.first == casJ && pair.second == casI)) {
+                goToLine(iunit, pair.place);
+                return true;
+            }
+        }
+        return false;
+    }
+    rewindUnit(iunit);
+    Text255 line;
+    return findSection(iunit, "BNC") && readText(iunit, line, 3) == ReadStatus::ok && line == "BNC" &&
+           skipComments(iunit);
+}
+
+// The headings of the departure functions, one after the other.
+class RuleSearch {
+  public:
+    explicit RuleSearch(int iunit) : iunit_(iunit), index_(indexOf(iunit)) {
+        if (index_ == nullptr) rewindUnit(iunit);
+    }
+    bool next() {
+        if (index_ == nullptr) return findSection(iunit_, "MXM");
+        if (found_ >= index_->rules) return false;
+        goToLine(iunit_, index_->rule[++found_]);
+        return true;
+    }
+
+  private:
+    int iunit_, found_ = 0;
+    const FileIndex* index_;
+};
+
 // A record of the pair (i, j); false if it cannot be read or has no mixing parameters (ierr says which).
 bool storeRecord(const PairRecord& record, int i, int j, int k, bool reversed, int& ierr, Text255& herr) {
     MixingPair p{};
@@ -252,10 +376,8 @@ void RDBNC(int iunit, int i, int j, int k, int& ierr, Text255& herr) {
     }
     const Text12 &casI = fluidFiles.HCAS[i], &casJ = fluidFiles.HCAS[j];
     bool stored = false;  // a GE record that a later one may replace
-    rewindUnit(iunit);
-    Text255 line;
-    if (findSection(iunit, "BNC") && readText(iunit, line, 3) == ReadStatus::ok && line == "BNC" &&
-        skipComments(iunit)) {
+    if (findPairs(iunit, casI, casJ)) {
+        Text255 line;
         PairRecord record;
         for (int count = 0; count < mostLines; ++count) {
             if (readText(iunit, line) != ReadStatus::ok || line[1] == '@' || line[1] == '#') break;
@@ -366,8 +488,8 @@ void RDMIX(int iunit, int i, int j, const Text3& hmodij, PairMarks& LIJ, int& ie
     // would enter the saved state that all pairs of this tag share.
     if (!all)
         for (MixingPair* p : {&mixingParameters.pair[i][j], &mixingParameters.pair[j][i]}) p->NAMIX = p->NAMIX2 = 0;
-    rewindUnit(iunit);
-    while (findSection(iunit, "MXM")) {
+    RuleSearch search(iunit);
+    while (search.next()) {
         RuleRecord r;
         if (!readRule(iunit, r)) return ruleError(ierr, herr);
         const std::string_view tag = r.rule.HRULE.slice(1, 3);

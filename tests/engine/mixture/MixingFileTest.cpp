@@ -1,6 +1,10 @@
 // The file of mixing parameters: records of pairs, departure functions, estimates, and every way to refuse them.
+#include <chrono>
+#include <filesystem>
+
 #include "CORE_PR.h"
 #include "MixtureSetUp.h"
+#include "ReaderReport.h"
 #include "TextFile.h"
 
 namespace frigana::test {
@@ -13,8 +17,22 @@ class MixingFile : public MixtureSetUp {
   protected:
     const Names names{"R32", "R125"};
 
+    // Once from a file that was written just now, whose lines are searched, and once from the same file as an old one,
+    // whose records are found by their places: the answers are the same.
     int useRecords(const std::string& records, const std::string& rules = plainKW0 + plainLJ6) {
-        return setUp(names, write("TEST.BNC", mixtureFileText(records, rules)));
+        const std::string path = write("TEST.BNC", mixtureFileText(records, rules));
+        const int searched = setUp(names, path);
+        const std::string said = message();
+        makeOld(path);
+        EXPECT_EQ(setUp(names, path), searched);
+        EXPECT_EQ(message(), said);
+        return ierr;
+    }
+    // Gives the file a time of its own that lies far back.
+    static void makeOld(const std::string& path) {
+        static int files = 0;
+        std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() -
+                                                   std::chrono::hours(1000) + std::chrono::seconds(++files));
     }
     // The pair (1, 2) read again from the last file, without what SETHMX makes of it.
     int readPair() {
@@ -35,6 +53,82 @@ const std::string recordKW = dataLine(pair12, "KW0", numbersKW) + endOfRecord;
 const std::string estimateText =
     "[SETUP warning -117] No mixture data are available for one or more binary pairs in the specified mixture. The "
     "mixing parameters have been estimated.";
+
+// ---- places of the records ----------------------------------------------------------------------------------------
+
+TEST_F(MixingFile, PlacesOfRecordsGiveWhatASearchGives) {
+    const Names many{"R32",   "R125",     "R134A",    "R1234YF", "R1234ZE",  "CO2",     "PROPANE",
+                     "R152A", "BUTANE",   "ISOBUTAN", "R143A",   "NITROGEN", "ETHANE",  "METHANE",
+                     "R22",   "PROPYLEN", "OXYGEN",   "PENTANE", "R227EA",   "ETHYLENE"};
+    const std::string path = write("TEST.BNC", readFile(dataFile("HMX.BNC")));
+    setUp(many, path);
+    const int searched = ierr;
+    const auto pairs = mixingParameters.pair;
+    const auto citations = mixingParameters.HBIN;
+    makeOld(path);
+    for (int time = 1; time <= 2; ++time) {
+        SCOPED_TRACE(time == 1 ? "places noted" : "places known");
+        EXPECT_EQ(setUp(many, path), searched);
+        int found = 0;
+        for (int i = 1; i <= 20; ++i)
+            for (int j = i + 1; j <= 20; ++j) {
+                const MixingPair &a = pairs[i][j], &b = mixingParameters.pair[i][j];
+                EXPECT_EQ(a.HMODMX, b.HMODMX);
+                EXPECT_EQ(a.NAMIX, b.NAMIX);
+                EXPECT_EQ(a.NAMIX2, b.NAMIX2);
+                for (int k = 1; k <= 6; ++k) {
+                    EXPECT_EQ(a.FMIX[k], b.FMIX[k]);
+                    EXPECT_EQ(a.FTCIJ[k], b.FTCIJ[k]);
+                    EXPECT_EQ(a.FVCIJ[k], b.FVCIJ[k]);
+                }
+                for (int k = 1; k <= a.NAMIX + a.NAMIX2; ++k)
+                    for (int c = 1; c <= 7; ++c) EXPECT_EQ(a.AMIX[k][c], b.AMIX[k][c]);
+                if (b.FTCIJ[1] != 0.0) ++found;
+                const int number = pairNumber(i, j, 20);
+                EXPECT_EQ(citations[number], mixingParameters.HBIN[number]);
+            }
+        EXPECT_GT(found, 80) << "pairs with a record of their own";
+    }
+}
+
+TEST_F(MixingFile, PlacesOfRecordsAreThoseOfTheFileAsItIsNow) {
+    const auto text = [](const std::string& first) {
+        return mixtureFileText(dataLine(pair12, "KW0", first) + endOfRecord, plainKW0 + plainLJ6);
+    };
+    const std::string path = write("TEST.BNC", text("1.01 0.98 1.02 1.03 0.5 0.0"));
+    makeOld(path);
+    ASSERT_EQ(setUp(names, path), 0);
+    EXPECT_EQ(pair().FMIX[1], 1.01);
+    // changed a moment ago, of the same length
+    write("TEST.BNC", text("1.07 0.98 1.02 1.03 0.5 0.0"));
+    ASSERT_EQ(setUp(names, path), 0);
+    EXPECT_EQ(pair().FMIX[1], 1.07);
+    // longer, with a record in front
+    write("TEST.BNC", mixtureFileText(dataLine("1-1-1/2-2-2", "KW0", numbersKW) + endOfRecord +
+                                          dataLine(pair12, "KW0", "1.09 0.98 1.02 1.03 0.5 0.0") + endOfRecord,
+                                      plainKW0 + plainLJ6));
+    makeOld(path);
+    ASSERT_EQ(setUp(names, path), 0);
+    EXPECT_EQ(pair().FMIX[1], 1.09);
+    // another file of the same length and time
+    std::string different = readFile(path);
+    different.replace(different.find("1.09"), 4, "1.08");
+    const std::string other = write("OTHER.BNC", different);
+    std::filesystem::last_write_time(other, std::filesystem::last_write_time(path));
+    ASSERT_EQ(setUp(names, other), 0);
+    EXPECT_EQ(pair().FMIX[1], 1.08);
+    // and lines of messages are those of the file
+    write("TEST.BNC", mixtureFileText(dataLine("1-1-1/2-2-2", "KW0", numbersKW) + endOfRecord +
+                                          dataLine(pair12, "KW0", "one two") + endOfRecord,
+                                      plainKW0 + plainLJ6));
+    EXPECT_EQ(setUp(names, path), 118);
+    const std::string refusal = words(lastRefusal);
+    EXPECT_FALSE(refusal.empty());
+    lastRefusal.clear();
+    makeOld(path);
+    EXPECT_EQ(setUp(names, path), 118);
+    EXPECT_EQ(words(lastRefusal), refusal);
+}
 
 // ---- records ----------------------------------------------------------------------------------------------------
 
