@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "FurtherFluids.h"
 #include "Saturation.h"
 #include "TreeFolders.h"
 
@@ -21,9 +22,8 @@ struct Row {
     double T, p, rhol, rhov;  // [K, kPa, kg/m3]
 };
 
-std::map<std::string, std::vector<Row>> readRows() {
-    std::map<std::string, std::vector<Row>> rows;
-    std::ifstream file(std::string(test::testsFolder) + "/reference/pure_saturation.csv");
+void readRows(const char* name, std::map<std::string, std::vector<Row>>& rows) {
+    std::ifstream file(std::string(test::testsFolder) + "/reference/" + name);
     std::string line;
     std::getline(file, line);
     while (std::getline(file, line)) {
@@ -37,6 +37,12 @@ std::map<std::string, std::vector<Row>> readRows() {
         }
         rows[fluid].push_back({v[0], v[1], v[2], v[3]});
     }
+}
+
+std::map<std::string, std::vector<Row>> readRows() {
+    std::map<std::string, std::vector<Row>> rows;
+    readRows("pure_saturation.csv", rows);
+    readRows("further_saturation.csv", rows);
     return rows;
 }
 
@@ -75,6 +81,8 @@ TEST_P(PureSaturation, AgreesWithTheReference) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Fluids, PureSaturation, ::testing::ValuesIn(pureFluids),
+                         [](const auto& fluid) { return std::string(fluid.param); });
+INSTANTIATE_TEST_SUITE_P(FurtherFluids, PureSaturation, ::testing::ValuesIn(furtherFluids),
                          [](const auto& fluid) { return std::string(fluid.param); });
 
 }  // namespace

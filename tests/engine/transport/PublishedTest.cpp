@@ -1,4 +1,5 @@
-// Values that the papers of the correlations print, tests/reference/published_values.json: each within the tolerance
+// Values that the papers of the correlations print, tests/reference/published_values.json and
+// further_published_values.json: each within the tolerance
 // that its printed digits and the state given allow.
 #include <cstdio>
 
@@ -8,8 +9,10 @@
 namespace frigana::test {
 namespace {
 
-TEST(PublishedTransport, everyPrintedValueIsMet) {
-    const auto values = publishedValues();
+class PublishedTransport : public testing::TestWithParam<const char*> {};
+
+TEST_P(PublishedTransport, everyPrintedValueIsMet) {
+    const auto values = publishedValues(GetParam());
     ASSERT_GT(values.size(), 100u);
     std::string current;
     double worst = 0.0;
@@ -30,6 +33,10 @@ TEST(PublishedTransport, everyPrintedValueIsMet) {
     }
     std::printf("largest share of a tolerance: %.3f\n", worst);
 }
+
+INSTANTIATE_TEST_SUITE_P(Papers, PublishedTransport,
+                         testing::Values("published_values.json", "further_published_values.json"),
+                         [](const auto& file) { return std::string(file.index == 0 ? "first" : "further"); });
 
 }  // namespace
 }  // namespace frigana::test

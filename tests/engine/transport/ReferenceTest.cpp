@@ -1,6 +1,7 @@
-// Viscosity, conductivity and surface tension of an independent evaluation, tests/reference/pure_points.csv and
-// pure_saturation.csv, at the densities of the rows. Where the correlation is the same the agreement is asked for;
-// where the models differ, agreement within the sum of their uncertainties. The table tells which, fluid by fluid.
+// Viscosity, conductivity and surface tension of an independent evaluation, tests/reference/pure_points.csv,
+// pure_saturation.csv, further_points.csv and further_saturation.csv, at the densities of the rows. Where the
+// correlation is the same the agreement is asked for; where the models differ, agreement within the sum of their
+// uncertainties. The table tells which, fluid by fluid.
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +23,7 @@ struct Exception {
     double bound;
     double from;  // asked for above this share of the critical temperature
     const char* reason;
+    double to = HUGE_VAL;  // and below this one
 };
 constexpr const char* propane = "another reducing density in the background of propane";
 constexpr const char* viscosityInside = "the enhancement contains another viscosity";
@@ -52,6 +54,16 @@ constexpr Exception exceptions[] = {
     {"PENTANE", "eta", notCompared, 0.0, "Huber 2018 here, rows of a friction theory that is wrong for cold liquid"},
     {"R245FA", "sigma", 8e-3, 0.0, "the rows take the critical temperature of the authors, 0.15 K higher"},
     {"R1234ZE", "sigma", notCompared, 0.0, "the rows have the second term with the wrong sign"},
+    {"HYDROGEN", "eta", 0.012, 0.0, "an exponential re-expressed by 40 rows here"},
+    {"HYDROGEN", "lambda", 1e-3, 0.0, viscosityInside},
+    {"CYCLOPEN", "lambda", 5e-3, 0.0, viscosityInside, 0.99},
+    {"METHANE", "lambda", 2e-4, 0.0, "1.0e-4 in the range of the enhancement, cause not traced"},
+    {"R236EA", "eta", 5e-3, 0.0, "cold vapor: simple scaling here, the conformal state in the rows"},
+    {"R13", "eta", 5e-3, 0.0, "cold vapor: simple scaling here, the conformal state in the rows"},
+    {"R14", "eta", 5e-3, 0.0, "cold vapor: simple scaling here, the conformal state in the rows"},
+    {"RC318", "eta", 5e-3, 0.0, "cold vapor: simple scaling here, the conformal state in the rows"},
+    {"SO2", "sigma", 3e-3, 0.0, "two terms fitted to the published sum, which is not positive near Tc", 0.8},
+    {"BENZENE", "sigma", 0.017, 0.0, "two terms fitted to the published sum, which is not positive near Tc", 0.8},
 };
 
 struct Group {
@@ -76,12 +88,13 @@ void see(Table& table, const std::string& fluid, const char* property, const std
     std::string where = scaled ? "scaled gas" : region;
     if (isNear) where += ", near Tc";
     double bound = scaled ? twoModels : isNear && !sigma ? nearCritical : same;
-    double from = 0.0;
+    double from = 0.0, to = HUGE_VAL;
     std::string note = scaled ? "gas scaled by the critical points here, exact solution in the rows" : "";
     for (const Exception& e : exceptions) {
         if (e.fluid != fluid || e.property != property) continue;
         bound = std::max(bound, e.bound);
         from = e.from;
+        to = e.to;
         note = e.reason;
     }
     Group& group = table[fluid + ' ' + property + ' ' + where];
@@ -89,7 +102,8 @@ void see(Table& table, const std::string& fluid, const char* property, const std
     ++group.rows;
     group.bound = bound;
     group.note = note;
-    if (T < from * fluidConstants.TCRIT[1] || bound == notCompared) {
+    const double reduced = T / fluidConstants.TCRIT[1];
+    if (reduced < from || reduced > to || bound == notCompared) {
         if (group.compared == 0 && off > group.worst) group.worst = off;
         return;
     }
@@ -101,6 +115,12 @@ void see(Table& table, const std::string& fluid, const char* property, const std
                           << " mol/L: " << value << ", expected " << expected << ". " << note;
 }
 
+std::vector<std::vector<std::string>> rowsOf(std::string_view first, std::string_view further) {
+    auto rows = referenceRows(first);
+    for (auto& row : referenceRows(further)) rows.push_back(std::move(row));
+    return rows;
+}
+
 TEST(ReferenceTransport, agreesWithAnIndependentEvaluation) {
     Table table;
     std::string current;
@@ -110,7 +130,7 @@ TEST(ReferenceTransport, agreesWithAnIndependentEvaluation) {
         current = fluid;
         return setUp(fluid);
     };
-    for (const auto& row : referenceRows("pure_points.csv")) {
+    for (const auto& row : rowsOf("pure_points.csv", "further_points.csv")) {
         ASSERT_EQ(select(row[0]), 0) << row[0];
         const double T = std::stod(row[2]), D = std::stod(row[4]) / fluidConstants.WMAS[1];
         const TransportPoint point = transport(T, D);
@@ -118,7 +138,7 @@ TEST(ReferenceTransport, agreesWithAnIndependentEvaluation) {
         see(table, row[0], "lambda", row[1], T, D, point.tcx, row[12]);
         ++rows;
     }
-    for (const auto& row : referenceRows("pure_saturation.csv")) {
+    for (const auto& row : rowsOf("pure_saturation.csv", "further_saturation.csv")) {
         ASSERT_EQ(select(row[0]), 0) << row[0];
         const double T = std::stod(row[1]), M = fluidConstants.WMAS[1];
         const double Dl = std::stod(row[3]) / M, Dv = std::stod(row[4]) / M;
@@ -135,7 +155,7 @@ TEST(ReferenceTransport, agreesWithAnIndependentEvaluation) {
         see(table, row[0], "sigma", "saturation", T, Dl, sigma, row[19]);
         ++rows;
     }
-    EXPECT_GT(rows, 900);
+    EXPECT_GT(rows, 900 + 52 * 28 - 1);
     std::printf("%-46s %4s %9s %9s\n", "fluid, property, region", "rows", "largest", "allowed");
     for (const auto& [name, group] : table)
         std::printf("%-46s %4d %9.1e %9.1e %s%s%s\n", name.c_str(), group.rows, group.worst, group.bound,

@@ -60,9 +60,9 @@ std::string member(const std::string& object, const std::string& key) {
 
 }  // namespace
 
-std::vector<PublishedValue> publishedValues() {
+std::vector<PublishedValue> publishedValues(std::string_view file) {
     std::vector<PublishedValue> values;
-    std::ifstream in(std::string(test::testsFolder) + "/reference/published_values.json");
+    std::ifstream in(std::string(test::testsFolder) + "/reference/" + std::string(file));
     std::ostringstream all;
     all << in.rdbuf();
     const std::string text = all.str();

@@ -70,6 +70,6 @@ struct PublishedValue {
     double T = 0.0, rho = 0.0, value = 0.0, tolerance = 0.0;
     bool perMass = false;  // rho in kg/m3, else mol/L
 };
-std::vector<PublishedValue> publishedValues();
+std::vector<PublishedValue> publishedValues(std::string_view file = "published_values.json");
 
 }  // namespace frigana::test
