@@ -233,10 +233,12 @@ bool indexPairs(int iunit, int& lines, Text255& line) {
     PairRecord record;
     LinePlace place = nextLinePlace(iunit);
     for (; lines < mostLines; ++lines) {
-        if (readText(iunit, line) != ReadStatus::ok) {
+        const ReadStatus status = readText(iunit, line);
+        if (status == ReadStatus::endOfFile) {
             line.clear();
             return true;
         }
+        if (status != ReadStatus::ok) return false;
         if (line[1] == '@' || line[1] == '#') return true;
         if (line[1] == '?') continue;
         if (line[1] != '!') {
@@ -257,7 +259,8 @@ bool indexSections(int iunit) {
     bool pairsFound = false;
     Text255 line;
     for (int lines = 0; lines < mostLines; ++lines) {
-        if (readText(iunit, line, 4) != ReadStatus::ok) return pairsFound;
+        const ReadStatus status = readText(iunit, line, 4);
+        if (status != ReadStatus::ok) return pairsFound && status == ReadStatus::endOfFile;
         if (sectionLine(line, "BNC") && !pairsFound) {
             pairsFound = true;
             if (!indexPairs(iunit, lines, line)) return false;
