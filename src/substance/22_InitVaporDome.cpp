@@ -1,5 +1,7 @@
 #include "22_InitVaporDome.h"
 
+#include <algorithm>
+
 #include "24_SaturationPoints.h"
 
 namespace frigana {
@@ -9,7 +11,8 @@ void INITDATADOME(SUBSTANCE& substance, double PSTART) {
     constexpr double highest = static_cast<double>(0.83f);
     constexpr int last = 10;
 
-    const double P1 = lowest * PSTART;
+    // Below the lowest saturation pressure there is nothing to draw.
+    const double P1 = std::max(lowest * PSTART, substance.PMIN);
     const double STEP = (highest * substance.PC - P1) / 11.0;
     for (int i = 1; i < last; ++i) {
         const double P = P1 + (i - 1) * STEP;

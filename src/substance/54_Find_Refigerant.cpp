@@ -90,6 +90,7 @@ void FINDPREDEFINEDMIXTURE(const SUBSTANCE& substance, const MixtureTable& table
 void CHECKREF_PROPERTIES(const SUBSTANCE& substance) {
     LOADPUREFLUIDS(pureFluids);
     LOADMIXTURES(mixtures);
+    FNDFLDFLAG = 'N';  // what the last look-up found is no finding of this one
     if (substance.FLUIDKIND == 1) {
         FINDPUREFLUID(substance, pureFluids, substance.NREFS, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
     } else if (substance.FLUIDKIND == 2) {
@@ -105,6 +106,7 @@ void CHECKREF_PROPERTIES(const SUBSTANCE& substance) {
 void CHECKREF_CYCLES(const SUBSTANCE& first, const SUBSTANCE& second) {
     LOADPUREFLUIDS(pureFluids);
     LOADMIXTURES(mixtures);
+    FNDFLDFLAG = 'N';
     checkKnown(first);
     if (first.FLUIDNAME == second.FLUIDNAME) return;
     FNDFLDFLAG = 'N';

@@ -71,6 +71,8 @@ void SATPTABLECOMPUTE(SUBSTANCE& substance, PROPREQ& request, const Text255& FIL
             PROPMIXTURET_BD(substance, PARAMDATA[i], 1, PTAL[i], PTAV[i]);
         else if (pressure)
             PROPMIXTUREP_BD(substance, PARAMDATA[i], 1, PTAL[i], PTAV[i]);
+        else
+            PTAL[i] = PTAV[i] = substance.PTBAD;
     }
 
     ResultWriter writer(FILEOUT);

@@ -153,7 +153,10 @@ void ISOPTABLECOMPUTE(SUBSTANCE& substance, PROPREQ& request, const Text255& FIL
                limitMessage("Error: Final density was higher than maximum density (", substance.DMAX, " kg/m3)"));
     const Steps PARAMDATA = checkedSteps(from, to, request.TABSTEP, {103221, 103222, 103223, 103224});
 
-    for (int i = 1; i <= PARAMDATA.count; ++i) {
+    // One property twice, or one that there is not, is no line: its rows are what the last table left.
+    const auto known = [](int property) { return property >= temperature && property <= density; };
+    const int computed = known(constant) && known(running) && constant != running ? PARAMDATA.count : 0;
+    for (int i = 1; i <= computed; ++i) {
         const double x = PARAMDATA[i];
         switch (6 - (constant + running)) {
             case temperature:

@@ -31,11 +31,13 @@ void SPECIFSTATEPOINT(SUBSTANCE& substance, PROPREQ& request, const Text255& FIL
     check(substance, request.PT1VAR, request.PT1VALUE, {104201, 104203, 104205});
     check(substance, request.PT2VAR, request.PT2VALUE, {104211, 104213, 104215});
 
-    point = {};
+    point = substance.PTBAD;  // of one property twice, or of one that there is not
     const auto given = [&](Property property) {
         return request.PT1VAR == property ? request.PT1VALUE : request.PT2VALUE;
     };
-    switch (6 - (request.PT1VAR + request.PT2VAR)) {
+    const auto known = [](int property) { return property >= temperature && property <= density; };
+    const bool pair = known(request.PT1VAR) && known(request.PT2VAR) && request.PT1VAR != request.PT2VAR;
+    switch (pair ? 6 - (request.PT1VAR + request.PT2VAR) : 0) {
         case temperature:
             PROPSIMPLEPD(substance, given(pressure), given(density), point);
             break;

@@ -72,11 +72,13 @@ void saturationCells(ResultWriter& writer, const STATEPT& liquid, const STATEPT&
 
 Steps checkedSteps(double from, double to, double step, const StepCodes& codes) {
     constexpr int intervals = mostRows - 1;
-    refuseWhen(from >= to, codes.order, "Error: Final value was less or equal  than Initial value!");
-    refuseWhen(step <= 0.0, codes.notPositive, "Error: Increment was less or equal than zero!");
+    constexpr double rounding = 1e-9;  // of a step: from 223.15 K to 263.15 K by 10 K are 3.9999999999999973 steps
+    // Negated, so that what is not a number is refused too.
+    refuseWhen(!(from < to), codes.order, "Error: Final value was less or equal  than Initial value!");
+    refuseWhen(!(step > 0.0), codes.notPositive, "Error: Increment was less or equal than zero!");
     refuseWhen(step < (to - from) / intervals, codes.tooSmall, "Error: Increase increment size!");
     refuseWhen(step > (to - from) / 2.0, codes.tooLarge, "Error: Reduce increment size!");
-    Steps steps{static_cast<int>((to - from) / step) + 1, from, step};
+    Steps steps{static_cast<int>((to - from) / step + rounding) + 1, from, step};
     if (steps.count > mostRows) {
         // Only rounding brings it here; the step becomes a whole number.
         steps.count = mostRows;

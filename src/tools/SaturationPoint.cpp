@@ -21,8 +21,7 @@ void answerSaturationPoint(SUBSTANCE& substance, PROPREQ& request, const Text255
     refuseWhen(pressure && value > substance.PC, 105212,
                limitMessage("Error: Pressure was higher than critical pressure (", substance.PC, " kPa)"));
 
-    liquid = {};
-    vapor = {};
+    liquid = vapor = substance.PTBAD;  // of a setting that there is not
     const int side = request.SATPTVAR == 1 || request.SATPTVAR == 3 ? 1 : 2;
     if (temperature)
         atT(substance, value, side, liquid, vapor);

@@ -275,8 +275,13 @@ TEST(SaturationTableEdges, TheSmallestStepFillsTheWholeTable) {
 }
 
 TEST(IsopropertyTableEdges, TheSameCodeTwiceComputesNothing) {
-    Answer a(propertyRequest(3, "1 1 300 280 400 20"));
-    ASSERT_EQ(a.file.count(), 6 + 7 + 3);
+    const Answer last(propertyRequest(3, "2 1 1000 280 400 20"));
+    for (const char* twice : {"1 1 300 280 400 20", "2 2 300 280 400 20", "3 3 300 280 400 20", "2 4 300 280 400 20",
+                              "0 3 300 280 400 20"}) {
+        const Answer a(propertyRequest(3, twice));
+        ASSERT_EQ(a.file.count(), 6 + 7 + 3) << twice;
+        for (int line = 7; line < 14; ++line) EXPECT_EQ(a.file.raw(line), last.file.raw(line)) << twice;
+    }
 }
 
 TEST(IsopropertyTableEdges, AFailedRowHoldsWhatWasAskedFor) {
