@@ -129,10 +129,9 @@ void condenserToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.liquidFall = cycle.VDAT[20];
     c.liquidSide = pressureChange(substance, parameter(cycle, 21), P2, bubbleSide, liquidSideDrop);
     const double P3 = P2 - c.liquidSide.DP;
-    const double T3 = T2 - c.liquidFall;
     refuseIf(P3 <= 0.0, liquidSideP);
-    refuseIf(T3 <= 0.0, liquidSideT);
-    linePoint(substance, c.p2, c.liquidSide.DP, c.liquidFall, P3, T3, c.p3);
+    refuseIf(T2 - c.liquidFall <= 0.0, liquidSideT);
+    const double T3 = exchangerLiquid(substance, c.p2, T2, c.liquidSide.DP, P3, c.liquidFall, c.p3);
 
     c.liquidAfter = liquidLine(substance, cycle, 18, {c.p3, P3, T3}, liquidAfter, c.p4);
 }
@@ -146,10 +145,11 @@ void evaporatorToCompressor(const SUBSTANCE& substance, const CYCLEIN& cycle) {
 
     c.vaporSide = pressureChange(substance, parameter(cycle, 22), c.suctionBefore.P, dewSide, vaporSideDrop);
     const double P8 = c.suctionBefore.P - c.vaporSide.DP;
-    refuseIf(c.p3.H > c.p2.H, negativeHeat);
+    const bool exchanges = cycle.VDAT[20] != 0.0;
+    refuseIf(exchanges && c.p3.H > c.p2.H, negativeHeat);
     exchangerOutlet(substance, c.p7, P8, c.p7.H + (c.p2.H - c.p3.H), c.p8);
     c.vaporRise = c.p8.T - c.suctionBefore.temperature.T;
-    refuseOutside(c.vaporRise, changeLimits, vaporSideRise);
+    if (exchanges) refuseOutside(c.vaporRise, changeLimits, vaporSideRise);
 
     c.suctionAfter = vaporLine(substance, cycle, 6, {c.p8, P8, c.p8.T}, suctionAfter, c.p9);
 }

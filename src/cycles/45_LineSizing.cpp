@@ -38,6 +38,10 @@ double frictionFactor(double Re, double relativeRoughness) {
 void PIPING_MRDM(const PipeFlow& flow, const PipeRun& run, double D, double& v, double& dp) {
     const double rho = flow.rho;
     v = flow.m / (rho * quarterPi * (D * D));
+    if (flow.mu == missingValue) {
+        dp = missingValue;
+        return;
+    }
     const double Re = (rho * v * D / flow.mu) * 1000000.0;
     const double f = frictionFactor(Re, run.eps / D);
     dp = 8.0 * f * (run.L / D) * (rho / 2.0) * (v * v) + (rho / 2.0) * (2.0 * run.n) * (v * v) + rho * gravity * run.h;
@@ -57,7 +61,8 @@ void PIPING_MRDP(const PipeFlow& flow, const PipeRun& run, const VelocityRange& 
     double s = firstProbe;
     double p = 0.0;
     PIPING_MRDM(flow, run, d, v, p);
-    for (int pass = 1; pass <= mostPasses; ++pass) {
+    // Without a viscosity there is no loss to search by.
+    for (int pass = 1; pass <= mostPasses && p != missingValue; ++pass) {
         s = s / 2.0;
         const double d1 = d + s;
         double p1 = 0.0;
@@ -68,7 +73,7 @@ void PIPING_MRDP(const PipeFlow& flow, const PipeRun& run, const VelocityRange& 
         if (d < 0.0) d = smallestDiameter;
         PIPING_MRDM(flow, run, d, v, p);
     }
-    if (std::fabs(t - p) <= accepted) {
+    if (p != missingValue && std::fabs(t - p) <= accepted) {
         D = d;
         return;
     }
@@ -78,6 +83,17 @@ void PIPING_MRDP(const PipeFlow& flow, const PipeRun& run, const VelocityRange& 
 }
 
 // ---- the pipes of a line --------------------------------------------------------------------------------------------
+
+namespace {
+
+double saturationDropOf(const SUBSTANCE& substance, double P, double loss, int phase) {
+    if (loss == missingValue) return missingValue;
+    double drop = 0.0;
+    SATTEMPDROP_DP(substance, P, loss, phase, drop);
+    return drop;
+}
+
+}  // namespace
 
 void SOLTUBES(int option, const PipeFlow& flow, const PipeRun& run, double value, const SUBSTANCE& substance, double P,
               int phase, int material, int wallOption, const VelocityRange& velocity, PIPEOPT& record) {
@@ -94,7 +110,7 @@ void SOLTUBES(int option, const PipeFlow& flow, const PipeRun& run, double value
         PIPING_MRDP(flow, run, velocity, loss, D, record.VEL[wantedPipe]);
         record.DP[wantedPipe] = loss;
     }
-    SATTEMPDROP_DP(substance, P, record.DP[wantedPipe], phase, record.DTSAT[wantedPipe]);
+    record.DTSAT[wantedPipe] = saturationDropOf(substance, P, record.DP[wantedPipe], phase);
     PIPING_NEIGHBORS(material, wallOption, D, record);
 
     // The widest pipe on offer still keeps the lowest velocity.
@@ -106,7 +122,7 @@ void SOLTUBES(int option, const PipeFlow& flow, const PipeRun& run, double value
 
     for (int i : {1, 2, 4, 5, 6}) {
         PIPING_MRDM(flow, run, record.DINT[i], record.VEL[i], record.DP[i]);
-        SATTEMPDROP_DP(substance, P, record.DP[i], phase, record.DTSAT[i]);
+        record.DTSAT[i] = saturationDropOf(substance, P, record.DP[i], phase);
     }
 
     // At the ends of the table the same size stands in several places.
@@ -241,6 +257,9 @@ void sizeLine(const SUBSTANCE& substance, const CYCLEIN& cycle, const Line& line
     pipeState(substance, P, recovered(solution, line.inletH), line.phase, inlet);
     pipeState(substance, recovered(solution, line.outletP), recovered(solution, line.outletH), line.phase, outlet);
 
+    // A line of which an end could not be computed keeps its table without values.
+    if (inlet.D == missingValue || outlet.D == missingValue) return;
+
     const int material = cycle.TDAT[line.pipe];
     const int wallOption = wholePart(cycle.VDAT[line.pipe], 1, mostWallOptions);
     const bool counted = cycle.TDAT[line.pipe + 3] == 1;
@@ -251,7 +270,9 @@ void sizeLine(const SUBSTANCE& substance, const CYCLEIN& cycle, const Line& line
     VelocityRange velocity{};
     PIPE_VLIMITS(line.number, run.h, receiver, velocity.vmin, velocity.vmax);
 
-    PipeFlow flow{recovered(solution, massFlowLine), (inlet.D + outlet.D) / 2.0, (inlet.ETA + outlet.ETA) / 2.0};
+    const bool viscous = inlet.ETA != missingValue && outlet.ETA != missingValue;
+    PipeFlow flow{recovered(solution, massFlowLine), (inlet.D + outlet.D) / 2.0,
+                  viscous ? (inlet.ETA + outlet.ETA) / 2.0 : missingValue};
     SOLTUBES(cycle.TDAT[line.setting], flow, run, cycle.VDAT[line.setting], substance, P, line.phase, material,
              wallOption, velocity, sized.full);
     flow.m = cycle.VDAT[29] * flow.m;

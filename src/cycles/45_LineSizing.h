@@ -14,7 +14,7 @@ namespace frigana {
 struct PipeFlow {
     double m;    // mass flow [kg/s]
     double rho;  // density [kg/m3]
-    double mu;   // viscosity [uPa s]
+    double mu;   // viscosity [uPa s], -777 where there is none
 };
 
 // A pipe but for its diameter.
@@ -33,7 +33,7 @@ struct VelocityRange {
 // Pressure loss of a pipe: friction, two velocity heads per fitting, and a full column of the elevation, whatever the
 // direction of the flow.
 //   Given     D   [m] inner diameter
-//   Returned  v   [m/s] velocity;  dp  [kPa] loss
+//   Returned  v   [m/s] velocity;  dp  [kPa] loss, -777 without a viscosity
 //   Source    S. W. Churchill, Friction-factor equation spans all fluid-flow regimes, Chem. Eng. 84 (1977) 24, 91-92
 void PIPING_MRDM(const PipeFlow& flow, const PipeRun& run, double D, double& v, double& dp);
 

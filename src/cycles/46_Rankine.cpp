@@ -64,7 +64,6 @@ struct Cycle {
     TemperatureChange highPressureT, lowPressureT, liquidT;
     double boilerSuperheat, turbineSuperheat;
     double M, boilerHeat, condenserHeat, turbinePower, pumpPower, turbineRatio, pumpRatio, efficiency;
-    double unusedCondenserLine;  // has its place in the result and no value
     Device boilerRows, highPressureRows, turbineRows, lowPressureRows, condenserRows, pumpRows, liquidRows;
 };
 
@@ -155,7 +154,8 @@ void flowAndPowers(const CYCLEIN& cycle) {
     c.turbineRatio = c.p2.P / c.p3.P;
     c.pumpRatio = c.p6.P / c.p5.P;
     c.turbineSuperheat = c.p3.Q > 1.0 ? c.p3.T - c.condenser.dew.T : missingValue;
-    c.efficiency = c.turbinePower / (c.boilerHeat + c.pumpPower);
+    const double input = c.boilerHeat + c.pumpPower;
+    c.efficiency = input != 0.0 ? c.turbinePower / input : missingValue;  // none of a plant of capacity 0
 }
 
 void finishTurbineOutlet(const SUBSTANCE& substance, STATEPT& row) {
@@ -214,7 +214,7 @@ void writeCondenser(ResultWriter& writer) {
     deviceRows(writer, "CONDENSER", c.condenserRows);
     writer.value("Glide", "K", c.condenser.glide);
     writer.value("Drop of saturation temperature", "K", c.condenser.DT);
-    writer.value("Unused", "", c.unusedCondenserLine);
+    writer.noValue("Unused", "", 0.0);
     writer.value("Mass flow", "kg/s", c.condenserRows.M);
     writer.value("Pressure drop", "kPa", c.condenserRows.DP);
     writer.value("Capacity", "kW", c.condenserRows.heat);

@@ -155,8 +155,11 @@ void compressorToCondenser(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.p9 = c.p1;
     c.p10 = c.p5;
     compress(substance, efficiency, c.p6, P8 + c.discharge.DP, c.condenser.dew.H, wetCompression, c.p7);
+    // An outlet that could not be computed is not cool.
+    refuseIf(c.p7.T == missingValue, injectedFraction);
     if (!(c.p7.T <= highestT)) {
         coolCompressor(substance, efficiency, highestT);
+        refuseIf(c.p7.T == missingValue, injectedFraction);
         injectLiquid(substance, cycle);
     }
 

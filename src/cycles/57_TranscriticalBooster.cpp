@@ -107,7 +107,7 @@ struct Cycle {
     double totalM, flashM, liquidM, mediumM, lowM;
     double highV, lowV;
     double lowSuperheat;  // of the vapor that the low stage takes in
-    double highPower, lowPower, highRatio, lowRatio, exchangerHeat, effectiveness;
+    double highPower, lowPower, highRatio, exchangerHeat, effectiveness;
     Performance performance;
     Device mediumRows, lowRows, suctionBeforeRows, suctionAfterRows, highStageRows, lowStageRows, dischargeRows,
         gasCoolerRows, liquidBeforeRows, liquidAfterRows, highPressureValveRows, bypassRows, mediumExpansionRows,
@@ -181,8 +181,6 @@ void performance(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.highPower = c.totalM * (c.highStageOutlet.H - p18.H);
     c.highRatio = c.highStageOutlet.P / p18.P;
     c.lowPower = c.lowM * (c.lowStageOutlet.H - c.low.outlet.H);
-    // The ratio of the low stage is that of its inlet pressure to itself: readers of the file know the line as 1.
-    c.lowRatio = c.low.outlet.P / c.low.outlet.P;
     const double gasCoolerHeat = c.totalM * (c.gasCoolerInlet.H - c.high.p1.H);
     c.performance = performanceOf(c.capacity.total, gasCoolerHeat, c.highPower + c.lowPower);
     c.exchangerHeat = c.totalM * (p2.H - p3.H);
@@ -237,6 +235,19 @@ void deviceRowsOfCircuit(SUBSTANCE& substance) {
 
 // ---- the report -----------------------------------------------------------------------------------------------------
 
+// Readers of the file know the line of the low stage's pressure ratio as 1, and find the flow of the high stage in that
+// of its mass flow, while it carries the flow of the LT evaporator.
+void writeLowStage(ResultWriter& writer, const Efficiencies& efficiencies) {
+    constexpr double inItsPlace = 1.0;
+    highSideCompressorEnds(writer, "LOW STAGE COMPRESSOR", c.lowStageRows);
+    writer.value("Isentropic efficiency", "-", efficiencies.isentropic);
+    writer.value("Volumetric efficiency", "-", efficiencies.volumetric);
+    writer.value("Swept volume", "m3/s", c.lowV);
+    writer.noValue("Pressure ratio", "-", inItsPlace);
+    writer.value("Mass flow of the high stage", "kg/s", c.totalM);
+    writer.value("Power", "kW", c.lowPower);
+}
+
 void writePerformance(ResultWriter& writer, const Efficiencies& highStage, const Efficiencies& lowStage) {
     const double V = c.highV + c.lowV;
     const double gasCoolerHeat = c.gasCoolerRows.heat;
@@ -279,11 +290,9 @@ void writeResult(const SUBSTANCE& substance, const CYCLEIN& cycle, const Text255
     lineSection(writer, "SUCTION LINE - BEFORE HEAT EXCHANGER", c.suctionBeforeRows, c.suction.beforeDrop,
                 c.suction.before.change, Heat::gained);
     lineSection(writer, "SUCTION LINE - AFTER HEAT EXCHANGER", c.suctionAfterRows, c.suction.after, Heat::gained);
-    // Both compressors show the flow of the high stage, also the low one, which carries that of the LT evaporator.
     highSideCompressorSection(writer, "HIGH STAGE COMPRESSOR", c.highStageRows, highStage, c.highV, c.highRatio,
                               c.totalM, c.highPower);
-    highSideCompressorSection(writer, "LOW STAGE COMPRESSOR", c.lowStageRows, lowStage, c.lowV, c.lowRatio, c.totalM,
-                              c.lowPower);
+    writeLowStage(writer, lowStage);
     highSideLineSection(writer, "DISCHARGE LINE", c.dischargeRows, c.discharge.change);
     gasCoolerSection(writer, c.gasCoolerRows);
     highSideLineSection(writer, "LIQUID LINE - BEFORE HEAT EXCHANGER", c.liquidBeforeRows, c.high.before.change);

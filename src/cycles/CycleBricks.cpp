@@ -181,6 +181,19 @@ void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P,
         PROPSIMPLEPH(substance, P, H, outlet);
 }
 
+double exchangerLiquid(const SUBSTANCE& substance, const STATEPT& inlet, double inletT, double DP, double P,
+                       double& fall, STATEPT& outlet) {
+    if (fall == 0.0 && DP != 0.0) {
+        PROPSIMPLEPH(substance, P, inlet.H, outlet);
+        outlet.H = inlet.H;  // to the last digit, so that no heat is left over
+        fall = inletT - outlet.T;
+        return outlet.T;
+    }
+    const double T = inletT - fall;
+    linePoint(substance, inlet, DP, fall, P, T, outlet);
+    return T;
+}
+
 double exchangerEffectiveness(const SUBSTANCE& substance, double M, const STATEPT& liquidInlet,
                               const STATEPT& liquidOutlet, const STATEPT& vaporInlet, const STATEPT& vaporOutlet) {
     static STATEPT liquid, vapor;
@@ -224,10 +237,13 @@ OutletSetting superheatedOutlet(const SUBSTANCE& substance, Parameter given, dou
         setting = {dewT + given.value, given.value};
     refuseOutside(setting.T, temperatureLimits, checks.temperature);
     refuseOutside(setting.degree, changeLimits, checks.superheat);
-    if (setting.degree == 0.0)
+    if (setting.degree == 0.0) {
         PROPSIMPLEPQ(substance, P, 1.0, outlet);
-    else
+        // A dew point at another pressure than the outlet's is warmer or colder than the vapor that leaves.
+        if (outlet.T != missingValue) setting.T = outlet.T;
+    } else {
         PROPSIMPLEPT(substance, P, setting.T, outlet);
+    }
     return setting;
 }
 
@@ -388,7 +404,10 @@ void stateRow(ResultWriter& writer, std::string_view where, const STATEPT& point
     shortStateRow(writer, where, point);
     writer.group(where);
     writer.value("quality", "kg/kg", point.Q);
-    writer.value("saturation temperature", "K", point.TSAT);
+    if (point.TSAT != 0.0)
+        writer.value("saturation temperature", "K", point.TSAT);
+    else
+        writer.noValue("saturation temperature", "K", point.TSAT);  // of a row for which none was worked out
     writer.group({});
 }
 

@@ -108,6 +108,14 @@ TemperatureChange fallWithSuperheat(const SUBSTANCE& substance, Parameter given,
 // Outlet of a side of an exchanger by its energy balance: a copy of the inlet at equal pressure and enthalpy.
 void exchangerOutlet(const SUBSTANCE& substance, const STATEPT& inlet, double P, double H, STATEPT& outlet);
 
+// Outlet of the liquid side of an exchanger, from the fall of its temperature. An exchanger without a fall exchanges
+// nothing: where its pressure drops, the liquid keeps its enthalpy.
+//   Given     inletT  temperature of the inlet as it was set;  P  pressure at the outlet, lower by DP
+//   Returned  fall    of an exchanger that exchanges nothing, what the drop of pressure makes of it
+//             (value) temperature at the outlet
+double exchangerLiquid(const SUBSTANCE& substance, const STATEPT& inlet, double inletT, double DP, double P,
+                       double& fall, STATEPT& outlet);
+
 // Effectiveness of an exchanger with the same flow on both sides: its heat over mass flow, smaller heat capacity and
 // difference of the inlet temperatures.
 //   Notes     The isobaric heat capacities are those of each side at its mean pressure, both at the mean of the two

@@ -47,10 +47,9 @@ void gasCoolerToExpansion(const SUBSTANCE& substance, const CYCLEIN& cycle, cons
     high.fall = cycle.VDAT[20];
     const double hotSideDP = pressureDrop(cycle, 21, checks.hotSideDrop);
     const double P3 = P2 - hotSideDP;
-    const double T3 = T2 - high.fall;
     refuseIf(P3 <= 0.0, checks.hotSideP);
-    refuseIf(T3 <= 0.0, checks.hotSideT);
-    linePoint(substance, high.p2, hotSideDP, high.fall, P3, T3, high.p3);
+    refuseIf(T2 - high.fall <= 0.0, checks.hotSideT);
+    const double T3 = exchangerLiquid(substance, high.p2, T2, hotSideDP, P3, high.fall, high.p3);
 
     const double P4 = P3 - pressureDrop(cycle, 19, checks.afterDrop);
     high.after = temperatureFall(parameter(cycle, 18), T3);
@@ -72,10 +71,11 @@ void suctionThroughExchanger(const SUBSTANCE& substance, const CYCLEIN& cycle, c
 
     s.vaporDrop = pressureChange(substance, parameter(cycle, 22), beforeP, dewSide, checks.vaporDrop);
     const double vaporP = beforeP - s.vaporDrop.DP;
-    refuseIf(high.p3.H > high.p2.H, checks.negativeHeat);
+    const bool exchanges = cycle.VDAT[20] != 0.0;
+    refuseIf(exchanges && high.p3.H > high.p2.H, checks.negativeHeat);
     exchangerOutlet(substance, s.beforeOutlet, vaporP, s.beforeOutlet.H + (high.p2.H - high.p3.H), s.vaporOutlet);
     s.rise = s.vaporOutlet.T - s.before.T;
-    refuseOutside(s.rise, changeLimits, checks.vaporRise);
+    if (exchanges) refuseOutside(s.rise, changeLimits, checks.vaporRise);
 
     s.after = vaporLine(substance, cycle, 6, {s.vaporOutlet, vaporP, s.vaporOutlet.T}, checks.after, s.afterOutlet);
 }
@@ -91,12 +91,16 @@ void compressorToGasCooler(const SUBSTANCE& substance, const CYCLEIN& cycle, con
 
 // ---- report ---------------------------------------------------------------------------------------------------------
 
-void highSideCompressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
-                               const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double M,
-                               double power) {
+void highSideCompressorEnds(ResultWriter& writer, std::string_view heading, const Device& device) {
     writer.heading(heading);
     stateRow(writer, "Inlet", device.inlet);
     shortStateRow(writer, "Outlet", device.outlet);
+}
+
+void highSideCompressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
+                               const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double M,
+                               double power) {
+    highSideCompressorEnds(writer, heading, device);
     compressorRows(writer, efficiencies, sweptVolume, pressureRatio, M, power);
 }
 

@@ -70,6 +70,7 @@ void compressorToGasCooler(const SUBSTANCE& substance, const CYCLEIN& cycle, con
 // ---- report ---------------------------------------------------------------------------------------------------------
 
 // Rows above the critical pressure show neither quality nor saturation temperature.
+void highSideCompressorEnds(ResultWriter& writer, std::string_view heading, const Device& device);
 void highSideCompressorSection(ResultWriter& writer, std::string_view heading, const Device& device,
                                const Efficiencies& efficiencies, double sweptVolume, double pressureRatio, double M,
                                double power);

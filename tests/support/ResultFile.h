@@ -59,4 +59,18 @@ inline StateRow stateRow(const ResultFile& file, int first) {
             file.number(first + 4), file.number(first + 5), file.number(first + 6)};
 }
 
+// Whether a circuit whose evaporator (or boiler) is its first device takes heat up there: the heat is the flow times
+// the rise of enthalpy, and positive where the fluid enters wetter than it leaves. start is the line before the
+// circuit. Circuits with points that could not be computed have nothing to say.
+inline bool takesHeatUp(const ResultFile& file, int start = 0) {
+    const StateRow inlet = stateRow(file, start + 6), outlet = stateRow(file, start + 13);
+    const double M = file.number(start + 23), heat = file.number(start + 25);
+    constexpr double missing = -777.0;
+    for (int line = start + 6; line <= start + 25; ++line)
+        if (file.number(line) == missing) return true;
+    const double expected = M * (outlet.H - inlet.H);
+    if (!(std::fabs(heat - expected) <= 1e-9 * std::fabs(expected))) return false;
+    return inlet.Q >= 1.0 || outlet.Q < 1.0 || outlet.H > inlet.H;
+}
+
 }  // namespace frigana::test

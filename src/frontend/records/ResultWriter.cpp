@@ -63,6 +63,7 @@ struct Journal {
     struct Line {
         ResultEntry::Kind kind;
         short circuit, section, group, row, name, unit;
+        bool missing;
     } line[mostJournalLines];
 };
 Journal journals[mostJournals];
@@ -162,7 +163,8 @@ void ResultWriter::tell(ResultEntry entry) {
                                         .group = static_cast<short>(group_),
                                         .row = static_cast<short>(row_),
                                         .name = static_cast<short>(numberOf(entry.name)),
-                                        .unit = static_cast<short>(numberOf(entry.unit))};
+                                        .unit = static_cast<short>(numberOf(entry.unit)),
+                                        .missing = entry.value == missingValue};
         journal.lines = entry.line;
     }
     if (entry.kind == ResultEntry::Kind::value && !std::isfinite(entry.value)) finite_ = false;
@@ -215,6 +217,11 @@ void ResultWriter::value(std::string_view name, std::string_view unit, float val
           .name = name,
           .unit = unit,
           .value = static_cast<double>(value)});
+}
+
+void ResultWriter::noValue(std::string_view name, std::string_view unit, double inItsPlace) {
+    writeFree(unit_, inItsPlace);
+    tell({.kind = ResultEntry::Kind::value, .line = line(), .name = name, .unit = unit, .value = missingValue});
 }
 
 void ResultWriter::integer(std::string_view name, int value) {
@@ -284,6 +291,7 @@ void ResultWriter::copyLines(ResultCopy& source, int count) {
 
         ResultEntry entry{.kind = ResultEntry::Kind::text, .line = line(), .text = text};
         const int at = source.line() - 1;
+        bool missing = false;
         if (source.journal_ >= 0 && at < journals[source.journal_].lines) {
             const Journal::Line known = journals[source.journal_].line[at];
             entry.kind = known.kind;
@@ -292,6 +300,7 @@ void ResultWriter::copyLines(ResultCopy& source, int count) {
             section_ = known.section;
             group_ = known.group;
             row_ = known.row;
+            missing = known.missing;
         }
         const auto first = text.find_first_not_of(' ');
         entry.text = first == std::string_view::npos ? std::string_view{} : text.substr(first);
@@ -300,6 +309,7 @@ void ResultWriter::copyLines(ResultCopy& source, int count) {
             entry.kind = ResultEntry::Kind::text;
         else if (entry.kind == ResultEntry::Kind::integer && record.read(entry.integer) != ReadStatus::ok)
             entry.kind = ResultEntry::Kind::text;
+        if (missing) entry.value = missingValue;
         tell(entry);
     }
 }

@@ -106,6 +106,9 @@ class ResultWriter {
     // One line each, in free form.
     void value(std::string_view name, std::string_view unit, double value);
     void value(std::string_view name, std::string_view unit, float value);
+    // A line for which nothing was worked out: the file has a number in its place, and who listens hears a missing
+    // value.
+    void noValue(std::string_view name, std::string_view unit, double inItsPlace);
     void integer(std::string_view name, int value);
     void text(std::string_view name, std::string_view text);
     void blankLine();  // holds one blank

@@ -94,6 +94,7 @@ TEST(BasicCycleRandom, EveryRequestEndsInOneOfTheTwoForms) {
             continue;
         }
         ++solved;
+        EXPECT_TRUE(takesHeatUp(file));
         ASSERT_EQ(file.count(), 283);
         ASSERT_EQ(file.trimmed(1), "2");
         // Evaporator, suction line and compressor take up what discharge line, condenser and liquid line give away.

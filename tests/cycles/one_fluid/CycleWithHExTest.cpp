@@ -86,7 +86,7 @@ TEST(CycleWithHExCodes, EveryCheckEndsTheRunWithItsText) {
         {202239, "Error: Heat exchanger - the heat trasfer was negative!", {{20, {3, 330.0}}}},
         {202240,
          "Error: Vapor side at heat exchanger - temperature change is out of range!",
-         {{20, {2, 0.0}}, {22, {1, 50.0}}}},
+         {{20, {2, 0.01}}, {22, {1, 50.0}}}},
         {202241,
          "Error: Suction line after heat exchanger - pressure drop is out of range!",
          {{1, {1, 350.0}}, {13, {1, 365.0}}, {7, {2, 60.0}}}},
@@ -123,12 +123,6 @@ TEST(CycleWithHExEdges, NoFallOfTheLiquidExchangesNothing) {
     for (int i = 0; i < 7; ++i) EXPECT_EQ(file.raw(vaporSide + 7 + i), file.raw(vaporSide + i)) << i;
     EXPECT_EQ(file.number(224), 0.0);
     EXPECT_EQ(file.number(245), 0.0);
-}
-
-TEST(CycleWithHExEdges, NoFallOfTheLiquidLeavesTheVaporSideItsDropAndItsChecks) {
-    // The drop throttles the vapor, which cools it: the rise is negative.
-    EXPECT_EQ(resultText(withExchanger, {{20, {2, 0.0}}, {22, {1, 10.0}}}),
-              failure(202240, "Error: Vapor side at heat exchanger - temperature change is out of range!"));
 }
 
 TEST(CycleWithHExEdges, NoRiseOfTheVaporStillGoesThroughTheSearch) {

@@ -225,6 +225,7 @@ TEST_P(RandomRequests, EndInAWholeResultOrInAFailureFile) {
         }
         ASSERT_EQ(file.count(), kind.lines) << request.text();
         ++solved;
+        EXPECT_TRUE(takesHeatUp(file)) << request.text();
         double sum = 0.0;
         double largest = 0.0;
         for (const Flow& flow : cycle.balance) {

@@ -57,7 +57,7 @@ TEST(TranscriticalCodes, EveryReachableCheckEndsTheRunWithItsText) {
         {207239, "Error: Heat exchanger - the heat trasfer is negative!", {{20, {3, 330.0}}}},
         {207240,
          "Error: Vapor side at heat exchanger - temperature change is out of range!",
-         {{20, {2, 0.0}}, {22, {1, 300.0}}}},
+         {{20, {2, 0.01}}, {22, {1, 300.0}}}},
         {207241,
          "Error: Suction line after heat exchanger - pressure drop is out of range!",
          {{1, {1, 300.0}}, {2, {2, 1.0}}, {4, {2, 0.0}}, {7, {2, 20.0}}}},

@@ -210,6 +210,8 @@ void solveMany(const System& system) {
         }
         ASSERT_EQ(file.count(), system.lines) << request.text();
         ++solved;
+        EXPECT_TRUE(takesHeatUp(file)) << request.text();
+        EXPECT_TRUE(takesHeatUp(file, system.second1 - 1)) << request.text();
         const int low = system.second1 - 1;
         const Balance& lowBalance = system.sub == 3 ? subcooledBalance : system.sub == 4 ? basicBalance : loopBalance;
         const double open = larger(openPart(file, basicBalance, 0), openPart(file, lowBalance, low));
