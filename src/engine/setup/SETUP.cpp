@@ -15,6 +15,7 @@
 #include "ReferenceState.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_HOTTEST.h"
+#include "SAT_SUB_SPLIT.h"
 #include "SaturationExtrema.h"
 #include "SaturationSpline.h"
 #include "UTILITY.h"
@@ -388,6 +389,7 @@ void PUREFLD(int icomp) {
 void forgetSaturation() {
     resetSaturationMemo();
     resetHottestSaturation();
+    resetSplitLiquids();
     resetSpinodalTables();
     resetSaturationExtrema();
 }

@@ -144,16 +144,28 @@ bool belowTangent(double T, double p, const Composition& z, const Composition& f
 }  // namespace
 
 bool unstableFeed(double T, double p, const Composition& z, int mostExchanges, OtherPhase (&other)[2]) {
+    int ierr = 0;
+    Text255 herr;
+    double rho = 0.0;
+    TPRHO(T, p, z, vaporPhase, 0, rho, ierr, herr);
+    if (ierr > 0) TPRHO(T, p, z, liquidPhase, 0, rho, ierr, herr);
+    if (ierr > 0) {
+        other[0].rho = 0.0;
+        return true;
+    }
+    return unstableState(T, p, rho, z, mostExchanges, other);
+}
+
+bool unstableState(double T, double p, double rho, const Composition& z, int mostExchanges, OtherPhase (&other)[2]) {
     const FluidConstants& fluid = fluidConstants;
     const OtherPhase given[2] = {other[0], other[1]};
     OtherPhase& found = other[0];
     found.rho = 0.0;
     int ierr = 0;
     Text255 herr;
-    double rho = 0.0;
-    TPRHO(T, p, z, vaporPhase, 0, rho, ierr, herr);
-    if (ierr > 0) TPRHO(T, p, z, liquidPhase, 0, rho, ierr, herr);
-    if (ierr > 0) return true;
+    double slope = 0.0;
+    DPDD(T, rho, z, slope);
+    if (!(p > 0.0 && slope > 0.0)) return true;
     Composition feed{};
     FGCTY2(T, rho, z, feed, ierr, herr);
     if (ierr > 0) return true;

@@ -52,6 +52,9 @@ struct OtherPhase {
 //   Source    M. L. Michelsen, Fluid Phase Equilib. 9 (1982) 1
 bool unstableFeed(double T, double p, const Composition& z, int mostExchanges, OtherPhase (&other)[2]);
 
+// The same of a given density, whose pressure p is; of several at one pressure it may be the wrong one.
+bool unstableState(double T, double p, double rho, const Composition& z, int mostExchanges, OtherPhase (&other)[2]);
+
 // True if the two are one phase, the solution that every phase has with itself.
 bool samePhaseTwice(double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "FLSH_SUB.h"
+#include "FLSH_SUB_STABILITY.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "LIMITS.h"
@@ -33,6 +34,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     p = 0;
     q = superheatedVapor;
 
+    if (refuseInputs(ab, {{'T', T, 1}, {letter, b, 239}}, r)) return;
     CriticalPoint critical;
     if (!criticalPoint(ab, 230, z, critical, r)) return;
     const EosLimits limits = limitsAt(T, 0, 0, z);
@@ -122,6 +124,16 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         }
         if (!singlePhase(lower, upper)) return;
         q = p > critical.p ? supercriticalOrNone : superheatedVapor;
+        // the critical temperature of a mixture is an estimate, and not its hottest one
+        const int warning = ierr;
+        const Text255 warningText = herr;
+        if (isMetastable(T, p, D, z, critical) && !solveOnIsotherm(T, b, letter, z, 1.5 * critical.p, p, r)) {
+            noState(r);
+            reportError(ab, 224, noDewPoint, Text255{}, ierr, herr);
+            return;
+        }
+        ierr = warning;
+        herr = warningText;
         return;
     }
 
@@ -133,8 +145,12 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         reportError(ab, pair.ierr, "", pair.herr, ierr, herr);
         q = supercriticalOrNone;
     };
+    const auto onIsotherm = [&] {
+        return icomp == 0 && mayBeTwoPhase(T, 0, z, critical) &&
+               solveOnIsotherm(T, b, letter, z, 1.5 * critical.p, p, r);
+    };
     if (dew.ierr > 0) {
-        saturationFailed(dew);
+        if (!onIsotherm()) saturationFailed(dew);
         return;
     }
     const double dewValue = value(dew.Dv);
@@ -154,7 +170,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     } else {
         saturationAtT(T, z, 1, bubble);
         if (bubble.ierr > 0) {
-            saturationFailed(bubble);
+            if (!onIsotherm()) saturationFailed(bubble);
             return;
         }
     }
@@ -309,6 +325,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
     const int icomp = openFlash(z, r);
     T = p = 0;
 
+    if (refuseInputs(ab, {{'D', D, 2}, {letter, b, 215}}, r)) return;
     CriticalPoint critical;
     if (!criticalPoint(ab, 210, z, critical, r)) return;
     const EosLimits limits = limitsAt(-1, D, 0, z);
@@ -330,7 +347,9 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         if (line.ierr > 0 && beyondVaporLiquidLine(icomp, D)) {
             saturatedValue = b - 1e-6;
         } else {
-            saturatedValue = propertyByLetter(letter, line.ierr > 0 || line.T > critical.T ? critical.T : line.T, D, z);
+            // a mixture's dew points lie above its critical temperature, too
+            const bool known = line.ierr <= 0 && (line.T <= critical.T || icomp == 0);
+            saturatedValue = propertyByLetter(letter, known ? line.T : critical.T, D, z);
         }
     }
 
@@ -350,9 +369,11 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         }
         p = fillSinglePhase(T, D, z, r);
         q = regionQuality(T, p, D, critical);
-    } else {
+    }
+    if (b < saturatedValue || isMetastable(T, p, D, z, critical)) {
         DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
-        if (ierr <= 0 && !(q > 0 && q < 1)) {
+        // at the lines themselves the share is that of one phase
+        if (ierr <= 0 && !(q >= 0 && q <= 1)) {
             ierr = 248;
             inner.clear();
         }
@@ -458,125 +479,39 @@ void closeEntropy(double s, const Composition& z, FlashResult& r) {
     r.h = (1 - q) * liquid.h + q * vapor.h;
 }
 
+// The two-phase state of an entropy at a pressure, by the flash at these. Codes from 200 on are of flashes that failed.
+bool stateOnIsentrope(double p, double s, const Composition& z, FlashResult& r) {
+    int code = 0;
+    Text255 text;
+    const SilentMessages quiet;
+    PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
+    const bool found = r.D > 0 && code < 200;
+    if (found) closeEntropy(s, z, r);
+    r.s = s;
+    r.p = p;
+    return found;
+}
+
 // Two phases: pressure at which the entropy goes with the given enthalpy, dh/dp = 1/rho along an isentrope. In energy
-// mode the same steps serve, their length being nearly right; what they leave open the secant closes, and false
-// position between bounds that are far apart or that the secant leaves, as energy runs with a corner through the bubble
-// line.
+// mode the same steps serve, their length being nearly right.
 bool twoPhaseByPressure(double given, double s, const Composition& z, double pStart, bool energy, FlashResult& r) {
     constexpr int mostSteps = 25;
     constexpr double tolerance = 1e-5;
     constexpr double closestStep = 1e-12;  // of pressure: below it the next state is the same one
     double p = pStart;
-    double pBefore = 0;
     double fBefore = 0;
-    bool haveBefore = false;
-    double F = 0;
-    double pLower = 0, fLower = 0, pUpper = 0, fUpper = 0;
-    int side = 0;
-    const auto solveAt = [&](double at) {
-        int code = 0;
-        Text255 text;
-        const SilentMessages quiet;
-        PSFLSH(at, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
-        if (code <= 0) closeEntropy(s, z, r);
-        r.s = s;
-        r.p = at;
-        F = (energy ? r.e : r.h) - given;
-        return code <= 0;
-    };
-    // An end that stays twice has its residual halved (the Illinois method).
-    const auto bound = [&] {
-        if (F < 0) {
-            pLower = p;
-            fLower = F;
-            if (side == -1) fUpper /= 2;
-            side = -1;
-        } else {
-            pUpper = p;
-            fUpper = F;
-            if (side == 1) fLower /= 2;
-            side = 1;
-        }
-    };
     for (int step = 1; step <= mostSteps; ++step) {
-        if (!solveAt(p)) {
-            // Below the lowest pressure of a two-phase state: back toward the last good one.
-            if (!haveBefore) return false;
-            p = 0.5 * (p + pBefore);
-            continue;
-        }
-        // Beside the bubble line enthalpy hardly changes with pressure: below the tolerance the steps go on for as long
-        // as they help.
-        if (haveBefore && std::abs(fBefore) < tolerance && std::abs(F) >= 0.5 * std::abs(fBefore)) {
-            if (std::abs(F) > std::abs(fBefore)) solveAt(pBefore);
+        if (!stateOnIsentrope(p, s, z, r)) return false;
+        const double F = (energy ? r.e : r.h) - given;
+        const double next = p - F * r.D;
+        // beside the bubble line enthalpy hardly changes with pressure: the steps go on for as long as they help
+        if (std::abs(F) < tolerance &&
+            (std::abs(next - p) < closestStep * p || (step > 1 && std::abs(F) >= 0.5 * std::abs(fBefore))))
             return true;
-        }
-        double next = p - F * r.D;
-        if (energy) {
-            bound();
-            const bool bounded = pLower > 0 && pUpper > 0;
-            if (haveBefore && std::abs(F - fBefore) > 1e-12) next = p - F * (p - pBefore) / (F - fBefore);
-            const bool trusted = pUpper - pLower < 0.01 * pUpper && next > pLower && next < pUpper;
-            if (bounded && !trusted) next = pUpper - fUpper * (pUpper - pLower) / (fUpper - fLower);
-        }
-        if (std::abs(F) < tolerance && std::abs(next - p) < closestStep * p) return true;
-        pBefore = p;
         fBefore = F;
-        haveBefore = true;
         p = std::max(0.2 * (p + 0.001), next);
     }
-    return haveBefore && std::abs(fBefore) < tolerance && solveAt(pBefore);
-}
-
-// Saturated state of a given enthalpy or energy within 5 % below the critical temperature, by bisection. The critical
-// point of a fluid file is a rounded one: the saturation lines may end apart from each other there, and a value in the
-// gap has its state on the isotherm between them.
-bool rootBesideCritical(char letter, double given, const Composition& z, double Tc, double& t, double& p, double& d,
-                        double& s) {
-    constexpr int mostSteps = 60;
-    constexpr double closest = 1e-7;
-    const SilentMessages quiet;
-    SaturatedPair line;
-    const auto saturated = [&](double T, double& liquid, double& vapor) {
-        saturationAtT(T, z, 2, line);
-        if (line.ierr > 0) return false;
-        liquid = propertyByLetter(letter, T, line.Dl, z);
-        vapor = propertyByLetter(letter, T, line.Dv, z);
-        return true;
-    };
-    double liquid = 0;
-    double vapor = 0;
-    double above = Tc * (1 - closest);
-    if (!saturated(above, liquid, vapor)) return false;
-    if (given >= liquid && given <= vapor) {
-        const double q = vapor > liquid ? (given - liquid) / (vapor - liquid) : 0;
-        t = above;
-        p = line.p;
-        d = bulkDensity(q, line.Dl, line.Dv);
-        s = (1 - q) * propertyByLetter('S', above, line.Dl, z) + q * propertyByLetter('S', above, line.Dv, z);
-        return true;
-    }
-
-    // Both values move away from the critical one as the temperature falls.
-    const bool onLiquidLine = given < liquid;
-    const auto passed = [&] { return onLiquidLine ? liquid <= given : vapor >= given; };
-    double below = 0;
-    for (double away = 4 * closest; away < 0.06 && below == 0; away *= 4) {
-        const double T = Tc * (1 - away);
-        if (!saturated(T, liquid, vapor)) return false;
-        (passed() ? below : above) = T;
-    }
-    if (below == 0) return false;
-    for (int step = 1; step <= mostSteps && above - below > 1e-13 * Tc; ++step) {
-        const double middle = 0.5 * (above + below);
-        if (!saturated(middle, liquid, vapor)) return false;
-        (passed() ? below : above) = middle;
-    }
-    t = line.T;
-    p = line.p;
-    d = onLiquidLine ? line.Dl : line.Dv;
-    s = propertyByLetter('S', t, d, z);
-    return true;
+    return false;
 }
 
 // From a single-phase state near the one looked for to the rounding of both properties; the best state met is kept.
@@ -636,84 +571,60 @@ void refineState(char letter, double given, double s, const Composition& z, doub
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FlashResult& r) {
     constexpr int mostSteps = 100;
     constexpr double lowestPressure = 1e-10;  // [kPa]
-    // The inner flash keeps entropy to 1e-8 of its value.
-    const double tolerance = 1e-8 * std::max(1.0, std::abs(given));
-    const double highestPressure = 1.01 * pmax;
-    const SilentMessages quiet;
+    // The steps go on to the rounding of the value; what the inner flash can keep is enough where they end before.
+    const double scale = std::max(1.0, std::abs(given));
+    const double tolerance = 1e-13 * scale, closeEnough = 1e-8 * scale;
     double F = 0;
     // A pressure without a state of this entropy is one below its lowest temperature.
     const auto residual = [&](double p) {
-        int code = 0;
-        Text255 text;
-        PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
-        const bool found = r.D > 0 && code < 200;
-        if (found) closeEntropy(s, z, r);
-        r.p = p;
-        r.s = s;
+        const bool found = stateOnIsentrope(p, s, z, r);
         F = (energy ? r.e : r.h) - given;
         return found;
     };
     double lower = std::log(lowestPressure);
-    double upper = std::log(highestPressure);
-    double fLower = 0;
-    double fUpper = 0;
-    bool haveLower = false;
-    if (!residual(highestPressure) || F < 0) return false;
-    fUpper = F;
+    double upper = std::log(1.01 * pmax);
+    if (!residual(std::exp(upper)) || F < 0) return false;
+    // h is close to linear in p for liquids: false position in p itself, between halvings of its logarithm
+    FalsePosition ends{std::exp(lower), 0, std::exp(upper), F};
+    bool haveLower = false, haveUpper = true;
     // A pressure without a state between two good ones lies in the gap of an equation whose saturation lines end apart
     // from each other: the side of the lower pressures is searched first, then that of the higher ones.
-    bool haveUpper = true;
-    double upperBeyondGap = 0;
-    double fUpperBeyondGap = 0;
+    FalsePosition beyondGap = ends;
     bool haveGap = false;
-    int side = 0;
     for (int step = 1; step <= mostSteps; ++step) {
         double at = 0.5 * (lower + upper);
-        if (haveLower && haveUpper && step % 4 != 0) {
-            // in p, not its logarithm: h is close to linear in p for liquids
-            const double pl = std::exp(lower);
-            const double pu = std::exp(upper);
-            const double p = pu - fUpper * (pu - pl) / (fUpper - fLower);
-            if (p > pl && p < pu) at = std::log(p);
-        }
-        const bool found = residual(std::exp(at));
+        if (haveLower && haveUpper && step % 4 != 0) at = std::log(ends.next());
+        const double p = std::exp(at);
+        const bool found = residual(p);
         if (found && std::abs(F) < tolerance) return true;
         if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) {
-            if (!haveUpper && haveGap) {
-                lower = upper;
-                haveLower = false;
-                upper = upperBeyondGap;
-                fUpper = fUpperBeyondGap;
-                haveUpper = true;
-                haveGap = false;
-                continue;
-            }
-            return found && std::abs(F) < 10 * tolerance;
-        }
-        if (!found && haveLower) {
-            if (!haveGap) {
-                upperBeyondGap = upper;
-                fUpperBeyondGap = fUpper;
-                haveGap = true;
-            }
+            if (haveUpper || !haveGap) return found && std::abs(F) < closeEnough;
+            lower = upper;
+            upper = std::log(beyondGap.upper);
+            ends.upper = beyondGap.upper;
+            ends.fUpper = beyondGap.fUpper;
+            haveLower = haveGap = false;
+            haveUpper = true;
+        } else if (!found && haveLower) {
+            if (!haveGap) beyondGap = ends;
+            haveGap = true;
             upper = at;
             haveUpper = false;
-            side = 0;
-        } else if (!found || F < 0) {
-            if (found && side == -1) fUpper /= 2;
+        } else if (!found) {
             lower = at;
-            fLower = F;
-            haveLower = found;
-            side = -1;
+        } else if (haveLower && haveUpper) {
+            ends.take(p, F);
+            lower = std::log(ends.lower);
+            upper = std::log(ends.upper);
         } else {
-            if (side == 1) fLower /= 2;
-            upper = at;
-            fUpper = F;
-            haveUpper = true;
-            side = 1;
+            ends.side = 0;
+            (F < 0 ? ends.lower : ends.upper) = p;
+            (F < 0 ? ends.fLower : ends.fUpper) = F;
+            (F < 0 ? lower : upper) = at;
+            (F < 0 ? haveLower : haveUpper) = true;
         }
     }
-    return std::abs(F) < 10 * tolerance;
+    return std::abs(F) < closeEnough;
 }
 
 // Whether a single-phase result is the state asked for: inside the limits, with the given values, and neither a
@@ -755,24 +666,11 @@ bool isStable(double given, double s, const Composition& z, double tmin, double 
     return phase.p >= 0 && (liquid ? r.D >= line.Dl * (1 - 1e-8) : r.D <= line.Dv * (1 + 1e-8));
 }
 
-// Whether a value of a blend lies between those of its lines at the hot end of the two-phase region, where its
-// saturated states are found slowly or not at all; the pressure of the bubble line there.
-bool betweenHotEnds(double given, const Composition& z, bool energy, double Tc, double& p) {
-    constexpr double hotEnd = 0.96;  // of Tc: up to there the saturation of blends is as fast as anywhere
-    const SilentMessages quiet;
-    const char letter = energy ? 'E' : 'H';
-    SaturatedPair line;
-    saturationAtT(hotEnd * Tc, z, 1, line);
-    if (line.ierr > 0 || given < propertyByLetter(letter, line.T, line.Dl, z)) return false;
-    p = line.p;
-    saturationAtT(hotEnd * Tc, z, 2, line);
-    return line.ierr <= 0 && given < propertyByLetter(letter, line.T, line.Dv, z);
-}
-
 void solveByEntropy(double given, double s, const Composition& z, bool energy, FlashResult& r) {
     const std::string_view ab = energy ? "ES" : "HS";
     const int icomp = openFlash(z, r);
     r.T = r.p = r.D = 0;
+    if (refuseInputs(ab, {{energy ? 'E' : 'H', given, 200}, {'S', s, 200}}, r)) return;
 
     Text255 inner;
     double tmin = 0;
@@ -790,53 +688,6 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         return;
     }
 
-    // Saturated states of the given enthalpy.
-    int nroot = 0;
-    int k1 = 0;
-    int k2 = 0;
-    double t1 = 0;
-    double p1 = 0;
-    double d1 = 0;
-    double t2 = 0;
-    double p2 = 0;
-    double d2 = 0;
-    int code = 0;
-    double pHot = 0;
-    const bool hot =
-        icomp == 0 && betweenHotEnds(given, z, energy, Tc, pHot) && twoPhaseByPressure(given, s, z, pHot, energy, r);
-    if (!hot) {
-        const SilentMessages quiet;
-        SATH(given, z, 0, nroot, k1, t1, p1, d1, k2, t2, p2, d2, code, inner);
-    }
-    double s1 = 0;
-    double s2 = 0;
-    if (nroot >= 1) ENTRO(t1, d1, z, s1);
-    if (nroot >= 2) ENTRO(t2, d2, z, s2);
-
-    // Beside the critical point the saturated enthalpy turns so steeply that its root there may not be found.
-    if (icomp > 0 && code > 0 && (nroot == 0 || (nroot == 1 && k1 == 2))) {
-        double t = 0;
-        double p = 0;
-        double d = 0;
-        double sFound = 0;
-        if (rootBesideCritical(energy ? 'E' : 'H', given, z, Tc, t, p, d, sFound)) {
-            if (nroot == 1) {
-                t2 = t1;
-                d2 = d1;
-                s2 = s1;
-            }
-            ++nroot;
-            t1 = t;
-            p1 = p;
-            d1 = d;
-            s1 = sFound;
-        }
-    }
-
-    // The starts below are those of their region only if the roots are known. For a blend the search for them may fail,
-    // and the maximum of the saturated vapor's energy stands in a place that its own saturation has overwritten.
-    const bool rootsUnknown = icomp == 0 && (code >= 161 || (energy && code == 4));
-
     const auto refine = [&] { refineState(energy ? 'E' : 'H', given, s, z, r.T, r.D); };
     const auto accepted = [&] {
         if (r.ierr > 0) return false;
@@ -851,35 +702,39 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         r.T = T;
         r.D = D;
     };
-    bool solved = hot;
-    bool byPressure = hot;
-    if (hot || rootsUnknown) {
-        // solved already, or to be solved on the isentrope
-    } else if (nroot == 0) {
-        r.T = 1.1 * Tc;
-        r.D = Dc;
-        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
-        solved = accepted();
-    } else if (s < s1) {
-        r.T = 1.01 * t1;
-        r.D = 1.01 * d1;
-        HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
-        if (r.ierr > 0) {
-            r.T = t1;
-            r.D = d1;
-            HSFL1(given, s, z, d1, Dmax, r.T, r.D, r.ierr, r.herr);
+
+    // The saturated states of the given enthalpy decide on the phase of a pure fluid. Those of a mixture are long to
+    // find, and next to its critical point not found at all: it is solved on its isentrope at once.
+    bool solved = false;
+    bool byPressure = false;
+    if (icomp > 0) {
+        int nroot = 0, k1 = 0, k2 = 0, code = 0;
+        double t1 = 0, p1 = 0, d1 = 0, t2 = 0, p2 = 0, d2 = 0, s1 = 0, s2 = 0;
+        {
+            const SilentMessages quiet;
+            SATH(given, z, 0, nroot, k1, t1, p1, d1, k2, t2, p2, d2, code, inner);
         }
-        solved = accepted();
-    } else if (nroot >= 2 && s > s2) {
-        r.T = t2;
-        r.D = d2 / 1.1;
-        HSFL1(given, s, z, 0, Dmax, r.T, r.D, r.ierr, r.herr);
-        solved = accepted();
-    } else {
-        solved = byPressure = twoPhaseByPressure(given, s, z, p1, energy, r);
+        if (nroot >= 1) ENTRO(t1, d1, z, s1);
+        if (nroot >= 2) ENTRO(t2, d2, z, s2);
+        const auto singlePhase = [&](double Tstart, double Dstart, double Dmin) {
+            r.T = Tstart;
+            r.D = Dstart;
+            HSFL1(given, s, z, Dmin, Dmax, r.T, r.D, r.ierr, r.herr);
+            return r.ierr <= 0;
+        };
+        if (nroot == 0) {
+            singlePhase(1.1 * Tc, Dc, 0);
+            solved = accepted();
+        } else if (s < s1) {
+            if (!singlePhase(1.01 * t1, 1.01 * d1, d1)) singlePhase(t1, d1, d1);
+            solved = accepted();
+        } else if (nroot >= 2 && s > s2) {
+            singlePhase(t2, d2 / 1.1, 0);
+            solved = accepted();
+        } else {
+            solved = byPressure = twoPhaseByPressure(given, s, z, p1, energy, r);
+        }
     }
-    // A cold liquid under pressure, whose temperature is below the starts, a vapor beside a retrograde dew line, two
-    // phases next to the triple point, and blends of unknown roots are found on their isentrope.
     if (!solved && solveOnIsentrope(given, s, z, pmax, energy, r)) {
         solved = byPressure = true;
         r.ierr = 0;

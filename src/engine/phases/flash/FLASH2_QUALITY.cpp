@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "FLASH2.h"
+#include "FLASH2_SHARE.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "Message.h"
@@ -95,6 +96,27 @@ void saturatedEnd(const GivenQuality& given, int kph, FlashResult& r) {
     fillProperties(propertiesOf(r.T, r.D, liquid ? r.x : r.y), r);
 }
 
+// A state of a mixture by a walk from the dew point down to the share.
+bool fromDewLine(const GivenQuality& given, const SaturatedPair& dew, FlashResult& r) {
+    constexpr double step = 0.1, smallestStep = 1e-3;
+    constexpr int mostSteps = 60;
+    PhasePair here = pairOf(dew, 1);
+    const auto solve = [&](double share, const PhasePair&, PhasePair& pair) {
+        (given.atT() ? pair.T : pair.p) = given.value;
+        return stateAtShare(given.atT(), share, given.z, pair);
+    };
+    const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
+    if (walkLine({1, given.q, -step, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived) return false;
+    r.T = here.T;
+    r.p = here.p;
+    r.Dl = here.Dl;
+    r.Dv = here.Dv;
+    r.x = here.x;
+    r.y = here.y;
+    r.ierr = 0;
+    return true;
+}
+
 void betweenLines(const GivenQuality& given, FlashResult& r) {
     constexpr std::string_view where = "2-phase";
     const double q = given.q;
@@ -105,6 +127,17 @@ void betweenLines(const GivenQuality& given, FlashResult& r) {
         // On the sublimation line there is no liquid to average with.
         bubble.ierr = 2;
         bubble.herr.assign("input state is solid or two-phase solid-vapor");
+    }
+    if (bubble.ierr > 0 && given.icomp == 0 && given.kq != 2) {
+        // above its critical temperature or pressure a mixture has its dew points alone
+        {
+            const SilentMessages quiet;
+            given.saturation(2, dew);
+        }
+        if (dew.ierr <= 0 && fromDewLine(given, dew, r)) {
+            fillBetweenLines(q, r);
+            return;
+        }
     }
     if (!found(given, where, bubble, r)) return;
     if (given.oneLine()) {
@@ -170,6 +203,7 @@ void TQFLSH(double T, double q, const Composition& z, int kq, double& p, double&
     p = 0;
     const GivenQuality given{"TQ", T, q, kq, icomp, bulk};
 
+    if (refuseInputs("TQ", {{'T', T, 1}, {'Q', q, 275}}, r)) return;
     const EosLimits limits = limitsAt(T, 0, 0, bulk);
     if (limits.code > 0) {
         reportLimits("TQ", limits, r);
@@ -211,6 +245,7 @@ void PQFLSH(double p, double q, const Composition& z, int kq, double& T, double&
     T = 0;
     const GivenQuality given{"PQ", p, q, kq, icomp, bulk};
 
+    if (refuseInputs("PQ", {{'P', p, 4}, {'Q', q, 295}}, r)) return;
     CriticalPoint critical;
     if (!criticalPoint("PQ", 290, bulk, critical, r)) return;
     const EosLimits limits = limitsAt(0.8 * critical.T, 0, p, bulk);

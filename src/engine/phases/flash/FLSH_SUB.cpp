@@ -6,6 +6,7 @@
 #include "CORE_ANC.h"
 #include "CORE_PR.h"
 #include "FLASH2.h"
+#include "FLSH_SUB_STABILITY.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
@@ -38,20 +39,47 @@ double enthalpyQuality(double h, double T, const SaturatedPair& dew) {
     return q > 0 && q < 1 ? superheatedVapor : q;
 }
 
-// A single phase by TPRHO, or the error with its code, text and the text of the density root.
+// True if the pressure of a density is the one that it was found for. A liquid at low pressure has none to speak of.
+bool isAtPressure(double found, double T, double p, double D, const Composition& z) {
+    constexpr double closeTo = 1e-6, stiffness = 1e-3;
+    if (std::abs(found - p) <= closeTo * p) return true;
+    double slope = 0;
+    DPDD(T, D, z, slope);
+    return std::abs(found - p) <= closeTo * stiffness * D * slope;
+}
+
+// A single phase by TPRHO, or the error with its code, text and the text of the density root. Next to the critical
+// point the density iteration may fail from a guess, or end beside the pressure: there it has a second try without the
+// guess, and one from the other side.
 bool singlePhaseAtTP(double T, double p, const Composition& z, int kph, double guess, int code, std::string_view what,
                      FlashResult& r) {
-    double D = guess;
+    constexpr double besideCritical = 0.01;  // of the temperature
     Text255 inner;
-    TPRHO(T, p, z, kph, guess > 0 ? 1 : 0, D, r.ierr, inner);
-    if (r.ierr > 0) {
-        noState(r);
-        reportError("TP", code, what, inner, r.ierr, r.herr);
-        return false;
+    struct Try {
+        int kph;
+        double guess;
+    };
+    const Try tries[] = {{kph, guess}, {kph, 0}, {3 - kph, 0}, {-kph, 0}, {kph - 3, 0}};
+    for (const Try& attempt : tries) {
+        if (&attempt == &tries[1] && guess <= 0) continue;
+        if (&attempt == &tries[2] && std::abs(T / criticalPointOf(z).T - 1) > besideCritical) break;
+        double D = attempt.guess;
+        int ierr = 0;
+        Text255 text;
+        {
+            const SilentMessages quiet;
+            TPRHO(T, p, z, attempt.kph, attempt.guess > 0 ? 1 : 0, D, ierr, text);
+        }
+        if (&attempt == &tries[0]) inner = text;
+        if (ierr > 0) continue;
+        const double found = fillSinglePhase(T, D, z, r);
+        if (!isAtPressure(found, T, p, D, z)) continue;
+        r.ierr = 0;
+        return true;
     }
-    r.ierr = 0;
-    fillSinglePhase(T, D, z, r);
-    return true;
+    noState(r);
+    reportError("TP", code, what, inner, r.ierr, r.herr);
+    return false;
 }
 
 void replaceByCritical(SaturatedPair& pair, const CriticalPoint& critical, const Composition& z) {
@@ -169,6 +197,12 @@ bool solveByStability(double T, double p, const Composition& z, const CriticalPo
     return dew.ierr <= 0 && p > dew.p && fromDewPoint(T, p, z, dew, r);
 }
 
+// True if a pressure of a pure fluid lies between the end of its equation's saturation line and its critical pressure,
+// which is a measured one: there is one phase, as above.
+bool aboveEquationsLine(double p, int icomp, const SaturatedPair& line, const CriticalPoint& critical) {
+    return icomp > 0 && line.ierr > 0 && p > 0.99 * critical.p;
+}
+
 // Steps of TPFLSH after the limits; finished leaves the last checks to it.
 Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
     CriticalPoint critical;
@@ -277,8 +311,9 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
             clear(r, icomp, z);
             if (!singlePhaseAtTP(T, p, z, 1, bubble.Dl, 213, what, r)) return Road::failed;
         }
-        // A root between the lines is no liquid; at the very line the root may fall a rounding below.
-        if (r.D > dew.Dv && r.D < bubble.Dl * (1 - 1e-8)) {
+        // A root between the lines is no liquid; at the very line the root may fall a rounding below. The critical
+        // point in the place of a line that was not found tells nothing.
+        if (dewFound && bubbleFound && r.D > dew.Dv && r.D < bubble.Dl * (1 - 1e-8)) {
             noState(r);
             reportError("TP", 213, what, Text255{}, r.ierr, r.herr);
             return Road::failed;
@@ -333,8 +368,9 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
     FlashResult r{T, p, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr};
     const int icomp = openFlash(z, r);
 
-    if (p < idealGasPressure) {
-        fillSinglePhase(T, T > 0 ? p / (fluidConstants.R * T) : 0, z, r);
+    if (refuseInputs("TP", {{'T', T, 1}, {'P', p, 4}}, r)) return;
+    if (p >= 0 && p < idealGasPressure) {
+        fillSinglePhase(T, p / (fluidConstants.R * T), z, r);
         return;
     }
 
@@ -344,11 +380,20 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
         return;
     }
 
+    const double given = T;
     if (solveAtTP(T, p, z, icomp, r) == Road::failed) return;
 
     r.ierr = 0;
     r.herr.clear();
     reportLimits("TP", limits, r);
+    if (T != given) {
+        ierr = -215;
+        message(herr,
+                "[TPFLSH warning 215] supercritical density iteration did not converge; the temperature has been "
+                "changed from",
+                General{12, 5, given}, " K to 1.1 Tcrit =", General{12, 5, T}, " K.", nullCharacter);
+        ERRMSG(ierr, herr);
+    }
     if (D > limits.Dmax) {
         ierr = 2;
         message(herr, "[TPFLSH error", Integer{3, ierr},
@@ -368,7 +413,8 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
     const int icomp = openFlash(z, r);
     p = 0;
 
-    if (D < idealGasDensity) {
+    if (refuseInputs("TD", {{'T', T, 1}, {'D', D, 2}}, r)) return;
+    if (D >= 0 && D < idealGasDensity) {
         p = D * fluidConstants.R * T;
         fillSinglePhase(T, D, z, r);
         return;
@@ -386,10 +432,16 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
     if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= critical.T || D < 1e-10) {
         p = fillSinglePhase(T, D, z, r);
         q = p <= critical.p ? superheatedVapor : supercriticalOrNone;
+        if (isMetastable(T, p, D, z, critical) && !solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r)) {
+            noState(r);
+            reportError("TD", 222, noDewPoint, Text255{}, ierr, herr);
+            return;
+        }
     } else {
         SaturatedPair dew;
         saturationAtT(T, z, 2, dew);
         if (dew.ierr > 0) {
+            if (icomp == 0 && solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r)) return;
             reportError("TD", 222, noDewPoint, dew.herr, ierr, herr);
             return;
         }
@@ -398,6 +450,7 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
             bubble = dew;
         } else {
             saturationAtT(T, z, 1, bubble);
+            if (bubble.ierr > 0 && icomp == 0 && solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r)) return;
             if (bubble.ierr > 0) {
                 // The text names the flash at temperature and pressure, as those who look for it expect.
                 reportError("TP", 221, noBubblePoint, bubble.herr, ierr, herr);
@@ -453,8 +506,10 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
     const int icomp = openFlash(z, r);
     T = 0;
 
-    if (p < idealGasPressure && D < idealGasDensity) {
-        T = D > 0 ? p / (fluidConstants.R * D) : 0;
+    if (refuseInputs("PD", {{'P', p, 4}, {'D', D, 2}}, r)) return;
+    if (p >= 0 && p < idealGasPressure && D < idealGasDensity) {
+        T = p / (fluidConstants.R * D);
+        if (refuseInputs("PD", {{'T', T, 1}}, r)) return;
         fillSinglePhase(T, D, z, r);
         return;
     }
@@ -482,16 +537,31 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
         return false;
     };
 
-    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
-    if (p >= critical.p) {
-        if (!singlePhase(215, "supercritical density iteration did not converge:  ")) return;
+    // The state where the lines do not tell its phases: one, or on the isobar two.
+    const auto withoutLines = [&] {
+        if (!singlePhase(215, "supercritical density iteration did not converge:  ")) return false;
         q = T <= critical.T ? subcooledLiquid : supercriticalOrNone;
+        if (!isMetastable(T, p, D, z, critical)) return true;
+        return solveOnIsobar(p, D, 'D', z, limits.tmin, 1.5 * critical.T, T, r);
+    };
+
+    const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
+    SaturatedPair dew;
+    const bool noLiquid = plainPure && p <= fluidConstants.PTPN[icomp];
+    if (p < critical.p && !noLiquid) {
+        const SilentMessages quiet;
+        saturationAtP(p, z, 2, dew);
+    }
+    if (p >= critical.p || aboveEquationsLine(p, icomp, dew, critical)) {
+        if (!withoutLines()) {
+            if (ierr <= 0) reportError("PD", 212, noDewPoint, Text255{}, ierr, herr);
+            noState(r);
+            return;
+        }
     } else {
-        SaturatedPair dew;
-        const bool noLiquid = plainPure && p <= fluidConstants.PTPN[icomp];
-        if (!noLiquid) {
-            const SilentMessages quiet;
-            saturationAtP(p, z, 2, dew);
+        if (dew.ierr > 0 && icomp == 0 && withoutLines()) {
+            reportLimits("PD", limitsAt(T, D, p, z), r);
+            return;
         }
         if (dew.ierr > 0) {
             reportError("PD", 212, noDewPoint, dew.herr, ierr, herr);
@@ -509,6 +579,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
                 saturationAtP(p, z, 1, bubble);
             }
             if (bubble.ierr > 0) {
+                if (icomp == 0 && solveOnIsobar(p, D, 'D', z, limits.tmin, 1.5 * critical.T, T, r)) return;
                 reportError("PD", 211, noBubblePoint, bubble.herr, ierr, herr);
                 return;
             }
@@ -634,52 +705,6 @@ void returnCritical(const CriticalPoint& critical, const Composition& z, FlashRe
     r.q = supercriticalOrNone;
 }
 
-// A state below the dew temperature on an isobar of a mixture without a bubble point, as where a gas is dissolved:
-// enthalpy, entropy and energy rise with temperature through one phase and two alike.
-//   Given     atDew  value at the dew point less b, positive
-//   Returned  T, r; false if the state was not found
-bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double Tdew, double atDew,
-                   double& T, FlashResult& r) {
-    constexpr int mostSteps = 80;
-    constexpr double stepDown = 0.97;
-    const double tolerance = 1e-9 * std::max(1.0, std::abs(b));
-    const SilentMessages quiet;
-    const auto residual = [&](double at, double& F) {
-        T = at;
-        TPFLSH(T, p, z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
-        F = (letter == 'H' ? r.h : letter == 'S' ? r.s : r.e) - b;
-        return r.ierr <= 0 && T == at && r.D > 0;
-    };
-    double upper = Tdew, fUpper = atDew, lower = stepDown * Tdew, fLower = 0;
-    for (;; lower *= stepDown) {
-        if (lower < tmin || !residual(lower, fLower)) return false;
-        if (fLower <= 0) break;
-        upper = lower;
-        fUpper = fLower;
-    }
-    // false position with the residual of an end halved that stays twice (the Illinois method)
-    int side = 0;
-    for (int step = 1; step <= mostSteps; ++step) {
-        double at = upper - fUpper * (upper - lower) / (fUpper - fLower), F = 0;
-        if (!(at > lower && at < upper)) at = 0.5 * (lower + upper);
-        if (!residual(at, F)) return false;
-        if (std::abs(F) < tolerance) return true;
-        if (upper - lower < 1e-13 * upper) return false;
-        if (F < 0) {
-            if (side == -1) fUpper /= 2;
-            lower = at;
-            fLower = F;
-            side = -1;
-        } else {
-            if (side == 1) fLower /= 2;
-            upper = at;
-            fUpper = F;
-            side = 1;
-        }
-    }
-    return false;
-}
-
 }  // namespace
 
 void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
@@ -693,6 +718,10 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     const bool hasCritical = criticalPoint(ab, 240, z, critical, r);
     T = critical.T;
     if (!hasCritical) return;
+    if (refuseInputs(ab, {{'P', p, 4}, {letter, b, 249}}, r)) {
+        returnCritical(critical, z, r);
+        return;
+    }
     const EosLimits limits = limitsAt(-1, 0, p, z);
 
     // Range of the given property.
@@ -760,15 +789,28 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         TPRHO(critical.T, p, z, -2, 0, Dvapor, code, text);
         if (code <= 0) aboveDome = b > propertyByLetter('S', critical.T, Dvapor, z);
     }
-    if (aboveDome) {
+    const auto byInspection = [&] {
         const double atCritical = propertyByLetter(letter, critical.T, critical.D, z);
         const double startD = p >= critical.p ? 2 * critical.D : 0;
         const double startT = b < atCritical / 2 ? 0.8 * critical.T : critical.T + 10;
-        if (!singlePhase(2, startT, startD) && !singlePhase(2, 1.2 * critical.T, startD) &&
-            !singlePhase(2, critical.T, startD))
-            return;
-        q = regionQuality(T, p, D, critical);
+        return singlePhase(2, startT, startD) || singlePhase(2, 1.2 * critical.T, startD) ||
+               singlePhase(2, critical.T, startD);
+    };
+    const auto onIsobar = [&](double hot) { return solveOnIsobar(p, b, letter, z, limits.tmin, hot, T, r); };
+    // One phase by inspection; two of a mixture where that one falls apart.
+    const auto withoutLines = [&] {
+        const bool one = byInspection();
+        if (one && !isMetastable(T, p, D, z, critical)) {
+            q = regionQuality(T, p, D, critical);
+        } else if (!(icomp == 0 && onIsobar(std::max(1.3 * critical.T, 1.05 * T)))) {
+            if (one) reportError(ab, 242, noDewPoint, Text255{}, ierr, herr);
+            return false;
+        }
         checkLimits();
+        return true;
+    };
+    if (aboveDome) {
+        if (!withoutLines() && ierr <= 0) noState(r);
         return;
     }
 
@@ -794,34 +836,15 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
             if (singlePhase(1, bubble.T, bubble.Dl)) q = subcooledLiquid;
             return;
         }
-        // Of a mixture the critical pressure is an estimate: above the true one there are no lines.
-        if (icomp == 0 && bubble.ierr > 0 && modelTags.HEOS == "HMX") {
-            const double startT =
-                b < propertyByLetter(letter, critical.T, critical.D, z) ? 0.9 * critical.T : critical.T + 10;
+        // Of a mixture the critical pressure is an estimate: above the true one there are no lines. The equation of a
+        // pure fluid may end its line below the critical pressure of the fluid.
+        if (aboveEquationsLine(p, icomp, dew, critical) || (icomp == 0 && bubble.ierr > 0 && modelTags.HEOS == "HMX")) {
             bool solved = false;
             {
                 const SilentMessages quiet;
-                OtherPhase other[2];
-                for (const double start : {startT, 1.2 * critical.T, 0.8 * critical.T}) {
-                    solved = singlePhase(2, start, start > critical.T ? 0 : 2 * critical.D);
-                    if (solved) break;
-                }
-                solved = solved && !unstableFeed(T, p, z, longStabilityTest, other);
-                if (solved) {
-                    q = regionQuality(T, p, D, critical);
-                } else {
-                    const double hot = 1.3 * critical.T;
-                    double Dhot = 0;
-                    Text255 inner;
-                    TPRHO(hot, p, z, 2, 0, Dhot, ierr, inner);
-                    const double above = ierr > 0 ? 0 : propertyByLetter(letter, hot, Dhot, z) - b;
-                    solved = above > 0 && solveOnIsobar(p, b, letter, z, limits.tmin, hot, above, T, r);
-                }
+                solved = withoutLines();
             }
-            if (solved) {
-                checkLimits();
-                return;
-            }
+            if (solved) return;
         }
         reportError(ab, 242, noDewPoint, dew.herr, ierr, herr);
         returnCritical(critical, z, r);
@@ -852,7 +875,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
             saturationAtP(p, z, 1, bubble);
         }
         if (bubble.ierr > 0) {
-            if (icomp == 0 && solveOnIsobar(p, b, letter, z, limits.tmin, dew.T, valueAtDew - b, T, r)) {
+            if (icomp == 0 && onIsobar(dew.T * (1 + 1e-9))) {
                 checkLimits();
                 return;
             }

@@ -55,6 +55,21 @@ int openFlash(const Composition& z, FlashResult& r) {
     return icomp;
 }
 
+bool refuseInputs(std::string_view ab, std::initializer_list<GivenInput> inputs, FlashResult& r) {
+    for (const GivenInput& input : inputs) {
+        const bool aboveZero = input.letter == 'T' || (input.letter == 'D' && ab != "TD");
+        if (std::isfinite(input.value) && (!aboveZero || input.value > 0)) continue;
+        noState(r);
+        r.ierr = input.code;
+        message(r.herr, "[", ab, "FLSH error", Integer{4, input.code}, "] input is not a finite number",
+                aboveZero ? " above zero" : "", "; ", std::string_view(&input.letter, 1), " =",
+                General{12, 5, input.value}, nullCharacter);
+        ERRMSG(r.ierr, r.herr);
+        return true;
+    }
+    return false;
+}
+
 void noState(FlashResult& r) {
     r.D = r.Dl = r.Dv = 0;
     r.q = supercriticalOrNone;

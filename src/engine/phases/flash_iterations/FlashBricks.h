@@ -2,6 +2,7 @@
 // how it reports, averages of two phases, the property that a letter names, texts of inner messages.
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 
 #include "CriticalPoint.h"
@@ -48,6 +49,17 @@ void clear(FlashResult& r, int icomp, const Composition& z);
 // Selects the composition and clears the result.
 //   Returned  (value) the component that stands alone, 0 for a mixture
 int openFlash(const Composition& z, FlashResult& r);
+
+// An input by its letter, with the code of its refusal.
+struct GivenInput {
+    char letter;
+    double value;
+    int code;
+};
+
+// True after the refusal of an input that is no number a state can have: not finite, a temperature that is not above
+// zero, or a density of zero beside something else than the temperature.
+bool refuseInputs(std::string_view ab, std::initializer_list<GivenInput> inputs, FlashResult& r);
 
 // The densities and q of a state that was not found.
 void noState(FlashResult& r);

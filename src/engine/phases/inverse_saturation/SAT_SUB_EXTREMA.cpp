@@ -58,7 +58,7 @@ bool stateOnLine(int line, double T, const Composition& x, LineState& state, int
         if (ierr <= 0 && T < critical.T) {
             SATT(T, x, liquidLine, at.p, at.Dl, at.Dv, at.x, at.y, ierr, herr);
             state.rho = at.Dl;
-            return ierr == 0;
+            return ierr <= 0;
         }
         double D, temperature = T;
         SATTP(temperature, at.p, x, retrogradeVaporLine, 0, D, at.Dl, at.Dv, at.x, at.y, at.q, ierr, herr);
@@ -66,7 +66,7 @@ bool stateOnLine(int line, double T, const Composition& x, LineState& state, int
         SATT(T, x, line, at.p, at.Dl, at.Dv, at.x, at.y, ierr, herr);
     }
     state.rho = line == liquidLine || line == meltingLine ? at.Dl : at.Dv;
-    return ierr == 0;
+    return ierr <= 0;
 }
 
 void fillColdEnd(const Composition& x, int icomp, double Tmin, double Tc) {
@@ -158,7 +158,7 @@ bool startFromSpline(int column, double& T) {
     SPLNROOT(column, 1, 0.0, density, ierr, herr);
     if (ierr != 0) return false;
     T = SPLNVAL(modelTags.NC + 1, 0, density, ierr, herr);
-    return ierr == 0;
+    return ierr <= 0;
 }
 
 }  // namespace

@@ -530,6 +530,10 @@ void SATH(double h, const Composition& x, int kph, int& nroot, int& k1, double& 
         message(herr, "[SATH error 162] iteration for saturation state did not converge for both roots; h =",
                 General{12, 5, h}, " J/mol", nullCharacter);
         ERRMSG(ierr, herr);
+    } else if (nroot == 0 && kph == vaporLine) {
+        out(2, "below triple-point value", "min", coldVapor);
+    } else if (nroot == 0 && kph == liquidLine) {
+        out(4, "greater than maximum value", "max", hc);
     }
 }
 

@@ -387,7 +387,7 @@ bool acceptable(const Solution& s, const Bounds& bounds) {
 
 // Close to the critical point the simple start lies too far away, and next to a second liquid it leads to the wrong
 // one. There the line is followed from where the start is good enough.
-bool walkAlongLine(Solution& s, const OrderList& order, const Bounds& bounds) {
+bool walkAlongLine(Solution& s, const OrderList& order, const Bounds& bounds, double smallest) {
     constexpr double share = 0.85;  // of the temperature, where the walk begins
     const CriticalPoint& critical = bounds.critical;
     const bool givenT = s.givenT();
@@ -413,7 +413,7 @@ bool walkAlongLine(Solution& s, const OrderList& order, const Bounds& bounds) {
         // two phases that have come together are no point of the line
         return pair.Dl - pair.Dv > 0.3 * (last.Dl - last.Dv);
     };
-    const WalkSteps way{begin, end, (end - begin) / 3.0, givenT ? 1e-4 * end : 1e-4, 60};
+    const WalkSteps way{begin, end, (end - begin) / 3.0, givenT ? smallest * end : smallest, 60};
     return walkLine(way, here, solve, [](const PhasePair&, const PhasePair&) { return false; }) == WalkEnd::arrived;
 }
 
@@ -551,9 +551,11 @@ bool newtonFromOtherStarts(PhasePair& at, const Composition& z, int kph, int& ie
         setQuality(s);
         return solved;
     };
-    return solvedBy([&] { return substituteFirst(s, order, bounds); }) ||
+    // above the critical pressure there are few points to find, and many calls that find none
+    const bool beyond = !s.givenT() && at.p > bounds.critical.p;
+    return (!beyond && solvedBy([&] { return substituteFirst(s, order, bounds); })) ||
            solvedBy([&] { return inLogarithms(s, bounds); }) ||
-           solvedBy([&] { return walkAlongLine(s, order, bounds); });
+           solvedBy([&] { return walkAlongLine(s, order, bounds, beyond ? 1e-2 : 1e-4); });
 }
 
 }  // namespace frigana

@@ -12,6 +12,7 @@
 #include "SAT_SUB_HOTTEST.h"
 #include "SAT_SUB_LINES.h"
 #include "SAT_SUB_PURE.h"
+#include "SAT_SUB_SPLIT.h"
 #include "SaturationBricks.h"
 #include "SaturationSpline.h"
 #include "TPRHO.h"
@@ -170,6 +171,18 @@ void nothingToFind(double T, const Composition& z, const CriticalPoint& critical
         notConvergedAtTemperature(128, T, ierr, herr);
 }
 
+// A code with its text.
+template <class... Pieces>
+void report(int code, int& ierr, Text255& herr, const Pieces&... pieces) {
+    ierr = code;
+    message(herr, pieces..., nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
+bool isLine(int kph) {
+    return kph >= bubblePoint && kph <= sublimationLine;
+}
+
 // A success without a text, remembered.
 void remember(SaturationMemo::State& memo, double input, double result, double rhol, double rhov, int kph, int icomp,
               const Composition& x, const Composition& xliq, const Composition& xvap, Composition& savedX,
@@ -227,8 +240,18 @@ void solveSATT(Method method, double T, const Composition& x, int kph, double& p
         xliq = xvap = icomp > 0 ? unitComposition(icomp) : z;
     }
 
+    if (!std::isfinite(T)) {
+        p = rhol = rhov = 0.0;
+        return report(1, ierr, herr, "[SATT error  1] temperature input is not a finite number; T =", General{12, 5, T},
+                      " K.");
+    }
+    if (!isLine(kph))
+        return report(1, ierr, herr,
+                      "[SATT error  1] there is no saturation line of this number; kph =", Integer{5, kph});
+
     const auto commonExit = [&] {
-        if (ierr != 0) return;
+        // a start may lead to one of several points, and another start to another
+        if (ierr != 0 || started) return;
         if (icomp > 0 && p < 1e-5) p = rhov * fluidConstants.R * T;
         remember(memo.atT, input, p, rhol, rhov, kph, icomp, z, xliq, xvap, memo.XSAVT, memo.XLSAVT, memo.XVSAVT, herr);
     };
@@ -241,6 +264,8 @@ void solveSATT(Method method, double T, const Composition& x, int kph, double& p
     }
     if (kph == sublimationLine) {
         SUBLT(T, z, p, ierr, herr);
+        if (ierr <= 0 && !(p > 0.0))
+            return report(1, ierr, herr, "[SATT error  1] no sublimation pressure at T =", General{12, 5, T}, " K.");
         sublimationVapor(T, p, z, rhov, ierr, herr);
         commonExit();
         return;
@@ -303,11 +328,16 @@ void solveSATT(Method method, double T, const Composition& x, int kph, double& p
             if (started) pair = given;
             lineBySubstitution(method, pair, z, kph, started, critical, Dmax, 0.0, ierr, herr);
         }
+        const bool stable = ierr != 0 || kph != dewPoint || settleDewPoint(z, critical, pair);
         p = pair.p;
         rhol = pair.Dl;
         rhov = pair.Dv;
         xliq = pair.x;
         xvap = pair.y;
+        if (!stable)
+            report(-129, ierr, herr,
+                   "[SATT advisory -129] the dew point is not stable, another liquid is; T =", General{12, 5, T},
+                   " K.");
     }
     if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
     commonExit();
@@ -337,6 +367,12 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
     T = 300.0;
     rhol = rhov = 0.0;
     xliq = xvap = icomp > 0 ? unitComposition(icomp) : z;
+    if (!std::isfinite(p) || p == 0.0)
+        return report(4, ierr, herr, "[SATP error  4] pressure input is not a finite number above zero; P =",
+                      General{12, 5, p / 1000.0}, " MPa.");
+    if (!isLine(kph))
+        return report(1, ierr, herr,
+                      "[SATP error  1] there is no saturation line of this number; kph =", Integer{5, kph});
 
     const auto commonExit = [&] {
         if (ierr != 0) return;
@@ -413,7 +449,12 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
         NewtonEnd end = NewtonEnd::noDerivatives;
         if (method == Method::newton) end = countedNewton(pair, z, kph + 2, 0, ierr, herr);
         if (end == NewtonEnd::failed && newtonFromOtherStarts(pair, z, kph + 2, ierr, herr)) end = NewtonEnd::found;
-        if (end != NewtonEnd::found)
+        // Above the critical pressure Newton's methods find the line as far as there is one; to be sure that there is
+        // none substitution takes a hundred times as long.
+        constexpr double surelyBeyond = 1.01;
+        if (end == NewtonEnd::failed && p > surelyBeyond * critical.p)
+            notConvergedAtPressure(148, p, ierr, herr);
+        else if (end != NewtonEnd::found)
             lineBySubstitution(method, pair, z, kph + 2, false, critical, Dmax, 0.7 * tmin, ierr, herr);
         T = pair.T;
         rhol = pair.Dl;

@@ -1,0 +1,120 @@
+#include "FLSH_SUB_STABILITY.h"
+
+#include <cmath>
+
+#include "CORE_PR.h"
+#include "FLSH_SUB.h"
+#include "FluidConstants.h"
+#include "ModelTags.h"
+#include "PhaseCheck.h"
+#include "SAT_SUB_HOTTEST.h"
+#include "UTILITY.h"
+
+namespace frigana {
+
+namespace {
+
+constexpr int exchanges = 60;  // of the stability test
+
+// What rises along an isobar.
+double rising(char letter, const FlashResult& r) {
+    switch (letter) {
+        case 'H':
+            return r.h;
+        case 'S':
+            return r.s;
+        case 'E':
+            return r.e;
+        default:
+            return 1 / r.D;
+    }
+}
+
+bool flashAt(double T, double p, const Composition& z, FlashResult& r) {
+    double at = T;
+    TPFLSH(at, p, z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+    return r.ierr <= 0 && at == T && r.D > 0;
+}
+
+}  // namespace
+
+bool mayBeTwoPhase(double T, double p, const Composition& z, const CriticalPoint& critical) {
+    int icomp = 0;
+    ISPURE(z, icomp);
+    return icomp == 0 && modelTags.HEOS == "HMX" && !pengRobinsonSelected() && p < 1.5 * critical.p &&
+           T < 1.5 * critical.T && !beyondSaturation(T, z, critical);
+}
+
+bool isMetastable(double T, double p, double D, const Composition& z, const CriticalPoint& critical) {
+    if (!mayBeTwoPhase(T, p, z, critical)) return false;
+    const SilentMessages quiet;
+    OtherPhase other[2];
+    return unstableState(T, p, D, z, exchanges, other);
+}
+
+bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double hot, double& T,
+                   FlashResult& r) {
+    constexpr int mostSteps = 80, mostStepsDown = 100;
+    constexpr double stepDown = 0.97;
+    const double wanted = letter == 'D' ? 1 / b : b;
+    const double tolerance = 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted)));
+    const SilentMessages quiet;
+    const auto residual = [&](double at, double& F) {
+        T = at;
+        if (!flashAt(T, p, z, r)) return false;
+        F = rising(letter, r) - wanted;
+        return true;
+    };
+    FalsePosition ends{hot, 0, hot, 0};
+    if (!residual(hot, ends.fUpper) || ends.fUpper < 0) return false;
+    for (int step = 1;; ++step) {
+        ends.lower = stepDown * ends.upper;
+        if (step > mostStepsDown || ends.lower < tmin || !residual(ends.lower, ends.fLower)) return false;
+        if (ends.fLower <= 0) break;
+        ends.upper = ends.lower;
+        ends.fUpper = ends.fLower;
+    }
+    for (int step = 1; step <= mostSteps; ++step) {
+        const double at = ends.next();
+        double F = 0;
+        if (!residual(at, F)) return false;
+        if (std::abs(F) < tolerance) return true;
+        if (ends.width() < 1e-13 * at) return false;
+        ends.take(at, F);
+    }
+    return false;
+}
+
+bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r) {
+    constexpr int mostSteps = 80, mostStepsDown = 60;
+    constexpr double stepDown = 0.8;
+    const double wanted = letter == 'D' ? 1 / b : b;
+    const double tolerance = 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted)));
+    const SilentMessages quiet;
+    const auto residual = [&](double lnp, double& F) {
+        p = std::exp(lnp);
+        if (!flashAt(T, p, z, r)) return false;
+        F = rising(letter, r) - wanted;
+        return true;
+    };
+    FalsePosition ends{std::log(highest), 0, std::log(highest), 0};
+    if (!residual(ends.upper, ends.fUpper) || ends.fUpper > 0) return false;
+    for (int step = 1;; ++step) {
+        ends.lower = ends.upper + std::log(stepDown);
+        if (step > mostStepsDown || !residual(ends.lower, ends.fLower)) return false;
+        if (ends.fLower >= 0) break;
+        ends.upper = ends.lower;
+        ends.fUpper = ends.fLower;
+    }
+    for (int step = 1; step <= mostSteps; ++step) {
+        const double at = ends.next();
+        double F = 0;
+        if (!residual(at, F)) return false;
+        if (std::abs(F) < tolerance) return true;
+        if (ends.width() < 1e-14 * std::abs(at) + 1e-15) return false;
+        ends.take(at, F);
+    }
+    return false;
+}
+
+}  // namespace frigana

@@ -1,0 +1,30 @@
+// Single phases of mixtures where a flash has chosen them by the critical point, which is an estimate: whether they are
+// stable, and the two phases that belong to the inputs where they are not.
+// State: none.
+#pragma once
+
+#include "FlashBricks.h"
+
+namespace frigana {
+
+// True if a mixture may have two phases at a temperature and pressure: below 1.5 times the critical pressure and below
+// the hottest saturation state. False for what has no stability test.
+bool mayBeTwoPhase(double T, double p, const Composition& z, const CriticalPoint& critical);
+
+// True if a single phase of density r.D may be one of two, and falls apart.
+bool isMetastable(double T, double p, double D, const Composition& z, const CriticalPoint& critical);
+
+// The state of a mixture on its isobar, by the flash at temperature and pressure: enthalpy, entropy, energy and volume
+// rise with temperature through one phase and two alike.
+//   Given     letter  H, S, E, or D for the density b
+//             hot     temperature above that of the state
+//   Returned  T, r    false if the state was not found
+bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double hot, double& T,
+                   FlashResult& r);
+
+// The same on its isotherm between two pressures, where density rises with pressure, and entropy, enthalpy and energy
+// fall up to far beyond the two phases.
+//   Returned  p, r    false if the state was not found
+bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r);
+
+}  // namespace frigana
