@@ -17,6 +17,13 @@ struct Command {
 
 Command addCheckData(CLI::App& program);
 Command addList(CLI::App& program);
+Command addRun(CLI::App& program);
+Command addNew(CLI::App& program);
+Command addExplain(CLI::App& program);
+Command addConvert(CLI::App& program);
+Command addState(CLI::App& program);
+Command addSchema(CLI::App& program);
+Command addCompletion(CLI::App& program);
 Command addServe(CLI::App& program);
 
 // The program without a command: one positional request.
@@ -25,6 +32,7 @@ std::function<int()> addPositionalRequest(CLI::App& program);
 // ---- what commands share --------------------------------------------------------------------------------------------
 
 inline constexpr int usageError = 1;
+inline constexpr int refused = 2;
 inline constexpr int runtimeError = 3;
 inline constexpr int faultyData = 4;
 
@@ -41,6 +49,16 @@ bool fits(const std::string& path);
 //             naming   how to name one, for the message
 //   Returned  folder   the folder; (value) 0, or the exit status after a complaint
 int findDataFolder(const CLI::App& program, std::string& folder, const std::string& naming);
+
+// A whole file, or standard input where the path is "-"; false after a complaint.
+bool readInput(const std::string& path, std::string& text);
+
+// Writes a text to a file, or to standard output where the path is "-" or empty; false after a complaint.
+bool writeOutput(const std::string& path, const std::string& text);
+
+// What a file holds: by its extension, else by its first character.
+enum class FileKind { positional, toml, json };
+FileKind kindOf(const std::string& path, const std::string& text);
 
 inline constexpr const char* dataFolderHelp =
     "folder that holds the folders fluids and mixtures (default: the one that came with this program)";

@@ -302,12 +302,6 @@ int exitStatus(const RunResult& result) {
     return result.resultExists ? 0 : 3;
 }
 
-int exitStatus(const std::vector<RunResult>& results) {
-    int highest = 0;
-    for (const RunResult& result : results) highest = std::max(highest, exitStatus(result));
-    return highest;
-}
-
 void printReport(std::ostream& out, const RunResult& result, const ReportStyle& style) {
     const RunReport& report = result.report;
     const Units units{style.units};
@@ -353,11 +347,11 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
         out << (mixture ? "Mixture file: " : "Result file: ") << shownPath(report.resultPath.view()) << '\n';
 }
 
-void printPoints(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style) {
-    const Units units{style.units};
+void printPoints(std::ostream& out, const std::vector<Reported>& results) {
+    const Units units{results.front().style.units};
     Table table{{"Point"}, {}};
     std::vector<std::string> keys;
-    for (const RunResult& result : results)
+    for (const auto& [result, style] : results)
         for (const Entry& entry : result.entries)
             if (entry.isNumber() && !entry.key.starts_with("request.") && result.isDone() &&
                 std::find(keys.begin(), keys.end(), entry.key) == keys.end()) {
@@ -367,15 +361,16 @@ void printPoints(std::ostream& out, const std::vector<RunResult>& results, const
     for (std::size_t i = 0; i < results.size(); ++i) {
         std::vector<std::string> row{std::to_string(i + 1)};
         for (const std::string& key : keys) {
-            const Entry* entry = results[i].isDone() ? results[i].find(key) : nullptr;
+            const Entry* entry = results[i].result.isDone() ? results[i].result.find(key) : nullptr;
             row.push_back(entry == nullptr ? "n/a" : shown(*entry, units));
         }
         table.rows.push_back(std::move(row));
     }
-    out << requestedName(results.front().report) << ": " << results.size() << " points\n";
+    out << requestedName(results.front().result.report) << ": " << results.size() << " points\n";
     table.print(out);
     for (std::size_t i = 0; i < results.size(); ++i)
-        if (!results[i].isDone()) out << "Point " << i + 1 << ": " << plainText(results[i].report.HERR.view()) << '\n';
+        if (!results[i].isDone())
+            out << "Point " << i + 1 << ": " << plainText(results[i].result.report.HERR.view()) << '\n';
 }
 
 std::string requestedName(const RunReport& report) {

@@ -24,18 +24,22 @@ std::string requestedName(const RunReport& report);
 
 // Exit status of the program: 0 success, 2 the request was refused, 3 there is no result.
 int exitStatus(const RunResult& result);
-// That of several: the highest.
-int exitStatus(const std::vector<RunResult>& results);
+
+// One of several results.
+struct Reported {
+    RunResult result;
+    ReportStyle style;
+};
 
 // First what an engineer looks for, then the table of state points, then the devices: sections with aligned names,
 // values and units; values of several places (inlet, outlet) side by side, repeated ones as tables.
 void printReport(std::ostream& out, const RunResult& result, const ReportStyle& style = {});
-// Several points of one request as a table.
-void printPoints(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style = {});
+// Several points of one request as a table, in the units of the first.
+void printPoints(std::ostream& out, const std::vector<Reported>& results);
 void printJson(std::ostream& out, const RunResult& result, const ReportStyle& style = {});
 void printCsv(std::ostream& out, const RunResult& result, const ReportStyle& style = {});
 // A list of results; the CSV has a column with the number of each.
-void printJson(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style = {});
-void printCsv(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style = {});
+void printJson(std::ostream& out, const std::vector<Reported>& results);
+void printCsv(std::ostream& out, const std::vector<Reported>& results);
 
 }  // namespace frigana::app

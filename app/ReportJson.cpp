@@ -213,9 +213,9 @@ void printJson(std::ostream& out, const RunResult& result, const ReportStyle& st
     print(out, resultJson(result, style));
 }
 
-void printJson(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style) {
+void printJson(std::ostream& out, const std::vector<Reported>& results) {
     json list = json::array();
-    for (const RunResult& result : results) list.push_back(resultJson(result, style));
+    for (const auto& [result, style] : results) list.push_back(resultJson(result, style));
     print(out, list);
 }
 
@@ -224,9 +224,10 @@ void printCsv(std::ostream& out, const RunResult& result, const ReportStyle& sty
     printCsvRows(out, result, style, "");
 }
 
-void printCsv(std::ostream& out, const std::vector<RunResult>& results, const ReportStyle& style) {
+void printCsv(std::ostream& out, const std::vector<Reported>& results) {
     out << "result," << csvHeading;
-    for (std::size_t i = 0; i < results.size(); ++i) printCsvRows(out, results[i], style, std::to_string(i + 1) + ',');
+    for (std::size_t i = 0; i < results.size(); ++i)
+        printCsvRows(out, results[i].result, results[i].style, std::to_string(i + 1) + ',');
 }
 
 }  // namespace frigana::app

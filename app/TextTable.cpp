@@ -89,4 +89,20 @@ void Table::print(std::ostream& out) const {
     }
 }
 
+void printLeft(std::ostream& out, const Table& table) {
+    std::vector<std::size_t> widths;
+    for (std::size_t i = 0; i < table.headings.size(); ++i) {
+        std::size_t width = characters(table.headings[i]);
+        for (const auto& row : table.rows) width = std::max(width, characters(row[i]));
+        widths.push_back(width);
+    }
+    const auto line = [&](const std::vector<std::string>& cells) {
+        std::string text;
+        for (std::size_t i = 0; i < cells.size(); ++i) text += "  " + padRight(cells[i], widths[i]);
+        out << trimRight(text) << '\n';
+    };
+    line(table.headings);
+    for (const auto& row : table.rows) line(row);
+}
+
 }  // namespace frigana::app

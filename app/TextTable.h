@@ -20,4 +20,7 @@ struct Table {
     void print(std::ostream& out) const;
 };
 
+// A table of texts: every column begins at the left, the last one as long as it is.
+void printLeft(std::ostream& out, const Table& table);
+
 }  // namespace frigana::app

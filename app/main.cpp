@@ -5,16 +5,16 @@ namespace {
 
 // In the order of the help.
 constexpr frigana::app::Command (*commands[])(CLI::App& program) = {
-    frigana::app::addList,
-    frigana::app::addCheckData,
-    frigana::app::addServe,
+    frigana::app::addRun,        frigana::app::addNew,   frigana::app::addExplain, frigana::app::addConvert,
+    frigana::app::addState,      frigana::app::addList,  frigana::app::addSchema,  frigana::app::addCheckData,
+    frigana::app::addCompletion, frigana::app::addServe,
 };
 
 }  // namespace
 
 int main(int argc, char** argv) {
     CLI::App program{
-        "Runs one refrigeration request and says what came of it, or lists or checks the data of an installation.\n"
+        "Refrigeration calculations: runs requests and says what came of them.\n"
         "Exit status: 0 done; 1 wrong command line; 2 the request was refused: code and message are shown\n"
         "and stand in the result file; 3 the request cannot be read, asks for what there is not, or a file\n"
         "cannot be written; 4 the data have faults.",

@@ -191,4 +191,11 @@ RunResult runPositional(const std::string& path, const RunOptions& options) {
     return result;
 }
 
+std::string readPositionalText(const std::string& text, FilledRequest& filled) {
+    const PrivateFolder folder;
+    const std::string path = folder / "request.fi1";
+    if (!folder.exists() || !writeText(path, text)) return "no folder can be made for the request; name one in TMPDIR";
+    return readPositional(path, filled);
+}
+
 }  // namespace frigana::catalogue

@@ -93,6 +93,9 @@ RunResult runFilled(const FilledRequest& filled, const RunOptions& options);
 // Runs a positional request, with its result beside it.
 RunResult runPositional(const std::string& path, const RunOptions& options);
 
+// Reads the text of a positional request, as readPositional() does its file.
+std::string readPositionalText(const std::string& text, FilledRequest& filled);
+
 // The parameter that a refusal by the fixed ranges came from, by its key; empty where it came from elsewhere.
 std::string refusedKey(const RunResult& result);
 

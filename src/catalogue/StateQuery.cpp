@@ -1,0 +1,178 @@
+#include "StateQuery.h"
+
+#include <cmath>
+
+#include "23_SpecificPoints.h"
+#include "FLASH2.h"
+#include "OPENFL.h"
+#include "SETUP.h"
+#include "UTILITY.h"
+
+namespace frigana::catalogue {
+
+namespace {
+
+constexpr StateProperty properties[] = {
+    {'T', "temperature", Quantity::temperature, &STATEPT::T}, {'P', "pressure", Quantity::pressure, &STATEPT::P},
+    {'D', "density", Quantity::density, &STATEPT::D},         {'H', "enthalpy", Quantity::specificEnergy, &STATEPT::H},
+    {'S', "entropy", Quantity::specificHeat, &STATEPT::S},    {'Q', "quality", Quantity::quality, &STATEPT::Q},
+};
+
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+// A message of the engine in one piece, without the blanks of its fields.
+std::string reason(const Text255& herr) {
+    std::string text;
+    for (const char character : herr.view().substr(0, herr.view().find('\0')))
+        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
+    return std::string(trimRight(text));
+}
+
+// Loads the fluid into the engine and fills what the state points read of a record.
+std::string load(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance) {
+    SETPATH(dataFolder);
+    Text3 reference{std::string_view(fluid.referenceState)};
+    int ierr = 0, count = 1;
+    Text255 herr;
+    FileNames files{};
+    substance = {};
+    if (fluid.kind == 2) {
+        SETMIX(Text255(fluid.file), "HMX.BNC", reference, count, files, substance.ZMOL, ierr, herr);
+    } else if (fluid.kind == 1) {
+        files[1].assign(fluid.file);
+        substance.ZMOL[1] = 1.0;
+        SETUP(1, files, "HMX.BNC", reference, ierr, herr);
+    } else {
+        count = static_cast<int>(fluid.components.size());
+        Composition given{};
+        double sum = 0.0;
+        for (int i = 1; i <= count; ++i) {
+            files[i].assign(fluid.components[static_cast<std::size_t>(i - 1)].file);
+            given[i] = fluid.components[static_cast<std::size_t>(i - 1)].fraction;
+            sum += given[i];
+        }
+        for (int i = 1; i <= count; ++i) given[i] /= sum;
+        SETUP(count, files, "HMX.BNC", reference, ierr, herr);
+        double molarMass = 0.0;
+        if (ierr <= 0 && fluid.byMass)
+            XMOLE(given, substance.ZMOL, molarMass);
+        else
+            substance.ZMOL = given;
+    }
+    if (ierr > 0) return reason(herr);
+    SETREF(reference, fluid.referenceOf, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
+    if (ierr > 0) return reason(herr);
+    substance.WM = WMOL(substance.ZMOL);
+    STATEPT& bad = substance.PTBAD;
+    for (double STATEPT::*field : {&STATEPT::T, &STATEPT::TSAT, &STATEPT::P, &STATEPT::D, &STATEPT::V, &STATEPT::U,
+                                   &STATEPT::H, &STATEPT::S, &STATEPT::CV, &STATEPT::CP, &STATEPT::W, &STATEPT::Q,
+                                   &STATEPT::TCX, &STATEPT::ETA, &STATEPT::PR, &STATEPT::STN})
+        bad.*field = missingValue;
+    return {};
+}
+
+// Results of a flash in the units of the engine.
+struct Flash {
+    double T = 0, p = 0, D = 0, Dl = 0, Dv = 0, q = 0, e = 0, h = 0, s = 0, cv = 0, cp = 0, w = 0;
+    Composition x{}, y{};
+    int ierr = 0;
+    Text255 herr;
+};
+
+using Simple = void (*)(const SUBSTANCE& substance, double first, double second, STATEPT& point);
+struct SimplePair {
+    char first, second;
+    Simple state;
+};
+constexpr SimplePair simplePairs[] = {
+    {'P', 'T', PROPSIMPLEPT}, {'T', 'D', PROPSIMPLETD}, {'T', 'Q', PROPSIMPLETQ}, {'P', 'Q', PROPSIMPLEPQ},
+    {'P', 'H', PROPSIMPLEPH}, {'P', 'S', PROPSIMPLEPS}, {'P', 'D', PROPSIMPLEPD}, {'T', 'H', PROPSIMPLETH},
+};
+
+constexpr int lowerDensity = 2;
+
+// Pairs that the state points have no routine for: temperature and density by the engine, then the whole state.
+bool flashPair(const SUBSTANCE& substance, char a, char b, double x, double y, Flash& f) {
+    const double M = substance.WM;
+    const Composition& z = substance.ZMOL;
+    if (a == 'T' && b == 'S') {
+        f.T = x;
+        TSFLSH(x, y * M, z, lowerDensity, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr,
+               f.herr);
+    } else if (a == 'D' && b == 'H') {
+        f.D = x / M;
+        DHFLSH(f.D, y * M, z, f.T, f.p, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.s, f.cv, f.cp, f.w, f.ierr, f.herr);
+    } else if (a == 'D' && b == 'S') {
+        f.D = x / M;
+        DSFLSH(f.D, y * M, z, f.T, f.p, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr, f.herr);
+    } else if (a == 'H' && b == 'S') {
+        HSFLSH(x * M, y * M, z, f.T, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.cv, f.cp, f.w, f.ierr, f.herr);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool isPair(const GivenProperty& first, const GivenProperty& second, char a, char b) {
+    return first.property->letter == a && second.property->letter == b;
+}
+
+}  // namespace
+
+std::span<const StateProperty> stateProperties() {
+    return properties;
+}
+
+const StateProperty* findStateProperty(char letter) {
+    for (const StateProperty& property : properties)
+        if (property.letter == upper(letter)) return &property;
+    return nullptr;
+}
+
+StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProperty first, GivenProperty second) {
+    static SUBSTANCE substance;
+    StateAnswer answer{};
+    answer.problem = load(fluid, dataFolder, substance);
+    if (!answer.problem.empty()) return answer;
+    const auto failure = [&](const std::string& text) {
+        answer.problem = text.empty() ? "there is no such state" : text;
+        return answer;
+    };
+    for (int order = 0; order < 2; ++order, std::swap(first, second)) {
+        for (const SimplePair& pair : simplePairs) {
+            if (!isPair(first, second, pair.first, pair.second)) continue;
+            pair.state(substance, first.value, second.value, answer.point);
+            if (answer.point.H == missingValue || answer.point.D == missingValue)
+                return failure(reason(answer.point.HERR));
+            return answer;
+        }
+        Flash flash;
+        if (!flashPair(substance, first.property->letter, second.property->letter, first.value, second.value, flash))
+            continue;
+        if (flash.ierr > 0) return failure(reason(flash.herr));
+        PROPSIMPLETD(substance, flash.T, flash.D * substance.WM, answer.point);
+        if (answer.point.H == missingValue) return failure(reason(answer.point.HERR));
+        return answer;
+    }
+    return failure("no state can be found from " + std::string(first.property->name) + " and " +
+                   std::string(second.property->name));
+}
+
+std::string readGivenProperty(const std::string& text, UnitSystem units, GivenProperty& given) {
+    const auto equals = text.find('=');
+    if (equals != 1) return text + ": write a property as in T=25C, P=10bar or Q=0";
+    given.property = findStateProperty(text[0]);
+    if (given.property == nullptr) return text + ": properties are T, P, D, H, S and Q";
+    const Quantity quantity = given.property->quantity;
+    const Parsed parsed = parseQuantity(text.substr(equals + 1), quantity, &unitIn(units, quantity));
+    if (!parsed.problem.empty()) return text + ": " + text.substr(equals + 1) + ' ' + parsed.problem;
+    if (!std::isfinite(parsed.value)) return text + ": is not finite";
+    if (quantity == Quantity::quality && (parsed.value < 0.0 || parsed.value > 1.0))
+        return text + ": a quality lies between 0 and 1";
+    given.value = parsed.value;
+    return {};
+}
+
+}  // namespace frigana::catalogue
