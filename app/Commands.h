@@ -25,6 +25,7 @@ Command addState(CLI::App& program);
 Command addSchema(CLI::App& program);
 Command addCompletion(CLI::App& program);
 Command addServe(CLI::App& program);
+Command addChart(CLI::App& program);
 
 // The program without a command: one positional request.
 std::function<int()> addPositionalRequest(CLI::App& program);

@@ -17,18 +17,6 @@ double roundUp(double value, double step) {
     return step * std::ceil(value / step - 1e-9);
 }
 
-// The next number of the row 1, 2, 5, 10 below or above.
-double roundOnDecade(double value, bool up) {
-    const double decade = std::pow(10.0, std::floor(std::log10(value)));
-    double best = up ? 10.0 : 1.0;
-    for (const double m : {1.0, 2.0, 5.0, 10.0}) {
-        const double candidate = m * decade;
-        if (up ? candidate >= value * (1.0 - 1e-9) && m < best : candidate <= value * (1.0 + 1e-9) && m > best)
-            best = m;
-    }
-    return best * decade;
-}
-
 // Extremes of a property over states.
 struct Range {
     double low = 1e300, high = -1e300;
@@ -122,6 +110,17 @@ double roundStep(double range, int parts) {
     return 10.0 * decade;
 }
 
+double roundOnDecade(double value, bool up) {
+    const double decade = std::pow(10.0, std::floor(std::log10(value)));
+    double best = up ? 10.0 : 1.0;
+    for (const double m : {1.0, 2.0, 5.0, 10.0}) {
+        const double candidate = m * decade;
+        if (up ? candidate >= value * (1.0 - 1e-9) && m < best : candidate <= value * (1.0 + 1e-9) && m > best)
+            best = m;
+    }
+    return best * decade;
+}
+
 const std::vector<Property>& familiesOf(ChartKind kind) {
     static const std::vector<Property> ph{Property::quality, Property::density, Property::entropy,
                                           Property::temperature};
@@ -158,6 +157,7 @@ void takeEnds(const ChartFluid& fluid, double cold, double hot, double lowP, Pro
 
 constexpr double thinShare = 0.03;  // of the critical pressure: the lowest that counts for the width of T-s and h-s
 constexpr int axisParts = 14;
+constexpr int fullSet = 10;  // isolines of a family; in a chart with fewer, lines of quality too are every second one
 
 Plane planeOf(const ChartFluid& fluid, const ChartRequest& request, const Span& span) {
     Plane plane;
@@ -232,7 +232,7 @@ Range rangeOf(Property family, const Dome& dome, const Plane& plane, double hott
 }
 
 // The values of the isolines of a property, as shown: steps of 1, 2, 5 for what spans decades, even ones otherwise.
-std::vector<double> stepsOf(Property family, const Range& range, const Scale& scale) {
+std::vector<double> stepsOf(Property family, const Range& range, const Scale& scale, int lines) {
     std::vector<double> steps;
     const double low = std::min(scale.shown(range.low), scale.shown(range.high));
     const double high = std::max(scale.shown(range.low), scale.shown(range.high));
@@ -241,7 +241,6 @@ std::vector<double> stepsOf(Property family, const Range& range, const Scale& sc
             steps.push_back(value);
         return steps;
     }
-    constexpr int lines = 13;
     const double step = roundStep(high - low, lines);
     for (int i = 0; roundUp(low, step) + i * step <= high; ++i) steps.push_back(roundUp(low, step) + i * step);
     return steps;
@@ -263,11 +262,12 @@ bool makeFluidChart(const ChartFluid& fluid, const ChartRequest& request, Dome& 
     maker.boundary(chart.curves);
     for (const Property family : familiesOf(request.kind)) {
         if (family == Property::quality) {
-            for (int tenth = 1; tenth <= 9; ++tenth) maker.make(family, 0.1 * tenth, chart.curves);
+            const int tenths = request.lines < fullSet ? 2 : 1;
+            for (int tenth = tenths; tenth <= 9; tenth += tenths) maker.make(family, 0.1 * tenth, chart.curves);
             continue;
         }
         const Scale& scale = request.scales.of(family);
-        for (const double shown : stepsOf(family, rangeOf(family, dome, chart.plane, span.hot), scale)) {
+        for (const double shown : stepsOf(family, rangeOf(family, dome, chart.plane, span.hot), scale, request.lines)) {
             const double value = scale.value(shown);
             maker.make(family, family == Property::density ? 1.0 / value : value, chart.curves);
         }

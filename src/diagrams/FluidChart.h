@@ -25,6 +25,7 @@ struct ChartRequest {
     ChartKind kind = ChartKind::ph;
     Scales scales;
     std::optional<double> from, to;  // temperatures that the window reaches from and to [K]
+    int lines = 13;                  // isolines of a family, roughly
     std::vector<State> shown;        // states that the window has to hold: of a cycle, of a table
 };
 
@@ -45,5 +46,8 @@ bool makeFluidChart(const ChartFluid& fluid, const ChartRequest& request, Dome& 
 
 // A step of 1, 2 or 5 times a power of ten that divides a range into about so many parts.
 double roundStep(double range, int parts);
+
+// The next number of the row 1, 2, 5, 10 below or above a value.
+double roundOnDecade(double value, bool up);
 
 }  // namespace frigana::diagrams
