@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "14_ErrorControl.h"
+#include "ChartOutput.h"
 #include "Commands.h"
 #include "Platform.h"
 #include "Report.h"
@@ -14,6 +15,7 @@ namespace {
 
 struct Options {
     std::string request, data, json, csv;
+    ChartOutput chart;
 };
 
 using Print = void (*)(std::ostream&, const RunResult&, const ReportStyle&);
@@ -31,7 +33,7 @@ bool writeTo(const std::string& path, const RunResult& result, Print print, cons
 }
 
 int runPositional(const CLI::App& program, Options& options) {
-    const auto& [request, data, json, csv] = options;
+    const auto& [request, data, json, csv, chart] = options;
     if (request.empty()) {
         std::cerr << "REQUEST is required\nRun with --help for more information.\n";
         return usageError;
@@ -54,6 +56,8 @@ int runPositional(const CLI::App& program, Options& options) {
     if (json != "-" && csv != "-") printReport(std::cout, result, style);
     if (!writeTo(json, result, printJson, style)) return complain(runtimeError, json + ": cannot be written");
     if (!writeTo(csv, result, printCsv, style)) return complain(runtimeError, csv + ": cannot be written");
+    if (result.isDone())
+        if (const int status = drawCharts(chart, {&result}, catalogue::UnitSystem::metric, data)) return status;
     return exitStatus(result);
 }
 
@@ -68,6 +72,7 @@ std::function<int()> addPositionalRequest(CLI::App& program) {
         "--json", options->json,
         "write every value with its name and unit to this file as JSON; - writes it here in place of the report");
     program.add_option("--csv", options->csv, "the same as CSV");
+    addChartOptions(program, options->chart);
     return [&program, options] { return runPositional(program, *options); };
 }
 

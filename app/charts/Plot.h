@@ -33,6 +33,7 @@ enum class Look {
     isenthalp,
     cycle,
     secondCycle,
+    ideal,   // what a machine would do without losses
     series,  // of a line chart: the looks of several follow each other
 };
 

@@ -19,34 +19,35 @@ svg{font-family:Arial,"Helvetica Neue","Liberation Sans","DejaVu Sans",sans-seri
 .dome{stroke:#333;stroke-width:2}
 .isotherm{stroke:#c6511b}.isentrope{stroke:#007a5a;stroke-dasharray:9 2 2 2}.isochore{stroke:#0067a5;stroke-dasharray:6 3}
 .quality{stroke:#8a8a8a;stroke-dasharray:1 3;stroke-width:1}.isobar{stroke:#666}.isenthalp{stroke:#9a6a00;stroke-dasharray:12 3}
-.cycle,.secondCycle{stroke:#a3267f;stroke-width:2}.secondCycle{stroke:#d98300;stroke-dasharray:8 2}
+.cycle,.secondCycle{stroke:#a3267f;stroke-width:2}.secondCycle{stroke:#d98300}
+.ideal{stroke:#a3267f;stroke-width:1;stroke-dasharray:3 3}
 .s0{stroke:#0067a5}.s1{stroke:#c6511b;stroke-dasharray:8 3}.s2{stroke:#007a5a;stroke-dasharray:2 2}.s3{stroke:#a3267f;stroke-dasharray:10 2 2 2}
 .s4{stroke:#9a6a00;stroke-dasharray:5 2}.s5{stroke:#444;stroke-dasharray:1 2}.series{stroke-width:1.6}
 .label{text-anchor:middle;paint-order:stroke;stroke:#fff;stroke-width:3px;stroke-linejoin:round}
-.label.isotherm,.t1{fill:#a8400f}.label.isentrope,.t2{fill:#00664b}.label.isochore,.t0{fill:#00578c}.label.quality{fill:#666}
-.label.isobar{fill:#444}.label.isenthalp,.t4{fill:#7d5600}.label.cycle,.t3{fill:#861f68}.label.secondCycle{fill:#9c5d00}.t5{fill:#444}
-.label.dome{fill:#333}.point{stroke:#fff;stroke-width:1;fill:#a3267f}.point.secondCycle{fill:#d98300}
-.label{stroke-dasharray:none}
+.label.lisotherm,.t1{fill:#a8400f}.label.lisentrope,.t2{fill:#00664b}.label.lisochore,.t0{fill:#00578c}.label.lquality{fill:#666}
+.label.lisobar{fill:#444}.label.lisenthalp,.t4{fill:#7d5600}.label.lcycle,.t3{fill:#861f68}.label.lsecondCycle{fill:#9c5d00}.t5{fill:#444}
+.label.ldome{fill:#333}.point{stroke:#fff;stroke-width:1;fill:#a3267f}.point.pdome{fill:#333}.point.psecondCycle{fill:#d98300}
 @media (prefers-color-scheme:dark){
 .ground{fill:#15171a}.frame,.ticks{stroke:#bbb}.text,.title,.axis{fill:#e4e4e4}.note{fill:#bbb}.dome{stroke:#ddd}
 .isotherm{stroke:#e9823f}.isentrope{stroke:#2fbf92}.isochore{stroke:#56b4e9}.quality{stroke:#888}.isobar{stroke:#aaa}.isenthalp{stroke:#d9a520}
-.cycle{stroke:#e07cc0}.secondCycle{stroke:#f0b040}.s0{stroke:#56b4e9}.s1{stroke:#e9823f}.s2{stroke:#2fbf92}.s3{stroke:#e07cc0}.s4{stroke:#d9a520}.s5{stroke:#bbb}
-.label{stroke:#15171a}.label.isotherm,.t1{fill:#f0a070}.label.isentrope,.t2{fill:#5ad0aa}.label.isochore,.t0{fill:#8fcdf0}.label.quality{fill:#aaa}
-.label.isobar,.t5{fill:#ccc}.label.isenthalp,.t4{fill:#e5bf5c}.label.cycle,.t3{fill:#eea6d5}.label.secondCycle{fill:#f5c878}.label.dome{fill:#ddd}
-.point{stroke:#15171a;fill:#e07cc0}.point.secondCycle{fill:#f0b040}}
+.cycle,.ideal{stroke:#e07cc0}.secondCycle{stroke:#f0b040}.s0{stroke:#56b4e9}.s1{stroke:#e9823f}.s2{stroke:#2fbf92}.s3{stroke:#e07cc0}.s4{stroke:#d9a520}.s5{stroke:#bbb}
+.label{stroke:#15171a}.label.lisotherm,.t1{fill:#f0a070}.label.lisentrope,.t2{fill:#5ad0aa}.label.lisochore,.t0{fill:#8fcdf0}.label.lquality{fill:#aaa}
+.label.lisobar,.t5{fill:#ccc}.label.lisenthalp,.t4{fill:#e5bf5c}.label.lcycle,.t3{fill:#eea6d5}.label.lsecondCycle{fill:#f5c878}.label.ldome{fill:#ddd}
+.point{stroke:#15171a;fill:#e07cc0}.point.pdome{fill:#ddd}.point.psecondCycle{fill:#f0b040}}
 )";
 
 constexpr int seriesLooks = 6;
 
 std::string classOf(Look look, int number) {
-    static constexpr std::string_view names[] = {"dome",   "isotherm",  "isentrope", "isochore",    "quality",
-                                                 "isobar", "isenthalp", "cycle",     "secondCycle", "series"};
+    static constexpr std::string_view names[] = {"dome",        "isotherm", "isentrope", "isochore",
+                                                 "quality",     "isobar",   "isenthalp", "cycle",
+                                                 "secondCycle", "ideal",    "series"};
     std::string name(names[static_cast<std::size_t>(look)]);
     if (look == Look::series) name += " s" + std::to_string(number % seriesLooks);
     return name;
 }
 std::string labelClassOf(Look look, int number) {
-    return look == Look::series ? "t" + std::to_string(number % seriesLooks) : classOf(look, number);
+    return look == Look::series ? "t" + std::to_string(number % seriesLooks) : "l" + classOf(look, number);
 }
 
 std::string escaped(const std::string& text) {
@@ -184,7 +185,7 @@ class Writer {
 
     void points() {
         for (const PlacedPoint& point : l_.points) {
-            out_ += "<circle class=\"point " + classOf(point.look, 0) + "\" cx=\"" + number(point.middle.x) +
+            out_ += "<circle class=\"point p" + classOf(point.look, 0) + "\" cx=\"" + number(point.middle.x) +
                     "\" cy=\"" + number(point.middle.y) + "\" r=\"3.5\"";
             out_ += point.hover.empty() ? "/>\n" : "><title>" + escaped(point.hover) + "</title></circle>\n";
         }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "FLSH_SUB.h"
 #include "LIMITS.h"
 #include "MELTING.h"
 #include "PROP_SUB.h"
@@ -57,6 +58,11 @@ bool ChartFluid::load(const FluidSelection& selection, std::string& why) {
             z_[i] = count == 1 ? 1.0 : selection.fractions[static_cast<std::size_t>(i - 1)];
         }
         SETUP(count, files, parameters, reference, ierr, herr);
+    }
+    if (ierr <= 0 && selection.byMass && count > 1) {
+        const Composition byMass = z_;
+        double meanMass = 0.0;
+        XMOLE(byMass, z_, meanMass);
     }
     if (ierr <= 0) SETREF(reference, selection.referenceMode, z_, 0.0, 0.0, 0.0, 0.0, ierr, herr);
     if (ierr <= 0) CRITP(z_, critical_.T, critical_.p, critical_.D, ierr, herr);
@@ -142,6 +148,23 @@ bool ChartFluid::temperatureAt(double D, Property property, double value, double
         }
     }
     return false;
+}
+
+bool ChartFluid::fromPressure(double p, Property property, double value, State& state) const {
+    double Dl, Dv, q, e, h = value * molarMass_, s = h, cv, cp, w, D;
+    Composition x, y;
+    int ierr = 0;
+    Text255 herr;
+    if (property == Property::entropy)
+        PSFLSH(p, s, z_, state.T, D, Dl, Dv, x, y, q, e, h, cv, cp, w, ierr, herr);
+    else
+        PHFLSH(p, h, z_, state.T, D, Dl, Dv, x, y, q, e, s, cv, cp, w, ierr, herr);
+    state.p = p;
+    state.D = D * molarMass_;
+    state.h = h / molarMass_;
+    state.s = s / molarMass_;
+    state.q = q >= 0.0 && q <= 1.0 ? q * (pure_ ? 1.0 : WMOL(y) / molarMass_) : singlePhase;
+    return ierr <= 0 && D > 0.0;
 }
 
 State ChartFluid::between(const PhasePair& pair, double q) const {

@@ -31,7 +31,8 @@ struct FluidSelection {
     Kind kind = Kind::pure;
     std::string name;                // how the chart calls it
     std::vector<std::string> files;  // of the fluid, of the mixture, or of the listed components
-    std::vector<double> fractions;   // mole fractions of listed components
+    std::vector<double> fractions;   // of listed components
+    bool byMass = false;             // they are mass fractions
     std::string reference = "DEF";   // zero of enthalpy and entropy, as SETREF takes it
     int referenceMode = 2;
 };
@@ -71,6 +72,9 @@ class ChartFluid {
     //             guess   [K]
     //   Returned  (value) false where there is none up to twice the highest temperature of the fluid
     bool temperatureAt(double D, Property property, double value, double coldest, double guess, double& T) const;
+
+    // The state at a pressure with a given enthalpy or entropy, in one phase or in two; false where there is none.
+    bool fromPressure(double p, Property property, double value, State& state) const;
 
     // A state of two phases with the molar share q of vapor.
     State between(const PhasePair& pair, double q) const;
