@@ -51,6 +51,23 @@ class TextFile : public testing::Test {
     std::string path;
 };
 
+// The memory of this process can be opened like a file, but reading its first page fails.
+TEST_F(TextFile, AReadThatFailsIsMalformedAndNotTheEndOfTheFile) {
+    constexpr const char* unreadable = "/proc/self/mem";
+    if (!openForReading(1, unreadable)) GTEST_SKIP() << "no file here that cannot be read";
+    FixedText<4> field;
+    int number = 7;
+    EXPECT_EQ(readText(1, field), ReadStatus::malformed);
+    EXPECT_EQ(readText(1, field), ReadStatus::malformed) << "the rest of the file is not known either";
+    EXPECT_EQ(skipLine(1), ReadStatus::malformed);
+    EXPECT_EQ(skipFilledLine(1), ReadStatus::malformed);
+    EXPECT_EQ(readValues(1, number), ReadStatus::malformed);
+    EXPECT_EQ(number, 7);
+    EXPECT_EQ(lineNumber(1), 0);
+    rewindUnit(1);
+    EXPECT_EQ(skipLine(1), ReadStatus::malformed);
+}
+
 TEST_F(TextFile, NumbersInEveryUsualForm) {
     struct Row {
         const char* text;
