@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "Calculations.h"
+#include "CatalogueJson.h"
 #include "Complaint.h"
 #include "Page.h"
+#include "Study.h"
+#include "StudyStream.h"
 
 namespace frigana::serve {
 
@@ -50,6 +54,18 @@ bool nestedTooDeep(std::string_view body) {
     return false;
 }
 
+// Counts itself as long as it is there.
+class Counted {
+  public:
+    explicit Counted(std::atomic<int>& number) : number_(number) { ++number_; }
+    ~Counted() { --number_; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+  private:
+    std::atomic<int>& number_;
+};
+
 }  // namespace
 
 const http::Headers& headersOfEveryAnswer() {
@@ -72,8 +88,9 @@ struct Api::Route {
 };
 
 constexpr Api::Route Api::routes[] = {
-    {"GET", "/api/health", &Api::health},
-    {"GET", "/api/version", &Api::version},
+    {"GET", "/api/health", &Api::health},     {"GET", "/api/version", &Api::version},
+    {"GET", "/api/requests", &Api::requests}, {"GET", "/api/fluids", &Api::fluids},
+    {"POST", "/api/run", &Api::run},          {"POST", "/api/study", &Api::study},
 };
 
 http::Service Api::service() {
@@ -126,6 +143,63 @@ http::Answer Api::health(const http::Request&) {
 
 http::Answer Api::version(const http::Request&) {
     return json({{"program", "frigana"}, {"version", FRIGANA_VERSION}});
+}
+
+// ------------------------------------------------------------------------------------------------------- calculations
+
+http::Answer Api::calculated(std::string_view task, std::string_view about) {
+    const workers::Answer answer = pool_.run(std::string(task) + '\n' + std::string(about));
+    if (answer.end != workers::End::done) return complaintOf(answer);
+    const std::size_t end = answer.text.find('\n');
+    return {std::stoi(answer.text.substr(0, end)),
+            std::string(jsonType),
+            answer.text.substr(end + 1),
+            {{"Cache-Control", "no-store"}},
+            {}};
+}
+
+http::Answer Api::requests(const http::Request&) {
+    static const std::string all = requestsJson();
+    return {200, std::string(jsonType), all, {{"Cache-Control", "no-store"}}, {}};
+}
+
+// The fluids of the installation are the same as long as the server runs.
+http::Answer Api::fluids(const http::Request&) {
+    const std::lock_guard lock(mutex_);
+    if (fluids_.body.empty()) {
+        http::Answer answer = calculated(fluidsTask, "");
+        if (answer.status != 200) return answer;
+        fluids_ = std::move(answer);
+    }
+    return fluids_;
+}
+
+http::Answer Api::run(const http::Request& request) {
+    return calculated(runTask, request.body);
+}
+
+http::Answer Api::study(const http::Request& request) {
+    catalogue::Node description;
+    std::vector<catalogue::Problem> problems = catalogue::readJson(request.body, description);
+    std::shared_ptr<const studies::Study> study;
+    try {
+        if (problems.empty()) study = std::make_shared<studies::Study>(description, nullptr);
+    } catch (const studies::Faulty& faulty) {
+        problems = faulty.problems;
+    }
+    if (!problems.empty()) return complaint(400, "bad_study", problems.front().text);
+    if (study->cases() > mostCasesOfAStudy)
+        return complaint(400, "too_many_cases",
+                         "A study has at most " + std::to_string(mostCasesOfAStudy) + " cases here; this one has " +
+                             std::to_string(study->cases()) + ".");
+    if (runningStudies_.load() >= mostStudiesAtOnce)
+        return complaint(429, "too_many_studies",
+                         "There are " + std::to_string(mostStudiesAtOnce) + " studies running; wait for one of them.");
+    const auto stream = [this, study](const http::Write& write) {
+        const Counted running(runningStudies_);
+        streamStudy(pool_, *study, write);
+    };
+    return {200, "application/x-ndjson", "", {{"Cache-Control", "no-store"}}, stream};
 }
 
 }  // namespace frigana::serve

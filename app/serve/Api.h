@@ -1,6 +1,8 @@
 // What the server answers: the page, and the interface for programs.
 #pragma once
 
+#include <atomic>
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -13,6 +15,8 @@ namespace frigana::serve {
 // Limits of the interface, beside those of the transport and of the workers.
 inline constexpr std::size_t longestBody = 1024 * 1024;
 inline constexpr int deepestNesting = 64;
+inline constexpr std::size_t mostCasesOfAStudy = 200'000;
+inline constexpr int mostStudiesAtOnce = 4;
 
 class Api {
   public:
@@ -31,9 +35,17 @@ class Api {
     static std::string methodsOf(std::string_view path);
     http::Answer health(const http::Request& request);
     http::Answer version(const http::Request& request);
+    http::Answer requests(const http::Request& request);
+    http::Answer fluids(const http::Request& request);
+    http::Answer run(const http::Request& request);
+    http::Answer study(const http::Request& request);
+    http::Answer calculated(std::string_view task, std::string_view about);
 
     workers::Pool& pool_;
     Guard guard_;
+    std::atomic<int> runningStudies_ = 0;
+    std::mutex mutex_;
+    http::Answer fluids_;  // once it is known
 };
 
 // Headers of every answer: nothing is loaded from elsewhere, nothing inline runs, nobody frames the page.

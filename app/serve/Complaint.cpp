@@ -1,5 +1,6 @@
 #include "Complaint.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -20,6 +21,16 @@ http::Answer complaint(int status, std::string_view code, std::string_view text,
             all.dump(2, ' ', false, Handler::replace) + "\n",
             {{"Cache-Control", "no-store"}},
             {}};
+}
+
+http::Answer complaintOf(const workers::Answer& answer) {
+    using workers::End;
+    int status = 500;
+    if (answer.end == End::tooSlow) status = 504;
+    if (answer.end == End::cancelled || answer.end == End::stopped || answer.end == End::noWorker) status = 503;
+    std::string code(nameOf(answer.end));
+    std::ranges::replace(code, ' ', '_');
+    return complaint(status, code, answer.text, answer.where);
 }
 
 }  // namespace frigana::serve

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "Http.h"
+#include "Pool.h"
 
 namespace frigana::serve {
 
@@ -15,5 +16,8 @@ inline constexpr std::string_view jsonType = "application/json";
 //          text    for people
 //          where   lines of the place, if any
 http::Answer complaint(int status, std::string_view code, std::string_view text, std::string_view where = {});
+
+// What became of a calculation that has no answer of its own.
+http::Answer complaintOf(const workers::Answer& answer);
 
 }  // namespace frigana::serve
