@@ -1,0 +1,265 @@
+// Every request through the server: the answers are those of the same calculation without it, whoever else asks.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <thread>
+
+#include "Client.h"
+#include "NamedRequest.h"
+#include "Report.h"
+#include "RunResult.h"
+#include "ServedProgram.h"
+#include "TemporaryFolder.h"
+#include "Tree.h"
+#include "TreeFolders.h"
+
+namespace frigana {
+namespace {
+
+namespace fs = std::filesystem;
+using json = nlohmann::ordered_json;
+using test::post;
+using test::Reply;
+using test::ServedProgram;
+
+const catalogue::FluidNames& names() {
+    return catalogue::FluidNames::of(test::dataFolder);
+}
+
+// The typical request as JSON.
+std::string typical(const catalogue::Request& request) {
+    const std::string toml = catalogue::namedText(catalogue::typicalRequest(request, "", false), names(), {});
+    catalogue::Node tree;
+    EXPECT_TRUE(catalogue::readToml(toml, tree).empty()) << toml;
+    return studies::jsonOf(tree);
+}
+
+std::string calculatedHere(const std::string& request) {
+    const auto named = catalogue::readNamed(request, catalogue::NamedFormat::json, names());
+    EXPECT_TRUE(named.problems.empty()) << request;
+    const auto result = catalogue::runFilled(named.runs.front(), {test::dataFolder, false});
+    app::ReportStyle style;
+    style.units = named.units;
+    style.resultFile = false;
+    style.dataFolder = test::dataFolder;
+    std::ostringstream text;
+    app::printJson(text, result, style);
+    return text.str();
+}
+
+std::vector<std::string> filesBelow(const std::string& folder) {
+    std::vector<std::string> all;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) all.push_back(entry.path().string());
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+struct Requests : testing::Test {
+    static void SetUpTestSuite() {
+        folder = new test::TemporaryFolder;
+        setenv("TMPDIR", folder->path().c_str(), 1);
+        program = new ServedProgram({"--jobs", "2", "--data", test::dataFolder});
+        unsetenv("TMPDIR");
+    }
+    static void TearDownTestSuite() {
+        delete program;
+        delete folder;
+    }
+    void SetUp() override { ASSERT_GT(port(), 0) << program->said(); }
+    static int port() { return program->port(); }
+
+    static test::TemporaryFolder* folder;
+    static ServedProgram* program;
+};
+test::TemporaryFolder* Requests::folder = nullptr;
+ServedProgram* Requests::program = nullptr;
+
+TEST_F(Requests, EveryOneIsAnsweredAsWithoutTheServer) {
+    for (const catalogue::Request& request : catalogue::requests()) {
+        const std::string body = typical(request);
+        const Reply reply = post(port(), "/api/run", body);
+        if (request.name == "store-blend") {
+            EXPECT_EQ(reply.status, 400);
+            EXPECT_EQ(json::parse(reply.body)["error"]["code"], "not_here");
+            continue;
+        }
+        EXPECT_EQ(reply.status, 200) << request.name << reply.body;
+        EXPECT_EQ(reply.body, calculatedHere(body)) << request.name;
+    }
+}
+
+// The records of one caller reach no other: each answer is what it was when it was asked first.
+TEST_F(Requests, AnswersDoNotDependOnWhoAskedBefore) {
+    std::vector<std::string> bodies;
+    std::vector<std::string> first;
+    for (const catalogue::Request& request : catalogue::requests())
+        if (request.name != "store-blend") bodies.push_back(typical(request));
+    bodies.push_back(R"({"request": "basic", "fluid": "R134a"})");
+    bodies.push_back(R"({"request": "nothing"})");
+    for (const std::string& body : bodies) first.push_back(post(port(), "/api/run", body).body);
+    std::vector<std::thread> clients;
+    std::atomic<int> same = 0;
+    constexpr int callers = 4, asked = 12;
+    for (int caller = 0; caller < callers; ++caller)
+        clients.emplace_back([&, caller] {
+            for (int i = 0; i < asked; ++i) {
+                const auto which = static_cast<std::size_t>(i * 7 + caller * 5 + i * i) % bodies.size();
+                same += post(port(), "/api/run", bodies[which]).body == first[which];
+            }
+        });
+    for (std::thread& client : clients) client.join();
+    EXPECT_EQ(same, callers * asked);
+}
+
+TEST_F(Requests, MalformedOnesAreToldWhatIsWrong) {
+    struct Row {
+        const char* body;
+        int status;
+        const char* text;
+    };
+    const std::string deep = std::string(40, '[') + std::string(40, ']');
+    const std::string deepRequest = R"({"request": )" + deep + "}";
+    const Row rows[] = {
+        {"", 400, "this is no JSON"},
+        {"{", 400, "this is no JSON"},
+        {"null", 400, "a table of names and values"},
+        {"[]", 400, "a table of names and values"},
+        {"\"text\"", 400, "a table of names and values"},
+        {"12", 400, "a table of names and values"},
+        {"{}", 400, "request"},
+        {"{\"request\": 1}", 400, "request"},
+        {"{\"request\": null}", 400, "request"},
+        {"{\"request\": \"basic\", \"request\": \"basic\"}", 400, "twice"},
+        {"{\"request\": \"basics\"}", 400, "basic"},
+        {"{\"request\": \"basic\", \"fluid\": 134}", 400, "fluid"},
+        {"{\"request\": \"basic\", \"fluid\": {\"R134a\": \"x\"}}", 400, ""},
+        {"{\"request\": \"basic\", \"evaporator\": 5}", 400, "evaporator"},
+        {"{\"request\": \"basic\", \"evaporator\": {\"temperature\": [1, 2]}}", 400, "evaporator.temperature"},
+        {"{\"request\": \"basic\", \"evaporator\": {\"temperature\": 1e999}}", 400, ""},
+        {"{\"request\": \"\xff\xfe\"}", 400, ""},
+        {"{\"request\": \"basic\\u0000\"}", 400, ""},
+        {deepRequest.c_str(), 400, "deep"},
+    };
+    for (const Row& row : rows) {
+        const Reply reply = post(port(), "/api/run", row.body);
+        EXPECT_EQ(reply.status, row.status) << row.body;
+        const json answer = json::parse(reply.body, nullptr, false);
+        ASSERT_FALSE(answer.is_discarded()) << row.body << reply.body;
+        EXPECT_NE(reply.body.find(row.text), std::string::npos) << row.body << reply.body;
+    }
+}
+
+TEST_F(Requests, NoNameIsAPath) {
+    const std::string data = test::dataFolder;
+    const auto before = filesBelow(data);
+    const std::string request = typical(*catalogue::findRequest("basic"));
+    std::vector<std::string> tricks = {"../../../../etc/passwd",
+                                       "/etc/passwd",
+                                       "..\\..\\etc\\passwd",
+                                       "fluids/R134A.FLD",
+                                       "../fluids/R134A.FLD",
+                                       "./R134A.FLD",
+                                       "R134A.FLD/",
+                                       "R134A.FLD\\",
+                                       "..",
+                                       ".",
+                                       "/",
+                                       "",
+                                       "~",
+                                       "$HOME",
+                                       "%2e%2e/x",
+                                       "file:///etc/passwd",
+                                       "\\\\host\\share",
+                                       "C:\\windows",
+                                       "R134A.FLD\n/etc/passwd",
+                                       std::string(10'000, 'R'),
+                                       std::string("R134A.FLD\0.MIX", 14),
+                                       data + "/fluids/R134A.FLD"};
+    for (const std::string& trick : tricks) {
+        json body = json::parse(request);
+        body["fluid"] = trick;
+        Reply reply = post(port(), "/api/run", body.dump());
+        EXPECT_EQ(reply.status, 400) << trick << reply.body;
+        // A name is repeated, but no folder that was not in it is told.
+        if (trick.find(data) == trick.npos) {
+            EXPECT_EQ(reply.body.find(data), std::string::npos) << reply.body;
+        }
+        body["fluid"] = {{trick, 0.5}, {"R32", 0.5}};
+        EXPECT_EQ(post(port(), "/api/run", body.dump()).status, 400) << trick;
+        // The name of a blend of one's own becomes that of a file, in the folder of the run alone.
+        body["fluid"] = {{"R32", 0.5}, {"R125", 0.5}};
+        body["blend_name"] = trick;
+        reply = post(port(), "/api/run", body.dump());
+        EXPECT_NE(reply.status, 500) << trick << reply.body;
+        EXPECT_EQ(reply.body.find(folder->path()), std::string::npos) << reply.body;
+    }
+    EXPECT_EQ(filesBelow(data), before);
+    // The folders of the workers, and nothing in them.
+    for (const std::string& path : filesBelow(folder->path()))
+        EXPECT_TRUE(path.ends_with(".said") || fs::is_directory(path)) << path;
+}
+
+TEST_F(Requests, TheCatalogueAndTheFluidsAreTold) {
+    const json all = json::parse(test::ask(port(), "GET", "/api/requests").body);
+    ASSERT_EQ(all["requests"].size(), 20u);
+    const json& basic = *std::find_if(all["requests"].begin(), all["requests"].end(),
+                                      [](const json& one) { return one["name"] == "basic"; });
+    const json& option = basic["circuits"][0]["parameters"][0]["options"][0];
+    EXPECT_EQ(option["key"], "evaporator.temperature");
+    EXPECT_EQ(option["limits"]["lower"], 100.0);
+    EXPECT_EQ(all["quantities"][option["quantity"].get<std::string>()]["systems"]["SI"], "K");
+
+    const json fluids = json::parse(test::ask(port(), "GET", "/api/fluids").body)["fluids"];
+    std::map<std::string, json> byFile;
+    for (const json& fluid : fluids) byFile[fluid["file"]] = fluid;
+    EXPECT_EQ(byFile.at("R134A.FLD")["shown"], "R134a");
+    EXPECT_EQ(byFile.at("R410A.MIX")["components"].size(), 2u);
+    std::size_t files = 0;
+    for (const char* kind : {"fluids", "mixtures"})
+        for (const auto& entry : fs::directory_iterator(std::string(test::dataFolder) + '/' + kind))
+            files += entry.path().extension() == ".FLD" || entry.path().extension() == ".MIX";
+    EXPECT_EQ(fluids.size(), files);
+}
+
+TEST_F(Requests, AStudyGivesTheValuesOfItsRequests) {
+    json study = {{"request", json::parse(typical(*catalogue::findRequest("basic")))},
+                  {"vary",
+                   {{"fluid", {"R134a", "R290", "nothing"}},
+                    {"evaporator.temperature", {{"from", "-10 °C"}, {"to", "0 °C"}, {"step", "5 K"}}}}},
+                  {"results", {{"keys", {"performance.cop_cooling", "compressor.outlet.temperature", "no.such.key"}}}}};
+    const Reply reply = post(port(), "/api/study", study.dump());
+    ASSERT_EQ(reply.status, 200) << reply.body;
+    std::istringstream lines(reply.body);
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(json::parse(line)["cases"], 9);
+    for (const char* fluid : {"R134a", "R290", "nothing"})
+        for (const char* temperature : {"-10 °C", "-5 °C", "0 °C"}) {
+            std::getline(lines, line);
+            const json got = json::parse(line);
+            EXPECT_EQ(got["inputs"], json({fluid, temperature}));
+            if (std::string_view(fluid) == "nothing") {
+                EXPECT_NE(got["error"]["text"].get<std::string>().find("nothing"), std::string::npos);
+                continue;
+            }
+            json body = study["request"];
+            body["fluid"] = fluid;
+            body["evaporator"].erase("pressure");
+            body["evaporator"]["temperature"] = temperature;
+            const auto named = catalogue::readNamed(body.dump(), catalogue::NamedFormat::json, names());
+            ASSERT_TRUE(named.problems.empty());
+            const auto result = catalogue::runFilled(named.runs.front(), {test::dataFolder, false});
+            EXPECT_EQ(got["values"][0], result.number("performance.cop_cooling"));
+            EXPECT_EQ(got["values"][1], result.number("compressor.outlet.temperature"));
+            EXPECT_TRUE(got["values"][2].is_null());
+        }
+    std::getline(lines, line);
+    EXPECT_EQ(json::parse(line)["refused"], 3);
+}
+
+}  // namespace
+}  // namespace frigana
