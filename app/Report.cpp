@@ -369,7 +369,7 @@ void printPoints(std::ostream& out, const std::vector<Reported>& results) {
     out << requestedName(results.front().result.report) << ": " << results.size() << " points\n";
     table.print(out);
     for (std::size_t i = 0; i < results.size(); ++i)
-        if (!results[i].isDone())
+        if (!results[i].result.isDone())
             out << "Point " << i + 1 << ": " << plainText(results[i].result.report.HERR.view()) << '\n';
 }
 
