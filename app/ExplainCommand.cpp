@@ -33,10 +33,11 @@ void addRows(Table& table, const Request& request, int circuit, int stage, std::
                               : "true";
             else if (limits)
                 allowed = limitsText(*limits, option.quantity, unitIn(units, option.quantity));
-            const std::string left = !previous.empty()                      ? "or the one above"
-                                     : parameter.absent == Absent::zero     ? "0"
+            const bool zero = parameter.absent == Absent::zero && zeroOption(parameter) == &option;
+            const std::string left = zero                                   ? "0"
                                      : parameter.absent == Absent::optional ? "none"
-                                                                            : "required";
+                                     : !previous.empty() || parameter.absent == Absent::zero ? "(or this)"
+                                                                                             : "required";
             table.rows.push_back({key, std::string(option.label), allowed, left});
             previous = key;
         }

@@ -41,6 +41,8 @@ int runPositional(const CLI::App& program, Options& options) {
     Text255 path{std::string_view(request)};
     int position = 0;
     MYFINDFI1(path, position);
+    if (position == 0 && (request.ends_with(".toml") || request.ends_with(".json")))
+        return complain(usageError, request + ": a named request is run by frigana run " + request);
     if (!fits(request) || position == 0)
         return complain(usageError,
                         request + ": the path of a request has the extension .fi1 and at most 255 characters");

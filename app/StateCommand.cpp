@@ -47,7 +47,8 @@ int run(const Options& options) {
         const double value = point.*property.field;
         // Outside the dome a quality has no meaning, whatever the mark of the engine.
         if (property.letter == 'Q') {
-            const bool wet = value >= 0.0 && value <= 1.0 && point.CP == missingValue;
+            const bool isGiven = given[0].property->letter == 'Q' || given[1].property->letter == 'Q';
+            const bool wet = isGiven || (value >= 0.0 && value <= 1.0 && point.CP == missingValue);
             line += "  Q = " + (wet ? shown(value, property.quantity, units) : std::string("single phase"));
         } else {
             line += "  " + std::string(1, property.letter) + " = " + shown(value, property.quantity, units);

@@ -368,6 +368,12 @@ std::string keyOf(const Circuit& circuit, int stage, const Parameter& parameter,
     return key += keyOf(parameter, option);
 }
 
+const Option* zeroOption(const Parameter& parameter) {
+    for (const Option& option : parameter.options)
+        if (option.quantity != Quantity::temperature && option.quantity != Quantity::pressure) return &option;
+    return nullptr;
+}
+
 std::optional<Limits> limitsOf(const Request& request, int circuit, bool stage, const Parameter& parameter,
                                const Option& option) {
     if (request.type != 2) return std::nullopt;

@@ -103,6 +103,9 @@ std::string keyOf(const Parameter& parameter, const Option& option);
 // The same with circuit and stage in front: "low.evaporator.temperature", "stage2.compressor.isentropic_efficiency".
 std::string keyOf(const Circuit& circuit, int stage, const Parameter& parameter, const Option& option);
 
+// The option that stands, with 0, where a parameter with a natural zero is left out: its first one that is a difference.
+const Option* zeroOption(const Parameter& parameter);
+
 // Limits of a value, from the rows of the range checks.
 struct Limits {
     double lower, upper;

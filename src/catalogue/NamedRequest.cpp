@@ -452,10 +452,8 @@ class Reader {
     }
 
     static Setting zeroOf(const Parameter& parameter) {
-        for (const Option& option : parameter.options)
-            if (option.quantity != Quantity::temperature && option.quantity != Quantity::pressure)
-                return {option.number, 0.0};
-        return {};
+        const Option* option = zeroOption(parameter);
+        return option == nullptr ? Setting{} : Setting{option->number, 0.0};
     }
 
     Setting readParameter(const Parameter& parameter, int circuit, int stage) {

@@ -121,11 +121,9 @@ class Writer {
     // ---- parameters ----
 
     static bool isZero(const Parameter& parameter, const Setting& setting) {
-        if (parameter.absent != Absent::zero || setting.value != 0.0) return false;
-        for (const Option& option : parameter.options)
-            if (option.quantity != Quantity::temperature && option.quantity != Quantity::pressure)
-                return option.number == setting.option;
-        return false;
+        const Option* option = zeroOption(parameter);
+        return parameter.absent == Absent::zero && setting.value == 0.0 && option != nullptr &&
+               option->number == setting.option;
     }
 
     std::string valueText(const Option& option, const Setting& setting) const {

@@ -323,6 +323,37 @@ const Unit* findUnit(Quantity quantity, std::string_view text) {
     return nullptr;
 }
 
+namespace {
+
+constexpr int keptDigits = 14;
+
+double roundedToDecimals(double value) {
+    if (!std::isfinite(value)) return value;
+    char field[40];
+    const auto [end, error] =
+        std::to_chars(field, field + sizeof field, value, std::chars_format::scientific, keptDigits - 1);
+    if (error == std::errc()) std::from_chars(field, end, value);
+    return value;
+}
+
+bool isInner(const Unit& unit) {
+    return unit.factor == 1.0 && unit.shift == 0.0;
+}
+
+}  // namespace
+
+double toInner(double number, const Unit& unit) {
+    return isInner(unit) ? number : roundedToDecimals((number + unit.shift) * unit.factor);
+}
+
+double fromInner(double value, const Unit& unit) {
+    if (isInner(unit)) return value;
+    const double number = value / unit.factor - unit.shift;
+    // What a shift leaves of a difference of nearly equal numbers is rounding.
+    constexpr double rounding = 1e-13;
+    return std::abs(number) < rounding * std::abs(unit.shift) * 10.0 ? 0.0 : roundedToDecimals(number);
+}
+
 Parsed parseQuantity(std::string_view text, Quantity quantity, const Unit* plain) {
     Parsed parsed;
     text = trimmed(text);

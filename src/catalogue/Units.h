@@ -63,12 +63,10 @@ const Unit& unitIn(UnitSystem system, Quantity quantity);
 const Unit* findUnit(Quantity quantity, std::string_view text);
 std::string_view nameOf(Quantity quantity);
 
-inline double toInner(double number, const Unit& unit) {
-    return (number + unit.shift) * unit.factor;
-}
-inline double fromInner(double value, const Unit& unit) {
-    return value / unit.factor - unit.shift;
-}
+// A converted number is rounded to fourteen digits, so that -40 °C is 233.15 K and not 233.14999999999998 K: what a
+// person writes in decimals stays a decimal. A number in the inner unit is taken as it is.
+double toInner(double number, const Unit& unit);
+double fromInner(double value, const Unit& unit);
 
 // A number with its unit as a person writes it: "-5 °C", "2.4 bar", "70 %", "-5,5 °C".
 struct Parsed {

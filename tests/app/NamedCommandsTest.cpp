@@ -1,0 +1,255 @@
+// Named requests and the commands around them, as a user runs them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "Catalogue.h"
+#include "Program.h"
+#include "TemporaryFolder.h"
+#include "TreeFolders.h"
+
+namespace frigana {
+namespace {
+
+using test::Outcome;
+using test::readFile;
+using test::run;
+using test::TemporaryFolder;
+using test::writeFile;
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+const std::string chiller =
+    "request = \"basic\"\ntitle = \"Small chiller\"\nfluid = \"R134a\"\n\n"
+    "[evaporator]\ntemperature = \"-5 °C\"\nsuperheat = \"5 K\"\n\n"
+    "[compressor]\nswept_volume = \"0.0028 m3/s\"\nisentropic_efficiency = 0.7\nvolumetric_efficiency = 0.85\n\n"
+    "[condenser]\ntemperature = \"40 °C\"\nsubcooling = \"3 K\"\n";
+
+struct Named : testing::Test {
+    TemporaryFolder folder;
+    std::string request = folder.path("chiller.toml");
+    std::string quoted = "'" + request + "'";
+    void SetUp() override { writeFile(request, chiller); }
+
+    std::size_t filesBeside() const {
+        return static_cast<std::size_t>(
+            std::distance(std::filesystem::directory_iterator(folder.path()), std::filesystem::directory_iterator()));
+    }
+};
+
+TEST_F(Named, ARequestIsAnsweredAndNothingIsLeftBeside) {
+    const Outcome outcome = run("run " + quoted);
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+    // What an engineer looks for stands before the states, and those before the devices.
+    const auto capacity = outcome.said.find("  Evaporator capacity"), points = outcome.said.find("  State point"),
+               devices = outcome.said.find("\nEVAPORATOR\n");
+    EXPECT_LT(capacity, points);
+    EXPECT_LT(points, devices);
+    EXPECT_NE(devices, std::string::npos);
+    EXPECT_FALSE(contains(outcome.said, "Result file"));
+    EXPECT_EQ(filesBeside(), 1u);
+}
+
+TEST_F(Named, AReadOnlyFolderIsNoObstacle) {
+    namespace fs = std::filesystem;
+    fs::permissions(folder.path(), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_EQ(run("run " + quoted).status, 0);
+    fs::permissions(folder.path(), fs::perms::owner_all);
+    EXPECT_EQ(filesBeside(), 1u);
+}
+
+TEST_F(Named, UnitsAreThoseThatAreAskedFor) {
+    EXPECT_TRUE(contains(run("run " + quoted).said, "268.15 K\n"));
+    const std::string metric = run("run " + quoted + " --units metric").said;
+    EXPECT_TRUE(contains(metric, "  -5 °C\n")) << metric;
+    EXPECT_TRUE(contains(metric, "10.08 m3/h\n")) << metric;
+    const std::string imperial = run("run " + quoted + " --units imperial").said;
+    EXPECT_TRUE(contains(imperial, "  23 °F\n")) << imperial;
+    EXPECT_TRUE(contains(imperial, "superheat 5") || contains(imperial, " 9 °F\n")) << imperial;
+    EXPECT_EQ(run("run " + quoted + " --units english").status, 1);
+}
+
+TEST_F(Named, JsonCarriesKeysPointsInputAndVersions) {
+    const Outcome outcome = run("run " + quoted + " --json -");
+    const auto json = nlohmann::json::parse(outcome.said);
+    EXPECT_EQ(json["outcome"], "success");
+    EXPECT_EQ(json["request"], "basic");
+    EXPECT_EQ(json["input"]["evaporator.temperature"], 268.15);
+    EXPECT_EQ(json["fluid"]["fluid"]["file"], "R134A.FLD");
+    EXPECT_EQ(json["points"].size(), 7u);
+    EXPECT_EQ(json["points"][5]["key"], "compressor.outlet");
+    EXPECT_EQ(json["diagrams"]["ph.dome"]["pressure"].size(), 10u);
+    EXPECT_TRUE(json["remarks"].is_array());
+    EXPECT_FALSE(json["versions"]["program"].get<std::string>().empty());
+    EXPECT_TRUE(contains(json["versions"]["data"].get<std::string>(), " files, "));
+    double cop = 0.0;
+    for (const auto& value : json["values"])
+        if (value["key"] == "performance.cop_cooling") cop = value["value"].get<double>();
+    EXPECT_GT(cop, 3.0);
+}
+
+TEST_F(Named, PositionalRequestAndResultAreKeptWhereAsked) {
+    const std::string fi1 = folder.path("kept.fi1"), fo1 = folder.path("kept.fo1");
+    EXPECT_EQ(run("run " + quoted + " --quiet --fi1 '" + fi1 + "' --fo1 '" + fo1 + "'").said, "");
+    const std::string result = readFile(fo1);
+    EXPECT_EQ(result.substr(0, 6), " 2\n 1\n");
+    std::filesystem::remove(fo1);
+    EXPECT_EQ(run("'" + fi1 + "'").status, 0);
+    EXPECT_EQ(readFile(fo1), result);
+}
+
+TEST_F(Named, StandardInputAndSeveralFilesAreTaken) {
+    const Outcome piped = run("run - < " + quoted);
+    EXPECT_EQ(piped.status, 0) << piped.said;
+    EXPECT_TRUE(contains(piped.said, "Basic cycle: done"));
+    writeFile(folder.path("point.json"), "{\"request\": \"state-point\", \"fluid\": \"NH3\", \"units\": \"metric\",\n"
+                                         "\"temperature\": 25, \"pressure\": 10}\n");
+    const Outcome both = run("run " + quoted + " '" + folder.path("point.json") + "'");
+    EXPECT_EQ(both.status, 0) << both.said;
+    EXPECT_TRUE(contains(both.said, "chiller.toml\nBasic cycle: done"));
+    EXPECT_TRUE(contains(both.said, "point.json\nSpecific state point: done"));
+    const auto list =
+        nlohmann::json::parse(run("run " + quoted + " '" + folder.path("point.json") + "' --json -").said);
+    EXPECT_EQ(list.size(), 2u);
+}
+
+TEST_F(Named, AListOfPointsIsATable) {
+    writeFile(folder.path("points.toml"),
+              "request = \"saturation-point\"\nfluid = \"propane\"\npoints = [\n  { bubble.temperature = \"0 °C\" },\n"
+              "  { dew.pressure = \"5 bar\" },\n]\n");
+    const Outcome outcome = run("run '" + folder.path("points.toml") + "'");
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+    EXPECT_TRUE(contains(outcome.said, ": 2 points\n")) << outcome.said;
+    EXPECT_TRUE(contains(outcome.said, "\n  1 ")) << outcome.said;
+    EXPECT_TRUE(contains(outcome.said, "\n  2 ")) << outcome.said;
+}
+
+TEST_F(Named, FaultsAreToldWithFileLineAndKey) {
+    std::string text = chiller;
+    text.replace(text.find("-5 °C"), 6, "-200 °C");
+    writeFile(request, text);
+    const Outcome outcome = run("run " + quoted);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.said,
+              request + ":6: evaporator.temperature = -200 °C: allowed are -173.15 °C to 326.85 °C\n");
+    writeFile(request, "request = basic\n");
+    EXPECT_EQ(run("run " + quoted).status, 3);
+    EXPECT_EQ(run("run '" + folder.path("none.toml") + "'").status, 3);
+    EXPECT_EQ(run("run").status, 1);
+    // A refusal by the solver.
+    text = chiller;
+    text.replace(text.find("-5 °C"), 6, "60 °C");
+    writeFile(request, text);
+    EXPECT_EQ(run("run " + quoted).status, 2);
+    EXPECT_TRUE(contains(run(quoted).said, "a named request is run by frigana run"));
+}
+
+TEST_F(Named, ACycleTakesABlendByItsComponents) {
+    std::string text = chiller;
+    text.replace(text.find("\"R134a\""), 7, "{ R1234yf = 0.56, R134a = 0.44 }\nblend_name = \"Mine\"");
+    writeFile(request, text);
+    const Outcome outcome = run("run " + quoted);
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+    EXPECT_TRUE(contains(outcome.said, "Mine.mix")) << outcome.said;
+    EXPECT_FALSE(std::filesystem::exists(std::string(test::dataFolder) + "/mixtures/Mine.mix"));
+    EXPECT_EQ(run("convert " + quoted).status, 2);
+}
+
+TEST_F(Named, TemplatesOfEveryRequestAreReadyToRun) {
+    namespace fs = std::filesystem;
+    fs::create_directories(folder.path("installed"));
+    fs::create_directory_symlink(std::string(test::dataFolder) + "/fluids", folder.path("installed/fluids"));
+    fs::copy(std::string(test::dataFolder) + "/mixtures", folder.path("installed/mixtures"));
+    const std::string data = " --data '" + folder.path("installed") + "'";
+    std::string files;
+    for (const catalogue::Request& one : catalogue::requests()) {
+        const std::string file = folder.path(std::string(one.name) + ".toml");
+        const std::string units = one.sub % 2 == 0 ? " --units imperial" : "";
+        EXPECT_EQ(run("new " + std::string(one.name) + units + data + " --out '" + file + "'").status, 0) << one.name;
+        files += " '" + file + "'";
+    }
+    const Outcome outcome = run("run --quiet" + files + data);
+    EXPECT_EQ(outcome.status, 0) << outcome.said;
+    EXPECT_TRUE(contains(run("new basic --fluid propane").said, "fluid = \"PROPANE\"") ||
+                contains(run("new basic --fluid propane").said, "fluid = \"R290\""));
+    EXPECT_EQ(run("new nothing").status, 1);
+    EXPECT_EQ(run("new basic --fluid nothing").status, 1);
+}
+
+TEST_F(Named, ConvertLeadsThereAndBack) {
+    for (const auto& entry : std::filesystem::directory_iterator(test::examplesFolder)) {
+        if (entry.path().extension() != ".fi1") continue;
+        const std::string toml = folder.path("there.toml"), fi1 = folder.path("back.fi1"), again = folder.path("again.toml");
+        ASSERT_EQ(run("convert '" + entry.path().string() + "' --out '" + toml + "'").status, 0) << entry.path();
+        ASSERT_EQ(run("convert '" + toml + "' --out '" + fi1 + "'").status, 0) << entry.path();
+        ASSERT_EQ(run("convert '" + fi1 + "' --out '" + again + "'").status, 0) << entry.path();
+        EXPECT_EQ(readFile(again), readFile(toml)) << entry.path();
+    }
+}
+
+TEST_F(Named, EveryRequestIsExplainedAndHasASchema) {
+    const std::string all = run("explain").said;
+    for (const catalogue::Request& one : catalogue::requests()) {
+        const std::string name(one.name);
+        EXPECT_TRUE(contains(all, "  " + name + ' ')) << name;
+        const std::string explained = run("explain " + name).said;
+        const auto schema = nlohmann::json::parse(run("schema " + name).said);
+        EXPECT_EQ(schema["properties"]["request"]["const"], name);
+        for (const catalogue::Circuit& circuit : one.circuits)
+            for (const catalogue::Parameter& parameter : circuit.parameters)
+                for (const catalogue::Option& option : parameter.options) {
+                    if (option.key.empty()) continue;
+                    std::string key = keyOf(circuit, 0, parameter, option);
+                    EXPECT_TRUE(contains(explained, "  " + key + ' ')) << name << ' ' << key;
+                    std::string pointer = "/properties/" + key;
+                    for (auto dot = pointer.find('.'); dot != std::string::npos; dot = pointer.find('.'))
+                        pointer.replace(dot, 1, "/properties/");
+                    EXPECT_TRUE(schema.contains(nlohmann::json::json_pointer(pointer))) << name << ' ' << key;
+                }
+    }
+    EXPECT_EQ(run("explain nothing").status, 1);
+    EXPECT_EQ(run("schema nothing").status, 1);
+}
+
+TEST_F(Named, AStateIsOneLine) {
+    // Saturation of R134a at -26.0743 °C is one atmosphere: its normal boiling point.
+    const Outcome boiling = run("state R134a P=1atm Q=0");
+    EXPECT_EQ(boiling.status, 0);
+    EXPECT_TRUE(contains(boiling.said, "R134a  T = -26.07")) << boiling.said;
+    EXPECT_EQ(std::count(boiling.said.begin(), boiling.said.end(), '\n'), 1);
+    // Every pair leads back to the same state.
+    for (const char* pair : {"T=25C P=10bar", "P=10bar H=234.557", "P=10bar S=1.11903", "T=25C D=1208.73",
+                             "D=1208.73 H=234.557", "D=1208.73 S=1.11903", "H=234.557 S=1.11903", "P=10bar D=1208.73"}) {
+        const Outcome outcome = run("state R134a " + std::string(pair));
+        EXPECT_EQ(outcome.status, 0) << pair << outcome.said;
+        EXPECT_TRUE(contains(outcome.said, "  H = 234.5")) << pair << outcome.said;
+        EXPECT_TRUE(contains(outcome.said, "  S = 1.119")) << pair << outcome.said;
+    }
+    EXPECT_EQ(run("state R134a D=5 Q=0.5").status, 2);
+    EXPECT_EQ(run("state R134a T=25C").status, 1);
+    EXPECT_EQ(run("state R134a T=25C T=26C").status, 1);
+    EXPECT_EQ(run("state R134a T=25C X=26C").status, 1);
+    EXPECT_EQ(run("state R134b T=25C Q=0").status, 1);
+}
+
+TEST_F(Named, CompletionAndManPageComeFromTheCommands) {
+    const std::string bash = run("completion bash").said;
+    EXPECT_TRUE(contains(bash, "complete -o filenames -F _frigana frigana"));
+    const std::string man = run("completion man").said;
+    EXPECT_TRUE(contains(man, ".TH FRIGANA 1"));
+    for (const char* command : {"run", "new", "explain", "convert", "state", "list", "schema", "check-data"}) {
+        EXPECT_TRUE(contains(bash, std::string(command) + ' ')) << command;
+        EXPECT_TRUE(contains(man, ".SS frigana ")) << command;
+    }
+    writeFile(folder.path("completion"), bash);
+    EXPECT_EQ(std::system(("bash -n '" + folder.path("completion") + "'").c_str()), 0);
+    EXPECT_EQ(run("completion fish").status, 1);
+}
+
+}  // namespace
+}  // namespace frigana
