@@ -142,6 +142,10 @@ TEST(PropertyPointEdges, TheTraceOfAnIsentropicStepIsGoneAndNeedsNoFolder) {
     PROPSIMPLEPS(s, 1000.0, 1.8, p);
     EXPECT_GT(p.H, 0.0);
     EXPECT_FALSE(std::filesystem::exists("cycle_1.txt"));
+    // One that stands there is written over and goes with the trace.
+    writeFile("cycle_1.txt", "left behind");
+    PROPSIMPLEPS(s, 1000.0, 1.8, p);
+    EXPECT_FALSE(std::filesystem::exists("cycle_1.txt"));
     // A folder of that name is one way in which the file cannot be written, whoever runs the test.
     std::filesystem::create_directory("cycle_1.txt");
     p = {};
