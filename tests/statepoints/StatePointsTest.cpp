@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 
@@ -142,10 +143,16 @@ TEST(PropertyPointEdges, TheTraceOfAnIsentropicStepIsGoneAndNeedsNoFolder) {
     PROPSIMPLEPS(s, 1000.0, 1.8, p);
     EXPECT_GT(p.H, 0.0);
     EXPECT_FALSE(std::filesystem::exists("cycle_1.txt"));
-    // One that stands there is written over and goes with the trace.
-    writeFile("cycle_1.txt", "left behind");
+    // That it was there is seen by the time of the folder.
+    const auto past = std::filesystem::last_write_time(folder.path()) - std::chrono::hours(1);
+    std::filesystem::last_write_time(folder.path(), past);
     PROPSIMPLEPS(s, 1000.0, 1.8, p);
-    EXPECT_FALSE(std::filesystem::exists("cycle_1.txt"));
+    EXPECT_NE(std::filesystem::last_write_time(folder.path()), past);
+    // A file of that name is not ours.
+    writeFile("cycle_1.txt", "of the user");
+    PROPSIMPLEPS(s, 1000.0, 1.8, p);
+    EXPECT_EQ(readFile("cycle_1.txt"), "of the user");
+    std::filesystem::remove("cycle_1.txt");
     // A folder of that name is one way in which the file cannot be written, whoever runs the test.
     std::filesystem::create_directory("cycle_1.txt");
     p = {};

@@ -9,6 +9,7 @@
 #include "FixedRows.h"
 #include "Requests.h"
 #include "ResultFile.h"
+#include "Substances.h"
 #include "Trap.h"
 
 namespace frigana::test {
@@ -133,7 +134,7 @@ double cut(double value, double multiple) {
 // From the formulas of the limits, with the states of single requests. The factors of the lowest and highest
 // temperature are single-precision numbers.
 TEST(IsopropertyLimits, FollowTheirFormulas) {
-    for (const char* fluid : {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD"}) {
+    for (const char* fluid : {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD", "AMMONIA.FLD", "NITROGEN.FLD"}) {
         SCOPED_TRACE(fluid);
         const auto facts = answer(propertyRequest(1, "", fluid)).numbers(8);
         const double TMIN = facts[6], TMAX = facts[7], PC = facts[4];
@@ -239,6 +240,21 @@ TEST(SaturationPoints, LimitsBelongToTheRangeAndToTheirOwnProperty) {
     EXPECT_FALSE(answer(propertyRequest(3, "2 1 500 169.85 455 20")).refused());
     EXPECT_FALSE(answer(propertyRequest(3, "3 1 0 300 400 20")).refused());
     EXPECT_FALSE(answer(propertyRequest(3, "1 3 300 0 100 20")).refused());
+    // to the last digit
+    const SUBSTANCE& s = fluid("R134A.FLD");
+    const std::string PMIN = number(s.PMIN), PC = number(s.PC), DMAX = number(s.DMAX), TC = number(s.TC);
+    EXPECT_NE(answer(propertyRequest(2, "2 " + PMIN + " 1000 100")).trimmed(2), "102203");
+    EXPECT_NE(answer(propertyRequest(3, "2 1 " + PMIN + " 300 400 20")).trimmed(2), "103203");
+    EXPECT_NE(answer(propertyRequest(3, "1 2 300 " + PMIN + " 400 20")).trimmed(2), "103213");
+    EXPECT_NE(answer(propertyRequest(3, "3 1 " + DMAX + " 300 400 20")).trimmed(2), "103206");
+    EXPECT_NE(answer(propertyRequest(3, "1 3 300 100 " + DMAX + " 100")).trimmed(2), "103216");
+    EXPECT_NE(answer(propertyRequest(4, "2 " + PMIN + " 1 300")).trimmed(2), "104203");
+    EXPECT_NE(answer(propertyRequest(4, "1 300 2 " + PMIN)).trimmed(2), "104213");
+    EXPECT_NE(answer(propertyRequest(4, "1 300 3 0")).trimmed(2), "104215");
+    EXPECT_NE(answer(propertyRequest(4, "2 300 1 169.85")).trimmed(2), "104211");
+    EXPECT_NE(answer(propertyRequest(5, "3 " + PMIN)).trimmed(2), "105211");
+    EXPECT_NE(answer(propertyRequest(5, "4 " + PC)).trimmed(2), "105212");
+    EXPECT_NE(answer(propertyRequest(6, "2 " + TC)).trimmed(2), "105202");
 }
 
 }  // namespace
