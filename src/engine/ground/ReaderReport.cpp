@@ -51,6 +51,14 @@ void readFailed(int unit, std::string_view what, ReadStatus status, std::string_
     lastRefusal = herr;
 }
 
+void lineTooShort(int unit, std::string_view what, int& ierr, Text255& herr) {
+    char line[12];
+    ierr = 1;
+    message(herr, fileName(unit), ", line ", digitsOf(lineNumber(unit), line), ": expected ", what,
+            ", found the end of the line");
+    lastRefusal = herr;
+}
+
 bool countFits(int unit, std::string_view what, int count, int largest, int& ierr, Text255& herr) {
     if (count >= 0 && count <= largest) return true;
     char line[12], limit[12], value[12];

@@ -7,8 +7,8 @@
 
 namespace frigana {
 
-// Words of the record that was refused last, for a caller whose own code says less. Written by readFailed and countFits;
-// blank before the first refusal, or when the caller has blanked it.
+// Words of the record that was refused last, for a caller whose own code says less. Written by readFailed and
+// countFits; blank before the first refusal, or when the caller has blanked it.
 extern Text255 lastRefusal;
 
 // Words of a record that could not be read.
@@ -33,16 +33,35 @@ void readFailed(int unit, std::string_view what, ReadStatus status, std::string_
 //                      "NAME.FLD, line 12: expected number of terms from 0 to 56, found 57"
 bool countFits(int unit, std::string_view what, int count, int largest, int& ierr, Text255& herr);
 
+// A line that ended before the values that it should hold; otherwise as readFailed.
+void lineTooShort(int unit, std::string_view what, int& ierr, Text255& herr);
+
+// The values of one free-form record, which stand on one line behind any blank ones.
+//   Returned  ok; malformed where one cannot be read or the line ends before the last; endOfFile
+//             found   what stood where the value was expected; blank at the end of the line
+template <class... Value>
+ReadStatus readOneLine(int unit, std::string_view& found, Value&... values) {
+    ReadStatus status = skipFilledLine(unit);
+    if (status != ReadStatus::ok) return status;
+    FreeRecord record(currentLine(unit));
+    (void)((status = record.read(values), status == ReadStatus::ok) && ...);
+    found = record.offendingText();
+    return status == ReadStatus::endOfFile ? ReadStatus::malformed : status;
+}
+
 // One free-form record into values (int, double or FixedText each); true if all could be read.
 //   Given     unit, what as readFailed
 //   Returned  values, and ierr and herr as by readFailed where the result is false; they are not touched otherwise
+//   Notes     A record does not go on in the next line: a row with a number too few would take one from the row below.
 template <class... Value>
 bool readRecord(int unit, std::string_view what, int& ierr, Text255& herr, Value&... values) {
-    FreeRecord record(unit);
-    ReadStatus status = ReadStatus::ok;
-    (void)((status = record.read(values), status == ReadStatus::ok) && ...);
+    std::string_view found;
+    const ReadStatus status = readOneLine(unit, found, values...);
     if (status == ReadStatus::ok) return true;
-    readFailed(unit, what, status, record.offendingText(), ierr, herr);
+    if (status == ReadStatus::malformed && found.empty())
+        lineTooShort(unit, what, ierr, herr);
+    else
+        readFailed(unit, what, status, found, ierr, herr);
     return false;
 }
 

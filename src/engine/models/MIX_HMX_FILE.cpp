@@ -22,10 +22,10 @@ constexpr int mostLines = 20000;
 constexpr int mostComments = 1000;
 
 // Keeps file and line of what could not be read; the messages of this file have no room for them. False.
-bool refused(int iunit, std::string_view what) {
+bool refused(int iunit, std::string_view what, ReadStatus status = ReadStatus::malformed) {
     int ierr = 0;
     Text255 herr;
-    readFailed(iunit, what, ReadStatus::malformed, ierr, herr);
+    readFailed(iunit, what, status, ierr, herr);
     return false;
 }
 
@@ -42,24 +42,35 @@ bool sectionLine(const Text255& line, std::string_view keyword) {
     return (line[1] == '#' || line[1] == '@') && line.slice(2, 4) == keyword;
 }
 
-// Passes over lines up to the heading of a section; false at the end.
-bool findSection(int iunit, std::string_view keyword) {
+enum class Search { found, ended, failed };
+
+// Passes over lines up to the heading of a section. Only the mark of the end tells that there is none: a file that
+// stops before it has lost its rest.
+Search findSection(int iunit, std::string_view keyword) {
     Text255 line;
     for (int count = 0; count < mostLines; ++count) {
-        if (readText(iunit, line, 4) != ReadStatus::ok || endOfSections(line)) return false;
-        if (sectionLine(line, keyword)) return true;
+        const ReadStatus status = readText(iunit, line, 4);
+        if (status != ReadStatus::ok) {
+            refused(iunit, "a section or @END", status);
+            return Search::failed;
+        }
+        if (endOfSections(line)) return Search::ended;
+        if (sectionLine(line, keyword)) return Search::found;
     }
-    return false;
+    return Search::ended;
 }
 
-// Passes over lines of comment and the first line that is none.
-bool skipComments(int iunit) {
-    Text255 line;
+// Passes over lines of comment and, where it stands behind them, the lone mark that ends them.
+ReadStatus skipComments(int iunit) {
     for (int count = 0; count <= mostComments; ++count) {
-        if (readText(iunit, line, 1) != ReadStatus::ok) return false;
-        if (line[1] != '?') return true;
+        Text255 line;
+        const LinePlace place = nextLinePlace(iunit);
+        if (const ReadStatus status = readText(iunit, line, 1); status != ReadStatus::ok) return status;
+        if (line[1] == '?') continue;
+        if (line[1] != '!') goToLine(iunit, place);
+        break;
     }
-    return true;
+    return ReadStatus::ok;
 }
 
 // The first numbers of a free-form text; false if there are fewer.
@@ -225,20 +236,15 @@ bool addPair(const PairRecord& record, const LinePlace& place) {
     return true;
 }
 
-// The section of pairs behind its heading; afterwards `line` holds what ended it, blank at the end of the file. False
-// for a line that cannot be read.
+// The section of pairs behind its heading; afterwards `line` holds what ended it. False for a line that cannot be read.
 bool indexPairs(int iunit, int& lines, Text255& line) {
     line.clear();
-    if (readText(iunit, line, 3) != ReadStatus::ok || line != "BNC" || !skipComments(iunit)) return false;
+    if (readText(iunit, line, 3) != ReadStatus::ok || line != "BNC" || skipComments(iunit) != ReadStatus::ok)
+        return false;
     PairRecord record;
     LinePlace place = nextLinePlace(iunit);
     for (; lines < mostLines; ++lines) {
-        const ReadStatus status = readText(iunit, line);
-        if (status == ReadStatus::endOfFile) {
-            line.clear();
-            return true;
-        }
-        if (status != ReadStatus::ok) return false;
+        if (readText(iunit, line) != ReadStatus::ok) return false;
         if (line[1] == '@' || line[1] == '#') return true;
         if (line[1] == '?') continue;
         if (line[1] != '!') {
@@ -259,8 +265,7 @@ bool indexSections(int iunit) {
     bool pairsFound = false;
     Text255 line;
     for (int lines = 0; lines < mostLines; ++lines) {
-        const ReadStatus status = readText(iunit, line, 4);
-        if (status != ReadStatus::ok) return pairsFound && status == ReadStatus::endOfFile;
+        if (readText(iunit, line, 4) != ReadStatus::ok) return false;
         if (sectionLine(line, "BNC") && !pairsFound) {
             pairsFound = true;
             if (!indexPairs(iunit, lines, line)) return false;
@@ -288,22 +293,28 @@ const FileIndex* indexOf(int iunit) {
     return fileIndex.complete ? &fileIndex : nullptr;
 }
 
-// Goes to the first record of a pair in either order, or, without an index, of any pair. False where there is none.
-bool findPairs(int iunit, const Text12& casI, const Text12& casJ) {
+// Goes to the first record of a pair in either order, or, without an index, of any pair.
+Search findPairs(int iunit, const Text12& casI, const Text12& casJ) {
     if (const FileIndex* index = indexOf(iunit)) {
         for (int k = 1; k <= index->pairs; ++k) {
             const PairPlace& pair = index->pair[k];
             if ((pair.first == casI && pair.second == casJ) || (pair.first == casJ && pair.second == casI)) {
                 goToLine(iunit, pair.place);
-                return true;
+                return Search::found;
             }
         }
-        return false;
+        return Search::ended;
     }
     rewindUnit(iunit);
+    const Search search = findSection(iunit, "BNC");
+    if (search != Search::found) return search;
     Text255 line;
-    return findSection(iunit, "BNC") && readText(iunit, line, 3) == ReadStatus::ok && line == "BNC" &&
-           skipComments(iunit);
+    ReadStatus status = readText(iunit, line, 3);
+    if (status == ReadStatus::ok && line != "BNC") return Search::ended;
+    if (status == ReadStatus::ok) status = skipComments(iunit);
+    if (status == ReadStatus::ok) return Search::found;
+    refused(iunit, "records of pairs", status);
+    return Search::failed;
 }
 
 // The headings of the departure functions, one after the other.
@@ -312,11 +323,11 @@ class RuleSearch {
     explicit RuleSearch(int iunit) : iunit_(iunit), index_(indexOf(iunit)) {
         if (index_ == nullptr) rewindUnit(iunit);
     }
-    bool next() {
+    Search next() {
         if (index_ == nullptr) return findSection(iunit_, "MXM");
-        if (found_ >= index_->rules) return false;
+        if (found_ >= index_->rules) return Search::ended;
         goToLine(iunit_, index_->rule[++found_]);
-        return true;
+        return Search::found;
     }
 
   private:
@@ -379,11 +390,17 @@ void RDBNC(int iunit, int i, int j, int k, int& ierr, Text255& herr) {
     }
     const Text12 &casI = fluidFiles.HCAS[i], &casJ = fluidFiles.HCAS[j];
     bool stored = false;  // a GE record that a later one may replace
-    if (findPairs(iunit, casI, casJ)) {
+    const Search search = findPairs(iunit, casI, casJ);
+    if (search == Search::failed) return readError(ierr, herr);
+    if (search == Search::found) {
         Text255 line;
         PairRecord record;
         for (int count = 0; count < mostLines; ++count) {
-            if (readText(iunit, line) != ReadStatus::ok || line[1] == '@' || line[1] == '#') break;
+            if (const ReadStatus status = readText(iunit, line); status != ReadStatus::ok) {
+                refused(iunit, "a record of a pair or @END", status);
+                return readError(ierr, herr);
+            }
+            if (line[1] == '@' || line[1] == '#') break;
             if (line[1] == '?') {
                 addCitation(line, record.citation);
                 continue;
@@ -436,29 +453,32 @@ struct RuleRecord {
     Array1<Array1<double, 7>, largestMixTerms> ATERM{};
 };
 
+// Numbers of one line behind any blank ones.
+bool readRow(int iunit, double* numbers, int count) {
+    return skipFilledLine(iunit) == ReadStatus::ok && readNumbers(currentLine(iunit), numbers, count);
+}
+
 bool readRule(int iunit, RuleRecord& r) {
     Text255 line;
-    if (readText(iunit, line, 254) != ReadStatus::ok) return refused(iunit, "tag of a departure function");
+    ReadStatus status = readText(iunit, line, 254);
+    if (status != ReadStatus::ok) return refused(iunit, "tag of a departure function", status);
     r.rule.HRULE = line;
-    if (!skipComments(iunit) || readText(iunit, line) != ReadStatus::ok)
-        return refused(iunit, "names of the parameters");
+    status = skipComments(iunit);
+    if (status == ReadStatus::ok) status = readText(iunit, line);
+    if (status != ReadStatus::ok) return refused(iunit, "names of the parameters", status);
     for (int k = 1; k <= 6; ++k) r.rule.HBPAR[k].assign(line.slice(9 * k - 8, 9 * k - 1));
-    FreeRecord ideal(iunit);
-    for (double& value : r.rule.BIDEAL)
-        if (ideal.read(value) != ReadStatus::ok) return refused(iunit, "parameters of an ideal mixture");
+    if (!readRow(iunit, r.rule.BIDEAL.items, 6)) return refused(iunit, "parameters of an ideal mixture");
     int c1 = 0, f = 0, c2 = 0;
-    if (readValues(iunit, r.n1, c1, f, r.n2, c2) != ReadStatus::ok)
+    std::string_view found;
+    if (readOneLine(iunit, found, r.n1, c1, f, r.n2, c2) != ReadStatus::ok)
         return refused(iunit, "five counts of a departure function");
     if (c1 < 0 || c1 > 7 || c2 < 0 || c2 > 7) return refused(iunit, "columns from 0 to 7");
     if (f == 1) ++c1;
     if (r.n1 < 0 || r.n1 > largestMixTerms || r.n2 < 0 || r.n2 > largestMixTerms - r.n1 || c1 > 7)
         return refused(iunit, "terms from 0 to 15");
-    for (int n = 1; n <= r.n1 + r.n2; ++n) {
-        FreeRecord row(iunit);
-        const int columns = n <= r.n1 ? c1 : c2;
-        for (int c = 1; c <= columns; ++c)
-            if (row.read(r.ATERM[n][c]) != ReadStatus::ok) return refused(iunit, "row of a departure function");
-    }
+    for (int n = 1; n <= r.n1 + r.n2; ++n)
+        if (!readRow(iunit, r.ATERM[n].items, n <= r.n1 ? c1 : c2))
+            return refused(iunit, "row of a departure function");
     return true;
 }
 
@@ -492,7 +512,10 @@ void RDMIX(int iunit, int i, int j, const Text3& hmodij, PairMarks& LIJ, int& ie
     if (!all)
         for (MixingPair* p : {&mixingParameters.pair[i][j], &mixingParameters.pair[j][i]}) p->NAMIX = p->NAMIX2 = 0;
     RuleSearch search(iunit);
-    while (search.next()) {
+    for (;;) {
+        const Search found = search.next();
+        if (found == Search::failed) return ruleError(ierr, herr);
+        if (found == Search::ended) return;
         RuleRecord r;
         if (!readRule(iunit, r)) return ruleError(ierr, herr);
         const std::string_view tag = r.rule.HRULE.slice(1, 3);

@@ -233,19 +233,20 @@ struct FluidFile {
     Text3 heqn{};
 };
 
-// The file ends where a section or its head should stand; the message of the set-up has no room for that.
-bool endedEarly(int unit, std::string_view what) {
+// A line where a section or its head should stand; false, and told for the message of the set-up that has no room for
+// it, where the file ends or cannot be read.
+template <int N>
+bool readHead(int unit, std::string_view what, FixedText<N>& line) {
     int ierr = 0;
     Text255 herr;
-    readFailed(unit, what, ReadStatus::endOfFile, ierr, herr);
-    return false;
+    return readTextLine(unit, what, ierr, herr, line);
 }
 
 // The lines between the fixed items and the first blank line: values before an exclamation mark and a key.
 bool readFreeLines(int unit, int icomp) {
     for (;;) {
         Text255 HSTR;
-        if (readText(unit, HSTR) != ReadStatus::ok) return endedEarly(unit, "blank line behind the header");
+        if (!readHead(unit, "blank line behind the header", HSTR)) return false;
         if (HSTR.blank()) return true;
         const int mark = HSTR.find("!");
         if (mark == 0 || mark + 2 > Text255::size) continue;
@@ -450,13 +451,13 @@ void readSection(FluidFile& f, SlotArray<Text255>& hfile, int& ierr, Text255& he
 // The tag line of a section and the lines of its source, with the line that ends them.
 bool readSectionHead(FluidFile& f) {
     Text255 line;
-    if (readText(f.unit, line) != ReadStatus::ok) return endedEarly(f.unit, "model tag of a section");
+    if (!readHead(f.unit, "model tag of a section", line)) return false;
     f.htype.assign(line.slice(1, 3));
     f.hcite.assign(line.slice(4, 254));
     constexpr int mostSourceLines = 1000;
     for (int k = 1; k <= mostSourceLines; ++k) {
         FixedText<1> first;
-        if (readText(f.unit, first) != ReadStatus::ok) return endedEarly(f.unit, "line behind the source of a section");
+        if (!readHead(f.unit, "line behind the source of a section", first)) return false;
         if (first[1] != '?') break;
     }
     return true;
@@ -466,7 +467,7 @@ bool readSectionHead(FluidFile& f) {
 bool readSections(FluidFile& f, SlotArray<Text255>& hfile, int& ierr, Text255& herr) {
     for (;;) {
         FixedText<4> start;
-        if (readText(f.unit, start) != ReadStatus::ok) return endedEarly(f.unit, "a section or END");
+        if (!readHead(f.unit, "a section or END", start)) return false;
         f.hstar = start[1];
         f.hflag.assign(start.slice(2, 4));
         if (f.hstar == '!') continue;
@@ -509,9 +510,10 @@ void SETFLD(int icomp, SlotArray<Text255>& hfile, int& ierr, Text255& herr) {
     FluidFile f;
     f.icomp = icomp;
 
-    // A file without an ideal-gas block has the functions of none, not those of the fluid before.
+    // A file without a block has the functions of none, not those of the fluid before.
     cppTerms[icomp] = CppSlot{};
     ph0Terms[icomp] = Ph0Slot{};
+    ancTerms[icomp] = AncSlot{};
     fluidConstants.IGENFL[icomp] = 0;
     fluidFiles.UNNUMB[icomp].clear();
     fluidFiles.FAMILY[icomp] = " ";

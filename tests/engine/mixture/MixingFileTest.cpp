@@ -199,6 +199,67 @@ TEST_F(MixingFile, SectionsAreFoundByEitherMarkAndInEitherOrder) {
     EXPECT_EQ(pair().NAMIX, 2);
 }
 
+// A lone mark behind the lines of comment ends them, but need not stand there.
+TEST_F(MixingFile, TheMarkBehindTheCommentsMayBeMissing) {
+    const auto without = [](std::string text) {
+        for (std::size_t at = text.find("\n!\n"); at != std::string::npos && text[text.rfind('\n', at - 1) + 1] == '?';
+             at = text.find("\n!\n", at))
+            text.erase(at, 2);
+        return text;
+    };
+    const std::string records = dataLine(pair12, "KW0", numbersKW) + dataLine("", "TC1", "1 2 3 4 5 6") +
+                                dataLine("", "VC1", "7 8 9 10 11 12") + endOfRecord;
+    const std::string marked = mixtureFileText(records);
+    const std::string unmarked = without(marked);
+    ASSERT_EQ(unmarked.size(), marked.size() - 6) << "three marks";
+    for (const std::string& text : {marked, unmarked}) {
+        ASSERT_EQ(setUp(names, write("TEST.BNC", text)), 0) << message();
+        EXPECT_EQ(pair().FMIX[1], 1.01) << "the first pair of the file";
+        EXPECT_EQ(pair().FTCIJ[6], 6.0);
+        EXPECT_EQ(pair().NAMIX, 2);
+        ASSERT_EQ(mixingParameters.rules, 2);
+        EXPECT_EQ(mixingParameters.rule[1].HBPAR[1], "first");
+        EXPECT_EQ(mixingParameters.rule[2].BIDEAL[5], 1.0);
+    }
+}
+
+// Only the mark of the end tells that a pair or a departure function is not in the file: one that was cut short has
+// lost its rest, wherever it was cut.
+TEST_F(MixingFile, AFileCutShortIsAnError) {
+    const std::string text = mixtureFileText(dataLine("1-1-1/2-2-2", "KW0", "3 3 3 3 0 0") + endOfRecord + recordKW);
+    ASSERT_EQ(setUp(names, write("TEST.BNC", text)), 0) << message();
+    const std::size_t end = text.find("@END");
+    int cuts = 0;
+    for (std::size_t at = text.find('\n', 7) + 1; at <= end; at = text.find('\n', at) + 1, ++cuts) {
+        const int code = setUp(names, write("TEST.BNC", text.substr(0, at)));
+        EXPECT_EQ(code, 118) << "cut before: " << text.substr(at, 20) << ": " << message();
+    }
+    EXPECT_EQ(cuts, 25);
+    // the pair that is not there is told as such only up to the mark
+    const std::string other = mixtureFileText(dataLine("1-1-1/2-2-2", "KW0", "3 3 3 3 0 0") + endOfRecord);
+    EXPECT_EQ(setUp(names, write("TEST.BNC", other)), -117) << message();
+    EXPECT_EQ(setUp(names, write("TEST.BNC", other.substr(0, other.find("@END")))), 118);
+    EXPECT_EQ(message(), "[RDBNC error 118] Error in reading mixture file in RDBNC");
+}
+
+TEST_F(MixingFile, TheShippedFileCutAtAnyRecordIsAnError) {
+    const std::string text = readFile(dataFile("HMX.BNC"));
+    const std::size_t end = text.find("@END");
+    int cuts = 0;
+    for (std::size_t at = text.find("\n!\n", 300); at < end; at = text.find("\n!\n", at + 400), ++cuts)
+        EXPECT_EQ(setUp(names, write("TEST.BNC", text.substr(0, at + 3))), 118) << at;
+    EXPECT_GT(cuts, 50);
+}
+
+// A row with a number too few does not take one from the row below.
+TEST_F(MixingFile, ARowOfADepartureFunctionEndsWithItsLine) {
+    const std::string cut = ruleText("KW0", "  2  3  1  0  0", "  0.5  1.0  1.0\n0.0  -0.2  0.5  2.0  1.0\n");
+    EXPECT_EQ(useRecords(recordKW, cut + plainLJ6), 118);
+    EXPECT_EQ(message(), "[RDMIX error 118] Error in reading mixture file in RDMIX");
+    const std::string counts = ruleText("KW0", "  2  3  1\n  0  0", "  0.5  1.0  1.0  0.0\n -0.2  0.5  2.0  1.0\n");
+    EXPECT_EQ(useRecords(recordKW, counts + plainLJ6), 118);
+}
+
 TEST_F(MixingFile, ALineWithoutATagEndsItsRecordUnstored) {
     EXPECT_EQ(useRecords(dataLine(pair12, "KW0", "2 2 2 2 0 0") + dataLine("", "   ", "") + endOfRecord + recordKW), 0)
         << message();

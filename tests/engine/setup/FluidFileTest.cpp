@@ -271,6 +271,40 @@ TEST_F(FluidFile, MalformedBlocksAreErrorsThatNameFileAndLine) {
     }
 }
 
+// A row with a number too few does not take one from the row below.
+TEST_F(FluidFile, ARecordEndsWithItsLine) {
+    struct Row {
+        const char *from, *to, *text;
+    };
+    constexpr Row rows[] = {
+        {"  -1.5  1.5  1.0  0.0\n", "  -1.5  1.5  1.0\n", "found the end of the line"},
+        {"   0.5  0.5  2.0  1.0\n", "   0.5  0.5  2.0\n1.0\n", "found the end of the line"},
+        {"  351.255  5782.0  8.1500846\n", "  351.255  5782.0\n 8.1500846\n",
+         "expected critical point, found the end of the line"},
+        {"  2 4 0 0 0 0\n", "  2 4 0\n 0 0 0\n", "found the end of the line"},
+    };
+    for (const Row& row : rows) {
+        std::string text = plainFile();
+        const auto at = text.find(row.from);
+        ASSERT_NE(at, std::string::npos) << row.from;
+        text.replace(at, std::string_view(row.from).size(), row.to);
+        EXPECT_EQ(setUp({write("ONE.FLD", text)}), 104) << row.to;
+        EXPECT_NE(message().find(row.text), std::string::npos) << message();
+    }
+    // blank lines before a record, and comments behind it, are no part of it
+    std::string text = plainFile();
+    text.replace(text.find("  2 4 0 0 0 0\n"), 14, "\n   \n  2 4 0 0 0 0 ! counts\n");
+    EXPECT_EQ(setUp({write("ONE.FLD", text)}), 0) << message();
+}
+
+TEST_F(FluidFile, AFileThatCannotBeReadIsAnError) {
+    constexpr const char* unreadable = "/proc/self/mem";  // opens, but reading it fails
+    if (!std::filesystem::exists(unreadable)) GTEST_SKIP() << "no file here that cannot be read";
+    const std::string file = folder.path("ONE.FLD");
+    std::filesystem::create_symlink(unreadable, file);
+    EXPECT_EQ(setUp({file}), 102) << message();
+}
+
 TEST_F(FluidFile, UserDataAreReadAndOverlongListsRefused) {
     const auto section = [](const std::string& count) {
         return "#AUX\nUND  user data\n!\n  250.0\n  400.0\n  5000.0\n  30.0\n  1\n  " + count + "\n  0.9\n  0.8\n";
