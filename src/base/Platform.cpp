@@ -145,6 +145,11 @@ bool fileStamp(int handle, FileStamp& stamp) {
 bool closeFile(int handle) {
     return _close(handle) == 0;
 }
+FileStamp fileStamp(char* native) {
+    struct _stat64 status;
+    if (_stat64(native, &status) != 0) return {};
+    return {status.st_size, status.st_mtime, 0, 0};
+}
 bool removeFile(std::string_view path) {
     char native[longestPath + 1];
     return nativePath(path, native) && _unlink(native) == 0;
@@ -366,6 +371,18 @@ bool emptyFile(int handle) {
 // An interrupted close has closed all the same.
 bool closeFile(int handle) {
     return close(handle) == 0 || errno == EINTR;
+}
+
+FileStamp fileStamp(char* native) {
+    struct stat status;
+    if (stat(native, &status) != 0 && (errno != ENOENT || !correctCase(native) || stat(native, &status) != 0))
+        return {};
+#ifdef __APPLE__
+    const timespec& changed = status.st_mtimespec;
+#else
+    const timespec& changed = status.st_mtim;
+#endif
+    return {status.st_size, changed.tv_sec, changed.tv_nsec, static_cast<long long>(status.st_ino)};
 }
 
 bool removeFile(std::string_view path) {

@@ -76,7 +76,45 @@ LongPath inForm(int form, LongPath path, int nameStart) {
     return path;
 }
 
+// Every slot and the mixing parameters; what is opened beyond that is not part of a set-up.
+constexpr int mostOpenedFiles = 2 * ncmax + 8;
+struct OpenedFile {
+    char path[longestPath + 1];
+    FileStamp stamp;
+};
+struct {
+    int count = 0;
+    OpenedFile file[mostOpenedFiles];
+} opened;
+
+void remember(int iunit) {
+    if (opened.count == mostOpenedFiles) return;
+    OpenedFile& file = opened.file[opened.count];
+    if (!nativePath(unitPath(iunit), file.path)) return;
+    file.stamp = fileStamp(file.path);
+    ++opened.count;
+}
+
+// Opens what a search has come to, and remembers it.
+bool opens(int iunit, const LongPath& path) {
+    if (!openForReading(iunit, path.trimmed())) return false;
+    remember(iunit);
+    return true;
+}
+
 }  // namespace
+
+void forgetOpenedFiles() {
+    opened.count = 0;
+}
+
+bool openedFilesChanged() {
+    for (int k = 0; k < opened.count; ++k) {
+        OpenedFile& file = opened.file[k];
+        if (fileStamp(file.path) != file.stamp) return true;
+    }
+    return false;
+}
 
 void SETPATH(std::string_view hpath) {
     fluidFiles.HPATH.assign(hpath.substr(0, hpath.find('\0')));
@@ -101,8 +139,8 @@ void OPENFL(int& iunit, Text255& hfl, int i, int& ierr, Text255& herr) {
     for (const char separator : {'\\', '/'}) {
         const std::string_view sep(&separator, 1);
         const std::string_view between = n > 0 && !pathIsClosed ? sep : std::string_view{};
-        if (openForReading(iunit, join(path, between, name).trimmed())) return;
-        if (n > 0 && openForReading(iunit, join(path, between, subfolder, sep, name).trimmed())) return;
+        if (opens(iunit, join(path, between, name))) return;
+        if (n > 0 && opens(iunit, join(path, between, subfolder, sep, name))) return;
     }
 
     for (int pass = 1; pass <= 4; ++pass) {
@@ -123,7 +161,7 @@ void OPENFL(int& iunit, Text255& hfl, int i, int& ierr, Text255& herr) {
                     const std::string_view between = closed ? std::string_view{} : std::string_view(&separator, 1);
                     candidate = join(path, between, candidate.trimmed());
                 }
-                if (openForReading(iunit, candidate.trimmed())) return;
+                if (opens(iunit, candidate)) return;
             }
         }
     }

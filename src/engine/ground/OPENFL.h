@@ -23,6 +23,11 @@ void SETPATH(std::string_view hpath);
 //             installation folder. The first file that can be opened wins.
 void OPENFL(int& iunit, Text255& hfl, int i, int& ierr, Text255& herr);
 
+// The data files opened since forgetOpenedFiles, each as it was then. Written by OPENFL.
+//   Returned  (value)  true where one of them is no longer the same: replaced, changed, or gone
+void forgetOpenedFiles();
+bool openedFilesChanged();
+
 // Gives hfilej the folder of hfilei.
 //   Given     hfilei  name of a file; nothing is done if it begins with BDATA or bdata, or has no folder
 //   Returned  hfilej  the folder of hfilei with its separator, followed by what hfilej held

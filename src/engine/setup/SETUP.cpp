@@ -67,7 +67,7 @@ bool nothingChanged(int nc, const FileNames& hfiles, const Text255& hfmix, const
             !sameOrDefault(saved.HSVCNK[i], present.HTCX[i]))
             return false;
     if (referenceState.IXREFSAVE == 2 && hrf != "DEF") return false;
-    return sameName(saved.HSVMIX, hfmix);
+    return sameName(saved.HSVMIX, hfmix) && sameName(saved.HSVPATH, fluidFiles.HPATH) && !openedFilesChanged();
 }
 
 void forgetEverything() {
@@ -208,11 +208,13 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
 
     // the short way
     if (nothingChanged(nc, hfiles, mixtureFile, hrf)) {
-        if (referenceState.IXREFSAVE == 2) {
+        if (referenceState.IXREFSAVE == 2 || !referenceState.LREFDONE) {
             SETREF(hrf, 1, firstAlone, 0.0, 0.0, 0.0, 0.0, ierr, herr);
             AMH2OR();
-            ierr = 0;
-            herr.clear();
+            if (ierr <= 0) {
+                ierr = 0;
+                herr.clear();
+            }
         }
         return;
     }
@@ -247,6 +249,8 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
     referenceState.LREFDONE = false;
     setupMemory.HSVPHK = "NBS";
     setupMemory.HSVMIX = mixtureFile;
+    setupMemory.HSVPATH = fluidFiles.HPATH;
+    forgetOpenedFiles();
     modelTags.NC = nc;
     fluidConstants.R = defaultGasConstant;
     resolveTopTags(nc, kept);
@@ -275,7 +279,7 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
         kept.keepFirst(-105, herr);
     }
     SETREF(hrf, 1, firstAlone, 0.0, 0.0, 0.0, 0.0, ierr, herr);
-    if (ierr == 0) {
+    if (ierr == 0 || (ierr < 0 && kept.ierr > 0)) {
         ierr = kept.ierr;
         herr = kept.herr;
     }

@@ -17,6 +17,7 @@ inline constexpr int engineVersion = 91000;
 // belong to it, stand in ReferenceState).
 struct SetupMemory {
     Text255 HSVMIX{"NUL"};
+    Text255 HSVPATH{"NUL"};  // installation folder
     Text3 HSVPHK{"NUL"}, HSVEOS{"NUL"}, HSVVIS{"NUL"}, HSVCND{"NUL"}, HSVSRF{"NUL"}, HSVDIE{"NUL"};
     ComponentArray<Text3> HSVEQK{}, HSVVIK{}, HSVCNK{}, HSVSRK{}, HSVDIK{};
     SlotArray<Text255> HSVFLD{};
@@ -35,8 +36,9 @@ extern SetupMemory setupMemory;
 //   Codes     91000 version; 113 number of components out of bounds; 114 number differs from that of SETMOD;
 //             -105 unknown mixture model, or reference state that needs SETREF; 101 to 106 and -103 of SETFLD; those of
 //             SETHMX and SETREF
-//   Notes     Nothing is read where files, models and reference state are those of the last good set-up. Of several
-//             warnings, that of the mixture model is reported, else the first.
+//   Notes     Nothing is read where installation folder, files, models and reference state are those of the last good
+//             set-up, and none of the files has changed since. Of several warnings, that of the mixture model is
+//             reported, else the first; an error of the mixture model is not hidden by a warning of SETREF.
 void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, int& ierr, Text255& herr);
 
 // SETUP with the names in one string, separated by the character |.

@@ -1,5 +1,7 @@
+#include <chrono>
 #include <filesystem>
 
+#include "CORE_ANC.h"
 #include "DISPATCH.h"
 #include "FluidText.h"
 #include "TreeFolders.h"
@@ -25,19 +27,115 @@ TEST_F(Setup, VersionIsAnsweredAndNothingTouched) {
 TEST_F(Setup, ASecondSetUpWithEqualArgumentsOpensNoFile) {
     const std::string file = write("ONE.FLD", plainFile());
     ASSERT_EQ(setUp({file}), 0) << message();
-    std::filesystem::remove(file);
+    // another content under the same size and time is not seen, so the file was not opened
+    Header other;
+    other.name = "seenfluid";
+    const auto time = std::filesystem::last_write_time(file);
+    write("ONE.FLD", plainFile(other));
+    std::filesystem::last_write_time(file, time);
     EXPECT_EQ(setUp({file}), 0) << message();
     EXPECT_EQ(modelTags.NC, 1);
-    // any change takes the full way and misses the file
-    EXPECT_EQ(setUp({file}, "DEF"), 101);
+    EXPECT_EQ(fluidFiles.HNAME[1], "testfluid");
+    // any change takes the full way
+    EXPECT_EQ(setUp({file}, "DEF"), 0) << message();
+    EXPECT_EQ(fluidFiles.HNAME[1], "seenfluid");
+}
+
+TEST_F(Setup, AFileThatWasReplacedIsReadAgain) {
+    const std::string file = write("ONE.FLD", plainFile());
+    Header other;
+    other.name = "seenfluid";
+    // a later time of change
+    ASSERT_EQ(setUp({file}), 0) << message();
+    const auto time = std::filesystem::last_write_time(file);
+    write("ONE.FLD", plainFile(other));
+    std::filesystem::last_write_time(file, time + std::chrono::seconds(1));
+    EXPECT_EQ(setUp({file}), 0) << message();
+    EXPECT_EQ(fluidFiles.HNAME[1], "seenfluid");
+    // another size under the same time
+    other.name = "third";
+    const auto second = std::filesystem::last_write_time(file);
+    write("ONE.FLD", plainFile(other));
+    std::filesystem::last_write_time(file, second);
+    EXPECT_EQ(setUp({file}), 0) << message();
+    EXPECT_EQ(fluidFiles.HNAME[1], "third");
+    // a file that is gone
+    std::filesystem::remove(file);
+    EXPECT_EQ(setUp({file}), 101);
+}
+
+// Reference fluids and the mixing parameters belong to a set-up as its components do.
+TEST_F(Setup, EveryFileThatWasReadIsWatched) {
+    const std::string data = std::string(test::dataFolder) + "/fluids/";
+    const char* names[] = {"R32.FLD", "R125.FLD", "NITROGEN.FLD", "PROPANE.FLD", "C12.FLD", "R134A.FLD", "HMX.BNC"};
+    for (const char* name : names) write(name, readFile(data + name));
+    SETPATH(folder.path());
+    ASSERT_EQ(setUp({"R32.FLD", "R125.FLD"}), 0) << message();
+    for (const char* name : names) {
+        modelTags.LFORCESETUP = false;
+        fluidFiles.HNAME[1] = "not read";
+        ASSERT_EQ(setUp({"R32.FLD", "R125.FLD"}), 0) << message();
+        EXPECT_EQ(fluidFiles.HNAME[1], "not read") << "nothing has changed before " << name;
+        const std::filesystem::path file = folder.path(name);
+        std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) + std::chrono::seconds(2));
+        ASSERT_EQ(setUp({"R32.FLD", "R125.FLD"}), 0) << message();
+        EXPECT_EQ(fluidFiles.HNAME[1], "R32") << name;
+    }
+}
+
+TEST_F(Setup, AnotherInstallationFolderWithTheSameNamesIsReadAnew) {
+    Header other;
+    other.name = "elsewhere";
+    std::filesystem::create_directories(folder.path("here"));
+    std::filesystem::create_directories(folder.path("there"));
+    write("here/ONE.FLD", plainFile());
+    write("there/ONE.FLD", plainFile(other));
+    SETPATH(folder.path("here"));
+    ASSERT_EQ(setUp({"ONE.FLD"}), 0) << message();
+    EXPECT_EQ(fluidFiles.HNAME[1], "testfluid");
+    SETPATH(folder.path("there"));
+    ASSERT_EQ(setUp({"ONE.FLD"}), 0) << message();
+    EXPECT_EQ(fluidFiles.HNAME[1], "elsewhere");
+}
+
+// A fluid without ancillary equations does not answer with those of the fluid before it in its slot.
+TEST_F(Setup, EquationsOfSaturationDoNotOutliveTheirFluid) {
+    SETPATH(test::dataFolder);
+    ASSERT_EQ(setUp({"R134A.FLD"}, "DEF"), 0) << message();
+    EXPECT_GT(ancTerms[1].NPS[1], 0);
+    ASSERT_EQ(setUp({write("ONE.FLD", plainFile())}), 0) << message();
+    // the tags of forced ancillaries stand while the block has nothing for them
+    modelTags.HPSK[1] = "PS5";
+    double p = 0.0;
+    PSATK(1, 300.0, p, ierr, herr);
+    EXPECT_EQ(ancTerms[1].NPS[1], 0);
+    EXPECT_EQ(ancTerms[1].PSPRD, 0.0);
+    EXPECT_FALSE(p > 0.0) << p;
+}
+
+// An error of the mixture model is not hidden by a warning of the reference state.
+TEST_F(Setup, AnErrorOfThePairsComesBeforeAWarningOfTheReferenceState) {
+    SETPATH(test::dataFolder);
+    EXPECT_EQ(setUp({"AMMONIA.FLD", "R227EA.FLD"}, "nbp"), 117);
+    EXPECT_EQ(message(),
+              "[SETUP error 117] Estimation of mixing parameters is not possible for most mixtures containing water, "
+              "heavy water, helium, hydrogen, parahydrogen, deuterium, neon, ammonia, fluorine, methanol, or ethanol.");
+    EXPECT_EQ(setUp({"AMMONIA.FLD", "R227EA.FLD"}, "nbp"), 117) << "and the set-up is not taken for a good one";
+    mixtureFile = "NOWHERE.BNC";
+    EXPECT_EQ(setUp({"R32.FLD", "R125.FLD"}, "nbp"), 111);
+    // two warnings: that of the reference state stands
+    mixtureFile = "HMX.BNC";
+    EXPECT_EQ(setUp({"R227EA.FLD", "CF3I.FLD"}, "nbp"), -29);
 }
 
 TEST_F(Setup, AChangedArgumentReadsTheFilesAgain) {
     const std::string file = write("ONE.FLD", plainFile());
     ASSERT_EQ(setUp({file}), 0) << message();
     Header other;
-    other.name = "second";
+    other.name = "second   ";  // as long as the first
+    const auto time = std::filesystem::last_write_time(file);
     write("ONE.FLD", plainFile(other));
+    std::filesystem::last_write_time(file, time);
     ASSERT_EQ(setUp({file}), 0);
     EXPECT_EQ(fluidFiles.HNAME[1], "testfluid");
     mixtureFile = "OTHER.BNC";
