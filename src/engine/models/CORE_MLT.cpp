@@ -125,11 +125,13 @@ void SUBLK(int icomp, double t, double& p, int& ierr, Text255& herr) {
     if (tag == "NBS") return;
     const SolidLineSlot& line = sublimationTerms[icomp];
     constexpr double largestExponent = 200.0;
-    if (tag == "SB1" || tag == "SB2" || tag == "SB3") {
+    if (tag.startsWith("SB")) {
         const double reducedTemperature = t / line.tred;
         const double sum = lineSum(line, reducedTemperature, 1.0 - reducedTemperature);
         if (tag == "SB1")
             p = line.pred * sum;
+        else if (tag != "SB2" && tag != "SB3")
+            p = sum;
         else if (sum < largestExponent)
             p = line.pred * std::exp(tag == "SB2" ? sum : sum * line.tred / t);
     } else {

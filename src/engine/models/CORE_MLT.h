@@ -45,8 +45,8 @@ void MELTK(int icomp, double t, double& p, int& ierr, Text255& herr);
 //   Returned  p       [kPa]; 0 where the fluid has no sublimation line
 //   Codes     15      t not positive, or above the triple point: p is 0
 //             105     unknown tag
-//   Notes     SB1: pred S, SB2: pred exp(S), SB3: pred exp(S tred/t), with S as in MELTK, the second family in (1 -
-//   Tr).
+//   Notes     SB1: pred S, SB2: pred exp(S), SB3: pred exp(S tred/t), other SB: S, with S as in MELTK, the second
+//             family in (1 - Tr).
 //             An S of 200 or more gives 0 for SB2 and SB3.
 void SUBLK(int icomp, double t, double& p, int& ierr, Text255& herr);
 

@@ -165,14 +165,13 @@ double reducedEnergy(Ph0Slot& f, int icomp, int itau, int idel, double t, double
     ERRMSG(99, herr);
     return 0.0;
 }
+}  // namespace
 
 void clearSavedValues(Ph0Slot& f) {
     f.TSVPH0.fill(0.0);
     f.RHOSVP.fill(0.0);
     f.PH0SAV = f.PH1SAV = f.PH2SAV = 0.0;
 }
-
-}  // namespace
 
 double PH0PH0(int icomp, int itau, int idel, double t, double rho) {
     if (t <= 0.0) return 0.0;

@@ -1,7 +1,7 @@
 // Ideal-gas Helmholtz energy correlations (tags PHx).
 //
-// State: ph0Terms, one record per slot, with the values of the last state per order. Written by SETPH0 and PH0PH0. Not
-// reentrant.
+// State: ph0Terms, one record per slot, with the values of the last state per order. Written by SETPH0 and PH0PH0;
+// PASSCMN clears the values. Not reentrant.
 #pragma once
 
 #include "EngineLimits.h"
@@ -33,6 +33,9 @@ extern SlotArray<Ph0Slot> ph0Terms;
 //   Source    Span, Multiparameter Equations of State, Springer 2000, chapter 2; cosh and sinh terms: Jaeschke,
 //             Schley, Int. J. Thermophys. 16 (1995) 1381
 double PH0PH0(int icomp, int itau, int idel, double t, double rho);
+
+// Forgets the values of the last state.
+void clearSavedValues(Ph0Slot& slot);
 
 // Reads the block of a Helmholtz energy correlation.
 //   Given     iunit   open unit, the next line being the first of the block

@@ -41,6 +41,24 @@ double lowestTemperature(int mode, const Composition& x) {
     return highest;
 }
 
+// True where a value belongs to the cold end of an equation of component icomp, t: the triple point, or the lower limit
+// of the equation above it. An equation meets the value of the triple point to its own accuracy only, so the root of
+// that value may lie a trifle below the end, where there is no equation.
+bool atColdEnd(int mode, int icomp, double y, double valueAtTriplePoint, double& t) {
+    const Composition x = unitComposition(icomp);
+    const double triplePoint = fluidConstants.TTPN[icomp], end = std::max(triplePoint, lowestTemperature(mode, x));
+    int ierr = 0;
+    Text255 herr;
+    double atEnd = 0.0;
+    ancillary(mode, end, x, atEnd, ierr, herr);
+    const bool beyond = ierr == 0 && (mode == 1 ? y >= atEnd : y <= atEnd);
+    if (y == valueAtTriplePoint)
+        t = triplePoint;
+    else if (beyond)
+        t = end;
+    return y == valueAtTriplePoint || beyond;
+}
+
 void temperatureAtPressure(std::string_view routine, const SlotArray<Text3>& tag, int mode, double p,
                            const Composition& x, double& t, int& ierr, Text255& herr) {
     const FluidConstants& c = fluidConstants;
@@ -70,6 +88,7 @@ void temperatureAtPressure(std::string_view routine, const SlotArray<Text3>& tag
             ERRMSG(ierr, herr);
             return;
         }
+        if (atColdEnd(mode, icomp, p, c.PTPN[icomp], t)) return;
     }
     SOLVEA(mode, p, x, t, ierr, herr);
 }
@@ -106,6 +125,7 @@ void TSATD(double d, const Composition& x, double& t, int& ierr, Text255& herr) 
             ERRMSG(ierr, herr);
         }
         mode = d >= c.DCRIT[icomp] ? 1 : 2;
+        if (mode == 1 && d <= c.DTPN[icomp] && atColdEnd(mode, icomp, d, c.DTPN[icomp], t)) return;
     }
     SOLVEA(mode, d, x, t, ierr, herr);
 }

@@ -5,11 +5,13 @@
 
 #include "CORE_CPP.h"
 #include "CORE_FEQ.h"
+#include "CORE_PH0.h"
 #include "CORE_PR.h"
 #include "FluidConstants.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "SETUP.h"
+#include "SaturationSpline.h"
 
 namespace frigana {
 
@@ -164,6 +166,9 @@ void write(const Item& item, const Text255& hstr, int ival, double rval, const d
         cppTerms[icomp].TSVCP0 = 0.0;
         if (item.ofEquation) SETEXP(icomp);
     }
+    // what was remembered was computed with the old values
+    for (Ph0Slot& slot : ph0Terms) clearSavedValues(slot);
+    saturationSpline.SPLINEREADY = false;
     RESETA();
 }
 

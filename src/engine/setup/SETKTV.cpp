@@ -39,7 +39,7 @@ const MixingRule* ruleOf(const Text3& tag) {
     return nullptr;
 }
 
-// Reads the departure function of a tag that the pair did not have before.
+// Reads the departure function of a tag that the pair did not have before; code -117 where there is none.
 void readRule(int i, int j, const Text3& hmodij, Text255& hfmix, int& ierr, Text255& herr) {
     int unit = 12, status = 0;
     Text255 text;
@@ -50,6 +50,12 @@ void readRule(int i, int j, const Text3& hmodij, Text255& hfmix, int& ierr, Text
             PairMarks received{};
             mixingParameters.HMFILE[pairNumber(i, j, modelTags.NC)] = hfmix;
             RDMIX(unit, i, j, hmodij, received, status, text);
+            // the linear rule is the one that has no departure function
+            if (status == 0 && !received[i][j] && hmodij != "LIN") {
+                status = -117;
+                message(text, "[SETKTV warning -117] mixing rule not found", nullCharacter);
+                ERRMSG(status, text);
+            }
         }
         closeUnit(unit);
         if (status != 0) {
@@ -72,7 +78,9 @@ void SETKTV(int icomp, int jcomp, const Text3& hmodij, const MixNumbers& fij, Te
     const int NC = modelTags.NC;
     ierr = 0;
     herr.clear();
+    // the next SETREF works in full: its offsets of a mixture are those of the old parameters
     referenceState.IXREFSAVE = 0;
+    referenceState.LREFDONE = false;
     forgetSaturation();
     saturationSpline.SPLINEREADY = false;  // an envelope belongs to its parameters
 
@@ -96,6 +104,9 @@ void SETKTV(int icomp, int jcomp, const Text3& hmodij, const MixNumbers& fij, Te
     }
 
     MixingPair &pair = parameters.pair[icomp][jcomp], &mirror = parameters.pair[jcomp][icomp];
+    const int number = pairNumber(icomp, jcomp, NC);
+    const MixingPair before = pair, mirrorBefore = mirror;
+    const Text255 citationBefore = parameters.HBIN[number], fileBefore = parameters.HMFILE[number];
     const bool kw = hmodij.startsWith("KW");
     const KwOrder order = orderOf(pair);
     pair.FMIX = mirror.FMIX = fij;
@@ -113,12 +124,17 @@ void SETKTV(int icomp, int jcomp, const Text3& hmodij, const MixNumbers& fij, Te
                 stored->FMIX[k] = 1.0;
             }
     }
-    message(parameters.HBIN[pairNumber(icomp, jcomp, NC)], "The binary parameter(s) for (",
-            fluidFiles.HNAME[icomp].trimmed(), "+", fluidFiles.HNAME[jcomp].trimmed(),
-            ") have been modified from their original values.");
+    message(parameters.HBIN[number], "The binary parameter(s) for (", fluidFiles.HNAME[icomp].trimmed(), "+",
+            fluidFiles.HNAME[jcomp].trimmed(), ") have been modified from their original values.");
     if (hmodij != pair.HMODMX) {
         pair.HMODMX = mirror.HMODMX = hmodij;
         readRule(icomp, jcomp, hmodij, hfmix, ierr, herr);
+        if (ierr == -117) {
+            pair = before;
+            mirror = mirrorBefore;
+            parameters.HBIN[number] = citationBefore;
+            parameters.HMFILE[number] = fileBefore;
+        }
     }
 }
 

@@ -277,6 +277,7 @@ void replaceUnreachablePoints(int& ixl, Outcome& kept) {
         int code = 0;
         Text255 text;
         LIMITK("EOS", i, state.TREF[i], 0.0, 0.0, tmin, tmax, Dmax, pmax, code, text);
+        kept.keep(code, text);
         code = outsideRange(state.HREFI[i], i, tmin, text);
         if (code == 0) continue;
         ERRMSG(code, text);
@@ -290,6 +291,11 @@ void replaceUnreachablePoints(int& ixl, Outcome& kept) {
         state.HREFI[i] = fallback;
         ixl = 1;
     }
+}
+
+// The integrals of the ideal gas start at the reference point, so what is memorised of them is void where it moves.
+void forgetIdealGas(int NC) {
+    for (int i = -nrefmx; i <= NC; ++i) cppTerms[i].TSVCP0 = 0.0;
 }
 
 void fixReferenceState(Text3& hrf, int ixmode, const Composition& x0, double h0, double s0, double t0, double p0,
@@ -331,7 +337,9 @@ void fixReferenceState(Text3& hrf, int ixmode, const Composition& x0, double h0,
         }
     }
 
-    if (!(same && state.LREFDONE && ixl >= state.IXREFSAVE)) {
+    const bool pureDone = same && state.LREFDONE && ixl >= state.IXREFSAVE;
+    state.LREFDONE = false;  // until every point was found: one that was not is looked for again
+    if (!pureDone) {
         choosePoints(hrf, ixl, h0, s0, t0, p0, kept);
         replaceUnreachablePoints(ixl, kept);
         for (int i = 1; i <= NC; ++i) {
@@ -345,19 +353,18 @@ void fixReferenceState(Text3& hrf, int ixmode, const Composition& x0, double h0,
             ERRMSG(119, text);
             failure.keep(119, text);
         }
+        forgetIdealGas(NC);
         for (int i = 1; i <= NC; ++i) {
             const Text3& tag = state.HREFI[i];
             if (tag == "NA") continue;
-            // The integrals of the ideal gas start at the reference point, so what is memorised of them is void.
-            cppTerms[i].TSVCP0 = 0.0;
             double h = 0.0, s = 0.0;
             valuesAtPoint(state.TREF[i], state.RHOREF[i], unitComposition(i), tag == "OT0", h, s);
             if (!(ixl == 2 && NC > 1 && isGiven(tag))) {
                 state.HREF[i] = h;
                 state.SREF[i] = s;
             }
-            cppTerms[i].TSVCP0 = 0.0;
         }
+        forgetIdealGas(NC);
     }
 
     if (ixl == 2 && NC > 1) {
@@ -371,7 +378,7 @@ void fixReferenceState(Text3& hrf, int ixmode, const Composition& x0, double h0,
         }
     }
 
-    state.LREFDONE = true;
+    state.LREFDONE = failure.ierr == 0;
     state.HSVRF = hrf;
     state.IXREFSAVE = ixl;
     if (isGiven(hrf)) {

@@ -1,7 +1,9 @@
 // Ancillary equations: forms, derivatives, range, inverses.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 #include "CORE_ANC.h"
 #include "CORE_ANC_INVERSE.h"
@@ -212,6 +214,17 @@ TEST(AncillaryInverse, PressureBeyondTheEndsOfTheLine) {
 
 TEST(AncillaryInverse, DensityBeyondTheEndsOfTheLine) {
     useForm('5');
+    modelTags.IPRINTERR = 1;
+    testing::internal::CaptureStdout();
+    const Answer dense = askOf(TSATD, 15.5, pure());
+    std::fflush(stdout);
+    modelTags.IPRINTERR = 0;
+    // told, but the iteration goes on and words what it finds itself
+    EXPECT_EQ(testing::internal::GetCapturedStdout().find(
+                  "[TSATD error 141] density greater than triple point density; d=    15.50000 mol/L, "
+                  "dtp =    15.00000 mol/L. (ierr= 141)\n"),
+              0U);
+    EXPECT_GT(dense.ierr, 0);
     modelTags.HDLK[1] = "NBS";
     const Answer none = askOf(TSATD, 6.0, pure());
     EXPECT_EQ(none.ierr, 1);
@@ -247,6 +260,31 @@ TEST(AncillaryInverse, ValueThatIsNowhereOnTheLineEndsWithCode124) {
 // the critical temperature.
 class AncillaryOfFluid : public testing::TestWithParam<const char*> {};
 INSTANTIATE_TEST_SUITE_P(AllFluids, AncillaryOfFluid, testing::ValuesIn(pureFluids), fluidName);
+
+// The equations meet the values of the triple point to their own accuracy only; the limit is answered all the same.
+TEST_P(AncillaryOfFluid, TheTriplePointItselfIsAnswered) {
+    ASSERT_TRUE(loadFluid(GetParam()));
+    const FluidConstants& c = fluidConstants;
+    const Answer byPressure = askOf(TSATP, c.PTPN[1], pure());
+    EXPECT_EQ(byPressure.ierr, 0) << byPressure.herr.trimmed();
+    EXPECT_EQ(byPressure.value, c.TTPN[1]);
+    const Answer byDensity = askOf(TSATD, c.DTPN[1], pure());
+    EXPECT_EQ(byDensity.ierr, 0) << byDensity.herr.trimmed();
+    EXPECT_EQ(byDensity.value, c.TTPN[1]);
+    // and between the limit and the value of the equation there
+    const double end = std::max(c.TTPN[1], ancTerms[1].PSTMIN);
+    const double atEnd = ask(PSATK, end).value;
+    for (const double part : {1e-9, 0.5, 0.999}) {
+        if (atEnd <= c.PTPN[1]) break;
+        const Answer between = askOf(TSATP, c.PTPN[1] + part * (atEnd - c.PTPN[1]), pure());
+        EXPECT_EQ(between.ierr, 0) << between.herr.trimmed();
+        EXPECT_EQ(between.value, end);
+    }
+    // above both the equation leads back
+    const Answer above = askOf(TSATP, ask(PSATK, end + 1.0).value, pure());
+    EXPECT_EQ(above.ierr, 0) << above.herr.trimmed();
+    EXPECT_NEAR(above.value, end + 1.0, 1e-6);
+}
 
 TEST_P(AncillaryOfFluid, InversesLeadBack) {
     ASSERT_TRUE(loadFluid(GetParam()));

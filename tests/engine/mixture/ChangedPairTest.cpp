@@ -1,4 +1,6 @@
 // Changing the parameters of a pair, reading them back, and mixture files with real fluids.
+#include <cstdio>
+
 #include "MixtureSetUp.h"
 #include "SETKTV.h"
 #include "SaturationSpline.h"
@@ -120,14 +122,53 @@ TEST_F(ChangedPair, AReversedPairIsChangedInTheOrderOfTheFile) {
     EXPECT_NEAR(found[0], found[1], 1e-12 * std::fabs(found[0]));
 }
 
-// A tag that the file does not have gives no terms, least of all those of the rule before.
-TEST_F(ChangedPair, ARuleThatTheFileDoesNotHaveHasNoTerms) {
+// A tag of which the file has no terms is refused, and the pair stays as it was.
+TEST_F(ChangedPair, ARuleThatTheFileDoesNotHaveIsRefused) {
     ASSERT_EQ(setUp({"R32", "R125"}), 0);
-    EXPECT_EQ(mixingParameters.pair[1][2].NAMIX, 8);
-    change(1, 2, "LJ5", {{28.95, -0.006008, 1.0, 1.0, 1.0, 0.0}});
-    EXPECT_EQ(mixingParameters.pair[1][2].NAMIX, 0);
-    EXPECT_EQ(mixingParameters.pair[2][1].NAMIX, 0);
+    const Told before = ask(1, 2);
+    const double original = pressure(x);
+    for (const char* tag : {"LJ5", "KWZ", "LM1", "XYZ", "TR1"}) {
+        EXPECT_EQ(change(1, 2, tag, {{1.0, 0.9, 1.1, 1.2, 1.0, 0.5}}), -117) << tag;
+        EXPECT_EQ(message(), "[SETKTV warning -117] mixing rule not found") << tag;
+        for (const Told& after : {ask(1, 2), ask(2, 1)}) {
+            EXPECT_EQ(after.tag, "LJ1");
+            EXPECT_EQ(after.citation, before.citation);
+            EXPECT_EQ(after.file, before.file);
+            for (int k = 1; k <= 6; ++k) EXPECT_EQ(after.numbers[k], before.numbers[k]);
+        }
+        EXPECT_EQ(mixingParameters.pair[2][1].NAMIX, 8);
+        EXPECT_EQ(pressure(x), original);
+    }
+}
+
+// The linear rule has no departure function to be found.
+TEST_F(ChangedPair, TheLinearRuleNeedsNoTerms) {
+    ASSERT_EQ(setUp({"R32", "R125"}), 0);
+    EXPECT_EQ(change(1, 2, "LIN", {{1.02, 0.99, 0.0, 1.0, 1.0, 0.0}}), 0) << message();
+    EXPECT_EQ(ask(1, 2).tag, "LIN");
+    double Tr = 0.0, Dr = 0.0;
+    REDHMX(x, Tr, Dr);
+    const double Ti = fluidConstants.TZ[1], Tj = fluidConstants.TZ[2];
+    EXPECT_NEAR(Tr, 0.4 * Ti + 0.6 * Tj + 0.24 * 0.02 * (Ti + Tj), 1e-11);
     EXPECT_EQ(PHIMIX(1, 2, 0, 1, 1.2, 0.8, x), 0.0);
+}
+
+// A rule that is not known is told by the trace alone, since these two have no code to give back.
+TEST_F(ChangedPair, AnUnknownRuleIsTold) {
+    ASSERT_EQ(setUp({"R32", "R125"}), 0);
+    mixingParameters.pair[1][2].HMODMX = "QQQ";
+    modelTags.IPRINTERR = -1;
+    testing::internal::CaptureStdout();
+    const Told pairTold = ask(1, 2);
+    Told ruleTold;
+    GETFIJ("QQQ", ruleTold.numbers, ruleTold.names, ruleTold.rule);
+    std::fflush(stdout);
+    modelTags.IPRINTERR = 0;
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "[GETKTV error 117] mixing rule not found for components  1 +  2. (ierr=-117)\n"
+              "[GETKTV error 117] mixing rule not found (ierr=-117)\n");
+    EXPECT_TRUE(pairTold.rule.blank());
+    EXPECT_EQ(ruleTold.numbers[1], 0.0);
 }
 
 TEST_F(ChangedPair, DescriptionsOfTheRulesOfTheFile) {

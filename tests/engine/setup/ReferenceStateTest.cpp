@@ -1,11 +1,14 @@
 #include <cmath>
 #include <filesystem>
 
+#include "CORE_CPP.h"
 #include "FluidText.h"
 #include "MIX_HMX.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB.h"
+#include "SETKTV.h"
 #include "TreeFolders.h"
+#include "UTILITY.h"
 
 namespace frigana::test {
 namespace {
@@ -228,6 +231,73 @@ TEST_F(Reference, NoConvergenceAtThePointIsAnError) {
     EXPECT_EQ(message().substr(0, 91),
               "[SETREF error 119] convergence failure in calculating reference state for component #  1:  ");
     EXPECT_EQ(referenceState.RHOREF[1], fluidConstants.DCRIT[1]);
+}
+
+// A point that was not found is looked for again, and told again.
+TEST_F(Reference, AFailedPointDoesNotCountAsDone) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(setUp({file}, "NA"), 0) << message();
+    EXPECT_EQ(reference("ASH", 1, unitComposition(1)), 119);
+    EXPECT_EQ(reference("ASH", 1, unitComposition(1)), 119);
+    EXPECT_FALSE(referenceState.LREFDONE);
+    EXPECT_EQ(setUp({file}, "ASH"), 119);
+}
+
+// What the check of the reference temperature has found is told, also where the point is taken.
+TEST_F(Reference, TheCodeOfTheLimitsIsKept) {
+    ASSERT_EQ(setUp({"R134A.FLD"}, "NA"), 0) << message();
+    EXPECT_EQ(reference("OTH", 1, unitComposition(1), 0.0, 0.0, 460.0, 100.0), -1);  // the equation ends at 455 K
+    EXPECT_EQ(trimRight(message()),
+              "one or more inputs are out of range:  temperature above upper limit, T =   460.00000 K, "
+              "Tmax =   455.00000 K");
+    EXPECT_TRUE(referenceState.LREFDONE) << "a warning does not undo the point";
+}
+
+// The integrals of the ideal gas start at the reference temperature: those that were computed before do not count.
+TEST_F(Reference, TheIdealGasStartsAnewWhereTheReferenceTemperatureMoves) {
+    ASSERT_EQ(setUp({"R134A.FLD"}, "IIR"), 0) << message();
+    double p, e, h, s, cv, cp, w, jt;
+    const Composition x = unitComposition(1);
+    THERM(320.0, 0.04, x, p, e, h, s, cv, cp, w, jt);  // leaves the integrals from 273.15 K to 320 K
+    ASSERT_EQ(reference("NA", 1, x), 0) << message();
+    double hNA, sNA;
+    THERM(320.0, 0.04, x, p, e, hNA, sNA, cv, cp, w, jt);
+    cppTerms[1].TSVCP0 = 0.0;
+    THERM(320.0, 0.04, x, p, e, h, s, cv, cp, w, jt);
+    EXPECT_EQ(hNA, h);
+    EXPECT_EQ(sNA, s);
+}
+
+// The offsets of a mixture belong to its parameters.
+TEST_F(Reference, ChangedParametersOfAPairMoveThePointOfTheMixture) {
+    setUpPair("R32.FLD", "R125.FLD", "IIR");
+    Composition x{};
+    x[1] = 0.7;
+    x[2] = 0.3;
+    ASSERT_EQ(reference("IIR", 2, x), 0) << message();
+    const double before = referenceState.HREF[1];
+    Text3 tag;
+    MixNumbers numbers;
+    Text255 file, citation, rule;
+    MixNames names;
+    GETKTV(1, 2, tag, numbers, file, names, citation, rule);
+    numbers[1] += 30.0;
+    SETKTV(1, 2, tag, numbers, file, ierr, herr);
+    ASSERT_EQ(ierr, 0) << message();
+    ASSERT_EQ(reference("IIR", 2, x), 0) << message();
+    EXPECT_GT(std::fabs(referenceState.HREF[1] - before), 10.0);
+    // the saturated liquid at 273.15 K has the values of the tag
+    double psat = 0, rhol = 0, rhov = 0;
+    Composition xl, xv;
+    SATT(273.15, x, 1, psat, rhol, rhov, xl, xv, ierr, herr);
+    ASSERT_EQ(ierr, 0) << message();
+    double p, e, h, s, cv, cp, w, jt;
+    THERM(273.15, rhol, x, p, e, h, s, cv, cp, w, jt);
+    EXPECT_NEAR(h, 200.0 * WMOL(x), 1e-5);
+    EXPECT_NEAR(s, WMOL(x), 1e-7);
+    // and a set-up with the same arguments goes back to the points of the components
+    ASSERT_EQ(setUp({"R32.FLD", "R125.FLD"}, "IIR"), 0) << message();
+    expectAt(1, 273.15, liquidAt(1, 273.15), 200.0 * fluidConstants.WMAS[1], fluidConstants.WMAS[1], "component");
 }
 
 TEST_F(Reference, DifferentDefaultsCannotServeAMixture) {

@@ -3,6 +3,7 @@
 
 #include "CORE_CPP.h"
 #include "CORE_FEQ.h"
+#include "CORE_PH0.h"
 #include "CORE_PR.h"
 #include "CURVES.h"
 #include "DISPATCH.h"
@@ -13,6 +14,7 @@
 #include "PASSCMN.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB.h"
+#include "SaturationSpline.h"
 
 namespace frigana {
 namespace {
@@ -45,6 +47,29 @@ class NamedItems : public testing::Test {
     double real = 0;
     double array[passedArraySize] = {};
 };
+
+// What was computed with the old value of an item does not outlive a write of it.
+TEST_F(NamedItems, AWriteForgetsIdealGasAndEnvelope) {
+    Ph0Slot& ideal = ph0Terms[1] = Ph0Slot{};
+    ideal.NLOGP = ideal.NTAUP = 1;
+    ideal.AIPH[1] = 3.0;
+    ideal.TIPH[1] = ideal.TIPH[2] = 1.0;
+    ideal.AIPH[2] = 5.0;
+    saturationSpline.SPLINEREADY = true;
+    const double t = 320.0, rho = 0.04;
+    const double before = PH0PH0(1, 0, 0, t, rho), slope = PH0PH0(1, 1, 0, t, rho);
+    read("tz");
+    real *= 1.01;
+    write("tz");
+    EXPECT_EQ(ierr, 0);
+    EXPECT_FALSE(saturationSpline.SPLINEREADY);
+    const double after = PH0PH0(1, 0, 0, t, rho);
+    EXPECT_NE(after, before);
+    EXPECT_NE(PH0PH0(1, 1, 0, t, rho), slope);
+    // ln del + 3 ln tau + 5 tau
+    const double tau = fluidConstants.TZ[1] / t;
+    EXPECT_NEAR(after, std::log(rho / fluidConstants.RHOZ[1]) + 3.0 * std::log(tau) + 5.0 * tau, 1e-13);
+}
 
 TEST_F(NamedItems, EveryRealOfASlot) {
     const FluidConstants& f = fluidConstants;

@@ -261,9 +261,16 @@ TEST_F(SolidLineForms, SublimationTags) {
         EXPECT_EQ(ierr, 0);
         EXPECT_NEAR(p, expected, 1e-13 * expected) << tag;
     }
+    for (const char* tag : {"SB0", "SB4", "SBX", "SB "}) {
+        modelTags.HSUBLK[1] = tag;
+        SUBLK(1, 180.0, p, ierr, herr);
+        EXPECT_EQ(ierr, 0) << tag;
+        EXPECT_NEAR(p, sum, 1e-13 * sum) << tag;
+    }
     modelTags.HSUBLK[1] = "XYZ";
     SUBLK(1, 180.0, p, ierr, herr);
     EXPECT_EQ(ierr, 105);
+    EXPECT_EQ(words(herr), "[SUBLK error 105] unknown sublimation line model:  (XYZ)");
     modelTags.HSUBLK[1] = "NBS";
     SUBLK(1, 180.0, p, ierr, herr);
     EXPECT_EQ(ierr, 0);
