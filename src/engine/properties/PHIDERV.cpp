@@ -199,7 +199,7 @@ void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition&
         dnalpha[state.pure] = a00 + a01;
         return;
     }
-    if (iderv > 1 && modelTags.HEOS != "HMX") {
+    if (modelTags.HEOS != "HMX" && (iderv > 1 || !pengRobinsonSelected())) {
         ierr = 191;
         message(herr, "[RDXHMX error 191] Derivative not available", nullCharacter);
         ERRMSG(ierr, herr);
@@ -208,6 +208,8 @@ void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition&
     if (pengRobinsonSelected()) return cubicDerivatives(state, x, dalpha, dnalpha, ierr, herr);
 
     const MixtureEnergy e(iderv, state.tau, state.del, x);
+    const RelativeReducing g(iderv, e, x, ierr, herr);
+    if (ierr > 0) return;
     // rounding may leave the pressure of a cold liquid a trifle below zero
     constexpr double rounding = 1e-7;
     if (e.a[o01] <= -1.0 - rounding) {
@@ -216,8 +218,6 @@ void PHIDERV(int iderv, double t, double rho, const Composition& x, Composition&
         ERRMSG(ierr, herr);
         return;
     }
-    const RelativeReducing g(iderv, e, x, ierr, herr);
-    if (ierr > 0) return;
 
     CompositionDerivatives& c = compositionDerivatives;
     const double pressureUnit = rho * fluidConstants.R * t;

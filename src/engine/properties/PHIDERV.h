@@ -44,7 +44,7 @@ extern CompositionDerivatives compositionDerivatives;
 //   Codes     1        residual pressure not above that of the vacuum (a01 <= -1), or the cubic model gave no
 //                      derivatives
 //             190, 191 those of RDXHMX: no rule for a pair, no derivative of the reducing functions; 191 also for
-//                      second derivatives of another model than the Helmholtz mixture
+//                      the natural gas model, and for second derivatives of the cubic one
 //   Notes     The gas constant is that of the composition, and the derivatives hold its change.
 //   Source    O. Kunz, R. Klimeck, W. Wagner, M. Jaeschke, GERG Technical Monograph 15 (2007), section 7.4;
 //             J. Gernert, A. Jaeger, R. Span, Fluid Phase Equilib. 375 (2014) 209

@@ -37,6 +37,18 @@ double energyAfterStep(double t, double rho, const Composition& x, int i, double
     return (1.0 + d) * PHIX(0, 0, tz / t, rho * (1.0 + d) / rhoz, changed);
 }
 
+// Derivative of that energy in the amount of component i by differences.
+double energySlope(double t, double rho, const Composition& x, int i, double part) {
+    double d = 0.0001;
+    if (x[i] < 0.0001) d = x[i] / 2.0;
+    if (x[i] > 1.0 - 0.0001) d = (1.0 - x[i]) / 2.0;
+    d *= part;
+    return (energyAfterStep(t, rho, x, i, d) - energyAfterStep(t, rho, x, i, -d)) / (2.0 * d);
+}
+
+// A model or mixing rule whose derivatives in the fractions are not known.
+constexpr int noDerivatives = 191;
+
 }  // namespace
 
 void FGCTY(double t, double rho, const Composition& x, Composition& f) {
@@ -49,11 +61,7 @@ void FGCTY(double t, double rho, const Composition& x, Composition& f) {
     }
     for (int i = 1; i <= modelTags.NC; ++i) {
         if (x[i] <= 0.0) continue;
-        double d = 0.0001;
-        if (x[i] < 0.0001) d = x[i] / 2.0;
-        if (x[i] > 1.0 - 0.0001) d = (1.0 - x[i]) / 2.0;
-        const double slope = (energyAfterStep(t, rho, x, i, d) - energyAfterStep(t, rho, x, i, -d)) / (2.0 * d);
-        f[i] = fugacityInMixture(x[i], state.RT * rho, slope);
+        f[i] = fugacityInMixture(x[i], state.RT * rho, energySlope(t, rho, x, i, 1.0));
     }
 }
 
@@ -64,13 +72,14 @@ void FGCTY2(double t, double rho, const Composition& x, Composition& f, int& ier
     if (t <= 0.0 || rho < smallestFugacityDensity) return;
     int icomp = 0;
     ISPURE(x, icomp);
-    // the analytic derivatives are those of the mixing rules, which the natural gas model does not have
-    if (icomp > 0 || modelTags.HEOS == "AGA") {
-        FGCTY(t, rho, x, f);
-        return;
-    }
+    if (icomp > 0) return FGCTY(t, rho, x, f);
     Composition dalpha, dnalpha;
     PHIDERV(1, t, rho, x, dalpha, dnalpha, ierr, herr);
+    if (ierr == noDerivatives) {
+        ierr = 0;
+        herr.clear();
+        return FGCTY(t, rho, x, f);
+    }
     if (ierr > 0) return;
     for (int i = 1; i <= modelTags.NC; ++i)
         if (x[i] > 0.0) f[i] = fugacityInMixture(x[i], fluidConstants.R * t * rho, dnalpha[i]);
@@ -108,6 +117,13 @@ void CHEMPOT(double t, double rho, const Composition& x, Composition& u, int& ie
     }
     Composition dalpha, dnalpha;
     PHIDERV(1, t, rho, x, dalpha, dnalpha, ierr, herr);
+    if (ierr == noDerivatives) {
+        ierr = 0;
+        herr.clear();
+        // two steps, whose leading errors cancel: the mean of the potentials is the Gibbs energy to ten digits
+        for (int i = 1; i <= modelTags.NC; ++i)
+            if (x[i] > 0.0) dnalpha[i] = (4.0 * energySlope(t, rho, x, i, 1.0) - energySlope(t, rho, x, i, 2.0)) / 3.0;
+    }
     if (ierr > 0) return;
     const double R = fluidConstants.R, RT = R * t;
     // the derivative of n phi, not of phi alone, makes the mole-fraction mean of the potentials the Gibbs energy

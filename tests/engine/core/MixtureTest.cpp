@@ -9,7 +9,9 @@
 #include "EXCESS.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
+#include "MIX_HMX.h"
 #include "ModelTags.h"
+#include "PHIDERV.h"
 #include "PROP_SUB.h"
 #include "ReferenceState.h"
 #include "SETUP.h"
@@ -84,6 +86,44 @@ TEST_F(Mixture, ChemicalPotentialsAddUpToTheGibbsEnergy) {
     solvent[2] = 1e-9;
     CHEMPOT(300.0, 19.0, solvent, u, ierr, herr);
     EXPECT_NEAR(u[1], therm2(300.0, 19.0, unitComposition(1)).G, 1e-3);
+}
+
+// A rule whose derivatives are not known takes differences; the linear rule with numbers of one is also a KW rule.
+TEST_F(Mixture, RulesWithoutDerivativesTakeDifferences) {
+    const MixingPair kept = mixingParameters.pair[1][2];
+    const auto rule = [&](const char* tag, const Array1<double, 6>& numbers) {
+        for (MixingPair* pair : {&mixingParameters.pair[1][2], &mixingParameters.pair[2][1]}) {
+            pair->HMODMX = tag;
+            pair->FMIX = numbers;
+        }
+        clearDepartureCache();
+    };
+    const double Ti = fluidConstants.TZ[1], Tj = fluidConstants.TZ[2];
+    const double vi = 1.0 / fluidConstants.RHOZ[1], vj = 1.0 / fluidConstants.RHOZ[2];
+    const double side = std::cbrt(vi) + std::cbrt(vj), meanV = side * side * side / 8.0;
+    for (const double rho : {0.2, 13.0}) {
+        rule("KW0", {{1.0, 0.5 * (Ti + Tj) / std::sqrt(Ti * Tj), 1.0, 0.5 * (vi + vj) / meanV, 0.0, 0.0}});
+        Composition analytic, potential, u, f;
+        FGCTY2(300.0, rho, x, analytic, ierr, herr);
+        ASSERT_EQ(ierr, 0);
+        CHEMPOT(300.0, rho, x, potential, ierr, herr);
+        rule("LIN", {{1.0, 1.0, 0.0, 1.0, 1.0, 0.0}});
+        FGCTY2(300.0, rho, x, f, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        EXPECT_EQ(herr.length(), 0);
+        CHEMPOT(300.0, rho, x, u, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        EXPECT_EQ(herr.length(), 0);
+        Composition dalpha, dnalpha;
+        PHIDERV(1, 300.0, rho, x, dalpha, dnalpha, ierr, herr);
+        EXPECT_EQ(ierr, 191);
+        for (int i = 1; i <= 2; ++i) {
+            EXPECT_NEAR(f[i], analytic[i], 1e-6 * analytic[i]) << i << " " << rho;
+            EXPECT_NEAR(u[i], potential[i], 1e-9 * std::fabs(potential[i])) << i << " " << rho;
+        }
+    }
+    mixingParameters.pair[1][2] = mixingParameters.pair[2][1] = kept;
+    clearDepartureCache();
 }
 
 TEST_F(Mixture, FugacitiesByDifferencesAndByDerivativesAgree) {

@@ -228,6 +228,29 @@ TEST_F(NaturalGasSwitched, ForthAndBack) {
     for (int i = 1; i <= 4; ++i) sum += x[i] * std::log(f[i] / (x[i] * gas.p));
     SETAG(x);
     EXPECT_NEAR(sum, aga8Phi(0, 0, 350.0, 1.0) + z - 1.0 - std::log(z), 1e-7);
+    // and the mean of the chemical potentials is the Gibbs energy
+    for (const double rho : {0.05, 1.0, 6.0}) {
+        Composition u;
+        CHEMPOT(350.0, rho, x, u, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        double A, G, mean = 0.0;
+        AG(350.0, rho, x, A, G);
+        for (int i = 1; i <= 4; ++i) mean += x[i] * u[i];
+        EXPECT_NEAR(mean, G, 1e-9 * std::fabs(G)) << rho;
+        FGCTY2(350.0, rho, x, f, ierr, herr);
+        double p, pure, mixed;
+        PRESS(350.0, rho, x, p);
+        // potentials and fugacities are those of one model: u - RT ln f depends on the component alone
+        for (const int i : {1, 3}) {
+            mixed = u[i] - aga8GasConstant * 350.0 * std::log(f[i]);
+            const Composition alone = unitComposition(i);
+            Composition fAlone, uAlone;
+            FGCTY2(350.0, 0.7, alone, fAlone, ierr, herr);
+            CHEMPOT(350.0, 0.7, alone, uAlone, ierr, herr);
+            pure = uAlone[i] - aga8GasConstant * 350.0 * std::log(fAlone[i]);
+            EXPECT_NEAR(mixed, pure, 1e-4) << i << " at " << rho;
+        }
+    }
     // every ideal gas has its zero of enthalpy at 25 C
     double h;
     ENTHAL(298.15, 1e-9, x, h);

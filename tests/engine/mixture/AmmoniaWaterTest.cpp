@@ -4,8 +4,11 @@
 #include "CORE_FEQ.h"
 #include "DISPATCH.h"
 #include "EngineSetUp.h"
+#include "FLSH_SUB.h"
 #include "Larger.h"
 #include "MixtureSetUp.h"
+#include "PROP_SUB_FUGACITY.h"
+#include "SAT_SUB.h"
 #include "TPRHO.h"
 #include "Water.h"
 
@@ -37,13 +40,22 @@ constexpr Term terms[14] = {{-0.02, 1.5, 4, 0}, {0.05, 0.5, 5, 1},  {1e-6, 6.5, 
                             {-1e-5, 9.0, 6, 1}, {-3e-6, 6.0, 9, 2}, {0.26, -1.0, 4, 1}, {-1e-5, 4.0, 8, 1},
                             {0.012, 3.5, 4, 1}, {-0.07, 0.0, 5, 1}, {0.1, -1.0, 6, 2},  {1e-3, 8.0, 10, 2},
                             {-0.2, 7.5, 6, 2},  {-0.78, 4.0, 2, 2}};
+// Those of the published mixture.
+// R. Tillner-Roth, D. G. Friend, J. Phys. Chem. Ref. Data 27 (1998) 63, table 7 and eqs. 12 to 16
+constexpr Term publishedTerms[14] = {
+    {-1.855822e-02, 1.5, 4, 0},   {5.258010e-02, 0.5, 5, 1},   {3.552874e-10, 6.5, 15, 1}, {5.451379e-06, 1.75, 12, 1},
+    {-5.998546e-13, 15.0, 12, 1}, {-3.687808e-06, 6.0, 15, 2}, {0.2586192, -1.0, 4, 1},    {-1.368072e-08, 4.0, 15, 1},
+    {1.226146e-02, 3.5, 4, 1},    {-7.181443e-02, 0.0, 5, 1},  {9.970849e-02, -1.0, 6, 2}, {1.0584086e-03, 8.0, 10, 2},
+    {-0.1963687, 7.5, 6, 2},      {-0.7777897, 4.0, 2, 2}};
 constexpr double kT = 0.965, kV = 1.24, alpha = 1.125, beta = 0.9, gamma = 0.525;
 
-std::string ruleTR1() {
+std::string ruleTR1(const Term (&list)[14] = terms) {
     std::string rows;
-    for (const Term& term : terms)
-        rows += std::to_string(term.N * 1e6) + "e-6 " + std::to_string(term.t) + " " + std::to_string(term.d) + " " +
-                std::to_string(term.l) + "\n";
+    for (const Term& term : list) {
+        char row[100];
+        std::snprintf(row, sizeof row, "%.9e %g %g %g\n", term.N, term.t, term.d, term.l);
+        rows += row;
+    }
     return ruleText("TR1", "  14  3  1  0  0", rows);
 }
 const std::string recordTR1 = dataLine("7664-41-7/7732-18-5", "TR1", "0.965 1.24 1.125 0.9 0.525 0.0") + endOfRecord;
@@ -62,6 +74,14 @@ class AmmoniaWater : public MixtureSetUp {
         return MixtureSetUp::setUp(waterFirst ? Names{waterPath, ammoniaPath} : Names{ammoniaPath, waterPath},
                                    write("TEST.BNC", mixtureFileText(records, ruleTR1() + plainKW0 + plainLJ6)),
                                    reference);
+    }
+    int setUpPublished(bool waterFirst) {
+        const std::string record =
+            dataLine("7664-41-7/7732-18-5", "TR1", "0.9648407 1.2395117 1.125455 0.8978069 0.5248379 0.0") +
+            dataLine("", "TC1", "0 0 0 0 0 0") + dataLine("", "VC1", "0 0 0 0 0 0") + endOfRecord;
+        return MixtureSetUp::setUp(
+            waterFirst ? Names{waterPath, ammoniaPath} : Names{ammoniaPath, waterPath},
+            write("TEST.BNC", mixtureFileText(record, ruleTR1(publishedTerms) + plainKW0 + plainLJ6)), "NA");
     }
     static Composition ofAmmonia(double xa, bool waterFirst) {
         return waterFirst ? fractions({1.0 - xa, xa}) : fractions({xa, 1.0 - xa});
@@ -215,6 +235,78 @@ TEST_F(AmmoniaWater, AnotherReferenceStateIsLeftAlone) {
         << message();
     EXPECT_EQ(fluidConstants.REOS[1], gasConstant);
     EXPECT_EQ(referenceState.HDEF[1], 45957.4);
+}
+
+struct BubblePoint {
+    double T, p, rhol, rhov;
+    Composition liquid, vapor;
+};
+
+// The published mixture has no derivatives in the fractions, and its phases are found all the same. Bubble point of
+// half and half at 320 K: 607 kPa and 99.45 % ammonia in the vapor.
+TEST_F(AmmoniaWater, PhaseEquilibriumOfThePublishedMixture) {
+    for (const bool waterFirst : {false, true}) {
+        ASSERT_LE(setUpPublished(waterFirst), 0) << message();
+        const int a = waterFirst ? 2 : 1;
+        const Composition z = ofAmmonia(0.5, waterFirst);
+        BubblePoint bubble{320.0, 0.0, 0.0, 0.0, {}, {}};
+        SATT(320.0, z, 1, bubble.p, bubble.rhol, bubble.rhov, bubble.liquid, bubble.vapor, ierr, herr);
+        ASSERT_EQ(ierr, 0) << message();
+        std::printf("bubble point at 320 K: %.4f kPa, y = %.6f\n", bubble.p, bubble.vapor[a]);
+        EXPECT_NEAR(bubble.p, 607.0, 0.01 * 607.0);
+        EXPECT_NEAR(bubble.vapor[a], 0.9945, 2e-4);
+        // equal fugacities and pressures
+        Composition fl, fv;
+        FGCTY2(320.0, bubble.rhol, bubble.liquid, fl, ierr, herr);
+        ASSERT_EQ(ierr, 0) << message();
+        FGCTY2(320.0, bubble.rhov, bubble.vapor, fv, ierr, herr);
+        for (int i = 1; i <= 2; ++i) EXPECT_NEAR(fl[i] / fv[i], 1.0, 1e-6) << i;
+        double pl = 0.0, pv = 0.0;
+        PRESS(320.0, bubble.rhol, bubble.liquid, pl);
+        PRESS(320.0, bubble.rhov, bubble.vapor, pv);
+        EXPECT_NEAR(pl, bubble.p, 1e-6 * bubble.p);
+        EXPECT_NEAR(pv, bubble.p, 1e-6 * bubble.p);
+
+        // back by the pressure, and the dew point at its temperature
+        BubblePoint back{};
+        SATP(bubble.p, z, 1, back.T, back.rhol, back.rhov, back.liquid, back.vapor, ierr, herr);
+        ASSERT_EQ(ierr, 0) << message();
+        EXPECT_NEAR(back.T, 320.0, 1e-5);
+        BubblePoint dew{};
+        SATT(320.0, z, 2, dew.p, dew.rhol, dew.rhov, dew.liquid, dew.vapor, ierr, herr);
+        ASSERT_EQ(ierr, 0) << message();
+        EXPECT_LT(dew.p, 0.1 * bubble.p);
+        EXPECT_LT(dew.liquid[a], 0.1);
+
+        // a liquid, a vapor and two phases at temperature and pressure
+        const auto flash = [&](double p, double& rho, double& q, Composition& x, Composition& y) {
+            double T = 320.0, Dl, Dv, e, h, s, cv, cp, w;
+            TPFLSH(T, p, z, rho, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr);
+        };
+        double rho = 0.0, q = 0.0;
+        Composition x, y;
+        flash(2.0 * bubble.p, rho, q, x, y);
+        EXPECT_EQ(ierr, 0) << message();
+        EXPECT_LT(q, 0.0);
+        double p = 0.0;
+        PRESS(320.0, rho, z, p);
+        EXPECT_NEAR(p, 2.0 * bubble.p, 1e-6 * p);
+        EXPECT_GT(rho, bubble.rhol);
+        flash(0.9 * dew.p, rho, q, x, y);
+        EXPECT_EQ(ierr, 0) << message();
+        EXPECT_GT(q, 1.0);
+        const double between = 2.0 * dew.p;
+        flash(between, rho, q, x, y);
+        EXPECT_EQ(ierr, 0) << message();
+        ASSERT_GT(q, 0.0);
+        ASSERT_LT(q, 1.0);
+        EXPECT_NEAR(x[a] + q * (y[a] - x[a]), 0.5, 1e-7);  // where the iteration of the fractions ends
+        BubblePoint ofLiquid{};
+        SATT(320.0, x, 1, ofLiquid.p, ofLiquid.rhol, ofLiquid.rhov, ofLiquid.liquid, ofLiquid.vapor, ierr, herr);
+        ASSERT_EQ(ierr, 0) << message();
+        EXPECT_NEAR(ofLiquid.p, between, 1e-6 * between);
+        EXPECT_NEAR(ofLiquid.vapor[a], y[a], 1e-6);
+    }
 }
 
 }  // namespace
