@@ -48,6 +48,8 @@ void STNK(int icomp, double tau, double& sigma, int& ierr, Text255& herr) {
     const SurfaceTensionSlot& s = surfaceTensionTerms[icomp];
     sigma = 0.0;
     for (int k = 0; k < s.NTERMU; ++k) sigma += s.SIGMAK[k] * power(tau, s.SIGEXP[k]);
+    // a term of the opposite sign may win in the last kelvin, where there is next to nothing
+    sigma = std::max(sigma, 0.0);
 }
 
 void CRITF(const Composition& zeta, Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {

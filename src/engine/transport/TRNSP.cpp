@@ -377,7 +377,15 @@ void pureTransport(int pure, double T, double D, const Composition& x, double& e
             rangeWarning(viscosityWarning, viscosityRange, limit, ierr, herr);
         }
         if (atCriticalPoint) infiniteAtCriticalPoint(-51, ierr, herr);
-        ETAK(pure, T, D, eta, ierr, herr);
+        // A correlation of dense states may have a pole below the temperatures it was fitted to.
+        const bool coldLiquid = T < fluidConstants.TMETA[pure] && D > fluidConstants.DCRIT[pure];
+        if (coldLiquid) {
+            eta = notComputed;
+            ierr = 0;
+            herr.clear();
+        } else {
+            ETAK(pure, T, D, eta, ierr, herr);
+        }
     }
 
     const Text3& conductivityTag = modelTags.HTCX[pure];

@@ -654,6 +654,21 @@ struct PairConstants {
     double k, l;
 };
 
+// What a negative background of a component takes from that of the mixture. It has no effective mass that could be
+// combined with others, so it counts with the fraction of the component, scaled to its density: the share of a
+// component goes over into its own value.
+double negativeShare(const Mixture& mix, int i, double own) {
+    const double ratio = mix.HJ[i] / mix.h;
+    return own < 0.0 ? mix.x[i] * own * ratio * ratio : 0.0;
+}
+
+void noValue(std::string_view what, int& ierr, Text255& herr) {
+    ierr = -59;
+    message(herr, "[TRNECS warning -59] the viscosity of ", what, " is zero: it cannot scale that of the mixture",
+            nullCharacter);
+    ERRMSG(ierr, herr);
+}
+
 double mixtureViscosity(const Mixture& mix, int& ierr, Text255& herr) {
     const FluidConstants& fluid = fluidConstants;
     double etab = referenceViscosity(0, mix.T / mix.f, mix.D * mix.h, ierr, herr);
@@ -661,43 +676,48 @@ double mixtureViscosity(const Mixture& mix, int& ierr, Text255& herr) {
     double background = 0.0;
     if (mix.D > 0.0) {
         if (std::fabs(etab) < 1e-20) {
-            ierr = -59;
+            noValue("the reference fluid", ierr, herr);
             return notComputed;
         }
         etab = std::max(etab, smallestReference);
         Composition XMJ{};  // effective molar masses
         for (int i = 1; i <= modelTags.NC; ++i) {
             if (mix.x[i] <= 0.0) continue;
-            const double own =
-                std::max(componentViscosity(i, mix.T, mix.D, mix.FJ[i], mix.f, mix.HJ[i], mix.h, ierr, herr),
-                         smallestBackground);
+            const double own = componentViscosity(i, mix.T, mix.D, mix.FJ[i], mix.f, mix.HJ[i], mix.h, ierr, herr);
             if (ierr != 0) return notComputed;
-            const double ratio = own / etab / std::sqrt(mix.FJ[i]) * std::cbrt(mix.HJ[i] * mix.HJ[i]);
+            background += negativeShare(mix, i, own);
+            const double ratio =
+                std::max(own, smallestBackground) / etab / std::sqrt(mix.FJ[i]) * std::cbrt(mix.HJ[i] * mix.HJ[i]);
             XMJ[i] = ratio * ratio * fluid.WMAS[0];
         }
         const double sum = pairSum(mix, XMJ, [](int i, int j) {
             const MixingPair& pair = mixingParameters.pair[i][j];
             return PairConstants{pair.XKIJ, pair.XLIJ};
         });
-        background = sum / (mix.h * mix.h) / std::sqrt(fluid.WMAS[0]) * etab;
+        background += sum / (mix.h * mix.h) / std::sqrt(fluid.WMAS[0]) * etab;
     }
     const double ETADG = ETAMIX(mix.T, mix.x);
     if (ETADG == 0.0) {
-        ierr = -59;
+        noValue("the dilute gas", ierr, herr);
         return notComputed;
     }
     return ETADG + background;
 }
 
-// Enhancement of a mixture that is almost a pure fluid goes over into that of the fluid.
-double towardsPure(const Mixture& mix, double enhancement) {
+// Enhancement of a mixture that is almost a pure fluid goes over into that of the fluid, by its own correlation or
+// under corresponding states.
+double towardsPure(const Mixture& mix, double enhancement, double background) {
     for (int i = 1; i <= modelTags.NC; ++i) {
-        const Text3& tag = modelTags.HTCXCR[i];
-        if (mix.x[i] <= 0.99 || tag == "TK3" || tag == "NUL" || tag == "TK6") continue;
+        if (mix.x[i] <= 0.99) continue;
         double own = 0.0;
         int ierr = 0;
         Text255 herr;
-        TCXKC(i, mix.T, mix.D, own, ierr, herr);
+        if (correspondingStates(modelTags.HTCX[i])) {
+            TCXM1C(unitComposition(i), mix.T, mix.D, own, ierr, herr);
+            own = std::min(own, background);
+        } else {
+            TCXKC(i, mix.T, mix.D, own, ierr, herr);
+        }
         if (ierr == 0) return 100.0 * (own - enhancement) * mix.x[i] + 100.0 * enhancement - 99.0 * own;
     }
     return enhancement;
@@ -723,16 +743,17 @@ void TCBKMX(double T, double D, const Composition& x, double f, double h, const 
         Composition XMJ{};  // effective masses over that of the reference fluid
         for (int i = 1; i <= modelTags.NC; ++i) {
             if (x[i] <= 0.0) continue;
-            const double own = std::max(componentConductivity(i, T, D, FJ[i], f, HJ[i], h, ierr, herr), 1e-16);
+            const double own = componentConductivity(i, T, D, FJ[i], f, HJ[i], h, ierr, herr);
             if (ierr != 0) return;
-            const double ratio = own / reference / std::sqrt(FJ[i]) * std::cbrt(HJ[i] * HJ[i]);
+            background += negativeShare(mix, i, own);
+            const double ratio = std::max(own, 1e-16) / reference / std::sqrt(FJ[i]) * std::cbrt(HJ[i] * HJ[i]);
             XMJ[i] = ratio * ratio;
         }
         const double sum = pairSum(mix, XMJ, [](int i, int j) {
             const MixingPair& pair = mixingParameters.pair[i][j];
             return PairConstants{pair.XKIJK, pair.XLIJK};
         });
-        background = sum / (h * h) * reference;
+        background += sum / (h * h) * reference;
     }
 
     // dilute gas: translational part and that of the internal energy; a correlation has both in one
@@ -845,8 +866,9 @@ void TRNECS(double T, double D, const Composition& x, double& eta, double& tcx, 
             herr = text;
             tcx = notComputed;
         } else {
-            if (pure == 0) enhancement = towardsPure(mix, enhancement);
-            tcx += std::min(enhancement, tcx);
+            enhancement = std::min(enhancement, tcx);
+            if (pure == 0) enhancement = towardsPure(mix, enhancement, tcx);
+            tcx += enhancement;
         }
     }
 

@@ -1,5 +1,6 @@
 #include "TRNS_TCX.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "DISPATCH.h"
@@ -136,18 +137,23 @@ void SETTC5(int nread, int icomp, const Text12& hcas, int& ierr, Text255& herr) 
     SectionReader in("SETTC5", nread, hcas, ierr, herr);
     clearTerms(icomp);
     ConductivitySlot s{};
-    int NADDK = 0;
     if (!readLimits(in, icomp) || !in.line("sigma", s.SIGCHK) || !in.line("epsilon", s.EPSCHK) ||
-        !in.line("acentric factor, reduced dipole, association", s.ACCHK, s.DDIPK, s.HBKK) ||
-        !in.line("number of rows", NADDK) || !in.count("number of rows", NADDK, 7))
+        !in.line("acentric factor, reduced dipole, association", s.ACCHK, s.DDIPK, s.HBKK))
         return;
+    // four rows of the table always stand in the file, those behind them where they differ from the general ones
+    constexpr int rows = 7, givenRows = 4;
+    double table[rows][4];
+    std::copy_n(&chungConductivity[0][0], rows * 4, &table[0][0]);
+    for (int k = 0; k < givenRows; ++k)
+        if (!in.numbers("row of constants", table[k], 4)) return;
+    int NADDK = 0;
+    if (!in.line("number of rows", NADDK) || !in.count("number of rows", NADDK, rows - givenRows)) return;
+    for (int k = givenRows; k < givenRows + NADDK; ++k)
+        if (!in.numbers("row of constants", table[k], 4)) return;
+    // the last column is that of association, and counts for fluids that associate
     const double dipole4 = s.DDIPK * s.DDIPK * s.DDIPK * s.DDIPK;
-    for (int k = 0; k < 7; ++k) {
-        double row[4] = {chungConductivity[k][0], chungConductivity[k][1], chungConductivity[k][2],
-                         chungConductivity[k][3]};
-        if (k < NADDK && !in.numbers("row of constants", row, 4)) return;
-        s.CCTCX[k] = row[0] + row[1] * s.ACCHK + row[2] * dipole4 + row[3] * s.HBKK;
-    }
+    for (int k = 0; k < rows; ++k)
+        s.CCTCX[k] = table[k][0] + table[k][1] * s.ACCHK + table[k][2] * dipole4 + table[k][3] * s.HBKK;
     finish(in, icomp, s);
 }
 
@@ -351,7 +357,7 @@ double TCX3BK(int icomp, double T, double D) {
                               (c[21].c + c[22].c / T + c[23].c / (T * T)) * s) -
                      std::exp(a);
 
-    // critical enhancement, in units of centimetre, gram and second
+    // critical enhancement, none without its coefficient; in units of centimetre, gram and second
     constexpr double N = 6.0225e+23, k = 1.38054e-16;
     const double rho = D * M / 1000.0;
     double dpdD = 0.0, dpdT = 0.0, eta = 0.0, C = 0.0;
@@ -359,7 +365,7 @@ double TCX3BK(int icomp, double T, double D) {
     DPDTK(icomp, T, D, dpdT);
     dpdD *= 1e7 / M;
     dpdT *= 1e4;
-    if (dpdD >= 0.0) {
+    if (dpdD >= 0.0 && c[25].c != 0.0) {
         int ierr = 0;
         Text255 herr;
         ETAK(icomp, T, D, eta, ierr, herr);

@@ -66,5 +66,120 @@ TEST(Blends, haveTransportPropertiesInBothPhasesAndAboveTheCriticalPoint) {
     std::printf("%d saturated states of %zu blends\n", states, names.size());
 }
 
+std::vector<std::string> fluids() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(test::dataFolder) + "/fluids"))
+        if (entry.path().extension() == ".FLD") names.push_back(entry.path().stem().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void setUpFluids(const std::vector<std::string>& names) {
+    setPath();
+    FileNames files{};
+    int nc = 0, ierr = 0;
+    for (const std::string& name : names) files[++nc].assign(name + ".FLD");
+    Text255 herr;
+    Text3 reference = "DEF";
+    SETUP(nc, files, "HMX.BNC", reference, ierr, herr);
+    ASSERT_LE(ierr, 0) << words(herr);
+}
+
+// A blend that is almost a pure fluid has the properties of the fluid, background and enhancement of the conductivity
+// included, along the whole line of saturation.
+TEST(Blends, tendToTheirComponents) {
+    const auto names = fluids();
+    EXPECT_GE(names.size(), 36u);
+    int states = 0;
+    double worstViscosity = 0.0, worstConductivity = 0.0;
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        struct State {
+            double T, D;
+            TransportPoint pure;
+        };
+        std::vector<State> line;
+        setUpFluids({name});
+        const FluidConstants& c = fluidConstants;
+        double lowest = c.TMEOS[1];
+        if (modelTags.HETA[1] != "ECS") lowest = std::max(lowest, c.TMETA[1]);
+        if (modelTags.HTCX[1] != "ECS") lowest = std::max(lowest, c.TMTCX[1]);
+        lowest += 1.0;
+        for (int k = 0; k <= 12; ++k) {
+            const double T = lowest + (0.98 * c.TCRIT[1] - lowest) * k / 12.0;
+            double p = 0.0, Dl = 0.0, Dv = 0.0;
+            ASSERT_TRUE(saturation(T, p, Dl, Dv)) << T;
+            for (const double D : {Dl, Dv}) line.push_back({T, D, transport(T, D)});
+        }
+        const bool unlike = name == "R134A" || name == "NITROGEN";  // nothing is known of nitrogen in R134a
+        setUpFluids({name, unlike ? "CO2" : "R134A"});
+        Composition x{};
+        x[2] = 1e-10;
+        x[1] = 1.0 - x[2];
+        for (const State& state : line) {
+            // corresponding states hold the components of a blend, not a pure fluid, within their limits
+            double tmin = 0.0, dmax = HUGE_VAL;
+            if (modelTags.HETA[1] == "ECS" || modelTags.HTCX[1] == "ECS") ECSLIM(1, -1, tmin, dmax);
+            if (state.T < tmin || state.D > dmax) continue;
+            const TransportPoint mixed = transport(state.T, state.D, x);
+            EXPECT_NEAR(mixed.eta / state.pure.eta, 1.0, 1e-6) << state.T << ' ' << state.D << ' ' << mixed.message;
+            EXPECT_NEAR(mixed.tcx / state.pure.tcx, 1.0, 1e-6) << state.T << ' ' << state.D << ' ' << mixed.message;
+            worstViscosity = std::max(worstViscosity, std::fabs(mixed.eta / state.pure.eta - 1.0));
+            worstConductivity = std::max(worstConductivity, std::fabs(mixed.tcx / state.pure.tcx - 1.0));
+            ++states;
+        }
+    }
+    std::printf("%d states of %zu fluids: viscosity within %.1e, conductivity within %.1e\n", states, names.size(),
+                worstViscosity, worstConductivity);
+}
+
+// A trace of carbon dioxide leaves the vapor of R143a, whose background is negative, where it is.
+TEST(Blends, aTraceDoesNotMoveTheConductivityOfAVapor) {
+    setUpFluids({"R143A"});
+    const double pure = transport(250.0, 0.1).tcx;
+    setUpFluids({"R143A", "CO2"});
+    double last = pure;
+    for (const double trace : {1e-8, 1e-6, 1e-4, 1e-3}) {
+        Composition x{};
+        x[2] = trace;
+        x[1] = 1.0 - trace;
+        const double mixed = transport(250.0, 0.1, x).tcx;
+        EXPECT_NEAR(mixed / last, 1.0, 2.0 * trace + 1e-9) << trace;
+        last = mixed;
+    }
+}
+
+// Vapors of blends with R143a: no conductivity above or below those of all components at the same temperature and
+// density. Nearer to the critical temperature of 344 K each component has an enhancement about a density of its own.
+TEST(Blends, aVaporLiesBetweenItsComponents) {
+    for (const char* name : {"R507A.MIX", "R404A.MIX"}) {
+        setPath();
+        FileNames files{};
+        Composition x{};
+        int nc = 0, ierr = 0;
+        Text255 herr;
+        Text3 reference = "DEF";
+        SETMIX(Text255(std::string_view(name)), "HMX.BNC", reference, nc, files, x, ierr, herr);
+        ASSERT_LE(ierr, 0) << name << ' ' << words(herr);
+        for (double T = 220.0; T <= 330.0; T += 10.0) {
+            double p = 0.0, Dl = 0.0, Dv = 0.0;
+            Composition xl{}, xv{};
+            SATT(T, x, 2, p, Dl, Dv, xl, xv, ierr, herr);
+            ASSERT_LE(ierr, 0) << words(herr);
+            for (const double part : {0.1, 0.5, 1.0}) {
+                const double D = part * Dv, mixed = transport(T, D, x).tcx;
+                double least = HUGE_VAL, most = 0.0;
+                for (int i = 1; i <= nc; ++i) {
+                    const double own = transport(T, D, unitComposition(i)).tcx;
+                    least = std::min(least, own);
+                    most = std::max(most, own);
+                }
+                EXPECT_GT(mixed, least) << name << ' ' << T << ' ' << D;
+                EXPECT_LT(mixed, most) << name << ' ' << T << ' ' << D;
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace frigana::test

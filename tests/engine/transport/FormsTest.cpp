@@ -283,6 +283,32 @@ TEST_F(GeneralConductivity, theCodeOfTheBackgroundDividesBelowBothReducingValues
 
 // ---------------------------------------------------------------------------------------- conductivity, others
 
+// T.-H. Chung, M. Ajlan, L. L. Lee, K. E. Starling, Ind. Eng. Chem. Res. 27 (1988) 671, table IV
+const std::string chungRows =
+    "  2.41657 0.74824 -0.91858 121.721\n  -0.50924 -1.50936 -49.9912 69.9834\n"
+    "  6.61069 5.62073 64.7599 27.0389\n  14.5425 -8.91387 -5.63794 74.3435\n";
+
+// The rows of the file are the constants of the fluid: four always, up to three more.
+TEST_F(Forms, theRowsOfTheMethodOfChungAreThoseOfTheFile) {
+    const auto read = [&](const std::string& rows) {
+        ASSERT_EQ(setUpWith("PENTANE", section("TCX", "TC5") + wideLimits + "  0.5472\n  372.99\n  0.2 1.5 0.1\n" +
+                                           rows + "NUL\n"),
+                  0)
+            << message();
+    };
+    const double w = 0.2, dipole4 = 1.5 * 1.5 * 1.5 * 1.5, kappa = 0.1;
+    read(chungRows + "  0\n");
+    const double* B = conductivityTerms[1].CCTCX;
+    EXPECT_NEAR(B[0], 2.41657 + 0.74824 * w - 0.91858 * dipole4 + 121.721 * kappa, 1e-12);
+    EXPECT_NEAR(B[3], 14.5425 - 8.91387 * w - 5.63794 * dipole4 + 74.3435 * kappa, 1e-12);
+    EXPECT_NEAR(B[6], 81.171 + 114.158 * w - 60.841 * dipole4 + 466.775 * kappa, 1e-11);
+    read("  1 2 3 4\n  5 6 7 8\n  9 10 11 12\n  13 14 15 16\n  3\n  17 18 19 20\n  21 22 23 24\n  25 26 27 28\n");
+    for (int k = 0; k < 7; ++k)
+        EXPECT_NEAR(conductivityTerms[1].CCTCX[k],
+                    4 * k + 1 + (4 * k + 2) * w + (4 * k + 3) * dipole4 + (4 * k + 4) * kappa, 1e-11)
+            << k;
+}
+
 TEST_F(Forms, theMethodOfChungGivesTheConductivityOfAHydrocarbon) {
     // n-pentane by the published method against its reference correlation, which the method meets within 10 % in
     // the gas and 15 % in the liquid
@@ -297,7 +323,7 @@ TEST_F(Forms, theMethodOfChungGivesTheConductivityOfAHydrocarbon) {
         section("ETA", "VS5") + wideLimits +
         "  0 0 0 0 0 0\nCI0\n  0.5472\n  372.99\n  1.0 1.0\n  0 1.0 1.0\n  0.251 0.0 0.0 0\nNUL\n";
     ASSERT_EQ(setUpWith("PENTANE", viscosity + section("TCX", "TC5") + wideLimits +
-                                       "  0.5472\n  372.99\n  0.251 0.0 0.0\n  0\nNUL\n"),
+                                       "  0.5472\n  372.99\n  0.251 0.0 0.0\n" + chungRows + "  0\nNUL\n"),
               0)
         << message();
     for (int k = 0; k < 4; ++k)
