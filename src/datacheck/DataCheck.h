@@ -65,8 +65,8 @@ inline constexpr FigureKind figureKinds[] = {
     {"surface tension", "sigma", "mN/m", 0.0, "largest rise with temperature along the saturation line"},
     {"header", "head", "%", 0.01, "largest difference of the constants of the equation's block from the header"},
     {"acentric factor", "omega", "-", 0.002, "of the header, less -1 - lg(p/pc) of the equation at 0.7 Tc"},
-    {"melting", "pmelt", "kPa", noBound, "melting line at the triple point, less the equation's constant"},
-    {"sublimation", "psub", "%", noBound, "sublimation line at the triple point against the equation's constant"},
+    {"melting", "pmelt", "kPa", 1.0, "melting line at the triple point, less the equation's constant"},
+    {"sublimation", "psub", "%", 1.0, "sublimation line at the triple point against the equation's constant"},
 };
 static_assert(std::size(figureKinds) == figureCount);
 

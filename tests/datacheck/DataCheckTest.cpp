@@ -366,6 +366,8 @@ TEST_F(Copy, FiguresOutOfBoundAreFound) {
         {FigureOf::header, "R32", change("  136.34   ", "  136.43   ")},
         {FigureOf::acentricFactor, "R32", change("  0.2769  ", "  0.2796  ")},
         {FigureOf::melting, "CO2", changeIn("#MLT", "  1955.539 ", "  nan ")},
+        {FigureOf::melting, "IPENTANE", changeIn("#MLT", "  112.65  1.0 ", "  112.5  1.0 ")},
+        {FigureOf::sublimation, "CO2", changeIn("#SBL", "  216.592  517.95 ", "  216.592  510.0 ")},
         {FigureOf::boilingPoint, "CO2", change("  194.686 ", "  194.70 ")},
         {FigureOf::vaporPressure, "R32", changeIn("#PS", " -7.770499754 ", " -7.79 ")},
         {FigureOf::liquidDensity, "R32", changeIn("#DL", "  2.286863592 ", "  2.30 ")},

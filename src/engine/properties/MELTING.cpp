@@ -151,6 +151,16 @@ void SOLVEM(int mode, double p, const Composition& x, double& t, int& ierr, Text
         return value;
     };
 
+    // a fit meets the pressure of the triple point to its own accuracy: below its first value there is only that point
+    if (melting && !iceOne) {
+        double triplePressure = pure > 0 ? fluidConstants.PTPN[pure] : 0.0;
+        if (pure == 0) meanTriplePressure(x, triplePressure);
+        if (p >= triplePressure && p <= line(edge)) {
+            t = edge;
+            return;
+        }
+    }
+
     double slopeStep = 0.001;
     double step = direction;
     t = edge + direction;

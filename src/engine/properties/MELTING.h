@@ -42,8 +42,8 @@ void SUBLP(double p, const Composition& x, double& t, int& ierr, Text255& herr);
 //   Returned  t       [K]
 //   Codes     124     not converged: t is -9999990
 //   Notes     Water has two lines at one pressure range: up to the highest pressure of ice I the temperature on that
-//   line
-//             is returned, above it that on the lines of the denser ices.
+//             line is returned, above it that on the lines of the denser ices. Between the pressure of the triple point
+//             and the first value of a melting line the triple point is answered.
 void SOLVEM(int mode, double p, const Composition& x, double& t, int& ierr, Text255& herr);
 
 }  // namespace frigana

@@ -10,6 +10,7 @@
 #include "MELTING.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "SAT_SUB.h"
 #include "TemporaryFolder.h"
 #include "TextFile.h"
 
@@ -110,6 +111,57 @@ TEST_P(EveryMeltingLine, PressureAndTemperatureAreInverse) {
     EXPECT_LT(worst, 1e-9);
 }
 
+// A fit meets the pressure of the triple point to its own accuracy only.
+TEST_P(EveryMeltingLine, TheTriplePointIsAnsweredUpToTheFirstValueOfTheLine) {
+    ASSERT_TRUE(test::setUp({GetParam()}));
+    const double triple = fluidConstants.PTPN[1], lowest = fluidConstants.TTPN[1];
+    double first, t;
+    MELTT(lowest, x, first, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    EXPECT_LT(std::fabs(first - triple), 1.0) << "the line starts at the triple point";
+    MELTP(triple, x, t, ierr, herr);
+    EXPECT_EQ(ierr, 0) << words(herr);
+    EXPECT_NEAR(t, lowest, 1e-5);
+    if (first <= triple) return;
+    for (const double part : {0.3, 1.0}) {
+        MELTP(triple + part * (first - triple), x, t, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_EQ(t, lowest);
+    }
+}
+
+TEST(MeltingLine, ALineThatStartsAboveTheTriplePoint) {
+    // isopentane by the published constants: 1233 kPa at the triple point
+    ASSERT_TRUE(test::setUp({"IPENTANE"}));
+    const SolidLineSlot kept = meltingTerms[1];
+    meltingTerms[1].tred = 112.5;
+    meltingTerms[1].coefficient[0] = -591600.0;
+    double first, t;
+    MELTT(fluidConstants.TTPN[1], x, first, ierr, herr);
+    EXPECT_NEAR(first, 1233.0, 1.0);
+    for (const double p : {1e-6, 101.325, 1000.0, first}) {
+        MELTP(p, x, t, ierr, herr);
+        EXPECT_EQ(ierr, 0) << p << ' ' << words(herr);
+        EXPECT_EQ(t, fluidConstants.TTPN[1]) << p;
+    }
+    MELTP(1.001 * first, x, t, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_GT(t, fluidConstants.TTPN[1]);
+    meltingTerms[1] = kept;
+}
+
+TEST(MeltingLine, SaturationAtTheMeltingLine) {
+    ASSERT_TRUE(test::setUp({"IPENTANE"}));
+    double t, rhol, rhov;
+    Composition xl, xv;
+    SATP(101.325, x, 3, t, rhol, rhov, xl, xv, ierr, herr);
+    EXPECT_EQ(ierr, 0) << words(herr);
+    EXPECT_NEAR(t, fluidConstants.TTPN[1], 0.1);
+    double p = 0.0;
+    PRESS(t, rhol, x, p);
+    EXPECT_NEAR(p, 101.325, 1e-3);
+}
+
 INSTANTIATE_TEST_SUITE_P(Fluids, EveryMeltingLine,
                          testing::Values("PROPANE", "BUTANE", "ISOBUTAN", "CO2", "ETHYLENE", "PROPYLEN", "IPENTANE",
                                          "PENTANE", "NITROGEN"),
@@ -155,6 +207,79 @@ TEST(MeltingLine, MixtureOfLikeFluids) {
     EXPECT_NEAR(t, 100.0, 1e-9);
     fluidConstants.PTPN[2] = 0.0;
     MELTT(100.0, half, p, ierr, herr);
+    EXPECT_EQ(p, 0.0);
+}
+
+// Two unlike fluids: every component at its own share of the way from its triple point, the pressures as a geometric
+// mean.
+class SolidLinesOfMixtures : public testing::Test {
+  protected:
+    void SetUp() override {
+        modelTags = ModelTags();
+        modelTags.NC = 2;
+        fluidConstants = FluidConstants();
+        fluidConstants.TTPN[1] = 200.0;
+        fluidConstants.PTPN[1] = 5.0;
+        fluidConstants.TTPN[2] = 120.0;
+        fluidConstants.PTPN[2] = 0.02;
+        for (const int i : {1, 2}) {
+            // p = ptr (1 + a ((t/ttr)^2 - 1)) and p = ptr exp(b (1 - t/ttr) ttr/t)
+            SolidLineSlot& melting = meltingTerms[i] = {};
+            melting.tred = fluidConstants.TTPN[i];
+            melting.pred = fluidConstants.PTPN[i];
+            melting.count[0] = 2;
+            melting.coefficient[0] = 1.0 - a[i - 1];
+            melting.coefficient[1] = a[i - 1];
+            melting.exponent[1] = 2.0;
+            modelTags.HMELTK[i] = "ML1";
+            SolidLineSlot& sublimation = sublimationTerms[i] = {};
+            sublimation.tred = fluidConstants.TTPN[i];
+            sublimation.pred = fluidConstants.PTPN[i];
+            sublimation.count[1] = 1;
+            sublimation.coefficient[0] = b[i - 1];
+            sublimation.exponent[0] = 1.0;
+            modelTags.HSUBLK[i] = "SB3";
+        }
+        half[1] = 0.3;
+        half[2] = 0.7;
+    }
+    void TearDown() override {
+        modelTags = ModelTags();
+        modelTags.LFORCESETUP = true;
+    }
+    static constexpr double a[] = {30000.0, 70000.0}, b[] = {-12.0, -15.0};
+    const double meanT = 0.3 * 200.0 + 0.7 * 120.0, meanP = std::pow(5.0, 0.3) * std::pow(0.02, 0.7);
+    Composition half{};
+    double p = 0.0, t = 0.0;
+};
+
+TEST_F(SolidLinesOfMixtures, MeltingPressureAndTemperature) {
+    for (const double reduced : {1.0001, 1.01, 1.2}) {
+        MELTT(reduced * meanT, half, p, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        const double square = reduced * reduced - 1.0;
+        EXPECT_NEAR(p / (meanP * std::pow(1.0 + a[0] * square, 0.3) * std::pow(1.0 + a[1] * square, 0.7)), 1.0, 1e-11);
+        const double wanted = p;
+        MELTP(wanted, half, t, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_NEAR(t, reduced * meanT, 1e-9);
+    }
+}
+
+TEST_F(SolidLinesOfMixtures, SublimationPressureAndTemperature) {
+    for (const double reduced : {0.999, 0.9, 0.6}) {
+        SUBLT(reduced * meanT, half, p, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        const double exponent = (0.3 * b[0] + 0.7 * b[1]) * (1.0 - reduced) / reduced;
+        EXPECT_NEAR(p / (meanP * std::exp(exponent)), 1.0, 1e-12);
+        const double wanted = p;
+        SUBLP(wanted, half, t, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_NEAR(t, reduced * meanT, 1e-7);
+    }
+    // without a triple point pressure of every component there is no line
+    fluidConstants.PTPN[2] = 0.0;
+    SUBLT(0.9 * meanT, half, p, ierr, herr);
     EXPECT_EQ(p, 0.0);
 }
 
