@@ -301,5 +301,26 @@ TEST(IdealGas, ReadersWithoutAUnitReport) {
     EXPECT_TRUE(herr == "[SETPH0 error] Input fluid (block data) not found");
 }
 
+// Orders that there are none of are told by the trace alone; two orders at once have no derivative.
+TEST(IdealGas, UnknownOrdersOfTheHelmholtzFormAreTold) {
+    modelTags.NC = 1;
+    ph0Terms[1] = Ph0Slot{};
+    fluidConstants.TZ[1] = 300.0;
+    fluidConstants.RHOZ[1] = 5.0;
+    modelTags.IPRINTERR = 1;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(PH0PH0(1, 4, 0, 280.0, 1.0), 0.0);
+    EXPECT_EQ(PH0PH0(1, 0, 4, 280.0, 1.0), 0.0);
+    EXPECT_EQ(PH0PH0(1, -1, 0, 280.0, 1.0), 0.0);
+    EXPECT_EQ(PH0PH0(1, 1, 1, 280.0, 1.0), 0.0);
+    EXPECT_EQ(PH0PH0(1, 0, 0, 0.0, 1.0), 0.0);
+    std::fflush(stdout);
+    modelTags.IPRINTERR = 0;
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "[PH0PH0 warning] invalid input; itau =   4; idel =   0 (ierr=  99)\n"
+              "[PH0PH0 warning] invalid input; itau =   0; idel =   4 (ierr=  99)\n"
+              "[PH0PH0 warning] invalid input; itau =  -1; idel =   0 (ierr=  99)\n");
+}
+
 }  // namespace
 }  // namespace frigana::test

@@ -103,6 +103,36 @@ TEST(DispatchCodes, aViscosityOutOfRangeIsComputedAndItsWarningForgotten) {
     fluidConstants.TXETA[1] = 455.0;
 }
 
+// Below the temperatures of its own correlation a liquid has no viscosity: that of R152a has a pole there.
+TEST(DispatchCodes, aLiquidBelowTheRangeOfItsCorrelationHasNoViscosity) {
+    struct Row {
+        const char* fluid;
+        double limit;  // [K]
+    };
+    for (const Row& row : {Row{"R152A", 240.0}, Row{"R1234YF", 220.0}, Row{"ETHYLENE", 110.0}}) {
+        SCOPED_TRACE(row.fluid);
+        ASSERT_EQ(setUp(row.fluid), 0);
+        ASSERT_EQ(fluidConstants.TMETA[1], row.limit);
+        double p = 0.0, Dl = 0.0, Dv = 0.0, last = HUGE_VAL;
+        for (double T = fluidConstants.TTPN[1] + 1.0; T < row.limit; T += 5.0) {
+            ASSERT_TRUE(saturation(T, p, Dl, Dv));
+            const TransportPoint liquid = transport(T, Dl), vapor = transport(T, Dv);
+            EXPECT_EQ(liquid.eta, notComputed) << T;
+            EXPECT_EQ(liquid.ierr, 0) << liquid.message;
+            EXPECT_EQ(liquid.message, "");
+            EXPECT_GT(liquid.tcx, 0.05) << T;
+            EXPECT_LT(liquid.tcx, last) << T;
+            last = liquid.tcx;
+            EXPECT_GT(vapor.eta, 0.0) << T;
+            EXPECT_LT(vapor.eta, 20.0) << T;
+        }
+        for (const double T : {row.limit, row.limit + 1.0}) {
+            ASSERT_TRUE(saturation(T, p, Dl, Dv));
+            EXPECT_GT(transport(T, Dl).eta, 100.0) << T;
+        }
+    }
+}
+
 TEST(DispatchCodes, aNegativeValueIsNotHandedOut) {
     ASSERT_EQ(setUp("R1233ZD"), 0);
     EXPECT_LT(TCX1DG(1, 160.0), 0.0);

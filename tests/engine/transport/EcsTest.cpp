@@ -127,6 +127,36 @@ TEST(CorrespondingStates, aViscosityWithoutMeaningIsRefusedAndTheConductivitySta
     EXPECT_GT(tcx, 0.05);
 }
 
+// A reference fluid whose equation ends far below: no state of it corresponds.
+TEST(CorrespondingStates, aStateThatCorrespondsToNoneIsTold) {
+    ASSERT_EQ(setUp("R134A"), 0);  // so that the limits come from the file again
+    ASSERT_EQ(setUp("R32"), 0);
+    fluidConstants.TXECST[0] = 10.0;
+    fluidConstants.TCRIT[0] *= 1.4;
+    double p = 0.0, Dl = 0.0, Dv = 0.0;
+    ASSERT_TRUE(saturation(280.0, p, Dl, Dv));
+    double eta = 0.0, tcx = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TRNECS(280.0, Dl, unitComposition(1), eta, tcx, ierr, herr);
+    EXPECT_EQ(ierr, -58);
+    EXPECT_EQ(words(herr),
+              "[TRNECS warning 58] 2-D Newton-Raphson method for conformal temperature and density did not converge "
+              "for component  1");
+    EXPECT_EQ(eta, notComputed);
+    EXPECT_EQ(tcx, notComputed);
+    PTRNEC(1, 280.0, Dl, eta, tcx, ierr, herr, 0);
+    EXPECT_EQ(ierr, -58);
+    EXPECT_EQ(words(herr),
+              "[pTRNEC warning 58] 2-D Newton-Raphson method for conformal temperature and density did not converge "
+              "for component  1");
+    double T0 = 280.0, D0 = 10.0;
+    CONFD(0, 50.0, 300.0, T0, D0, ierr, herr);
+    EXPECT_EQ(ierr, -58);
+    EXPECT_EQ(words(herr), "[CONFD error 58] ECS-transport routines did not converge");
+    modelTags.LFORCESETUP = true;
+}
+
 TEST(CorrespondingStates, atTheCriticalPointTheConductivityFails) {
     ASSERT_EQ(setUp("R32"), 0);
     const TransportPoint point = transport(fluidConstants.TCRIT[1], fluidConstants.DCRIT[1]);
@@ -307,14 +337,32 @@ TEST_F(TransportOfMixtures, theLimitOfAComponentIsThePureFluid) {
                 for (int j = 1; j <= 3; ++j) x[j] = j == i ? 1.0 - 2e-7 : 1e-7;
                 const TransportPoint nearly = transport(T, D, x);
                 ASSERT_GT(nearly.eta, 0.0) << nearly.message;
-                // a gas loses its slightly negative background, which the sums over components cannot hold
-                EXPECT_NEAR(nearly.eta / pure.eta, 1.0, Dr < 1.0 ? 0.01 : 2e-3)
-                    << i << ' ' << Tr << ' ' << Dr << ' ' << nearly.message;
-                // the enhancement of the mixture is not that of the fluid's own correlation
-                EXPECT_NEAR(nearly.tcx / pure.tcx, 1.0, 0.03) << i << ' ' << Tr << ' ' << Dr;
+                EXPECT_NEAR(nearly.eta / pure.eta, 1.0, 5e-6) << i << ' ' << Tr << ' ' << Dr << ' ' << nearly.message;
+                EXPECT_NEAR(nearly.tcx / pure.tcx, 1.0, 5e-6) << i << ' ' << Tr << ' ' << Dr;
             }
         }
     }
+}
+
+// Without a viscosity of the reference fluid there is nothing to scale, nor without that of the dilute gas.
+TEST_F(TransportOfMixtures, aViscosityOfZeroIsTold) {
+    ASSERT_EQ(setUp({"R32", "R134A"}), 0);
+    Composition x{};
+    x[1] = x[2] = 0.5;
+    double eta = 0.0, tcx = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TRNECS(300.0, 8.0, x, eta, tcx, ierr, herr);
+    ASSERT_EQ(ierr, 0) << words(herr);
+    const ViscositySlot nitrogen = viscosityTerms[0];
+    viscosityTerms[0] = {};
+    TRNECS(300.0, 8.0, x, eta, tcx, ierr, herr);
+    EXPECT_EQ(ierr, -59);
+    EXPECT_EQ(words(herr),
+              "[TRNECS warning -59] the viscosity of the reference fluid is zero: it cannot scale that of the mixture");
+    EXPECT_EQ(eta, notComputed);
+    viscosityTerms[0] = nitrogen;
+    modelTags.LFORCESETUP = true;
 }
 
 TEST_F(TransportOfMixtures, theOrderOfComponentsDoesNotMatter) {

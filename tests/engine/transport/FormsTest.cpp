@@ -428,6 +428,12 @@ TEST_F(Forms, theModelsOfMethaneFollowTheirFormulas) {
     for (int i = 4; i <= 12; ++i) inverse += (i - 3) * std::pow(300.0 / T, (7.0 - i) / 3.0);
     EXPECT_NEAR(TCX3DG(1, T), 0.002 * std::sqrt(T) / 0.25 * inverse, 1e-12);
     EXPECT_EQ(TCX3BK(1, T, 0.0), 0.0);
+    // a coefficient of 0 is no enhancement, and nothing is divided by it
+    const double v = 1.2 - std::log(T / 300.0), root = std::sqrt(D) * (D - 5.0) / 5.0, base = -4.0 + 100.0 / T;
+    const double excess =
+        std::exp(base + (0.5 + 10.0 / std::pow(T, 1.5)) * std::pow(D, 0.1) + (0.2 + 5.0 / T + 500.0 / T / T) * root) -
+        std::exp(base);
+    EXPECT_NEAR(TCX3BK(1, T, D), D * (0.001 + 0.0005 * v * v) + excess, 1e-12);
 }
 
 // ---------------------------------------------------------------------------------------------- enhancement

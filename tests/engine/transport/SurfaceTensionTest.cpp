@@ -112,9 +112,53 @@ TEST(SurfaceTension, tellsTemperaturesOutOfRange) {
     EXPECT_EQ(ierr, 1);
     EXPECT_EQ(sigma, notComputed);
     EXPECT_EQ(words(herr).substr(0, 17), "[SURTEN error  1]");
+    EXPECT_EQ(words(herr).substr(17, 52), " one or more inputs are out of range:  temperature >");
     SURTEN(380.0, Dl, Dv, xl, xv, sigma, ierr, herr);
     EXPECT_EQ(ierr, 121);
     EXPECT_EQ(sigma, 0.0);
+    EXPECT_EQ(words(herr).substr(0, 33), "[SURTEN error121] [SATT error 121");
+    t = surft(380.0, x);
+    EXPECT_EQ(t.ierr, 121);
+    EXPECT_EQ(t.sigma, 0.0);
+    EXPECT_EQ(t.message.substr(0, 32), "[SURFT error121] [SATT error 121");
+    t = surft(700.0, x);
+    EXPECT_EQ(t.ierr, 1);
+    EXPECT_EQ(t.sigma, notComputed);
+    EXPECT_EQ(t.message.substr(0, 53), "[SURFT error  1] one or more inputs are out of range:");
+    // a little above the range of the fit: a warning with a value
+    fluidConstants.TMINST[1] = 169.85;
+    fluidConstants.TMAXST[1] = 230.0;
+    t = surft(240.0, x);
+    EXPECT_EQ(t.sigma, value);
+    EXPECT_EQ(t.ierr, -21);
+    EXPECT_EQ(t.message.substr(0, 57), "[SURFT warning -21] one or more inputs are out of range: ");
+    Dl = Dv = 0.0;
+    SURTEN(240.0, Dl, Dv, xl, xv, sigma, ierr, herr);
+    EXPECT_EQ(sigma, value);
+    EXPECT_EQ(ierr, -21);
+    EXPECT_EQ(words(herr).substr(0, 58), "[SURTEN warning -21] one or more inputs are out of range: ");
+    modelTags.LFORCESETUP = true;
+}
+
+// Terms of opposite sign cross zero below the critical temperature, where there is next to nothing.
+TEST(SurfaceTension, isNeverNegative) {
+    for (const char* fluid : {"R12", "R227EA", "R134A"}) {
+        ASSERT_EQ(setUp(fluid), 0);
+        const double tc = fluidConstants.TCRIT[1];
+        double last = 1.0;
+        for (double below = 2.0; below > 1e-4; below *= 0.8) {
+            double sigma = -1.0;
+            int ierr = 0;
+            Text255 herr;
+            STNK(1, below / tc, sigma, ierr, herr);
+            EXPECT_EQ(ierr, 0);
+            EXPECT_GE(sigma, 0.0) << fluid << ' ' << below;
+            EXPECT_LE(sigma, last) << fluid << ' ' << below;
+            const bool oneSign = std::string_view(fluid) == "R134A";
+            EXPECT_TRUE(oneSign ? sigma > 0.0 : below >= 0.02 || sigma == 0.0) << fluid << ' ' << below;
+            last = sigma;
+        }
+    }
 }
 
 TEST(SurfaceTension, anUnknownModelHasCode99) {
