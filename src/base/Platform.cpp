@@ -145,10 +145,11 @@ bool fileStamp(int handle, FileStamp& stamp) {
 bool closeFile(int handle) {
     return _close(handle) == 0;
 }
-FileStamp fileStamp(char* native) {
+bool fileStampAt(char* native, FileStamp& stamp) {
     struct _stat64 status;
-    if (_stat64(native, &status) != 0) return {};
-    return {status.st_size, status.st_mtime, 0, 0};
+    if (_stat64(native, &status) != 0) return false;
+    stamp = {status.st_size, status.st_mtime, longAgo(status.st_mtime)};
+    return true;
 }
 bool removeFile(std::string_view path) {
     char native[longestPath + 1];
@@ -353,16 +354,29 @@ bool rewindFile(int handle) {
 bool placeFile(int handle, long long byte) {
     return lseek(handle, static_cast<off_t>(byte), SEEK_SET) == static_cast<off_t>(byte);
 }
-bool fileStamp(int handle, FileStamp& stamp) {
-    struct stat status;
-    if (fstat(handle, &status) != 0) return false;
+namespace {
+FileStamp stampFrom(const struct stat& status) {
 #ifdef __linux__
     constexpr long long perSecond = 1000000000;
     const long long changed = status.st_mtim.tv_sec * perSecond + status.st_mtim.tv_nsec;
 #else
     const long long changed = status.st_mtime;
 #endif
-    stamp = {static_cast<long long>(status.st_size), changed, longAgo(status.st_mtime)};
+    return {static_cast<long long>(status.st_size), changed, longAgo(status.st_mtime)};
+}
+}  // namespace
+
+bool fileStamp(int handle, FileStamp& stamp) {
+    struct stat status;
+    if (fstat(handle, &status) != 0) return false;
+    stamp = stampFrom(status);
+    return true;
+}
+bool fileStampAt(char* native, FileStamp& stamp) {
+    struct stat status;
+    if (stat(native, &status) != 0 && (errno != ENOENT || !correctCase(native) || stat(native, &status) != 0))
+        return false;
+    stamp = stampFrom(status);
     return true;
 }
 bool emptyFile(int handle) {
@@ -371,18 +385,6 @@ bool emptyFile(int handle) {
 // An interrupted close has closed all the same.
 bool closeFile(int handle) {
     return close(handle) == 0 || errno == EINTR;
-}
-
-FileStamp fileStamp(char* native) {
-    struct stat status;
-    if (stat(native, &status) != 0 && (errno != ENOENT || !correctCase(native) || stat(native, &status) != 0))
-        return {};
-#ifdef __APPLE__
-    const timespec& changed = status.st_mtimespec;
-#else
-    const timespec& changed = status.st_mtim;
-#endif
-    return {status.st_size, changed.tv_sec, changed.tv_nsec, static_cast<long long>(status.st_ino)};
 }
 
 bool removeFile(std::string_view path) {

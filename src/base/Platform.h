@@ -53,18 +53,10 @@ struct FileStamp {
 };
 bool fileStamp(int handle, FileStamp& stamp);
 
-// What tells a file from another that took its place under the same name.
-struct FileStamp {
-    long long size = -1;                     // [bytes]; -1 where there is no such file
-    long long seconds = 0, nanoseconds = 0;  // time of the last change
-    long long identity = 0;                  // number of the file in its file system, 0 where there are none
-    bool operator==(const FileStamp&) const = default;
-};
-
-// Stamp of the file that openFileToRead would open.
+// The same of the file that openFileToRead would open; false where there is none.
 //   Given     native    a path as made by nativePath
 //   Returned  native    the path with the letters of the file system where they differ in case
-FileStamp fileStamp(char* native);
+bool fileStampAt(char* native, FileStamp& stamp);
 
 void writeStandardError(std::string_view text);
 

@@ -90,9 +90,7 @@ struct {
 void remember(int iunit) {
     if (opened.count == mostOpenedFiles) return;
     OpenedFile& file = opened.file[opened.count];
-    if (!nativePath(unitPath(iunit), file.path)) return;
-    file.stamp = fileStamp(file.path);
-    ++opened.count;
+    if (nativePath(unitPath(iunit), file.path) && fileStampAt(file.path, file.stamp)) ++opened.count;
 }
 
 // Opens what a search has come to, and remembers it.
@@ -111,7 +109,8 @@ void forgetOpenedFiles() {
 bool openedFilesChanged() {
     for (int k = 0; k < opened.count; ++k) {
         OpenedFile& file = opened.file[k];
-        if (fileStamp(file.path) != file.stamp) return true;
+        FileStamp now;
+        if (!fileStampAt(file.path, now) || !now.same(file.stamp)) return true;
     }
     return false;
 }
