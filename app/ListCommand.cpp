@@ -1,24 +1,67 @@
 // frigana list: what a request may name.
+#include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
 #include "Commands.h"
 #include "Listing.h"
+#include "Names.h"
 
 namespace frigana::app {
 
+namespace {
+
+struct Options {
+    std::string what, folder, report{catalogue::climateReports.back()};
+    bool json = false;
+};
+
+int listOneFluid(const Options& options) {
+    const catalogue::FoundFluid found = catalogue::FluidNames::of(options.folder).find(options.what);
+    if (found.file.empty()) return complain(runtimeError, found.problem);
+    const ListedFluid fluid = listOne(options.folder, found.file, found.blend);
+    if (options.json)
+        printOneJson(std::cout, fluid);
+    else
+        printOne(std::cout, fluid);
+    return 0;
+}
+
+int listAll(const Options& options) {
+    Listing listing;
+    if (!listData(options.folder, listing))
+        return complain(runtimeError, options.folder + ": there is no folder fluids in it");
+    const auto report = std::find(catalogue::climateReports.begin(), catalogue::climateReports.end(), options.report);
+    if (options.json)
+        printListingJson(std::cout, listing);
+    else
+        printListing(std::cout, listing, static_cast<std::size_t>(report - catalogue::climateReports.begin()));
+    return 0;
+}
+
+}  // namespace
+
 Command addList(CLI::App& program) {
     CLI::App* line = program.add_subcommand(
-        "list", "lists the fluids and blends that a request may name, with potential, safety class and components");
-    const auto folder = std::make_shared<std::string>();
-    line->add_option("DIR,--data", *folder, dataFolderHelp);
-    return {line, [&program, folder] {
-                if (const int status = findDataFolder(program, *folder, ": frigana list DIR")) return status;
-                Listing listing;
-                if (!listData(*folder, listing))
-                    return complain(runtimeError, *folder + ": there is no folder fluids in it");
-                printListing(std::cout, listing);
-                return 0;
+        "list",
+        "lists the fluids and blends that a request may name, by family, with designation, class and potential");
+    const auto options = std::make_shared<Options>();
+    line->add_option("NAME", options->what, "one fluid or blend by any of its names; or a data folder, as --data");
+    line->add_option("--data", options->folder, dataFolderHelp);
+    line->add_option("--gwp", options->report, "report whose global warming potentials are shown")
+        ->check(
+            CLI::IsMember(std::vector<std::string>(catalogue::climateReports.begin(), catalogue::climateReports.end()),
+                          CLI::ignore_case))
+        ->capture_default_str();
+    line->add_flag("--json", options->json, "writes all that is known as JSON");
+    return {line, [&program, options] {
+                std::error_code error;
+                const bool folderNamed = std::filesystem::is_directory(options->what, error);
+                if (folderNamed) options->folder = options->what;
+                if (const int status = findDataFolder(program, options->folder, ": frigana list --data DIR"))
+                    return status;
+                return options->what.empty() || folderNamed ? listAll(*options) : listOneFluid(*options);
             }};
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "21_InitSubstance.h"
@@ -11,6 +12,7 @@
 #include "Folders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
+#include "TextTable.h"
 #include "UTILITY.h"
 
 namespace frigana::app {
@@ -28,8 +30,8 @@ void lookUp(SUBSTANCE& substance, ListedFluid& listed) {
     FLUIDGWP(substance);
     if (substance.FLUIDKIND == 1 && FNDFLDFLAG == 'Y')
         substance.SAFETYCLASS = pureFluids.rows[libraryLookup.POSPUREREFEXT[1]].SAFETYCLASS;
-    listed.potential = substance.GWP == static_cast<int>(missingValue) ? "n/a" : std::to_string(substance.GWP);
-    listed.safetyClass = plainText(substance.SAFETYCLASS.view());
+    listed.ownPotential = substance.GWP == static_cast<int>(missingValue) ? "n/a" : std::to_string(substance.GWP);
+    listed.ownClass = plainText(substance.SAFETYCLASS.view());
 }
 
 // A message in one piece: the engine leaves the blanks of its fields in it.
@@ -41,7 +43,8 @@ std::string reason(const Text255& herr) {
 }
 
 ListedFluid fluidOf(const std::string& file) {
-    ListedFluid listed{file, {}, {}, {}, {}, {}};
+    ListedFluid listed;
+    listed.file = file;
     FileNames names{};
     names[1].assign(file);
     Text3 reference = "DEF";
@@ -65,7 +68,8 @@ ListedFluid fluidOf(const std::string& file) {
 }
 
 ListedFluid blendOf(const std::string& file) {
-    ListedFluid listed{file, {}, {}, {}, {}, {}};
+    ListedFluid listed;
+    listed.file = file;
     static SUBSTANCE substance;
     substance = {};
     substance.FLUIDKIND = 2;
@@ -103,6 +107,12 @@ std::string percent(double fraction) {
     return text;
 }
 
+std::string decimal(double value) {
+    char field[40];
+    std::snprintf(field, sizeof field, "%.4g", value);
+    return field;
+}
+
 std::string composition(const ListedFluid& blend) {
     std::string text;
     for (const ListedFluid::Part& part : blend.parts)
@@ -110,50 +120,214 @@ std::string composition(const ListedFluid& blend) {
     return text;
 }
 
-void printRows(std::ostream& out, const char* heading, const char* last, const std::vector<ListedFluid>& rows,
-               std::string (*description)(const ListedFluid&)) {
-    std::size_t width = std::string_view(heading).size();
-    for (const ListedFluid& row : rows) width = std::max(width, row.file.size());
-    const auto line = [&](const std::string& file, const std::string& potential, const std::string& safetyClass,
-                          const std::string& text) {
-        std::string whole = "  " + file + std::string(width - file.size(), ' ') + "  ";
-        whole += std::string(potential.size() < 6 ? 6 - potential.size() : 0, ' ') + potential + "  ";
-        whole += safetyClass + std::string(safetyClass.size() < 5 ? 5 - safetyClass.size() : 0, ' ') + "  " + text;
-        out << trimRight(whole) << '\n';
-    };
-    line(heading, "GWP", "class", last);
-    for (const ListedFluid& row : rows) {
-        if (row.fault.empty())
-            line(row.file, row.potential, row.safetyClass, description(row));
-        else
-            line(row.file, "-", "-", "cannot be used: " + row.fault);
+// ---- tables -----------------------------------------------------------------------------------------------------
+
+struct Columns {
+    std::size_t file = 0, designation = 0;
+};
+
+std::string designationOf(const ListedFluid& fluid) {
+    return fluid.known != nullptr ? fluid.known->designation : "";
+}
+
+Columns columnsOf(const Listing& listing) {
+    Columns columns{5, 11};
+    for (const std::vector<ListedFluid>* rows : {&listing.fluids, &listing.blends})
+        for (const ListedFluid& row : *rows) {
+            columns.file = std::max(columns.file, row.file.size());
+            columns.designation = std::max(columns.designation, designationOf(row).size());
+        }
+    return columns;
+}
+
+void printLine(std::ostream& out, const Columns& columns, const std::string& file, const std::string& designation,
+               const std::string& safetyClass, const std::string& potential, const std::string& own,
+               const std::string& text) {
+    const std::string line = "  " + padRight(file, columns.file) + "  " + padRight(designation, columns.designation) +
+                             "  " + padRight(safetyClass, 5) + "  " + padLeft(potential, 6) + "  " + padLeft(own, 6) +
+                             "  " + text;
+    out << trimRight(line) << '\n';
+}
+
+void printRow(std::ostream& out, const Columns& columns, const ListedFluid& row, std::size_t report) {
+    const std::string own = row.ownPotential == "n/a" ? "" : row.ownPotential;
+    if (!row.fault.empty()) {
+        printLine(out, columns, row.file, "", "-", "-", "", "cannot be used: " + row.fault);
+        return;
+    }
+    const std::string safetyClass = row.known != nullptr   ? row.known->safetyClass
+                                    : row.ownClass != "NA" ? row.ownClass
+                                                           : "";
+    const std::string potential = row.known != nullptr ? catalogue::shownPotential(*row.known, report) : "-";
+    printLine(out, columns, row.file, designationOf(row), safetyClass.empty() ? "-" : safetyClass, potential, own,
+              row.parts.empty() ? row.name : composition(row));
+}
+
+// Digits of a name count as numbers: R22 stands before R114.
+bool comesBefore(const std::string& a, const std::string& b) {
+    std::size_t i = 0, j = 0;
+    const auto digit = [](char c) { return c >= '0' && c <= '9'; };
+    while (i < a.size() && j < b.size()) {
+        if (digit(a[i]) && digit(b[j])) {
+            std::size_t iEnd = i, jEnd = j;
+            while (iEnd < a.size() && digit(a[iEnd])) ++iEnd;
+            while (jEnd < b.size() && digit(b[jEnd])) ++jEnd;
+            if (iEnd - i != jEnd - j) return iEnd - i < jEnd - j;
+            if (const int order = a.compare(i, iEnd - i, b, j, jEnd - j); order != 0) return order < 0;
+            i = iEnd;
+            j = jEnd;
+        } else {
+            if (a[i] != b[j]) return a[i] < b[j];
+            ++i;
+            ++j;
+        }
+    }
+    return a.size() - i < b.size() - j;
+}
+
+void printFamily(std::ostream& out, const Columns& columns, std::string_view family, const Listing& listing,
+                 std::size_t report) {
+    bool any = false;
+    for (const ListedFluid& fluid : listing.fluids) {
+        const std::string_view own = fluid.known != nullptr ? std::string_view(fluid.known->family) : "";
+        if (own != family) continue;
+        if (!any) out << '\n' << (family.empty() ? "without a family" : family) << '\n';
+        any = true;
+        printRow(out, columns, fluid, report);
     }
 }
 
+// ---- JSON -------------------------------------------------------------------------------------------------------
+
+using Json = nlohmann::ordered_json;
+
+Json numberOrNull(const std::optional<double>& number) {
+    return number ? Json(*number) : Json();
+}
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : Json(text);
+}
+
+Json jsonOf(const ListedFluid& fluid, bool blend) {
+    Json object;
+    object["file"] = fluid.file;
+    object["kind"] = blend ? "blend" : "pure";
+    object["name"] = textOrNull(fluid.name);
+    const catalogue::Refrigerant none, &known = fluid.known != nullptr ? *fluid.known : none;
+    object["family"] = textOrNull(known.family);
+    object["designation"] = textOrNull(known.designation);
+    object["aliases"] = known.aliases;
+    object["cas"] = textOrNull(known.cas);
+    object["safety_class"] = textOrNull(known.safetyClass);
+    object["odp"] = numberOrNull(known.odp);
+    for (std::size_t k = 0; k < catalogue::climateReports.size(); ++k) {
+        const std::string report(catalogue::climateReports[k]);
+        object["gwp100"][report] = numberOrNull(known.gwp[k]);
+        if (known.gwpBelow[k]) object["gwp100_below"][report] = *known.gwpBelow[k];
+        if (!known.gwpLeftOut[k].empty()) object["gwp100_left_out"][report] = known.gwpLeftOut[k];
+    }
+    object["note"] = textOrNull(known.note);
+    object["in_results"]["gwp"] =
+        fluid.ownPotential == "n/a" || fluid.ownPotential.empty() ? Json() : Json(std::stoi(fluid.ownPotential));
+    object["in_results"]["safety_class"] = fluid.ownClass == "NA" ? Json() : textOrNull(fluid.ownClass);
+    for (const ListedFluid::Part& part : fluid.parts)
+        object["components"].push_back({{"fluid", part.component}, {"mass_fraction", part.massFraction}});
+    object["estimated"] = fluid.estimates;
+    if (!fluid.fault.empty()) object["fault"] = fluid.fault;
+    return object;
+}
+
 }  // namespace
+
+ListedFluid listOne(const std::string& folder, const std::string& file, bool blend) {
+    SETPATH(folder);
+    ListedFluid listed = blend ? blendOf(file) : fluidOf(file);
+    listed.known = catalogue::Refrigerants::of(folder).find(file);
+    std::vector<std::string> components;
+    for (const ListedFluid::Part& part : listed.parts) components.push_back(part.component);
+    listed.estimates = catalogue::estimatedProperties(folder, file, components);
+    return listed;
+}
 
 bool listData(const std::string& folder, Listing& listing) {
     listing = Listing{};
     listing.folder = folder;
     std::error_code error;
     if (!fs::is_directory(fs::path(folder) / "fluids", error)) return false;
-    SETPATH(folder);
     for (const std::string& file : filesOf(fs::path(folder) / "fluids", ".FLD"))
-        listing.fluids.push_back(fluidOf(file));
+        listing.fluids.push_back(listOne(folder, file, false));
     for (const std::string& file : filesOf(fs::path(folder) / "mixtures", ".MIX"))
-        listing.blends.push_back(blendOf(file));
+        listing.blends.push_back(listOne(folder, file, true));
+    for (std::vector<ListedFluid>* rows : {&listing.fluids, &listing.blends})
+        std::sort(rows->begin(), rows->end(),
+                  [](const ListedFluid& a, const ListedFluid& b) { return comesBefore(a.file, b.file); });
     return true;
 }
 
-void printListing(std::ostream& out, const Listing& listing) {
+void printListing(std::ostream& out, const Listing& listing, std::size_t report) {
+    const Columns columns = columnsOf(listing);
     out << "Fluids of " << listing.folder << "\n\n";
-    printRows(out, "Fluid", "name", listing.fluids, [](const ListedFluid& fluid) { return fluid.name; });
+    const std::string potential = "GWP" + std::string(catalogue::climateReports[report].substr(2));
+    printLine(out, columns, "Fluid", "designation", "class", potential, "result", "name");
+    for (const std::string_view family : catalogue::fluidFamilies) printFamily(out, columns, family, listing, report);
+    printFamily(out, columns, "", listing, report);
     out << '\n';
     if (listing.blends.empty()) {
         out << "  There are no blends.\n";
         return;
     }
-    printRows(out, "Blend", "components, % by mass", listing.blends, composition);
+    printLine(out, columns, "Blend", "designation", "class", potential, "result", "components, % by mass");
+    for (const ListedFluid& blend : listing.blends) printRow(out, columns, blend, report);
+}
+
+void printOne(std::ostream& out, const ListedFluid& fluid) {
+    constexpr std::size_t labels = 22;
+    const auto line = [&](const std::string& label, const std::string& text) {
+        if (!text.empty()) out << "  " << padRight(label, labels) << text << '\n';
+    };
+    const auto joined = [](const std::vector<std::string>& texts) {
+        std::string all;
+        for (const std::string& text : texts) all += (all.empty() ? "" : ", ") + text;
+        return all;
+    };
+    out << fluid.file << '\n';
+    if (!fluid.fault.empty()) {
+        line("cannot be used", fluid.fault);
+        return;
+    }
+    line("name", fluid.name);
+    if (const catalogue::Refrigerant* known = fluid.known) {
+        line("designation", known->designation.empty() ? "none" : known->designation);
+        line("other names", joined(known->aliases));
+        line("family", known->family);
+        line("CAS number", known->cas);
+        line("safety class", known->safetyClass.empty() ? "not classified or not certain" : known->safetyClass);
+        line("ozone depletion", known->odp ? decimal(*known->odp) : "not known");
+        for (std::size_t k = 0; k < catalogue::climateReports.size(); ++k) {
+            std::string text = catalogue::shownPotential(*known, k);
+            if (text == "-") text = "no figure";
+            if (!known->gwpLeftOut[k].empty()) text += " (no figure for " + joined(known->gwpLeftOut[k]) + ")";
+            line("GWP, 100 a, " + std::string(catalogue::climateReports[k]), text);
+        }
+        line("note", known->note);
+    }
+    line("GWP in results", fluid.ownPotential == "n/a" ? "none" : fluid.ownPotential);
+    line("class in results", fluid.ownClass == "NA" ? "none" : fluid.ownClass);
+    if (!fluid.parts.empty()) line("components, % by mass", composition(fluid));
+    line("estimated", joined(fluid.estimates));
+}
+
+void printListingJson(std::ostream& out, const Listing& listing) {
+    Json root;
+    root["folder"] = listing.folder;
+    root["fluids"] = Json::array();
+    for (const ListedFluid& fluid : listing.fluids) root["fluids"].push_back(jsonOf(fluid, false));
+    for (const ListedFluid& blend : listing.blends) root["fluids"].push_back(jsonOf(blend, true));
+    out << root.dump(1) << '\n';
+}
+
+void printOneJson(std::ostream& out, const ListedFluid& fluid) {
+    out << jsonOf(fluid, !fluid.parts.empty()).dump(1) << '\n';
 }
 
 }  // namespace frigana::app

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <unordered_map>
 
 #include "EditDistance.h"
+#include "Refrigerants.h"
 
 namespace frigana::catalogue {
 
@@ -90,25 +89,16 @@ struct FluidNames::Tables {
     void readAliases() {
         if (aliasesRead) return;
         aliasesRead = true;
-        std::ifstream file(fs::path(folder) / "refrigerants.json");
-        const nlohmann::json root = nlohmann::json::parse(file, nullptr, false);
-        if (root.is_discarded() || !root.is_object()) return;
-        const auto textOf = [](const nlohmann::json& value) {
-            return value.is_string() ? value.get<std::string>() : std::string();
-        };
-        for (const auto& fluid : root.value("fluids", nlohmann::json::array())) {
-            if (!fluid.is_object()) continue;
-            const std::string stem = textOf(fluid.value("name", nlohmann::json()));
-            if (stem.empty()) continue;
-            std::string designation = textOf(fluid.value("designation", nlohmann::json()));
-            std::vector<std::string> all{designation};
-            for (const auto& alias : fluid.value("aliases", nlohmann::json::array())) all.push_back(textOf(alias));
+        for (const Refrigerant& fluid : Refrigerants::of(folder).all()) {
+            std::vector<std::string> all{fluid.designation};
+            all.insert(all.end(), fluid.aliases.begin(), fluid.aliases.end());
             for (const std::string& name : all) {
                 if (name.empty()) continue;
-                if (aliases.emplace(foldedName(name), stem).second) spellings.push_back(name);
+                if (aliases.emplace(foldedName(name), fluid.name).second) spellings.push_back(name);
             }
+            std::string designation = fluid.designation;
             designation.erase(std::remove(designation.begin(), designation.end(), '-'), designation.end());
-            if (!designation.empty()) designations.emplace(uppercase(stem), designation);
+            if (!designation.empty()) designations.emplace(uppercase(fluid.name), designation);
         }
     }
 

@@ -108,20 +108,21 @@ TEST(FurtherFluids, GiveHeatAt150DegreesByACascade) {
 Request basicCycle(const std::string& file, double Tc) {
     std::vector<Parameter> parameters = basicParameters();
     parameters[0] = {1, 0.75 * Tc};
-    parameters[1] = {2, 40.0};
+    parameters[1] = {2, 0.14 * Tc};
     parameters[10] = {1, 0.9 * Tc};
     parameters[11] = {2, 5.0};
     return cycleRequest(1, parameters, file);
 }
 
-void expectBasicCycle(const std::string& name, double Tc, double& worst) {
+// The potential of a fluid is -777 where the table of the program has not all of its components.
+void expectBasicCycle(const std::string& name, double Tc, bool listed, double& worst) {
     SCOPED_TRACE(name);
     const ResultFile file = run(basicCycle(name, Tc));
     ASSERT_EQ(file.count(), 283) << (file.count() > 2 ? file.trimmed(3) : "");
     const double open = imbalance(file, basicBalance);
     EXPECT_LE(open, firstLaw);
     worst = larger(worst, open);
-    EXPECT_EQ(file.trimmed(4), name + " -777");
+    EXPECT_EQ(file.trimmed(4) == name + " -777", !listed) << file.trimmed(4);
     const double COP = file.number(25) / file.number(66), carnot = 0.75 / (0.9 - 0.75);
     EXPECT_GT(COP, 0.2 * carnot);
     EXPECT_LT(COP, carnot);
@@ -140,9 +141,20 @@ TEST(FurtherBlends, EachCoolsByABasicCycle) {
         std::ifstream file(entry.path());
         std::string title;
         double molarMass = 0.0, Tc = 0.0;
+        std::string point;
         std::getline(file, title);
         file >> molarMass >> Tc;
-        expectBasicCycle(name, Tc, worst);
+        std::getline(file, point);
+        int components = 0;
+        file >> components;
+        bool listed = true;
+        for (int k = 0; k < components; ++k) {
+            std::string component;
+            file >> component;
+            listed = listed && std::find(std::begin(furtherFluids), std::end(furtherFluids),
+                                         component.substr(0, component.find('.'))) == std::end(furtherFluids);
+        }
+        expectBasicCycle(name, Tc, listed, worst);
         ++blends;
     }
     EXPECT_EQ(blends, 70);
@@ -159,7 +171,7 @@ TEST(FurtherFluids, EachCoolsByABasicCycle) {
         std::ifstream file(std::string(dataFolder) + "/fluids/" + name + ".FLD");
         std::string line;
         for (int k = 1; k <= 9; ++k) std::getline(file, line);  // the ninth line is the critical temperature
-        expectBasicCycle(name + ".FLD", std::stod(line), worst);
+        expectBasicCycle(name + ".FLD", std::stod(line), false, worst);
         ++fluids;
     }
     EXPECT_EQ(fluids, 50);
