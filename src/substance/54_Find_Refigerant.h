@@ -26,7 +26,7 @@ void FINDPUREFLUID(const SUBSTANCE& substance, const PureFluidTable& table, int 
 //             flag   'Y' when found, otherwise left as it was
 void FINDPREDEFINEDMIXTURE(const SUBSTANCE& substance, const MixtureTable& table, int& POS, char& flag);
 
-// Sets FNDFLDFLAG and libraryLookup for the fluid of a property request.
+// Sets FNDFLDFLAG and libraryLookup for the fluid of a property request or of a circuit.
 void CHECKREF_PROPERTIES(const SUBSTANCE& substance);
 
 // Ends the run unless both fluids are known.

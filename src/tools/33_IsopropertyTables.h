@@ -11,7 +11,7 @@ void ISOPTABLELIMITS(SUBSTANCE& substance, PROPREQ& request, const Text255& FILE
 // The table itself; -777 where a point failed.
 //   Codes     103201 to 103216 limits of the fluid, 103221 to 103224 from, to and step
 //   Notes     A mixture has no upper density (-777), so that every density is refused for it. A request that names one
-//             property twice is not refused; its rows are what the last table left.
+//             property twice, or one that there is not, is not refused; its rows are what the last table left.
 void ISOPTABLECOMPUTE(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT);
 
 }  // namespace frigana

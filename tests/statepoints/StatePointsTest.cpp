@@ -134,6 +134,23 @@ TEST(PropertyPointEdges, AWarningOfTheEngineIsASuccess) {
     EXPECT_GT(p.H, 0.0);
 }
 
+TEST(PropertyPoints, ThePrandtlNumberFollowsFromItsPartsAndIsMissingWithOneOfThem) {
+    for (const char* name : pureFluids) {
+        SCOPED_TRACE(name);
+        SUBSTANCE& s = fluid(name);
+        STATEPT p{};
+        for (const double T : {at(s, 0.75), at(s, 0.95)}) {
+            PROPSIMPLEPT(s, 0.4 * s.PC, T, p);
+            ASSERT_GT(p.TCX, 0.0);
+            ASSERT_GT(p.ETA, 0.0);
+            ASSERT_GT(p.CP, 0.0);
+            EXPECT_DOUBLE_EQ(p.PR, p.ETA * p.CP / p.TCX * 0.0010000000474974513);
+        }
+        PROPSIMPLETQ(s, at(s, 0.8), 0.5, p);
+        EXPECT_EQ(p.PR, missingValue);
+    }
+}
+
 TEST(PropertyPointEdges, TheTraceOfAnIsentropicStepIsGoneAndNeedsNoFolder) {
     SUBSTANCE& s = fluid("R134A.FLD");
     const auto before = std::filesystem::current_path();
