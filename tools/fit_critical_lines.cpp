@@ -3,11 +3,10 @@
 //
 //   fit_critical_lines [DATA FOLDER] > tools/fluid_tables/critical_lines.json
 //
-// The pairs are those that have a record, and those that the predefined blends need. The lines of the pairs of blends
-// are fitted together, to their own critical points and, with more weight, to those of the blends: the sum over pairs
-// by which CRTHMX combines the lines leaves out what three components do together, and the lines of the pairs take it
-// up. The deviation of every pair, and of CRTHMX from CRTPNT for the blends with the parameters that are in the folder
-// now, goes to the standard error.
+// The pairs are those that have a record, and those that the predefined blends need. Every line is fitted to its own
+// critical points; those of the pairs of blends are moved a little to serve the blends as well, since the sum over
+// pairs by which CRTHMX combines the lines leaves out what three components do together. The deviation of every pair,
+// and of CRTHMX from CRTPNT for the blends with the parameters that are in the folder now, goes to the standard error.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -69,7 +68,8 @@ bool criticalPoint(double x1, double Tstart, double pstart, CriticalPoint& point
     return ierr == 0 && point.T > 0.0 && point.p > 0.0;
 }
 
-constexpr int points = 30;
+constexpr int points = 40;                        // the ends of the line among them
+constexpr double fitFrom = 0.049, fitTo = 0.951;  // mole fractions between which a line has to hold
 
 // The points of a critical line that runs from one component to the other without a jump; fewer where there is none.
 std::vector<CriticalPoint> criticalLine() {
@@ -102,53 +102,27 @@ double value(const Coefficients& c, double u) {
     return sum;
 }
 
-// Rows of a linear system with the right side behind them, solved by Householder reflections, since the powers of the
-// fraction are nearly dependent.
-class LeastSquares {
-  public:
-    explicit LeastSquares(std::size_t columns) : columns_(columns) {}
-    // A new row of zeros; its last element is the right side.
-    std::vector<double>& addRow() { return rows_.emplace_back(columns_ + 1, 0.0); }
-    std::vector<double> solve() {
-        const std::size_t m = rows_.size();
-        std::vector<double> v(m);
-        for (std::size_t k = 0; k < columns_; ++k) {
-            double norm = 0.0;
-            for (std::size_t r = k; r < m; ++r) norm += rows_[r][k] * rows_[r][k];
-            norm = std::sqrt(norm);
-            if (norm == 0.0) continue;
-            const double alpha = rows_[k][k] > 0.0 ? -norm : norm;
-            double vv = 0.0;
-            for (std::size_t r = k; r < m; ++r) {
-                v[r] = rows_[r][k] - (r == k ? alpha : 0.0);
-                vv += v[r] * v[r];
-            }
-            std::vector<double> dot(columns_ + 1, 0.0);
-            for (std::size_t r = k; r < m; ++r)
-                if (v[r] != 0.0)
-                    for (std::size_t c = k; c <= columns_; ++c) dot[c] += v[r] * rows_[r][c];
-            for (std::size_t r = k; r < m; ++r)
-                if (v[r] != 0.0)
-                    for (std::size_t c = k; c <= columns_; ++c) rows_[r][c] -= 2.0 * dot[c] / vv * v[r];
+// Solves a linear system by elimination with pivoting; the matrix is symmetric and not far from diagonal.
+std::vector<double> solve(std::vector<std::vector<double>> a, std::vector<double> x) {
+    const std::size_t n = x.size();
+    for (std::size_t k = 0; k < n; ++k) {
+        std::size_t pivot = k;
+        for (std::size_t r = k + 1; r < n; ++r)
+            if (std::fabs(a[r][k]) > std::fabs(a[pivot][k])) pivot = r;
+        std::swap(a[k], a[pivot]);
+        std::swap(x[k], x[pivot]);
+        for (std::size_t r = k + 1; r < n; ++r) {
+            const double factor = a[r][k] / a[k][k];
+            if (factor == 0.0) continue;
+            for (std::size_t c = k; c < n; ++c) a[r][c] -= factor * a[k][c];
+            x[r] -= factor * x[k];
         }
-        std::vector<double> x(columns_, 0.0);
-        for (std::size_t k = columns_; k-- > 0;) {
-            double sum = rows_[k][columns_];
-            for (std::size_t c = k + 1; c < columns_; ++c) sum -= rows_[k][c] * x[c];
-            x[k] = rows_[k][k] == 0.0 ? 0.0 : sum / rows_[k][k];
-        }
-        return x;
     }
-
-  private:
-    std::size_t columns_;
-    std::vector<std::vector<double>> rows_;
-};
-
-// Adds share u w (F1 + u (c2 + c3 u + ... + c6 u^4)) to a row, from a column on.
-void addTerms(std::vector<double>& row, std::size_t column, double u, double share) {
-    double power = share * u * (1.0 - u);
-    for (std::size_t c = 0; c < unknowns; ++c, power *= u) row[column + c] += power;
+    for (std::size_t k = n; k-- > 0;) {
+        for (std::size_t c = k + 1; c < n; ++c) x[k] -= a[k][c] * x[c];
+        x[k] /= a[k][k];
+    }
+    return x;
 }
 
 struct Constants {
@@ -173,45 +147,133 @@ struct Blend {
     CriticalPoint point;
 };
 
-// How much a point may be missed, which gives the weights: of a pair that is a blend itself, of another pair, of a
-// blend at first; and the deviation of a blend above which its weight is raised.
+// How much a point may be missed: as the weights begin, of a pair and of a blend, and at most, above which a weight is
+// raised.
 struct Tolerances {
-    double blendPair, otherPair, blend, limit;
+    double pair, blend, pairLimit, blendLimit;
 };
-constexpr Tolerances temperature{0.1, 1.0, 0.3, 0.2};  // [K]
-constexpr Tolerances volume{0.005, 0.02, 0.02, 0.01};  // [-]
 
-// Line and constants as temperature or as volume.
+// Line and constants as temperature [K] or as volume, relative.
 struct Temperature {
-    static constexpr Tolerances tolerances = temperature;
+    static constexpr Tolerances tolerances{0.1, 0.3, 0.27, 0.27};
     static double of(const CriticalPoint& point) { return point.T; }
     static double of(const Constants& constants) { return constants.T; }
     static double scale(const CriticalPoint&) { return 1.0; }
     static Coefficients& coefficients(Pair& pair) { return pair.T; }
 };
 struct Volume {
-    static constexpr Tolerances tolerances = volume;
+    static constexpr Tolerances tolerances{0.005, 0.01, 0.015, 0.015};
     static double of(const CriticalPoint& point) { return 1.0 / point.D; }
     static double of(const Constants& constants) { return constants.v; }
     static double scale(const CriticalPoint& point) { return 1.0 / point.D; }
     static Coefficients& coefficients(Pair& pair) { return pair.V; }
 };
 
-template <class Quantity>
-void addLine(LeastSquares& system, std::size_t column, const Pair& pair, double tolerance) {
-    const Constants &a = constantsOf[pair.names.first], &b = constantsOf[pair.names.second];
-    for (const CriticalPoint& point : pair.line) {
-        std::vector<double>& row = system.addRow();
-        const double weight = 1.0 / (tolerance * Quantity::scale(point)), u = point.x;
-        addTerms(row, column, u, weight);
-        row.back() = weight * (Quantity::of(point) - u * Quantity::of(a) - (1.0 - u) * Quantity::of(b));
+// The line of one pair in polynomials that are orthonormal over its own weighted points, so that the powers, which are
+// nearly dependent, do no harm: deviations are Q y - t, coefficients c of the powers R c = y.
+struct Basis {
+    std::vector<std::array<double, unknowns>> Q;
+    std::vector<double> share;  // weight of the points
+    std::array<std::array<double, unknowns>, unknowns> R{};
+    std::vector<double> t;
+    std::array<double, unknowns> own{}, y{};  // the pair's own best fit, and the one that serves the blends as well
+    double weight = 1.0;
+    double limit = 0.0;  // of the deviation; more where the line's own fit is not better
+
+    double worst() const {
+        double largest = 0.0;
+        for (std::size_t k = 0; k < Q.size(); ++k) {
+            double off = -t[k];
+            for (std::size_t c = 0; c < unknowns; ++c) off += Q[k][c] * y[c];
+            largest = std::max(largest, std::fabs(off));
+        }
+        return largest;
     }
+    Coefficients powers() const {
+        Coefficients c{};
+        for (std::size_t i = unknowns; i-- > 0;) {
+            c[i] = y[i];
+            for (std::size_t j = i + 1; j < unknowns; ++j) c[i] -= R[i][j] * c[j];
+            c[i] /= R[i][i];
+        }
+        return c;
+    }
+};
+
+// Gram and Schmidt's method, twice for the rounding; then the best fit.
+void orthonormalize(Basis& basis) {
+    basis.R = {};
+    const std::size_t n = basis.Q.size();
+    for (std::size_t c = 0; c < unknowns; ++c) {
+        for (int round = 0; round < 2; ++round)
+            for (std::size_t d = 0; d < c; ++d) {
+                double dot = 0.0;
+                for (std::size_t k = 0; k < n; ++k) dot += basis.share[k] * basis.Q[k][c] * basis.Q[k][d];
+                basis.R[d][c] += dot;
+                for (auto& row : basis.Q) row[c] -= dot * row[d];
+            }
+        double norm = 0.0;
+        for (std::size_t k = 0; k < n; ++k) norm += basis.share[k] * basis.Q[k][c] * basis.Q[k][c];
+        basis.R[c][c] = std::sqrt(norm);
+        for (auto& row : basis.Q) row[c] /= basis.R[c][c];
+        basis.own[c] = 0.0;
+        for (std::size_t k = 0; k < n; ++k) basis.own[c] += basis.share[k] * basis.Q[k][c] * basis.t[k];
+    }
+    basis.y = basis.own;
 }
+
+// A line that six powers do not follow within the limit has its largest deviation made as small as they can, by weights
+// that grow where the deviation is large.
+//   Source  C. L. Lawson, Contributions to the Theory of Linear Least Maximum Approximation, Los Angeles (1961)
+template <class Quantity>
+Basis basisOf(const Pair& pair) {
+    constexpr int mostRounds = 40;
+    const Constants &a = constantsOf[pair.names.first], &b = constantsOf[pair.names.second];
+    Basis basis;
+    std::vector<std::array<double, unknowns>> powers;
+    for (const CriticalPoint& point : pair.line) {
+        const double u = point.x, scale = Quantity::scale(point);
+        if (u < fitFrom || u > fitTo) continue;
+        std::array<double, unknowns>& row = powers.emplace_back();
+        double power = u * (1.0 - u) / scale;
+        for (std::size_t c = 0; c < unknowns; ++c, power *= u) row[c] = power;
+        basis.t.push_back((Quantity::of(point) - u * Quantity::of(a) - (1.0 - u) * Quantity::of(b)) / scale);
+    }
+    basis.share.assign(powers.size(), 1.0);
+    Basis best;
+    for (int round = 1; round <= mostRounds; ++round) {
+        basis.Q = powers;
+        orthonormalize(basis);
+        if (round == 1 || basis.worst() < best.worst()) best = basis;
+        if (best.worst() < 0.8 * Quantity::tolerances.pairLimit) break;
+        double sum = 0.0;
+        for (std::size_t k = 0; k < powers.size(); ++k) {
+            double off = -basis.t[k];
+            for (std::size_t c = 0; c < unknowns; ++c) off += basis.Q[k][c] * basis.y[c];
+            basis.share[k] *= std::fabs(off) / basis.worst() + 1e-3;
+            sum += basis.share[k];
+        }
+        for (double& share : basis.share) share *= static_cast<double>(powers.size()) / sum;
+    }
+    best.limit = std::max(Quantity::tolerances.pairLimit, 1.05 * best.worst());
+    return best;
+}
+
+// The part of a pair in the equation of a blend, over the coefficients y of its line.
+struct BlendTerm {
+    std::size_t pair;
+    std::array<double, unknowns> row{};
+};
+struct BlendEquation {
+    std::vector<BlendTerm> terms;
+    double wanted = 0.0, weight = 1.0;
+};
 
 // The equation of a blend, in units of its own value, as CRTHMX combines the lines of its pairs.
 template <class Quantity>
-std::vector<double> blendRow(const Blend& blend, const std::map<Names, std::size_t>& columnOf) {
-    std::vector<double> row(unknowns * columnOf.size() + 1, 0.0);
+BlendEquation equationOf(const Blend& blend, const std::vector<Basis>& bases,
+                         const std::map<Names, std::size_t>& pairOf) {
+    BlendEquation equation;
     double weightOfAll = 0.0, linear = 0.0;
     const std::size_t n = blend.fluids.size();
     for (std::size_t i = 0; i < n; ++i)
@@ -219,65 +281,97 @@ std::vector<double> blendRow(const Blend& blend, const std::map<Names, std::size
     const double scale = Quantity::scale(blend.point);
     for (std::size_t i = 0; i < n; ++i)
         for (std::size_t j = 0; j < n; ++j) {
-            const auto column = columnOf.find({blend.fluids[i], blend.fluids[j]});
-            if (column == columnOf.end()) continue;
+            const auto found = pairOf.find({blend.fluids[i], blend.fluids[j]});
+            if (found == pairOf.end()) continue;
             const double u = (blend.x[i] + 1.0 - blend.x[j]) / 2.0, share = blend.x[i] * blend.x[j] / weightOfAll;
-            addTerms(row, column->second, u, share / scale);
+            const auto& R = bases[found->second].R;
+            BlendTerm term{found->second, {}};
+            double power = share * u * (1.0 - u) / scale;
+            for (std::size_t c = 0; c < unknowns; ++c, power *= u) {
+                term.row[c] = power;
+                for (std::size_t d = 0; d < c; ++d) term.row[c] -= term.row[d] * R[d][c];
+                term.row[c] /= R[c][c];
+            }
+            equation.terms.push_back(term);
             linear += share * (u * Quantity::of(constantsOf[blend.fluids[i]]) +
                                (1.0 - u) * Quantity::of(constantsOf[blend.fluids[j]]));
         }
-    row.back() = (Quantity::of(blend.point) - linear) / scale;
-    return row;
+    equation.wanted = (Quantity::of(blend.point) - linear) / scale;
+    return equation;
+}
+
+double deviationOf(const BlendEquation& equation, const std::vector<Basis>& bases) {
+    double off = -equation.wanted;
+    for (const BlendTerm& term : equation.terms)
+        for (std::size_t c = 0; c < unknowns; ++c) off += term.row[c] * bases[term.pair].y[c];
+    return off;
+}
+
+// Every line is moved from its own fit in the direction that the blends ask for, as far as the weights say.
+void serveBlends(std::vector<Basis>& bases, const std::vector<BlendEquation>& blends) {
+    const std::size_t n = blends.size();
+    std::vector<std::vector<double>> a(n, std::vector<double>(n));
+    std::vector<double> right(n);
+    for (Basis& basis : bases) basis.y = basis.own;
+    for (std::size_t i = 0; i < n; ++i) {
+        right[i] = -deviationOf(blends[i], bases);
+        a[i][i] = 1.0 / blends[i].weight;
+        for (std::size_t j = 0; j < n; ++j)
+            for (const BlendTerm& s : blends[i].terms)
+                for (const BlendTerm& t : blends[j].terms) {
+                    if (s.pair != t.pair) continue;
+                    double dot = 0.0;
+                    for (std::size_t c = 0; c < unknowns; ++c) dot += s.row[c] * t.row[c];
+                    a[i][j] += dot / bases[s.pair].weight;
+                }
+    }
+    const std::vector<double> pull = solve(a, right);
+    for (std::size_t i = 0; i < n; ++i)
+        for (const BlendTerm& term : blends[i].terms)
+            for (std::size_t c = 0; c < unknowns; ++c)
+                bases[term.pair].y[c] += pull[i] * term.row[c] / bases[term.pair].weight;
 }
 
 template <class Quantity>
 void fit(std::vector<Pair>& pairs, const std::vector<Blend>& blends) {
-    std::map<Names, std::size_t> columnOf;
+    constexpr Tolerances tolerances = Quantity::tolerances;
+    constexpr int mostRounds = 80;
+    constexpr double raise = 1.4;
+    // where both cannot be had, a blend comes before the lines of its pairs
+    constexpr double heaviestPair = 1e5, heaviestBlend = 1e12;
+    std::map<Names, std::size_t> pairOf;
+    std::vector<Basis> bases;
     for (Pair& pair : pairs) {
-        if (pair.line.empty()) continue;
-        if (pair.inBlend) {
-            columnOf.emplace(pair.names, unknowns * columnOf.size());
-            continue;
-        }
-        LeastSquares alone(unknowns);
-        addLine<Quantity>(alone, 0, pair, 1.0);
-        const std::vector<double> x = alone.solve();
-        std::copy(x.begin(), x.end(), Quantity::coefficients(pair).begin());
+        pairOf.emplace(pair.names, bases.size());
+        bases.push_back(basisOf<Quantity>(pair));
+        bases.back().weight = 1.0 / (tolerances.pair * tolerances.pair);
     }
-    std::vector<double> blendTolerance(blends.size(), Quantity::tolerances.blend);
-    std::vector<double> x;
-    constexpr int mostRounds = 40;
+    std::vector<BlendEquation> equations;
+    for (const Blend& blend : blends) {
+        equations.push_back(equationOf<Quantity>(blend, bases, pairOf));
+        equations.back().weight = 1.0 / (tolerances.blend * tolerances.blend);
+    }
     for (int round = 1; round <= mostRounds; ++round) {
-        LeastSquares together(unknowns * columnOf.size());
-        for (const Pair& pair : pairs) {
-            const auto column = columnOf.find(pair.names);
-            if (column == columnOf.end()) continue;
-            addLine<Quantity>(together, column->second, pair,
-                              pair.isBlend ? Quantity::tolerances.blendPair : Quantity::tolerances.otherPair);
-        }
-        std::vector<std::vector<double>> blendRows;
-        for (std::size_t k = 0; k < blends.size(); ++k) {
-            blendRows.push_back(blendRow<Quantity>(blends[k], columnOf));
-            std::vector<double>& row = together.addRow();
-            row = blendRows.back();
-            for (double& element : row) element /= blendTolerance[k];
-        }
-        x = together.solve();
+        serveBlends(bases, equations);
         bool raised = false;
-        for (std::size_t k = 0; k < blends.size(); ++k) {
-            double deviation = -blendRows[k].back();
-            for (std::size_t c = 0; c < x.size(); ++c) deviation += blendRows[k][c] * x[c];
-            if (std::fabs(deviation) <= Quantity::tolerances.limit) continue;
-            blendTolerance[k] /= 1.5;
+        for (Basis& basis : bases) {
+            if (basis.worst() <= basis.limit || basis.weight > heaviestPair) continue;
+            basis.weight *= raise;
+            raised = true;
+        }
+        for (BlendEquation& equation : equations) {
+            if (std::fabs(deviationOf(equation, bases)) <= tolerances.blendLimit || equation.weight > heaviestBlend)
+                continue;
+            equation.weight *= raise;
             raised = true;
         }
         if (!raised) break;
     }
-    for (Pair& pair : pairs) {
-        const auto column = columnOf.find(pair.names);
-        if (column == columnOf.end()) continue;
-        const auto first = x.begin() + static_cast<std::ptrdiff_t>(column->second);
-        std::copy(first, first + unknowns, Quantity::coefficients(pair).begin());
+    for (std::size_t k = 0; k < pairs.size(); ++k) Quantity::coefficients(pairs[k]) = bases[k].powers();
+    for (std::size_t k = 0; k < blends.size(); ++k) {
+        const double off = deviationOf(equations[k], bases);
+        if (std::fabs(off) > tolerances.blendLimit)
+            std::fprintf(stderr, "%-6s is missed by %.4f with the new lines\n", blends[k].name.c_str(), off);
     }
 }
 
@@ -293,6 +387,7 @@ void printPair(const Pair& pair, bool first) {
     double worstT = 0.0, worstV = 0.0;
     for (const CriticalPoint& point : pair.line) {
         const double u = point.x, w = 1.0 - u;
+        if (u < fitFrom || u > fitTo) continue;
         worstT = std::max(worstT, std::fabs(u * a.T + w * b.T + value(pair.T, u) - point.T));
         worstV = std::max(worstV, std::fabs(u * a.v + w * b.v + value(pair.V, u) - 1.0 / point.D) * point.D);
     }

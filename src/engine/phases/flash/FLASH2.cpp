@@ -372,6 +372,14 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
     }
     if (b < saturatedValue || isMetastable(T, p, D, z, critical)) {
         DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
+        // a mixture's lines may end before its two phases do
+        if (ierr > 0 && icomp == 0 && solveOnIsochoreByFlash(D, b, letter, z, limits.tmin, 1.5 * critical.T, T, r)) {
+            p = r.p;
+            ierr = 0;
+            herr.clear();
+            reportLimits(ab, limitsAt(T, D, p, z), r);
+            return;
+        }
         // at the lines themselves the share is that of one phase
         if (ierr <= 0 && !(q >= 0 && q <= 1)) {
             ierr = 248;

@@ -386,7 +386,8 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
     r.ierr = 0;
     r.herr.clear();
     reportLimits("TP", limits, r);
-    if (T != given) {
+    const bool tooDense = D > limits.Dmax;
+    if (T != given && !tooDense) {
         ierr = -215;
         message(herr,
                 "[TPFLSH warning 215] supercritical density iteration did not converge; the temperature has been "
@@ -394,7 +395,7 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
                 General{12, 5, given}, " K to 1.1 Tcrit =", General{12, 5, T}, " K.", nullCharacter);
         ERRMSG(ierr, herr);
     }
-    if (D > limits.Dmax) {
+    if (tooDense) {
         ierr = 2;
         message(herr, "[TPFLSH error", Integer{3, ierr},
                 "]; input T,p correspond to a density above the limit of the EOS; T =", General{12, 5, T},
@@ -792,6 +793,8 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     const auto byInspection = [&] {
         const double atCritical = propertyByLetter(letter, critical.T, critical.D, z);
         const double startD = p >= critical.p ? 2 * critical.D : 0;
+        // below the critical pressure the side of the density is not chosen by the state
+        if (p < critical.p && b < atCritical && icomp > 0) return singlePhase(1, 0.8 * critical.T, 0);
         const double startT = b < atCritical / 2 ? 0.8 * critical.T : critical.T + 10;
         return singlePhase(2, startT, startD) || singlePhase(2, 1.2 * critical.T, startD) ||
                singlePhase(2, critical.T, startD);

@@ -36,6 +36,32 @@ bool flashAt(double T, double p, const Composition& z, FlashResult& r) {
     return r.ierr <= 0 && at == T && r.D > 0;
 }
 
+// The root of a residual that rises with the variable, downward from where it is positive by steps, then by false
+// position.
+template <class Residual>
+bool searchDownward(double from, double lowest, double tolerance, const Residual& residual) {
+    constexpr int mostSteps = 80, mostStepsDown = 100;
+    constexpr double stepDown = 0.97;
+    FalsePosition ends{from, 0, from, 0};
+    if (!residual(from, ends.fUpper) || ends.fUpper < 0) return false;
+    for (int step = 1;; ++step) {
+        ends.lower = stepDown * ends.upper;
+        if (step > mostStepsDown || ends.lower < lowest || !residual(ends.lower, ends.fLower)) return false;
+        if (ends.fLower <= 0) break;
+        ends.upper = ends.lower;
+        ends.fUpper = ends.fLower;
+    }
+    for (int step = 1; step <= mostSteps; ++step) {
+        const double at = ends.next();
+        double F = 0;
+        if (!residual(at, F)) return false;
+        if (std::abs(F) < tolerance) return true;
+        if (ends.width() < 1e-13 * at) return false;
+        ends.take(at, F);
+    }
+    return false;
+}
+
 }  // namespace
 
 bool mayBeTwoPhase(double T, double p, const Composition& z, const CriticalPoint& critical) {
@@ -54,35 +80,15 @@ bool isMetastable(double T, double p, double D, const Composition& z, const Crit
 
 bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double hot, double& T,
                    FlashResult& r) {
-    constexpr int mostSteps = 80, mostStepsDown = 100;
-    constexpr double stepDown = 0.97;
     const double wanted = letter == 'D' ? 1 / b : b;
-    const double tolerance = 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted)));
     const SilentMessages quiet;
-    const auto residual = [&](double at, double& F) {
+    const auto value = [&](double at, double& F) {
         T = at;
         if (!flashAt(T, p, z, r)) return false;
         F = rising(letter, r) - wanted;
         return true;
     };
-    FalsePosition ends{hot, 0, hot, 0};
-    if (!residual(hot, ends.fUpper) || ends.fUpper < 0) return false;
-    for (int step = 1;; ++step) {
-        ends.lower = stepDown * ends.upper;
-        if (step > mostStepsDown || ends.lower < tmin || !residual(ends.lower, ends.fLower)) return false;
-        if (ends.fLower <= 0) break;
-        ends.upper = ends.lower;
-        ends.fUpper = ends.fLower;
-    }
-    for (int step = 1; step <= mostSteps; ++step) {
-        const double at = ends.next();
-        double F = 0;
-        if (!residual(at, F)) return false;
-        if (std::abs(F) < tolerance) return true;
-        if (ends.width() < 1e-13 * at) return false;
-        ends.take(at, F);
-    }
-    return false;
+    return searchDownward(hot, tmin, 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted))), value);
 }
 
 bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r) {
@@ -115,6 +121,19 @@ bool solveOnIsotherm(double T, double b, char letter, const Composition& z, doub
         ends.take(at, F);
     }
     return false;
+}
+
+bool solveOnIsochoreByFlash(double D, double b, char letter, const Composition& z, double tmin, double hot, double& T,
+                            FlashResult& r) {
+    const SilentMessages quiet;
+    const auto value = [&](double at, double& F) {
+        T = at;
+        TDFLSH(T, D, z, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        if (r.ierr > 0) return false;
+        F = rising(letter, r) - b;
+        return true;
+    };
+    return searchDownward(hot, tmin, 1e-9 * std::max(1.0, std::abs(b)), value);
 }
 
 }  // namespace frigana

@@ -27,4 +27,9 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
 //   Returned  p, r    false if the state was not found
 bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r);
 
+// The same on its isochore, by the flash at temperature and density.
+//   Returned  T, p in r, r    false if the state was not found
+bool solveOnIsochoreByFlash(double D, double b, char letter, const Composition& z, double tmin, double hot, double& T,
+                            FlashResult& r);
+
 }  // namespace frigana
