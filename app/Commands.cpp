@@ -8,12 +8,13 @@
 #include <sstream>
 
 #include "FixedText.h"
+#include "Folders.h"
 #include "Installation.h"
 
 namespace frigana::app {
 
 int complain(int status, const std::string& text) {
-    std::cerr << "frigana: " << text << '\n';
+    std::cerr << "frigana: " << visible(text) << '\n';
     return status;
 }
 

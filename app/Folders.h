@@ -11,6 +11,9 @@ namespace frigana::app {
 // Text of the library without trailing blanks and without what ends its messages.
 std::string plainText(std::string_view text);
 
+// Text of a file or a request as a terminal may be given it: characters that would move it stand as \x1B.
+std::string visible(std::string_view text);
+
 // A path with the separators of this system throughout.
 std::string shownPath(std::string_view path);
 

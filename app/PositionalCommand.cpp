@@ -1,21 +1,48 @@
 // frigana REQUEST.fi1: one positional request, with its result beside it.
+#include <stdlib.h>
+
+#include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "14_ErrorControl.h"
 #include "ChartOutput.h"
 #include "Commands.h"
-#include "Platform.h"
+#include "Folders.h"
 #include "Report.h"
+#include "ScratchFiles.h"
+#include "TextFile.h"
 
 namespace frigana::app {
 
 namespace {
 
 struct Options {
-    std::string request, data, json, csv;
+    std::string request, data, json, csv, output;
     ChartOutput chart;
+};
+
+// What --output - needs: a folder that lives as long as the run.
+class PrivateFolder {
+  public:
+    PrivateFolder() {
+        std::error_code none;
+        std::string pattern = (std::filesystem::temp_directory_path(none) / "frigana-XXXXXX").string();
+        if (mkdtemp(pattern.data()) != nullptr) path_ = pattern;
+    }
+    ~PrivateFolder() {
+        std::error_code ignored;
+        if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
+    }
+    PrivateFolder(const PrivateFolder&) = delete;
+    PrivateFolder& operator=(const PrivateFolder&) = delete;
+    const std::string& path() const { return path_; }
+
+  private:
+    std::string path_;
 };
 
 using Print = void (*)(std::ostream&, const RunResult&, const ReportStyle&);
@@ -32,8 +59,48 @@ bool writeTo(const std::string& path, const RunResult& result, Print print, cons
     return static_cast<bool>(file);
 }
 
+bool sameFile(const std::string& a, const std::string& b) {
+    namespace fs = std::filesystem;
+    if (a.empty() || b.empty() || a == "-" || b == "-") return false;
+    std::error_code none;
+    return fs::equivalent(a, b, none) || fs::weakly_canonical(a, none) == fs::weakly_canonical(b, none);
+}
+
+// The first of the files to be written that is the request, its result, or another of them.
+std::string clashOf(const Options& options) {
+    const auto& [request, data, json, csv, output, chart] = options;
+    std::string result = request.substr(0, request.size() - 2) + "o";
+    if (!output.empty() && output != "-") result = output + "/" + std::filesystem::path(result).filename().string();
+    for (const std::string& file : {json, csv})
+        for (const std::string& other : {request, result + "1", result + "0"})
+            if (sameFile(file, other)) return file;
+    const int toStandardOutput = (json == "-") + (csv == "-") + (output == "-");
+    if (toStandardOutput > 1) return "standard output";
+    return sameFile(json, csv) ? json : std::string();
+}
+
+// An interrupted run leaves neither scratch files nor half a result.
+void removeOnSignals() {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        if (std::signal(signal, SIG_IGN) == SIG_IGN) continue;  // it was told to live through them
+        std::signal(signal, [](int received) {
+            if (!removeHalfFiles(received)) return;
+            removeScratchFiles();
+            std::signal(received, SIG_DFL);
+            std::raise(received);
+        });
+    }
+}
+
+// Says what came of the run: a result on standard output, an error once, on standard error.
+void report(const RunResult& result, const ReportStyle& style, bool silent) {
+    const bool told = result.report.end == RunEnd::runtimeError || !result.report.formWritten;  // by the library
+    if (silent || told) return;
+    printReport(result.isDone() ? std::cout : std::cerr, result, style);
+}
+
 int runPositional(const CLI::App& program, Options& options) {
-    const auto& [request, data, json, csv, chart] = options;
+    const auto& [request, data, json, csv, output, chart] = options;
     if (request.empty()) {
         std::cerr << "REQUEST is required\nRun with --help for more information.\n";
         return usageError;
@@ -43,19 +110,27 @@ int runPositional(const CLI::App& program, Options& options) {
     MYFINDFI1(path, position);
     if (position == 0 && (request.ends_with(".toml") || request.ends_with(".json")))
         return complain(usageError, request + ": a named request is run by frigana run " + request);
-    if (!fits(request) || position == 0)
-        return complain(usageError,
-                        request + ": the path of a request has the extension .fi1 and at most 255 characters");
+    if (!fits(request) || position == 0 || position != path.length())
+        return complain(usageError, request +
+                                        ": the path of a request ends with .fi1, the first of it, and has at most "
+                                        "255 characters");
+    if (const std::string clash = clashOf(options); !clash.empty())
+        return complain(usageError, clash + " would be written over");
     if (const int status = findDataFolder(program, options.data, " with --data")) return status;
     const std::string address = data + "/frigana";
     if (!fits(address)) return complain(usageError, data + ": the path is too long");
 
-    // A result of an earlier run shall never be taken for that of this one.
-    removeFile(std::string(trimRight(path.slice(1, position - 4))) + ".fo1");
+    removeOnSignals();
+    std::optional<PrivateFolder> own;
+    if (output == "-") own.emplace();
+    const std::string& folder = own ? own->path() : output;
+    if (own && folder.empty()) return complain(runtimeError, "no folder for temporary files can be made");
+    if (!fits(folder)) return complain(usageError, folder + ": the path is too long");
 
-    const RunResult result = catalogue::runPositional(request, {data, false});
+    const RunResult result = catalogue::runPositional(request, {data, false, folder});
     const ReportStyle style{catalogue::UnitSystem::SI, true, request, data};
-    if (json != "-" && csv != "-") printReport(std::cout, result, style);
+    if (own && result.resultExists) std::cout << std::ifstream(shownPath(result.report.resultPath.view())).rdbuf();
+    report(result, style, json == "-" || csv == "-" || (own && result.isDone()));
     if (!writeTo(json, result, printJson, style)) return complain(runtimeError, json + ": cannot be written");
     if (!writeTo(csv, result, printCsv, style)) return complain(runtimeError, csv + ": cannot be written");
     if (result.isDone())
@@ -74,6 +149,9 @@ std::function<int()> addPositionalRequest(CLI::App& program) {
         "--json", options->json,
         "write every value with its name and unit to this file as JSON; - writes it here in place of the report");
     program.add_option("--csv", options->csv, "the same as CSV");
+    program.add_option("--output", options->output,
+                       "folder for the result instead of that of the request; - writes the result here in place of the "
+                       "report");
     addChartOptions(program, options->chart);
     return [&program, options] { return runPositional(program, *options); };
 }

@@ -42,7 +42,7 @@ std::string shownNumber(double value) {
 }
 
 std::string shown(const Entry& entry, const Units& units) {
-    if (entry.kind == Kind::text) return entry.text;
+    if (entry.kind == Kind::text) return visible(entry.text);
     if (entry.kind == Kind::integer)
         return entry.integer == static_cast<int>(missingValue) ? "n/a" : std::to_string(entry.integer);
     return shownNumber(units.value(entry));
@@ -178,7 +178,7 @@ void printSections(std::ostream& out, const RunResult& result, const Units& unit
         }
         if (entry.kind == Kind::heading) {
             flush();
-            heading = trimRight(entry.text);
+            heading = visible(trimRight(entry.text));
         } else if (entry.isData() && !isDiagram(entry)) {
             if (!heading.empty()) out << '\n' << heading << '\n';
             heading.clear();
@@ -293,7 +293,7 @@ constexpr int storeNewMixture = 7;
 int exitStatus(const RunResult& result) {
     switch (result.report.end) {
         case RunEnd::refused:
-            return 2;
+            return result.report.formWritten ? 2 : 3;
         case RunEnd::runtimeError:
             return 3;
         case RunEnd::returned:
@@ -309,7 +309,7 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
         case RunEnd::refused:
             out << requestedName(report) << ": refused\n"
                 << "  code     " << report.IERR << '\n'
-                << "  message  " << plainText(report.HERR.view()) << '\n';
+                << "  message  " << visible(plainText(report.HERR.view())) << '\n';
             if (report.parameter > 0) {
                 out << "  from     ";
                 if (style.resultFile) {
@@ -320,10 +320,10 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
                     out << refusedKey(result) << '\n';
                 }
             }
-            if (style.resultFile) out << "  result   " << shownPath(report.resultPath.view()) << '\n';
+            if (style.resultFile) out << "  result   " << visible(shownPath(report.resultPath.view())) << '\n';
             return;
         case RunEnd::runtimeError:
-            out << "No result: " << plainText(report.HERR.view()) << '\n';
+            out << "No result: " << visible(plainText(report.HERR.view())) << '\n';
             return;
         case RunEnd::returned:
             break;
@@ -344,7 +344,7 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
     printSections(out, result, units);
     const bool mixture = report.type == 1 && report.sub == storeNewMixture;
     if (style.resultFile || mixture)
-        out << (mixture ? "Mixture file: " : "Result file: ") << shownPath(report.resultPath.view()) << '\n';
+        out << (mixture ? "Mixture file: " : "Result file: ") << visible(shownPath(report.resultPath.view())) << '\n';
 }
 
 void printPoints(std::ostream& out, const std::vector<Reported>& results) {

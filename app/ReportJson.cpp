@@ -1,4 +1,5 @@
 // Results for programs: JSON and CSV.
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -177,7 +178,15 @@ void print(std::ostream& out, const json& root) {
     out << root.dump(2, ' ', false, json::error_handler_t::replace) << '\n';
 }
 
-std::string csvField(const std::string& text) {
+// What a spreadsheet would calculate instead of showing it; an apostrophe in front makes it a text.
+bool isFormula(const std::string& text) {
+    if (text.empty()) return false;
+    const bool letter = text.size() > 1 && std::isalpha(static_cast<unsigned char>(text[1])) != 0;
+    return text[0] == '=' || text[0] == '@' || ((text[0] == '+' || text[0] == '-') && letter);
+}
+
+std::string csvField(std::string text) {
+    if (isFormula(text)) text.insert(0, 1, '\'');
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
     std::string quoted = "\"";
     for (const char character : text) quoted += character == '"' ? std::string("\"\"") : std::string(1, character);

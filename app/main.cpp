@@ -1,5 +1,8 @@
 // The program frigana: runs requests and says what came of them; every other thing it does is a command.
+#include <iostream>
+
 #include "Commands.h"
+#include "Platform.h"
 
 namespace {
 
@@ -10,9 +13,7 @@ constexpr frigana::app::Command (*commands[])(CLI::App& program) = {
     frigana::app::addCheckData, frigana::app::addCompletion, frigana::app::addServe,
 };
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     CLI::App program{
         "Refrigeration calculations: runs requests and says what came of them.\n"
         "Exit status: 0 done; 1 wrong command line; 2 the request was refused: code and message are shown\n"
@@ -31,4 +32,15 @@ int main(int argc, char** argv) {
     for (const frigana::app::Command& command : added)
         if (command.line->parsed()) return command.run();
     return runPositional();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    frigana::holdStandardHandles();
+    const int status = run(argc, argv);
+    // What could not be written was not said.
+    std::cout.flush();
+    if (!std::cout) return frigana::app::complain(frigana::app::runtimeError, "standard output cannot be written");
+    return status;
 }

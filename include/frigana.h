@@ -6,9 +6,15 @@
  * short or malformed), one line goes to standard error and no result file is written. The first run of line sizing
  * leaves its answer in .fo0, and a stored blend becomes a mixture file of the installation.
  *
- * The library keeps its state from call to call, runs one request at a time, and is not re-entrant: one thread calls
- * it, and two processes do not work in one folder at a time. Every call returns, whatever the request; signal handlers
- * and floating-point environment are then the caller's own again.
+ * A result takes its name when it is whole; an old one is removed when the run starts, and a run whose old result cannot
+ * be removed is refused. Links are never followed for writing.
+ *
+ * The library keeps its state from call to call and runs one request at a time: calls of several threads queue. A call
+ * needs 128 KiB of stack. Two processes may work in one folder: a run that needs scratch files there waits for the
+ * other. Every call returns, whatever the request; signal handlers and floating-point environment are then the caller's
+ * own again, and during the call a trap of another thread goes to the caller's handler. A host that leaves a call by a
+ * jump calls again from the same thread, and that call cleans up; it must not call from a handler within a call.
+ * docs/hosts.md tells how servers work with it.
  */
 #ifndef FRIGANA_H
 #define FRIGANA_H

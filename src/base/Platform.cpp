@@ -87,6 +87,8 @@ void writeStandardError(std::string_view text) {
 
 #ifdef _WIN32
 
+void holdStandardHandles() {}
+
 namespace {
 
 bool isRegular(int handle) {
@@ -328,6 +330,14 @@ int openFileBeside(const char* native, char& digit) {
         }
     }
     return -1;
+}
+
+void holdStandardHandles() {
+    constexpr int lastOfThem = 2;
+    int handle;
+    do handle = open("/dev/null", O_RDONLY);
+    while (handle >= 0 && handle < lastOfThem);
+    if (handle > lastOfThem) close(handle);
 }
 
 long readFile(int handle, char* bytes, long count) {

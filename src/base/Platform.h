@@ -59,6 +59,9 @@ bool fileStamp(int handle, FileStamp& stamp);
 bool fileStampAt(char* native, FileStamp& stamp);
 
 void writeStandardError(std::string_view text);
+// Where a program was started without standard input, output or error, their numbers are taken, so that no file that is
+// opened later gets what is written there. Writing to them fails as before.
+void holdStandardHandles();
 
 bool removeFile(std::string_view path);
 bool fileExists(std::string_view path);

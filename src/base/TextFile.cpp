@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <csignal>
 #include <cstring>
 
 namespace frigana {
@@ -80,7 +81,10 @@ ReadStatus nextLine(OpenFile& file) {
             break;
         }
     }
-    if (file.failed) return ReadStatus::malformed;
+    if (file.failed) {  // a line that is cut short is none
+        file.lineLength = 0;
+        return ReadStatus::malformed;
+    }
     if (!any) return ReadStatus::endOfFile;
     if (file.lineLength > 0 && file.line[file.lineLength - 1] == '\r') --file.lineLength;
     ++file.number;
@@ -124,7 +128,9 @@ bool giveName(const OpenFile& file) {
     return renameFile(beside, native);
 }
 
-bool openUnit(int unit, std::string_view path, bool writing, Writing how) {
+volatile std::sig_atomic_t opening = 0, delayedSignal = 0;
+
+bool openUnitAtOnce(int unit, std::string_view path, bool writing, Writing how) {
     closeUnit(unit);
     if (unit < 1 || unit > largestUnit) return false;
     const auto free = std::find_if(files, files + mostOpenUnits, [](const OpenFile& file) { return file.unit == 0; });
@@ -145,6 +151,17 @@ bool openUnit(int unit, std::string_view path, bool writing, Writing how) {
     file.byte = 0;
     fileOfUnit[unit] = static_cast<signed char>(free - files + 1);
     return true;
+}
+
+bool openUnit(int unit, std::string_view path, bool writing, Writing how) {
+    opening = 1;
+    const bool open = openUnitAtOnce(unit, path, writing, how);
+    opening = 0;
+    if (const int signal = delayedSignal; signal != 0) {
+        delayedSignal = 0;
+        std::raise(signal);
+    }
+    return open;
 }
 
 bool isBlank(char character) {
@@ -336,9 +353,14 @@ void abandonAllUnits() {
     }
 }
 
-void removeHalfFiles() {
+bool removeHalfFiles(int signal) {
+    if (opening != 0) {
+        delayedSignal = signal;
+        return false;
+    }
     for (const OpenFile& file : files)
         if (file.unit != 0 && (file.writing || file.beside != '\0')) removeNow(file);
+    return true;
 }
 
 int lineNumber(int unit) {

@@ -49,8 +49,11 @@ void closeAndDelete(int unit);
 void closeAllUnits();
 // Closes what a failed run left open; what was being written is incomplete and is deleted.
 void abandonAllUnits();
-// Removes the names of the files that are being written, for a handler of a signal that ends the program.
-void removeHalfFiles();
+// Removes the names of the files that are being written, for the handler of a signal that ends the program.
+//   Returned  (value)  false in the midst of an opening, when nobody knows yet whose the file is: the signal comes
+//   again
+//                      at once behind it
+bool removeHalfFiles(int signal);
 // Number of the line that was read or written last (1 for the first), for messages.
 int lineNumber(int unit);
 // Path that the unit was opened with.

@@ -84,9 +84,10 @@ void failWith(RunResult& result, std::string_view text) {
     }
 }
 
-void runFile(const std::string& path, const std::string& address, RunResult& result) {
+void runFile(const std::string& path, const std::string& address, RunResult& result,
+             const std::string& outputFolder = {}) {
     gatherEntries(result.entries);
-    runRequest(path, address);
+    runRequest(path, address, outputFolder);
     stopGathering(result.entries);
     result.report = runReport;
     result.resultExists = fileExists(runReport.resultPath.view());
@@ -180,7 +181,7 @@ RunResult runFilled(const FilledRequest& given, const RunOptions& options) {
 
 RunResult runPositional(const std::string& path, const RunOptions& options) {
     RunResult result;
-    runFile(path, options.dataFolder + "/frigana", result);
+    runFile(path, options.dataFolder + "/frigana", result, options.outputFolder);
     // What was asked for, for those who look at the result; a request that was not answered may not be readable.
     if (result.report.end != RunEnd::runtimeError && result.resultExists) readPositional(path, result.input);
     if (options.keepTexts) {

@@ -82,8 +82,9 @@ void gatherEntries(std::vector<Value>& entries);
 void stopGathering(std::vector<Value>& entries);
 
 struct RunOptions {
-    std::string dataFolder;  // holds the folders fluids and mixtures
-    bool keepTexts = false;  // positional request and result become part of the RunResult
+    std::string dataFolder;         // holds the folders fluids and mixtures
+    bool keepTexts = false;         // positional request and result become part of the RunResult
+    std::string outputFolder = {};  // of a positional request: where its result goes instead of beside it
 };
 
 // Runs a request in a private folder that is gone afterwards. The second run of line sizing makes its first run

@@ -23,6 +23,7 @@ SUBSTANCE substance1, substance2;
 CYCLEIN cycle1, cycle2;
 PROPREQ propertyRequest;
 Text255 FILEIN, FILEOUT;
+Text255 resultFolder;  // blank: beside the request
 
 constexpr int storeNewMixture = 7;
 constexpr int lineSizing = 5;
@@ -34,6 +35,20 @@ void clearOldResult(const Text255& path) {
 
 void refuseNull(std::string_view path) {
     if (path.find('\0') != std::string_view::npos) fileError(path, "a path holds no null character");
+}
+
+// Beside the request with the same base name, or with that name in the folder of the results.
+void nameResult(std::string_view base) {
+    base = trimRight(base);
+    if (resultFolder.blank()) {
+        message(FILEOUT, base, ".fo1");
+        return;
+    }
+    base.remove_prefix(static_cast<std::size_t>(lastSeparator(base)));
+    const std::string_view folder = resultFolder.trimmed();
+    const bool closed = lastSeparator(folder) == static_cast<int>(folder.size());
+    message(FILEOUT, folder, closed ? "" : "/", base, ".fo1");
+    if (!FILEOUT.trimmed().ends_with(".fo1")) fileError(FILEOUT.trimmed(), "the path has more than 255 characters");
 }
 
 // A missing request deletes nothing.
@@ -100,7 +115,7 @@ void run(void*) {
     refuseNull(FILEIN.trimmed());
     refuseNull(ADDRESS.slice(1, lastSeparator(ADDRESS.view())));
 
-    message(FILEOUT, trimRight(FILEIN.slice(1, position - 4)), ".fo1");
+    nameResult(FILEIN.slice(1, position - 4));
     ERRORFILEOUT = FILEOUT;
     runReport.resultPath = FILEOUT;
     TEMPORALFILEOUT = FILEOUT;
@@ -120,7 +135,7 @@ void run(void*) {
 
 }  // namespace
 
-void runRequest(std::string_view requestPath, std::string_view installationPath) {
+void runRequest(std::string_view requestPath, std::string_view installationPath, std::string_view folder) {
     const bool leftBehind = beginRun();
     if (leftBehind) {
         forgetContained();
@@ -132,6 +147,7 @@ void runRequest(std::string_view requestPath, std::string_view installationPath)
     runReport = {};
     FILEIN = requestPath;
     ADDRESS = installationPath;
+    resultFolder = folder;
     const bool returned = runContained(run, nullptr);
     if (!returned && runReport.end == RunEnd::returned) {
         constexpr std::string_view text = "frigana: an integer was divided by zero in the calculation";

@@ -161,6 +161,147 @@ TEST_F(Program, AReportThatCannotBeWrittenIsToldSo) {
     EXPECT_EQ(run(quoted + " --json /nowhere/at/all.json").status, 3);
 }
 
+TEST_F(Program, OutputThatCannotBeWrittenExitsWithThree) {
+    writeFile(request, example());
+    for (const std::string& arguments : {quoted, quoted + " --json -", quoted + " --csv -", std::string("list"),
+                                         std::string("check-data"), "--data '" + folder.path("none") + "' list"}) {
+        for (const char* nowhere : {" >/dev/full 2>/dev/null #", " >&- 2>/dev/null #"}) {
+            if (!std::filesystem::exists("/dev/full")) continue;
+            EXPECT_EQ(run(arguments + nowhere).status, 3) << arguments << nowhere;
+        }
+    }
+    // What is written to a closed standard output goes into no other file.
+    EXPECT_EQ(readFile(result).substr(0, 6), " 2\n 1\n");
+    EXPECT_FALSE(contains(readFile(result), "Basic cycle"));
+}
+
+TEST_F(Program, ErrorsStandOnceOnStandardError) {
+    writeFile(request, "2\ntitle\nR134A.FLD\n2 DEF\nx\n");
+    EXPECT_EQ(run(quoted + " 2>/dev/null #").said, "");
+    const std::string said = run(quoted).said;
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    std::string text = example();
+    text.replace(text.find("1 268.15"), 8, "1 -77.00");
+    writeFile(request, text);
+    EXPECT_EQ(run(quoted + " 2>/dev/null #").said, "");
+    EXPECT_TRUE(contains(run(quoted).said, "201102"));
+}
+
+TEST_F(Program, OnlyAPathThatEndsWithTheExtensionIsARequest) {
+    writeFile(request, example());
+    writeFile(folder.path("plant.fi1.v2"), example());
+    writeFile(result, "an older result\n");
+    EXPECT_EQ(run("'" + folder.path("plant.fi1.v2") + "'").status, 1);
+    EXPECT_EQ(readFile(result), "an older result\n");
+    // Nor does a request that is not there delete anything.
+    std::filesystem::remove(request);
+    EXPECT_EQ(run(quoted).status, 3);
+    EXPECT_EQ(readFile(result), "an older result\n");
+}
+
+TEST_F(Program, NoOutputIsWrittenOverTheRequestOrAnotherOne) {
+    writeFile(request, example());
+    const std::string other = folder.path("x.json");
+    std::filesystem::create_symlink(request, folder.path("link"));
+    for (const std::string& arguments :
+         {" --json '" + request + "'", " --csv '" + request + "'", " --json '" + folder.path("./plant.fi1") + "'",
+          " --json '" + folder.path("link") + "'", " --json '" + result + "'",
+          " --csv '" + folder.path("plant.fo0") + "'", " --json '" + other + "' --csv '" + other + "'",
+          std::string(" --json - --csv -")}) {
+        const Outcome outcome = run(quoted + arguments);
+        EXPECT_EQ(outcome.status, 1) << arguments;
+        EXPECT_TRUE(contains(outcome.said, "would be written over")) << outcome.said;
+        EXPECT_EQ(readFile(request), example());
+        EXPECT_FALSE(std::filesystem::exists(result));
+    }
+}
+
+TEST_F(Program, AResultMayGoToAnotherFolderOrToStandardOutput) {
+    writeFile(request, example());
+    ASSERT_EQ(run(quoted).status, 0);
+    const std::string expected = readFile(result);
+    std::filesystem::remove(result);
+    const std::string other = folder.path("other");
+    std::filesystem::create_directory(other);
+    // The folder of the request takes no files.
+    std::filesystem::permissions(folder.path(),
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    EXPECT_EQ(run(quoted + " --output '" + other + "'").status, 0);
+    EXPECT_EQ(run(quoted + " --output - 2>/dev/null #").said, expected);
+    std::filesystem::permissions(folder.path(), std::filesystem::perms::owner_all);
+    EXPECT_EQ(readFile(other + "/plant.fo1"), expected);
+    EXPECT_FALSE(std::filesystem::exists(result));
+    EXPECT_EQ(run(quoted + " --output '" + folder.path("none") + "'").status, 3);
+    EXPECT_EQ(run(quoted + " --output - --json -").status, 1);
+    // A cascade has its scratch files there too, and a refusal its form.
+    writeFile(request, readFile(std::string(test::examplesFolder) + "/cascade_cycle.fi1"));
+    EXPECT_EQ(run(quoted + " --output '" + other + "/'").status, 0);
+    std::string text = example();
+    text.replace(text.find("1 268.15"), 8, "1 -77.00");
+    writeFile(request, text);
+    EXPECT_EQ(run(quoted + " --output '" + other + "'").status, 2);
+    EXPECT_EQ(readFile(other + "/plant.fo1").substr(0, 10), " 0\n 201102");
+    EXPECT_FALSE(std::filesystem::exists(result));
+    int files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(other)) ++files;
+    EXPECT_EQ(files, 1);
+}
+
+TEST_F(Program, ARefusalIsShownEvenWhereItsFormCannotBeWritten) {
+    std::string text = example();
+    text.replace(text.find("1 268.15"), 8, "1 -77.00");
+    writeFile(request, text);
+    const Outcome outcome = run(quoted + " --output '" + folder.path("none") + "'");
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_TRUE(
+        contains(outcome.said, "none/plant.fo1: cannot be written; the request is refused: 201102 Out of range"))
+        << outcome.said;
+}
+
+TEST_F(Program, TextsOfAnotherKindAreNamed) {
+    writeFile(request, "\xEF\xBB\xBF" + example());
+    EXPECT_EQ(run(quoted).status, 0);
+    std::string wide, returns = example();
+    for (const char c : example()) wide += {c, '\0'};
+    for (char& c : returns)
+        if (c == '\n') c = '\r';
+    writeFile(request, wide);
+    EXPECT_TRUE(contains(run(quoted).said, "UTF-16"));
+    writeFile(request, returns);
+    EXPECT_TRUE(contains(run(quoted).said, "carriage return"));
+}
+
+TEST_F(Program, ControlCharactersAreShownNotSent) {
+    std::string text = example();
+    text.replace(text.find("Test of"), 7,
+                 "\x1b[2J\x7f\xc2\x9b"
+                 "K\xc3\xbchl");
+    writeFile(request, text);
+    const std::string said = run(quoted).said;
+    EXPECT_TRUE(contains(said, "\\x1B[2J\\x7F\\x9BK\xc3\xbchl")) << said;
+    EXPECT_FALSE(contains(said, "\x1b"));
+    text.replace(text.find("R134A.FLD"), 9, "\x1b]0;x\x07.FLD");
+    writeFile(request, text);
+    EXPECT_FALSE(contains(run(quoted).said, "\x1b"));
+    EXPECT_FALSE(contains(run("$'/no\\x1b[2J.fi1'").said, "\x1b"));
+}
+
+TEST_F(Program, CellsThatASpreadsheetWouldCalculateAreTexts) {
+    for (const auto& [title, cell] : {std::pair("=1+1", "'=1+1"),
+                                      {"@x", "'@x"},
+                                      {"-cmd", "'-cmd"},
+                                      {"+x", "'+x"},
+                                      {"-5 C store", "-5 C store"},
+                                      {"- a -", "- a -"},
+                                      {"=a,b", "\"'=a,b\""}}) {
+        std::string text = example();
+        text.replace(text.find("Test of a small chiller"), 23, title);
+        writeFile(request, text);
+        const std::string csv = run(quoted + " --csv -").said;
+        EXPECT_TRUE(contains(csv, std::string("Title,,") + cell + ",")) << csv.substr(0, 300);
+    }
+}
+
 TEST_F(Program, AnInstallationMayBeNamedAndAnEmptyOneIsNotPretended) {
     writeFile(request, example());
     EXPECT_EQ(run(quoted + " --data '" + test::dataFolder + "'").status, 0);

@@ -462,7 +462,7 @@ TEST_F(TextFile, AWholeFileTakesItsNameWhenItIsClosed) {
         EXPECT_FALSE(unitIsOpen(1));
     }
     ASSERT_TRUE(openForWriting(1, path, Writing::whole));
-    removeHalfFiles();
+    EXPECT_TRUE(removeHalfFiles(SIGTERM));
     EXPECT_EQ(filesIn(folder), 1);
     EXPECT_FALSE(closeUnit(1));  // its name is gone
     EXPECT_EQ(contents(), " 1\n");

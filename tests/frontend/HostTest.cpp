@@ -301,7 +301,8 @@ TEST(SharedLibrary, ACallNeedsNoMoreStackThanTheHeaderSays) {
     TemporaryFolder folder;
     std::vector<std::string> requests;
     for (const auto& entry : std::filesystem::directory_iterator(test::examplesFolder)) {
-        if (entry.path().extension() != ".fi1") continue;
+        // The one that stores a blend would do so among the data of the tree.
+        if (entry.path().extension() != ".fi1" || entry.path().stem() == "store_blend") continue;
         requests.push_back(folder.path(entry.path().filename().string()));
         std::filesystem::copy_file(entry.path(), requests.back());
     }

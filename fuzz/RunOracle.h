@@ -1,0 +1,150 @@
+// Runs a request whole and judges what came of it, by what must hold of every answer whatever was asked.
+#pragma once
+
+#include <unistd.h>
+
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "11_MainFrigana.h"
+#include "14_ErrorControl.h"
+#include "Operations.h"
+#include "Platform.h"
+#include "ResultWriter.h"
+#include "TextFile.h"
+
+namespace frigana::fuzz {
+
+// A folder with an installation of its own: requests that store a blend write there.
+class OwnFolder {
+  public:
+    explicit OwnFolder(const std::string& data) {
+        namespace fs = std::filesystem;
+        folder_ = fs::temp_directory_path() / ("frigana-whole-" + std::to_string(getpid()));
+        fs::create_directories(folder_ / "installed/mixtures");
+        fs::create_directory_symlink(data + "/fluids", folder_ / "installed/fluids");
+        for (const auto& entry : fs::directory_iterator(data + "/mixtures"))
+            fs::create_symlink(entry.path(), folder_ / "installed/mixtures" / entry.path().filename());
+        fs::current_path(folder_);
+    }
+    ~OwnFolder() {
+        std::error_code ignored;
+        std::filesystem::current_path("/", ignored);
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    OwnFolder(const OwnFolder&) = delete;
+    OwnFolder& operator=(const OwnFolder&) = delete;
+    std::string request() const { return (folder_ / "plant.fi1").string(); }
+    std::string installation() const { return (folder_ / "installed/frigana").string(); }
+
+  private:
+    std::filesystem::path folder_;
+};
+
+struct Verdict {
+    std::string cause;  // how the run ended, for a summary
+    std::string wrong;  // what must not be; empty if all is well
+};
+
+class RunOracle {
+  public:
+    static constexpr double longestRun = 2.0;  // s
+
+    Verdict run(const std::string& request, const std::string& installation) {
+        *this = RunOracle();
+        listenToResult([](void* context, const ResultEntry& entry) { static_cast<RunOracle*>(context)->hear(entry); },
+                       this);
+        const auto start = std::chrono::steady_clock::now();
+        runRequest(request, installation);
+        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+        listenToResult(nullptr, nullptr);
+        Verdict verdict = judge();
+        if (firstFreeUnit(1) != 1) verdict.wrong = "a unit is open";
+        if (time.count() > longestRun) verdict.wrong = "it took " + std::to_string(time.count()) + " s";
+        return verdict;
+    }
+
+  private:
+    void hear(const ResultEntry& entry) {
+        if (entry.kind == ResultEntry::Kind::start) {
+            *this = RunOracle();
+            return;
+        }
+        last_ = entry.line;
+        if (entry.kind != ResultEntry::Kind::value) return;
+        if (!std::isfinite(entry.value)) finite_ = false;
+        const bool missing = entry.value == missingValue;
+        if (entry.section == "PERFORMANCE PARAMETERS")
+            performanceMissing_ = performanceMissing_ || missing;
+        else
+            anyMissing_ = anyMissing_ || missing;
+        addToBalance(entry);
+    }
+
+    // The heats and powers of the devices of a basic cycle, into the fluid.
+    void addToBalance(const ResultEntry& entry) {
+        if (entry.unit != "kW" || !entry.group.empty()) return;
+        double sign = 0.0;
+        for (const auto section : {"EVAPORATOR", "SUCTION LINE", "COMPRESSOR"})
+            if (entry.section == section) sign = 1.0;
+        for (const auto section : {"DISCHARGE LINE", "CONDENSER", "LIQUID LINE"})
+            if (entry.section == section) sign = -1.0;
+        balance_ += sign * entry.value;
+        if (sign != 0.0) largest_ = std::fmax(largest_, std::fabs(entry.value));
+    }
+
+    Verdict judge() const {
+        const std::string path(runReport.resultPath.trimmed());
+        const bool exists = fileExists(path);
+        const std::string name(operationName(runReport.type, runReport.sub));
+        switch (runReport.end) {
+            case RunEnd::runtimeError:
+                return {"cannot be read", exists ? "a result of a run that ended in an error" : ""};
+            case RunEnd::refused:
+                return {name + " refused " + std::to_string(runReport.IERR), isForm(path) ? "" : "no failure form"};
+            case RunEnd::returned:
+                break;
+        }
+        if (name.empty()) return {"no operation", exists ? "a result of no operation" : ""};
+        return {name + " done", exists ? ofSuccess(path) : "no result"};
+    }
+
+    static bool isForm(const std::string& path) {
+        std::ifstream file(path);
+        int zero = -1, code = 0;
+        return static_cast<bool>(file >> zero >> code) && zero == 0 && code == runReport.IERR;
+    }
+
+    std::string ofSuccess(const std::string& path) const {
+        constexpr int storeNewMixture = 7;
+        if (runReport.type == 1 && runReport.sub == storeNewMixture) return "";
+        std::ifstream file(path);
+        int lines = 0;
+        for (std::string line; std::getline(file, line);) ++lines;
+        // Lines that hold the place of another tool are not told.
+        if (lines < last_) return "the result has " + std::to_string(lines) + " lines, not " + std::to_string(last_);
+        if (!finite_) return "a figure that is not finite";
+        if (runReport.type != 2) return "";
+        const bool basic = runReport.sub == 1 || runReport.sub == 12;
+        constexpr double closed = 1e-6;  // of the largest of them; the figures have all their digits
+        if (basic && !anyMissing_ && std::fabs(balance_) > closed * largest_)
+            return "the first law is open by " + std::to_string(balance_ / largest_);
+        // Some figures of a combined system and reserved ones of a cycle with liquid injection are missing by design.
+        constexpr int combined = 3, liquidInjection = 9;
+        const bool all = runReport.sub != combined && runReport.sub != liquidInjection;
+        if (all && performanceMissing_ && !anyMissing_)
+            return "a figure of performance is missing although no state failed";
+        return "";
+    }
+
+    int last_ = 0;
+    bool finite_ = true, performanceMissing_ = false, anyMissing_ = false;
+    double balance_ = 0.0, largest_ = 0.0;
+};
+
+}  // namespace frigana::fuzz
