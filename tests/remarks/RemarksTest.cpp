@@ -1,0 +1,184 @@
+// Every remark by a request that deserves it, and none on requests that do not.
+#include "Remarks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "../catalogue/RequestFiles.h"
+#include "Catalogue.h"
+#include "FilledRequest.h"
+#include "NamedRequest.h"
+#include "ResultFile.h"
+#include "TemporaryFolder.h"
+#include "TreeFolders.h"
+
+namespace frigana {
+namespace {
+
+using catalogue::FilledRequest;
+using catalogue::RunResult;
+using catalogue::Setting;
+using remarks::Remark;
+using remarks::Weight;
+
+struct Change {
+    int circuit, k, option;
+    double value;
+};
+
+// The typical request of a cycle with some parameters changed.
+struct Deserving {
+    const char* remark;
+    const char* place;
+    const char* request;
+    const char* fluid;  // of all circuits; empty for the typical ones
+    std::vector<Change> changes;
+};
+
+void PrintTo(const Deserving& row, std::ostream* out) {
+    *out << row.remark << " at " << row.place << " of " << row.request << ' ' << row.fluid;
+}
+
+FilledRequest requestOf(const char* name, const char* fluid, const std::vector<Change>& changes) {
+    const std::string file(fluid);
+    FilledRequest filled = catalogue::typicalRequest(*catalogue::findRequest(name), file, file.ends_with(".MIX"));
+    for (const Change& change : changes)
+        filled.blocks[static_cast<std::size_t>(change.circuit)].settings[static_cast<std::size_t>(change.k) - 1] = {
+            change.option, change.value};
+    return filled;
+}
+
+RunResult run(const FilledRequest& filled) {
+    return catalogue::runFilled(filled, {test::dataFolder, false});
+}
+
+std::vector<Remark> remarksOf(const RunResult& result) {
+    return remarks::remarksOn(result, {test::dataFolder, catalogue::UnitSystem::metric});
+}
+
+std::string listOf(const std::vector<Remark>& remarks) {
+    std::string list;
+    for (const Remark& remark : remarks) list += remark.name + " at " + remark.place + ": " + remark.text + '\n';
+    return list.empty() ? "no remark" : list;
+}
+
+constexpr int receiver = 23;  // k of the pressure of the booster's receiver
+
+class Deserved : public testing::TestWithParam<Deserving> {};
+
+TEST_P(Deserved, IsSaid) {
+    const Deserving& row = GetParam();
+    const RunResult result = run(requestOf(row.request, row.fluid, row.changes));
+    ASSERT_TRUE(result.isDone()) << result.report.IERR << ' ' << result.report.HERR.view();
+    const std::vector<Remark> said = remarksOf(result);
+    const auto found = std::find_if(said.begin(), said.end(), [&](const Remark& remark) {
+        return remark.name == row.remark && remark.place == row.place;
+    });
+    ASSERT_NE(found, said.end()) << listOf(said);
+    EXPECT_FALSE(found->text.empty());
+    EXPECT_TRUE(found->text.ends_with('.'));
+    EXPECT_EQ(found->text.find("nan"), std::string::npos) << found->text;
+    EXPECT_FALSE(found->advice.empty());
+    std::printf("%s\n", found->text.c_str());
+}
+
+// Of the basic cycle: 1 evaporating level, 2 evaporator outlet, 3 its drop, 4 and 5 suction line, 9 and 10 discharge
+// line, 11 condensing level, 12 condenser outlet, 13 its drop, 14 and 15 liquid line.
+// clang-format off
+const Deserving deserving[] = {
+    {"liquid_line_left_liquid",   "liquid_line",                  "basic",            "R134A.FLD",   {{0, 12, 2, 0.0}, {0, 14, 2, 0.0}, {0, 15, 1, 30.0}}},
+    {"liquid_line_left_liquid",   "liquid_line_before_exchanger", "heat-exchanger",   "R134A.FLD",   {{0, 14, 2, 0.0}, {0, 16, 2, 0.0}, {0, 17, 1, 30.0}, {0, 20, 2, 3.0}}},
+    {"expansion_from_vapor",      "expansion_device",             "basic",            "R134A.FLD",   {{0, 12, 2, 0.0}, {0, 14, 2, 0.0}, {0, 15, 1, 30.0}}},
+    {"vapor_line_left_vapor",     "discharge_line",               "basic",            "R134A.FLD",   {{0, 9, 1, 313.15}, {0, 10, 1, 0.0}}},
+    {"negative_capacity",         "performance.cop_cooling",      "basic",            "R134A.FLD",   {{0, 12, 2, 0.0}, {0, 14, 2, 0.0}, {0, 15, 1, 30.0}}},
+    {"negative_capacity",         "medium.performance.net_capacity", "combined",      "",            {{0, 6, 3, 1.0}}},
+    {"exchanger_beyond_ideal",    "performance.effectiveness",    "heat-exchanger",   "R134A.FLD",   {{0, 20, 2, 45.0}}},
+    {"temperatures_cross",        "heat_exchanger",               "heat-exchanger",   "R134A.FLD",   {{0, 20, 2, 45.0}}},
+    {"temperatures_cross",        "low.subcooler",                "combined",         "",            {{1, 18, 2, 60.0}}},
+    {"temperatures_cross",        "heat_exchanger",               "two-stage",        "R410A.MIX",   {{0, 19, 1, 35.0}}},
+    {"receiver_below_evaporator", "high_pressure_valve",          "booster",          "CO2.FLD",     {{0, receiver, 1, 2500.0}}},
+    {"meaningless_ratio",         "loop.pump",                    "pumped-co2",       "",            {{1, 3, 1, 0.0}, {1, 5, 1, 0.0}, {1, 10, 1, 0.0}}},
+    {"state_beyond_equation",     "compressor.outlet",            "basic",            "R1234YF.FLD", {{0, 1, 1, 230.0}, {0, 2, 2, 100.0}, {0, 7, 1, 0.4}}},
+    {"glide_in_saturation_drop",  "condenser",                    "basic",            "R407C.MIX",   {{0, 13, 2, 1.0}}},
+    {"negative_drop",             "condenser",                    "basic",            "R407C.MIX",   {{0, 13, 2, 1.0}}},
+    {"discharge_hot",             "compressor",                   "basic",            "AMMONIA.FLD", {{0, 1, 1, 253.15}}},
+    {"pressure_ratio_high",       "compressor",                   "basic",            "R134A.FLD",   {{0, 1, 1, 238.15}, {0, 11, 1, 328.15}}},
+    {"below_atmosphere",          "evaporator",                   "basic",            "R134A.FLD",   {{0, 1, 1, 238.15}}},
+    {"potential_unknown",         "fluid_and_gwp",                "basic",            "r134a.fld",   {}},
+    {"diameter_not_found",        "pipes.suction_line.full_load.3", "line-sizing",    "R134A.FLD",   {{0, 5, 4, 0.2}, {0, 6, 3, 400.0}}},
+};
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(Remarks, Deserved, testing::ValuesIn(deserving));
+
+// Requests of the tree may carry notes; what is heavier is listed here with its reason.
+struct Known {
+    const char* request;
+    const char* remark;
+};
+constexpr Known knownRemarks[] = {
+    // The glide of the blend counts in the drop of saturation temperature that the case gives.
+    {"blend with glide, condenser pressure and drop given", "glide_in_saturation_drop"},
+    // The flash tank parts a zeotropic blend, of which the calculation takes one composition.
+    {"blend with glide, two stages, stage temperature given", "balance_open"},
+    // Pipes of steel for a loss that no diameter has within the steps of the search.
+    {"Steel pipes", "diameter_not_found"},
+};
+
+TEST(Remarks, NoneOnExamplesAndReferenceCyclesThatDeserveNone) {
+    test::TemporaryFolder folder;
+    std::vector<test::RequestText> requests = test::exampleRequests();
+    for (test::RequestText& reference : test::referenceRequests()) requests.push_back(std::move(reference));
+    ASSERT_GT(requests.size(), 60u);
+    for (const test::RequestText& request : requests) {
+        test::writeFile(folder.path("request.fi1"), request.text);
+        const RunResult result = catalogue::runPositional(folder.path("request.fi1"), {test::dataFolder});
+        for (const Remark& remark : remarksOf(result)) {
+            if (remark.weight == Weight::note) continue;
+            const bool known = std::any_of(std::begin(knownRemarks), std::end(knownRemarks), [&](const Known& row) {
+                return request.name.ends_with(row.request) && remark.name == row.remark;
+            });
+            EXPECT_TRUE(known) << request.name << ": " << remark.name << " at " << remark.place << ": " << remark.text;
+        }
+    }
+}
+
+TEST(Remarks, TellAReferenceStateThatIsNotKnown) {
+    FilledRequest filled = requestOf("basic", "R134A.FLD", {});
+    filled.blocks[0].fluid.referenceState = "XYZ";
+    const std::vector<Remark> said = remarksOf(run(filled));
+    ASSERT_EQ(said.size(), 1u) << listOf(said);
+    EXPECT_EQ(said[0].name, "reference_state_unknown");
+}
+
+TEST(Remarks, HelpWhereARequestWasRefused) {
+    // Vapor in the liquid line leaves so little that the compressor would discharge two phases.
+    const RunResult refused =
+        run(requestOf("basic", "R134A.FLD", {{0, 1, 1, 238.15}, {0, 12, 2, 0.0}, {0, 14, 2, 0.0}, {0, 15, 1, 30.0}}));
+    ASSERT_EQ(refused.report.IERR, 201300);
+    EXPECT_NE(remarks::helpFor(refused).find("triple point"), std::string::npos);
+    EXPECT_TRUE(remarksOf(refused).empty());
+    EXPECT_TRUE(remarks::helpFor(run(requestOf("basic", "R134A.FLD", {}))).empty());
+}
+
+TEST(Remarks, HaveNamesOfTheirOwn) {
+    std::set<std::string_view> names;
+    for (const remarks::Kind& kind : remarks::kinds()) EXPECT_TRUE(names.insert(kind.name).second) << kind.name;
+}
+
+TEST(Remarks, WeightiestComeFirst) {
+    const RunResult result = run(requestOf("booster", "CO2.FLD", {{0, receiver, 1, 2500.0}}));
+    ASSERT_TRUE(result.isDone()) << result.report.IERR << ' ' << result.report.HERR.view();
+    const std::vector<Remark> said = remarksOf(result);
+    ASSERT_GE(said.size(), 2u);
+    EXPECT_EQ(said.front().weight, Weight::wrong);
+    EXPECT_TRUE(remarks::anyWrong(said));
+    EXPECT_TRUE(
+        std::is_sorted(said.begin(), said.end(), [](const Remark& a, const Remark& b) { return a.weight > b.weight; }));
+}
+
+}  // namespace
+}  // namespace frigana
