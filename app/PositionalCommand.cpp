@@ -127,8 +127,9 @@ int runPositional(const CLI::App& program, Options& options) {
     if (own && folder.empty()) return complain(runtimeError, "no folder for temporary files can be made");
     if (!fits(folder)) return complain(usageError, folder + ": the path is too long");
 
-    const RunResult result = catalogue::runPositional(request, {data, false, folder});
+    RunResult result = catalogue::runPositional(request, {data, false, folder});
     const ReportStyle style{catalogue::UnitSystem::SI, true, request, data};
+    addRemarks(result, style);
     if (own && result.resultExists) std::cout << std::ifstream(shownPath(result.report.resultPath.view())).rdbuf();
     report(result, style, json == "-" || csv == "-" || (own && result.isDone()));
     if (!writeTo(json, result, printJson, style)) return complain(runtimeError, json + ": cannot be written");

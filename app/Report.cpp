@@ -7,6 +7,7 @@
 
 #include "Folders.h"
 #include "Operations.h"
+#include "Remarks.h"
 #include "TextTable.h"
 
 namespace frigana::app {
@@ -290,6 +291,10 @@ constexpr int storeNewMixture = 7;
 
 }  // namespace
 
+void addRemarks(RunResult& result, const ReportStyle& style) {
+    result.remarks = remarks::remarksOn(result, {style.dataFolder, style.units});
+}
+
 int exitStatus(const RunResult& result) {
     switch (result.report.end) {
         case RunEnd::refused:
@@ -320,6 +325,7 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
                     out << refusedKey(result) << '\n';
                 }
             }
+            if (const std::string help = remarks::helpFor(result); !help.empty()) out << "  help     " << help << '\n';
             if (style.resultFile) out << "  result   " << visible(shownPath(report.resultPath.view())) << '\n';
             return;
         case RunEnd::runtimeError:
@@ -332,9 +338,7 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
         out << "No result: there is no operation for " << requestedName(report) << '\n';
         return;
     }
-    const bool wrong = std::any_of(result.remarks.begin(), result.remarks.end(),
-                                   [](const Remark& remark) { return remark.weight == Weight::wrong; });
-    out << requestedName(report) << (wrong ? ": done, but\n" : ": done\n");
+    out << requestedName(report) << (remarks::anyWrong(result.remarks) ? ": done, but\n" : ": done\n");
     printRemarks(out, result);
     if (result.input.request != nullptr) {
         printLeading(out, result, units);

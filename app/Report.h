@@ -22,6 +22,9 @@ struct ReportStyle {
 // Name of what was asked for.
 std::string requestedName(const RunReport& report);
 
+// Adds what an engineer should know of a finished result, in the units of its report.
+void addRemarks(RunResult& result, const ReportStyle& style);
+
 // Exit status of the program: 0 success, 2 the request was refused, 3 there is no result.
 int exitStatus(const RunResult& result);
 

@@ -6,6 +6,7 @@
 
 #include "Commands.h"
 #include "NamedRequest.h"
+#include "Remarks.h"
 #include "Report.h"
 
 namespace frigana::app {
@@ -17,7 +18,7 @@ using namespace catalogue;
 struct Options {
     std::vector<std::string> files;
     std::string data, json, csv, units, fi1, fo1;
-    bool quiet = false;
+    bool quiet = false, strict = false;
 };
 
 // A file whose request cannot be run, with all that is wrong with it.
@@ -59,8 +60,11 @@ class Runner {
     }
 
     void add(RunResult result, const std::string& file, UnitSystem units, bool resultFile) {
+        const ReportStyle style{units_.value_or(units), resultFile, file, options_.data};
+        addRemarks(result, style);
         raise(exitStatus(result));
-        results_.push_back({std::move(result), {units_.value_or(units), resultFile, file, options_.data}});
+        if (options_.strict && remarks::anyWrong(result.remarks)) raise(uselessResult);
+        results_.push_back({std::move(result), style});
     }
 
     void runPositionalFile(const std::string& file, const std::string& text) {
@@ -205,6 +209,7 @@ Command addRun(CLI::App& program) {
     line->add_option("--fi1", options->fi1, "keep the positional request in this file");
     line->add_option("--fo1", options->fo1, "keep the positional result in this file");
     line->add_flag("--quiet", options->quiet, "no report");
+    line->add_flag("--strict", options->strict, "exit status 5 where a remark says that the figures are wrong");
     return {line, [&program, options] {
                 if (const int status = findDataFolder(program, options->data, " with --data")) return status;
                 if (!fits(options->data + "/frigana"))

@@ -18,7 +18,7 @@ int run(int argc, char** argv) {
         "Refrigeration calculations: runs requests and says what came of them.\n"
         "Exit status: 0 done; 1 wrong command line; 2 the request was refused: code and message are shown\n"
         "and stand in the result file; 3 the request cannot be read, asks for what there is not, or a file\n"
-        "cannot be written; 4 the data have faults.",
+        "cannot be written; 4 the data have faults; 5 under --strict: done, but the figures are of no use.",
         "frigana"};
     program.set_version_flag("--version", "frigana " FRIGANA_VERSION);
     const auto runPositional = frigana::app::addPositionalRequest(program);
