@@ -380,9 +380,9 @@ std::optional<Limits> limitsOf(const Request& request, int circuit, bool stage, 
     for (const requestchecks::CheckRow& row : rowsOf(request, circuit, stage)) {
         if (row.index != parameter.index) continue;
         if (option.form == Form::count) {
-            const bool stages = request.stages.countIndex == parameter.index && !stage;
+            const bool ofStages = request.stages.countIndex == parameter.index && !stage;
             return Limits{static_cast<double>(row.options.first),
-                          static_cast<double>(stages ? request.stages.most : row.options.last)};
+                          static_cast<double>(ofStages ? request.stages.most : row.options.last)};
         }
         if (option.form != Form::quantity || option.number > requestchecks::mostOptions) return std::nullopt;
         const requestchecks::Limits& limits = row.limits.byOption[option.number - 1];
