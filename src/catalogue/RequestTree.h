@@ -11,7 +11,7 @@ namespace frigana::catalogue {
 
 struct Node {
     enum class Kind { table, list, text, number, boolean, other };
-    using Member = std::pair<std::string, Node>;
+    struct Member;
 
     Kind kind = Kind::table;
     int line = 0;
@@ -25,6 +25,13 @@ struct Node {
     const Node* find(std::string_view key) const;
     // How a message names what was found.
     std::string shown() const;
+};
+
+// A value under its key.
+struct Node::Member {
+    Member(std::string key, Node value) : first(std::move(key)), second(std::move(value)) {}
+    std::string first;
+    Node second;
 };
 
 // What is wrong with a file, by its line; 0 for the file as a whole.
