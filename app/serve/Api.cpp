@@ -6,6 +6,7 @@
 #include "Calculations.h"
 #include "CatalogueJson.h"
 #include "Complaint.h"
+#include "OpenApi.h"
 #include "Page.h"
 #include "Study.h"
 #include "StudyStream.h"
@@ -90,7 +91,8 @@ struct Api::Route {
 constexpr Api::Route Api::routes[] = {
     {"GET", "/api/health", &Api::health},     {"GET", "/api/version", &Api::version},
     {"GET", "/api/requests", &Api::requests}, {"GET", "/api/fluids", &Api::fluids},
-    {"POST", "/api/run", &Api::run},          {"POST", "/api/study", &Api::study},
+    {"POST", "/api/run", &Api::run},          {"POST", "/api/chart", &Api::chart},
+    {"POST", "/api/study", &Api::study},
 };
 
 http::Service Api::service() {
@@ -163,6 +165,11 @@ http::Answer Api::requests(const http::Request&) {
     return {200, std::string(jsonType), all, {{"Cache-Control", "no-store"}}, {}};
 }
 
+http::Answer Api::openApi(const http::Request&) {
+    static const std::string all = openApiJson();
+    return {200, std::string(jsonType), all, {{"Cache-Control", "no-store"}}, {}};
+}
+
 // The fluids of the installation are the same as long as the server runs.
 http::Answer Api::fluids(const http::Request&) {
     const std::lock_guard lock(mutex_);
@@ -176,6 +183,10 @@ http::Answer Api::fluids(const http::Request&) {
 
 http::Answer Api::run(const http::Request& request) {
     return calculated(runTask, request.body);
+}
+
+http::Answer Api::chart(const http::Request& request) {
+    return calculated(chartTask, request.body);
 }
 
 http::Answer Api::study(const http::Request& request) {

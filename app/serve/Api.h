@@ -37,7 +37,9 @@ class Api {
     http::Answer version(const http::Request& request);
     http::Answer requests(const http::Request& request);
     http::Answer fluids(const http::Request& request);
+    http::Answer openApi(const http::Request& request);
     http::Answer run(const http::Request& request);
+    http::Answer chart(const http::Request& request);
     http::Answer study(const http::Request& request);
     http::Answer calculated(std::string_view task, std::string_view about);
 

@@ -1,5 +1,6 @@
 #include "Calculations.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -8,6 +9,7 @@
 #include "11_MainFrigana.h"
 #include "CaseRun.h"
 #include "CatalogueJson.h"
+#include "ChartJson.h"
 #include "NamedRequest.h"
 #include "Report.h"
 
@@ -52,21 +54,29 @@ std::string run(std::string_view body) {
     if (named.runs.size() > mostPoints)
         return refusal("too_many_points",
                        {{0, "A request has at most " + std::to_string(mostPoints) + " points; a study has more."}});
-    std::vector<catalogue::RunResult> results;
-    for (const catalogue::FilledRequest& filled : named.runs) {
-        clearRecords();
-        results.push_back(catalogue::runFilled(filled, {folderOfData, false}));
-    }
     app::ReportStyle style;
     style.units = named.units;
     style.resultFile = false;
     style.dataFolder = folderOfData;
+    std::vector<app::Reported> results;
+    int status = 0;
+    for (const catalogue::FilledRequest& filled : named.runs) {
+        clearRecords();
+        results.push_back({catalogue::runFilled(filled, {folderOfData, false}), style});
+        status = std::max(status, app::exitStatus(results.back().result));
+    }
     std::ostringstream text;
     if (results.size() == 1)
-        app::printJson(text, results.front(), style);
+        app::printJson(text, results.front().result, style);
     else
-        app::printJson(text, results, style);
-    return answer(app::exitStatus(results) == 0 ? 200 : 422, text.str());
+        app::printJson(text, results);
+    return answer(status == 0 ? 200 : 422, text.str());
+}
+
+std::string chart(std::string_view body) {
+    std::string json;
+    const auto problems = chartJson(body, folderOfData, json);
+    return problems.empty() ? answer(200, json) : refusal("bad_chart", problems);
 }
 
 struct Task {
@@ -76,6 +86,7 @@ struct Task {
 
 constexpr Task tasks[] = {
     {runTask, run},
+    {chartTask, chart},
     {caseTask, [](std::string_view body) { return withoutFolders(studies::runCase(body, folderOfData)); }},
     {fluidsTask, [](std::string_view) { return answer(200, fluidsJson(folderOfData)); }},
 };
