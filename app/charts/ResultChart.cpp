@@ -166,17 +166,28 @@ diagrams::FluidSelection selectionOf(const catalogue::Fluid& fluid, const std::s
     return selection;
 }
 
-// The figures that a report leads with, as many as a line holds.
+// The figures that a report leads with, as many as a line holds, and the measure of merit first.
 std::string figuresOf(const RunResult& result, catalogue::UnitSystem units) {
+    constexpr std::size_t most = 4;
+    const auto merit = [](std::string_view key) {
+        return key.find("cop_cooling") != key.npos || key.find("cycle_efficiency") != key.npos;
+    };
+    std::vector<std::string_view> keys(result.input.request->leading.begin(), result.input.request->leading.end());
+    std::stable_partition(keys.begin(), keys.end(), merit);
     std::string text;
-    constexpr int most = 4, digits = 4;
-    int count = 0;
-    for (const std::string_view key : result.input.request->leading) {
+    std::size_t count = 0;
+    bool meritShown = false;
+    for (const std::string_view key : keys) {
         const catalogue::Value* value = result.find(key);
-        if (value == nullptr || !std::isfinite(value->number()) || count == most) continue;
+        if (value == nullptr || !std::isfinite(value->number()) || count == most || (merit(key) && meritShown))
+            continue;
+        meritShown = meritShown || merit(key);
+        constexpr int digits = 4;
         const catalogue::Unit& unit = catalogue::unitIn(units, value->quantity);
-        text += (count++ > 0 ? "   " : "") + value->name + " " +
-                shownNumber(catalogue::fromInner(value->number(), unit), digits);
+        std::string name = value->name;
+        if (name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
+        text +=
+            (count++ > 0 ? "; " : "") + name + " " + shownNumber(catalogue::fromInner(value->number(), unit), digits);
         if (!unit.symbol.empty() && unit.symbol != "-") text += "\u2009" + std::string(unit.symbol);
     }
     return text;

@@ -103,6 +103,24 @@ State ChartFluid::at(double T, double D) const {
     return state;
 }
 
+State ChartFluid::settled(double T, double p, double rho) const {
+    // Densities of equilibria come out to 1e-9 or so, which in a liquid is much pressure.
+    // Beside the critical point pressure says little about density, and what is known is better.
+    constexpr double largest = 1e-6, stiff = 0.5;
+    for (int step = 1; step <= 2; ++step) {
+        double pressure, slope;
+        PRESS(T, rho, z_, pressure);
+        DPDD(T, rho, z_, slope);
+        if (slope * rho < stiff * p) break;
+        const double change = (p - pressure) / slope;
+        if (!(std::fabs(change) < largest * rho)) break;
+        rho += change;
+    }
+    State state = at(T, rho * molarMass_);
+    state.p = p;
+    return state;
+}
+
 bool ChartFluid::atPressure(double T, double p, int kph, State& state) const {
     double density = 0.0;
     int ierr = 0;
@@ -119,7 +137,7 @@ bool ChartFluid::temperatureAt(double D, Property property, double value, double
     double low = coldest, high = 2.0 * highestT_;
     T = std::clamp(guess, low, high);
     constexpr int mostSteps = 80;
-    constexpr double squared = 1e-8, rounding = 1e-13;  // relative steps after which nothing is left to correct
+    constexpr double squared = 1e-10, rounding = 1e-13;  // relative steps after which nothing is left to correct
     for (int step = 1; step <= mostSteps; ++step) {
         double p, e, h, s, cv, cp, w, jt, dpdt = 0.0;
         THERM(T, rho, z_, p, e, h, s, cv, cp, w, jt);

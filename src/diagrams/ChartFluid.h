@@ -64,6 +64,8 @@ class ChartFluid {
 
     // A state of one phase.
     State at(double T, double D) const;
+    // A state of one phase whose density [mol/L] is nearly known, brought to the pressure.
+    State settled(double T, double p, double rho) const;
     // A state of one phase at a pressure, on the side kph (1 liquid, 2 vapor); false where there is no such density.
     bool atPressure(double T, double p, int kph, State& state) const;
     // Temperature at which a state of one phase with the density D has the value of a property, by Newton's method

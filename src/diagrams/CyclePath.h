@@ -9,7 +9,7 @@ namespace frigana::diagrams {
 enum class Process {
     exchange,  // enthalpy and logarithm of pressure change together: heat exchangers and lines with their losses,
                // mixing; of the same pressure an isobar, of the same enthalpy a throttle
-    machine,  // entropy and logarithm of pressure change together: compressors, turbines, pumps
+    machine,   // entropy and logarithm of pressure change together: compressors, turbines, pumps
 };
 
 // States on the way from one to the other, both of them included as they are.

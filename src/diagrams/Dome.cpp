@@ -68,8 +68,7 @@ PhasePair feedAsVapor(const DomePoint& point) {
 DomePoint pointOf(const ChartFluid& fluid, PhasePair pair) {
     DomePoint point;
     point.u = -std::log(pair.Dv);
-    point.state = fluid.at(pair.T, pair.Dv * fluid.molarMass());
-    point.state.p = pair.p;
+    point.state = fluid.settled(pair.T, pair.p, pair.Dv);
     point.state.q = 1.0;
     if (pair.Dv > pair.Dl) {
         std::swap(pair.Dl, pair.Dv);
@@ -170,8 +169,7 @@ bool Dome::pureAt(double u, DomePoint& point) const {
     Text255 herr;
     SATT(T, fluid_->composition(), 1, pair.p, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
     if (ierr > 0) return false;
-    point.state = fluid_->at(T, (u < 0.0 ? pair.Dl : pair.Dv) * fluid_->molarMass());
-    point.state.p = pair.p;
+    point.state = fluid_->settled(T, pair.p, u < 0.0 ? pair.Dl : pair.Dv);
     point.state.q = u < 0.0 ? 0.0 : 1.0;
     return true;
 }

@@ -141,15 +141,17 @@ const std::vector<Property>& familiesOf(ChartKind kind) {
 
 namespace {
 
-// The extremes that a property has in the states a window shall hold: of the cold end of the dome and of the hot vapor.
-void takeEnds(const ChartFluid& fluid, double cold, double hot, double lowP, Property property, Range& range) {
+// The extremes that a property has in the states a window shall hold: a bubble point, a dew point and the hot vapor.
+void takeEnds(const ChartFluid& fluid, double bubbleT, double dewT, double hot, double lowP, Property property,
+              Range& range) {
     double p, Dl, Dv;
     Composition x, y;
     int ierr = 0;
     Text255 herr;
     for (const int kph : {1, 2}) {
-        SATT(cold, fluid.composition(), kph, p, Dl, Dv, x, y, ierr, herr);
-        if (ierr <= 0) range.take(valueOf(fluid.at(cold, (kph == 1 ? Dl : Dv) * fluid.molarMass()), property));
+        const double T = kph == 1 ? bubbleT : dewT;
+        SATT(T, fluid.composition(), kph, p, Dl, Dv, x, y, ierr, herr);
+        if (ierr <= 0) range.take(valueOf(fluid.at(T, (kph == 1 ? Dl : Dv) * fluid.molarMass()), property));
     }
     State vapor;
     if (fluid.atPressure(hot, lowP, 2, vapor)) range.take(valueOf(vapor, property));
@@ -184,9 +186,12 @@ Plane planeOf(const ChartFluid& fluid, const ChartRequest& request, const Span& 
     plane.x.property = ph ? Property::enthalpy : Property::entropy;
     plane.y.property = ph ? Property::pressure : ts ? Property::temperature : Property::enthalpy;
     const double lowP = ph ? span.lowestP : thinShare * fluid.estimatedCritical().p;
+    // The liquid is a thin sickle in an h-s chart: only its hot end is shown where nothing else is asked for.
+    constexpr double hotLiquid = 0.85;  // of the critical temperature
+    const double bubbleT = ph || ts ? plane.coldest : std::max(plane.coldest, hotLiquid * fluid.estimatedCritical().T);
     const auto fit = [&](Axis& axis) {
         Range range;
-        takeEnds(fluid, plane.coldest, span.hot, lowP, axis.property, range);
+        takeEnds(fluid, bubbleT, plane.coldest, span.hot, lowP, axis.property, range);
         for (const State& state : request.shown) range.take(valueOf(state, axis.property));
         roundAxis(axis, range, scales.of(axis.property), axisParts);
     };
