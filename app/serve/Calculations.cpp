@@ -63,6 +63,7 @@ std::string run(std::string_view body) {
     for (const catalogue::FilledRequest& filled : named.runs) {
         clearRecords();
         results.push_back({catalogue::runFilled(filled, {folderOfData, false}), style});
+        app::addRemarks(results.back().result, style);
         status = std::max(status, app::exitStatus(results.back().result));
     }
     std::ostringstream text;

@@ -6,6 +6,7 @@
 #include "Listing.h"
 #include "NamedRequest.h"
 #include "Names.h"
+#include "Refrigerants.h"
 
 namespace frigana::serve {
 
@@ -106,8 +107,15 @@ Json fluidJson(const app::ListedFluid& fluid, bool blend, const FluidNames& name
                  {"shown", names.shownName(fluid.file)},
                  {"full_name", fluid.name},
                  {"blend", blend},
-                 {"potential", fluid.potential},
-                 {"safety_class", fluid.safetyClass}};
+                 {"potential", fluid.ownPotential},
+                 {"safety_class", fluid.ownClass}};
+    if (const Refrigerant* known = fluid.known) {
+        json["family"] = known->family;
+        json["designation"] = known->designation;
+        if (!known->safetyClass.empty()) json["safety_class"] = known->safetyClass;
+        for (std::size_t report = 0; report < climateReports.size(); ++report)
+            if (known->gwp[report]) json["gwp100"][std::string(climateReports[report])] = *known->gwp[report];
+    }
     for (const app::ListedFluid::Part& part : fluid.parts)
         json["components"].push_back({{"name", part.component}, {"mass_fraction", part.massFraction}});
     if (!fluid.fault.empty()) json["fault"] = fluid.fault;

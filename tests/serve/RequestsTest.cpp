@@ -41,11 +41,12 @@ std::string typical(const catalogue::Request& request) {
 std::string calculatedHere(const std::string& request) {
     const auto named = catalogue::readNamed(request, catalogue::NamedFormat::json, names());
     EXPECT_TRUE(named.problems.empty()) << request;
-    const auto result = catalogue::runFilled(named.runs.front(), {test::dataFolder, false});
+    auto result = catalogue::runFilled(named.runs.front(), {test::dataFolder, false});
     app::ReportStyle style;
     style.units = named.units;
     style.resultFile = false;
     style.dataFolder = test::dataFolder;
+    app::addRemarks(result, style);
     std::ostringstream text;
     app::printJson(text, result, style);
     return text.str();
