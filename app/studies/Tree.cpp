@@ -54,7 +54,7 @@ bool put(Node& tree, std::string_view key, const Node& value) {
         const std::string_view part = firstPart(key);
         Node* next = member(*at, part);
         if (next == nullptr) {
-            at->members.emplace_back(part, Node{});
+            at->members.emplace_back(std::string(part), Node{});
             next = &at->members.back().second;
         }
         at = next;
