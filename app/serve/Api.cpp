@@ -89,10 +89,16 @@ struct Api::Route {
 };
 
 constexpr Api::Route Api::routes[] = {
-    {"GET", "/api/health", &Api::health},     {"GET", "/api/version", &Api::version},
-    {"GET", "/api/requests", &Api::requests}, {"GET", "/api/fluids", &Api::fluids},
-    {"POST", "/api/run", &Api::run},          {"POST", "/api/chart", &Api::chart},
-    {"POST", "/api/study", &Api::study},
+    // clang-format off
+    {"GET",  "/api/health",       &Api::health},
+    {"GET",  "/api/version",      &Api::version},
+    {"GET",  "/api/openapi.json", &Api::openApi},
+    {"GET",  "/api/requests",     &Api::requests},
+    {"GET",  "/api/fluids",       &Api::fluids},
+    {"POST", "/api/run",          &Api::run},
+    {"POST", "/api/chart",        &Api::chart},
+    {"POST", "/api/study",        &Api::study},
+    // clang-format on
 };
 
 http::Service Api::service() {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -224,6 +225,42 @@ TEST_F(Requests, TheCatalogueAndTheFluidsAreTold) {
         for (const auto& entry : fs::directory_iterator(std::string(test::dataFolder) + '/' + kind))
             files += entry.path().extension() == ".FLD" || entry.path().extension() == ".MIX";
     EXPECT_EQ(fluids.size(), files);
+}
+
+TEST_F(Requests, TheDescriptionNamesEveryPathThatAnswers) {
+    const json all = json::parse(test::ask(port(), "GET", "/api/openapi.json").body);
+    EXPECT_EQ(all["openapi"], "3.1.0");
+    for (const auto& [path, methods] : all["paths"].items())
+        for (const auto& [method, description] : methods.items()) {
+            const std::string allowed = test::ask(port(), "OPTIONS", path).header("Allow");
+            EXPECT_NE(allowed.find(method == "get" ? "GET" : "POST"), std::string::npos) << path << ' ' << method;
+        }
+    EXPECT_EQ(all["components"]["schemas"]["request"]["oneOf"].size(), 19u);
+}
+
+TEST_F(Requests, ChartsAreDrawnAndRefused) {
+    const json cycle = {{"kind", "ph"}, {"request", json::parse(typical(*catalogue::findRequest("basic")))}};
+    for (const json& body : {json({{"kind", "ph"}, {"fluid", "R134a"}}), json({{"kind", "ts"}, {"fluid", "R410A"}}),
+                             json({{"kind", "pT"}, {"fluids", {"R134a", "R290"}}}), cycle}) {
+        const Reply reply = post(port(), "/api/chart", body.dump());
+        EXPECT_EQ(reply.status, 200) << body << reply.body;
+        const json chart = json::parse(reply.body)["charts"][0];
+        EXPECT_TRUE(chart["svg"].get<std::string>().starts_with("<svg"));
+        EXPECT_FALSE(chart["lines"].empty());
+        // The places lie within the axes.
+        for (const json& line : chart["lines"])
+            for (const json& place : line["points"]) {
+                EXPECT_GE(place[0],
+                          chart["x"]["low"].get<double>() - 1e-6 * std::abs(chart["x"]["high"].get<double>()));
+                EXPECT_LE(place[1], chart["y"]["high"].get<double>() * (1 + 1e-6));
+            }
+    }
+    for (const char* body :
+         {R"({})", R"({"kind": "xy", "fluid": "R134a"})", R"({"kind": "ph"})", R"({"kind": "ph", "fluid": "../R134a"})",
+          R"({"kind": "ph", "fluids": ["R134a", "R290"]})", R"({"kind": "ph", "fluid": "R134a", "width": 1e9})",
+          R"({"kind": "ph", "fluid": "R134a", "out": "/tmp/picture.svg"})",
+          R"({"kind": "ph", "request": {"request": "basic"}})"})
+        EXPECT_EQ(post(port(), "/api/chart", body).status, 400) << body;
 }
 
 TEST_F(Requests, AStudyGivesTheValuesOfItsRequests) {
