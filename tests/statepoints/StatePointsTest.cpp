@@ -1,9 +1,15 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
+#ifdef __linux__
+#include <sys/inotify.h>
+#endif
 
 #include <chrono>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "23_SpecificPoints.h"
 #include "24_SaturationPoints.h"
@@ -11,8 +17,10 @@
 #include "26_SaturatTempDrop.h"
 #include "27_PSatAverage.h"
 #include "28_IsentropProcess.h"
+#include "FluidConstants.h"
 #include "Larger.h"
 #include "Substances.h"
+#include "TRNSP.h"
 #include "TemporaryFolder.h"
 
 namespace frigana::test {
@@ -23,6 +31,49 @@ constexpr const char* pureFluids[] = {"R134A.FLD", "R32.FLD", "PROPANE.FLD", "AM
 // Reduced temperatures of a subcooled liquid, a superheated vapor and a two-phase state.
 double at(const SUBSTANCE& substance, double reduced) {
     return reduced * substance.TC;
+}
+
+// A liquid below the range of its viscosity has neither viscosity nor Prandtl number; its conductivity stays.
+TEST(PropertyPoints, AColdLiquidWithoutAViscosityKeepsItsConductivity) {
+    struct Row {
+        const char* fluid;
+        double cold, warm;  // below and above the limit of the correlation [K]
+    };
+    for (const Row& row : {Row{"R152A.FLD", 220.0, 245.0}, Row{"R1234YF.FLD", 210.0, 225.0}}) {
+        SUBSTANCE& s = fluid(row.fluid);
+        STATEPT point{};
+        PROPSIMPLEPT(s, 500.0, row.cold, point);
+        EXPECT_EQ(point.ETA, missingValue) << row.fluid;
+        EXPECT_EQ(point.PR, missingValue) << row.fluid;
+        EXPECT_GT(point.TCX, 0.05) << row.fluid;
+        EXPECT_GT(point.CP, 1.0) << row.fluid;
+        PROPSIMPLEPT(s, 500.0, row.warm, point);
+        EXPECT_GT(point.ETA, 100.0) << row.fluid;
+        EXPECT_GT(point.PR, 1.0) << row.fluid;
+    }
+}
+
+// A warning of the transport models comes with values, but a point has none of them.
+TEST(PropertyPoints, TransportWithAWarningIsMissing) {
+    SUBSTANCE& s = fluid("R32.FLD");
+    STATEPT point{};
+    PROPSIMPLEPT(s, 1000.0, 320.0, point);
+    ASSERT_GT(point.ETA, 0.0);
+    const double highest = fluidConstants.TXECST[1];
+    fluidConstants.TXECST[1] = 100.0;
+    double eta = 0.0, tcx = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TRNPRP(320.0, point.D / s.WM, s.ZMOL, eta, tcx, ierr, herr);
+    EXPECT_LT(ierr, 0);
+    EXPECT_GT(eta, 0.0);
+    EXPECT_GT(tcx, 0.0);
+    PROPSIMPLEPT(s, 1000.0, 320.0, point);
+    EXPECT_EQ(point.ETA, missingValue);
+    EXPECT_EQ(point.TCX, missingValue);
+    EXPECT_EQ(point.PR, missingValue);
+    EXPECT_NE(point.H, missingValue);
+    fluidConstants.TXECST[1] = highest;
 }
 
 TEST(PropertyPoints, EveryPairOfInputsGivesTheSameState) {
@@ -178,6 +229,40 @@ TEST(PropertyPointEdges, TheTraceOfAnIsentropicStepIsGoneAndNeedsNoFolder) {
     EXPECT_TRUE(std::filesystem::is_directory("cycle_1.txt"));
     std::filesystem::current_path(before);
 }
+
+#ifdef __linux__
+// What the system tells of a folder: the names that were made and removed in it since it was asked to watch.
+std::vector<std::string> changesOf(int watch) {
+    std::vector<std::string> changes;
+    alignas(inotify_event) char bytes[4096];
+    const long count = read(watch, bytes, sizeof bytes);
+    for (long at = 0; at < count;) {
+        inotify_event event;
+        std::memcpy(&event, bytes + at, sizeof event);
+        const char* name = bytes + at + sizeof event;
+        changes.push_back((event.mask & IN_CREATE ? "made " : "removed ") + std::string(name));
+        at += static_cast<long>(sizeof event + event.len);
+    }
+    return changes;
+}
+
+TEST(PropertyPointEdges, TheTraceOfAnIsentropicStepIsWrittenAndRemoved) {
+    SUBSTANCE& s = fluid("R134A.FLD");
+    const auto before = std::filesystem::current_path();
+    TemporaryFolder folder;
+    std::filesystem::current_path(folder.path());
+    const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(inotify_add_watch(watch, folder.path().c_str(), IN_CREATE | IN_DELETE), 0);
+    STATEPT p{};
+    PROPSIMPLEPS(s, 1000.0, 1.8, p);
+    EXPECT_EQ(changesOf(watch), (std::vector<std::string>{"made cycle_1.txt", "removed cycle_1.txt"}));
+    PROPSIMPLEPS(s, 1000.0, 1e6, p);  // a point that failed leaves none
+    PROPSIMPLEPH(s, 1000.0, 420.0, p);
+    EXPECT_TRUE(changesOf(watch).empty());
+    close(watch);
+    std::filesystem::current_path(before);
+}
+#endif
 
 // ---- bubble and dew points ------------------------------------------------------------------------------------------
 

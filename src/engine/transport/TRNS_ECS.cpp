@@ -772,9 +772,11 @@ void TCBKMX(double T, double D, const Composition& x, double f, double h, const 
             if (status == 0 && TCXDG[i] <= 0.0) status = 1;
         }
         if (status != 0) {
+            // corresponding states scale the conductivity by their own viscosity of the dilute gas
             const double mass = fluid.WMAS[i];
-            TCXDG[i] = 0.015 * R * ETAI[i] / (4.0 * mass);
-            TCXIN[i] = FINT(i, T) * ETAI[i] / mass * (CP0K(i, T) - 2.5 * R);
+            const double dilute = correspondingStates(modelTags.HTCX[i]) ? ETA0DG(i, T) : ETAI[i];
+            TCXDG[i] = 0.015 * R * dilute / (4.0 * mass);
+            TCXIN[i] = FINT(i, T) * dilute / mass * (CP0K(i, T) - 2.5 * R);
         }
     }
     double gas = 0.0;

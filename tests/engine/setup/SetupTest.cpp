@@ -113,6 +113,17 @@ TEST_F(Setup, EquationsOfSaturationDoNotOutliveTheirFluid) {
     EXPECT_FALSE(p > 0.0) << p;
 }
 
+// A reference fluid of mixtures may do without an equation of state, but not without a heat capacity as well.
+TEST_F(Setup, AReferenceFluidWithoutAHeatCapacityIsAnError) {
+    const std::string data = std::string(test::dataFolder) + "/fluids/";
+    for (const char* name : {"R125.FLD", "NITROGEN.FLD", "C12.FLD", "R134A.FLD", "HMX.BNC"})
+        write(name, readFile(data + name));
+    write("PROPANE.FLD", headerText({}) + "\n" + endOfFile);
+    SETPATH(folder.path());
+    EXPECT_EQ(setUp({"R125.FLD", "R134A.FLD"}), 106);
+    EXPECT_EQ(message(), "[SETUP error 106] ideal gas heat capacity equation not found for component #-21.");
+}
+
 // An error of the mixture model is not hidden by a warning of the reference state.
 TEST_F(Setup, AnErrorOfThePairsComesBeforeAWarningOfTheReferenceState) {
     SETPATH(test::dataFolder);

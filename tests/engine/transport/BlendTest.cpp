@@ -74,7 +74,7 @@ std::vector<std::string> fluids() {
     return names;
 }
 
-void setUpFluids(const std::vector<std::string>& names) {
+int setUpFluids(const std::vector<std::string>& names) {
     setPath();
     FileNames files{};
     int nc = 0, ierr = 0;
@@ -82,7 +82,7 @@ void setUpFluids(const std::vector<std::string>& names) {
     Text255 herr;
     Text3 reference = "DEF";
     SETUP(nc, files, "HMX.BNC", reference, ierr, herr);
-    ASSERT_LE(ierr, 0) << words(herr);
+    return ierr;
 }
 
 // A blend that is almost a pure fluid has the properties of the fluid, background and enhancement of the conductivity
@@ -99,7 +99,7 @@ TEST(Blends, tendToTheirComponents) {
             TransportPoint pure;
         };
         std::vector<State> line;
-        setUpFluids({name});
+        ASSERT_LE(setUpFluids({name}), 0);
         const FluidConstants& c = fluidConstants;
         double lowest = c.TMEOS[1];
         if (modelTags.HETA[1] != "ECS") lowest = std::max(lowest, c.TMETA[1]);
@@ -111,8 +111,11 @@ TEST(Blends, tendToTheirComponents) {
             ASSERT_TRUE(saturation(T, p, Dl, Dv)) << T;
             for (const double D : {Dl, Dv}) line.push_back({T, D, transport(T, D)});
         }
-        const bool unlike = name == "R134A" || name == "NITROGEN";  // nothing is known of nitrogen in R134a
-        setUpFluids({name, unlike ? "CO2" : "R134A"});
+        // the first partner of which anything is known
+        int code = 1;
+        for (const char* partner : {"R134A", "CO2", "NITROGEN", "METHANE"})
+            if (code > 0 && name != partner) code = setUpFluids({name, partner});
+        ASSERT_LE(code, 0);
         Composition x{};
         x[2] = 1e-10;
         x[1] = 1.0 - x[2];
@@ -122,6 +125,7 @@ TEST(Blends, tendToTheirComponents) {
             if (modelTags.HETA[1] == "ECS" || modelTags.HTCX[1] == "ECS") ECSLIM(1, -1, tmin, dmax);
             if (state.T < tmin || state.D > dmax) continue;
             const TransportPoint mixed = transport(state.T, state.D, x);
+            if (mixed.ierr == 50) continue;  // blends of water and alcohols are refused
             EXPECT_NEAR(mixed.eta / state.pure.eta, 1.0, 1e-6) << state.T << ' ' << state.D << ' ' << mixed.message;
             EXPECT_NEAR(mixed.tcx / state.pure.tcx, 1.0, 1e-6) << state.T << ' ' << state.D << ' ' << mixed.message;
             worstViscosity = std::max(worstViscosity, std::fabs(mixed.eta / state.pure.eta - 1.0));
@@ -135,9 +139,9 @@ TEST(Blends, tendToTheirComponents) {
 
 // A trace of carbon dioxide leaves the vapor of R143a, whose background is negative, where it is.
 TEST(Blends, aTraceDoesNotMoveTheConductivityOfAVapor) {
-    setUpFluids({"R143A"});
+    ASSERT_LE(setUpFluids({"R143A"}), 0);
     const double pure = transport(250.0, 0.1).tcx;
-    setUpFluids({"R143A", "CO2"});
+    ASSERT_LE(setUpFluids({"R143A", "CO2"}), 0);
     double last = pure;
     for (const double trace : {1e-8, 1e-6, 1e-4, 1e-3}) {
         Composition x{};

@@ -140,6 +140,29 @@ TEST(SurfaceTension, tellsTemperaturesOutOfRange) {
     modelTags.LFORCESETUP = true;
 }
 
+TEST(SurfaceTension, aCriticalPointThatIsNotKnownHasCode160) {
+    ASSERT_EQ(setUp({"R32", "R134A"}), 0);
+    double sigma = 1.0;
+    int ierr = 0;
+    Text255 herr;
+    STN(300.0, 15.0, 1.0, Composition{}, Composition{}, sigma, ierr, herr);
+    EXPECT_EQ(ierr, 160);
+    EXPECT_EQ(sigma, 0.0);
+    EXPECT_EQ(words(herr), "[STN error 160] [CRTHMX error] sum(x)= 0");
+    // shares of the fugacity that no composition has
+    Composition zeta{}, x{};
+    zeta[1] = 5.0;
+    zeta[2] = -4.0;
+    x[1] = x[2] = 0.5;
+    double tc = 0.0, pc = 0.0, dc = 0.0;
+    CRITF(zeta, x, tc, pc, dc, ierr, herr);
+    EXPECT_EQ(ierr, 160);
+    EXPECT_EQ(words(herr),
+              "[SURFT error 160] CRITF (find critical parameters at a specified fugacity fraction) did not converge in "
+              "the surface tension calculation");
+    modelTags.LFORCESETUP = true;
+}
+
 // Terms of opposite sign cross zero below the critical temperature, where there is next to nothing.
 TEST(SurfaceTension, isNeverNegative) {
     for (const char* fluid : {"R12", "R227EA", "R134A"}) {
