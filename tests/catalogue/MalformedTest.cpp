@@ -63,7 +63,10 @@ const Change changes[] = {
     {1, "", "a.toml: missing: request; one of %KNOWN%\n"},
     {1, "request = \"\"", "a.toml:1: request = an empty text: there is no such request; allowed are %KNOWN%\n"},
     // The form.
-    {5, "temperature = -5 °C", "a.toml:5: this is no TOML: %"},
+    {5, "temperature = -5 °C",
+     "a.toml:5: this is no TOML: a value with a sign such as ° stands in quotes, as in \"-5 °C\"\n"},
+    {6, "# 5 °C\nsuperheat° = \"5 K\"",
+     "a.toml:7: this is no TOML: a value with a sign such as ° stands in quotes, as in \"-5 °C\"\n"},
     {5, "temperature = ", "a.toml:5: this is no TOML: %"},
     {4, "[evaporator", "a.toml:4: this is no TOML: %"},
     {5, "temperature = \"-5 °C", "a.toml:5: this is no TOML: %"},
