@@ -90,7 +90,9 @@ inline void evaluateAgain(ChartWalk& walk, const diagrams::ChartFluid& fluid, co
 
 }  // namespace detail
 
-inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidChart& chart) {
+//   Given     stride  every how many points a state is evaluated again: a flash of a blend beside its critical point is
+//                     slow
+inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidChart& chart, int stride = 1) {
     using namespace diagrams;
     ChartWalk result;
     for (const Curve& curve : chart.curves) {
@@ -108,7 +110,7 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
             if (isoline && std::fabs(constant - curve.value) >
                                sameState * (std::fabs(curve.value) + detail::zeroOf(curve.constant)))
                 detail::fault(result, result.changed, "changed", curve, state, constant / curve.value - 1.0);
-            detail::evaluateAgain(result, fluid, chart, curve, state);
+            if (result.points % stride == 0) detail::evaluateAgain(result, fluid, chart, curve, state);
             if (i == 0) continue;
             const double step = distance(place, chart.plane(points[i - 1]));
             if (step > longestStep * (1.0 + edge)) detail::fault(result, result.apart, "apart", curve, state, step);
