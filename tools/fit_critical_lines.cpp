@@ -8,10 +8,10 @@
 // pairs by which CRTHMX combines the lines leaves out what three components do together. The deviation of every pair,
 // and of CRTHMX from CRTPNT for the blends with the parameters that are in the folder now, goes to the standard error.
 //
-// In tools/fluid_tables/critical_lines.json only the lines of pairs outside the blends are of this fit. Those of the
-// pairs of blends are of an earlier one, all together by least squares: it keeps every blend within 0.2 K and 0.5 % but
-// lets the lines of its pairs swing by several kelvin between the blends, and no set of lines has been found yet that
-// keeps both.
+// The lines in tools/fluid_tables/critical_lines.json are those of an earlier fit, of the pairs of blends all together
+// by least squares: it keeps every blend within 0.2 K and 0.5 % but lets the lines of its pairs swing by several kelvin
+// between the blends. This one follows the pairs, and misses blends by up to 3 K; no set of lines has been found yet
+// that keeps both.
 #include <algorithm>
 #include <array>
 #include <cmath>
