@@ -35,8 +35,8 @@ std::function<int()> addPositionalRequest(CLI::App& program);
 inline constexpr int usageError = 1;
 inline constexpr int refused = 2;
 inline constexpr int runtimeError = 3;
-inline constexpr int uselessResult = 5;  // under --strict: a remark says that the figures are wrong
 inline constexpr int faultyData = 4;
+inline constexpr int uselessResult = 5;  // under --strict: a remark says that the figures are wrong
 
 // Says on standard error what is wrong.
 //   Returned  (value) status

@@ -231,15 +231,18 @@ bool lockHandle(int handle, int how) {
     return result == 0;
 }
 
+// What a folder tells of a name; unknown where it cannot be read.
+enum class Entry { present, absent, unknown };
+
 #ifdef __linux__
 // Replaces name by the entry of folder that differs from it in case only. The directory is read by the system call
 // itself, because opendir takes memory from the heap.
-bool findEntry(const char* folder, char* name) {
+Entry findEntry(const char* folder, char* name) {
     const int handle = open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0) return false;
+    if (handle < 0) return Entry::unknown;
     alignas(8) static char entries[8192];
     bool found = false;
-    long count;
+    long count = 0;
     while (!found && (count = syscall(SYS_getdents64, handle, entries, sizeof entries)) > 0) {
         // Each entry: inode 8 bytes, offset 8, length of the entry 2, type 1, name with its null character.
         for (long at = 0; at < count && !found;) {
@@ -254,11 +257,12 @@ bool findEntry(const char* folder, char* name) {
         }
     }
     close(handle);
-    return found;
+    if (found) return Entry::present;
+    return count < 0 ? Entry::unknown : Entry::absent;
 }
 #else
-bool findEntry(const char*, char*) {
-    return false;
+Entry findEntry(const char*, char*) {
+    return Entry::absent;
 }
 #endif
 
@@ -271,12 +275,12 @@ bool correctCase(char* native) {
         bool exists = *name == '\0' || access(native, F_OK) == 0;
         if (!exists) {
             if (name == native) {
-                exists = findEntry(".", name);
+                exists = findEntry(".", name) == Entry::present;
             } else if (name == native + 1) {
-                exists = findEntry("/", name);
+                exists = findEntry("/", name) == Entry::present;
             } else {
                 name[-1] = '\0';
-                exists = findEntry(native, name);
+                exists = findEntry(native, name) == Entry::present;
                 name[-1] = separator;
             }
         }
@@ -422,10 +426,10 @@ bool clearFile(std::string_view path) {
 bool findInAnyCase(std::string_view folder, std::string_view name, char* found) {
     char native[longestPath + 1], entry[longestPath + 1];
     std::memcpy(found, name.data(), name.size());
-    if (!nativePath(folder.empty() ? "." : folder, native) || !nativePath(name, entry) || !findEntry(native, entry))
-        return false;
-    std::memcpy(found, entry, name.size());
-    return true;
+    if (!nativePath(folder.empty() ? "." : folder, native) || !nativePath(name, entry)) return false;
+    const Entry what = findEntry(native, entry);
+    if (what == Entry::present) std::memcpy(found, entry, name.size());
+    return what != Entry::unknown;
 }
 
 int lockFolder(std::string_view folder) {

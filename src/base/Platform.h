@@ -73,6 +73,7 @@ bool clearFile(std::string_view path);
 //   Given     folder   path with its last separator
 //             name     name, or name and extension
 //   Returned  found    the name as it stands in the folder, in a field of its own length
+//             (value)  false where the folder cannot be read
 bool findInAnyCase(std::string_view folder, std::string_view name, char* found);
 
 // A lock on a folder, waited for. It ends with unlockFolder or with the process, however that ends.

@@ -5,6 +5,7 @@
 #include "14_ErrorControl.h"
 #include "21_InitSubstance.h"
 #include "53_Fluid_Library.h"
+#include "FurtherMixtures.h"
 #include "Platform.h"
 #include "TextFile.h"
 
@@ -27,7 +28,10 @@ bool sameLetters(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return upper(x) == upper(y); });
 }
 
-// Whether the library has a mixture of that name; its names have an extension.
+constexpr const char* notWritten =
+    "Error: The mixture cannot be stored: nothing can be written in the folder mixtures of the installation!";
+
+// Whether the library comes with a mixture of that name; the names of its table have an extension.
 bool isOfLibrary(std::string_view name) {
     static MixtureTable table;
     LOADMIXTURES(table);
@@ -35,7 +39,8 @@ bool isOfLibrary(std::string_view name) {
         const std::string_view file = table.rows[i].NAME.trimmed();
         if (sameLetters(file.substr(0, file.rfind('.')), name)) return true;
     }
-    return false;
+    return std::any_of(std::begin(furtherMixtures), std::end(furtherMixtures),
+                       [name](std::string_view further) { return sameLetters(further, name); });
 }
 
 void refuseName(const SUBSTANCE& substance) {
@@ -45,14 +50,16 @@ void refuseName(const SUBSTANCE& substance) {
     if (isOfLibrary(name)) ERRORCONTROL(107204, "Error: The name of the mixture is that of a predefined one!");
 }
 
-// Where names of files know case, the file that differs from the wanted one in case only.
+// Where names of files know case, the file that differs from the wanted one in case only. A folder that cannot be read
+// might hold one.
 Text255 existingPath(const Text255& FILEOUT) {
     Text255 path = FILEOUT;
     const int folder = lastSeparator(FILEOUT.view());
     const int length = FILEOUT.length();
     char found[Text255::size];
-    if (findInAnyCase(FILEOUT.slice(1, folder), FILEOUT.slice(folder + 1, length), found))
-        path.assign(folder + 1, length, std::string_view(found, static_cast<std::size_t>(length - folder)));
+    if (!findInAnyCase(FILEOUT.slice(1, folder), FILEOUT.slice(folder + 1, length), found))
+        ERRORCONTROL(107205, notWritten);
+    path.assign(folder + 1, length, std::string_view(found, static_cast<std::size_t>(length - folder)));
     return path;
 }
 
@@ -77,8 +84,6 @@ void STORENEWMIXTURE(SUBSTANCE& substance, PROPREQ&, const Text255& FILEOUT) {
 
     const Text255 path = existingPath(FILEOUT);
     runReport.resultPath = path;
-    constexpr const char* notWritten =
-        "Error: The mixture cannot be stored: nothing can be written in the folder mixtures of the installation!";
     if (!openForWriting(unit, path.trimmed(), Writing::whole)) ERRORCONTROL(107205, notWritten);
     writeMixture(substance);
     if (!closeUnit(unit)) ERRORCONTROL(107205, notWritten);

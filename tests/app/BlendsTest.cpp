@@ -120,19 +120,19 @@ TEST_F(Blends, TheListIsGivenAsJson) {
 
 TEST_F(Blends, AStoredBlendIsListedAndUsed) {
     EXPECT_NE(run("list '" + installation + "'").said.find("There are no blends."), std::string::npos);
-    const Outcome stored = ask("1\n3\n2\n1\nR1234YF.FLD\n0.56\nR134A.FLD\n0.44\nR513A\n2 DEF\n7\n");
+    const Outcome stored = ask("1\n3\n2\n1\nR1234YF.FLD\n0.56\nR134A.FLD\n0.44\nMYBLEND\n2 DEF\n7\n");
     EXPECT_EQ(stored.status, 0) << stored.said;
     // The path as this system writes it.
-    EXPECT_NE(stored.said.find("Mixture file: " + installation + "/mixtures/R513A.mix\n"), std::string::npos)
+    EXPECT_NE(stored.said.find("Mixture file: " + installation + "/mixtures/MYBLEND.mix\n"), std::string::npos)
         << stored.said;
     const Outcome listed = run("list '" + installation + "'");
     EXPECT_EQ(run("list --data '" + installation + "'").said, listed.said);
     EXPECT_EQ(run("--data '" + installation + "' list").said, listed.said);
-    EXPECT_EQ(lineOf(listed.said, "R513A.mix"),
-              "  R513A.mix                  -           -     572  R1234YF 56, R134A 44");
-    const Outcome facts = ask("1\n2\n1\n1\nR513A.mix\n1\nnone\n2 DEF\n1\n", "--json -");
+    EXPECT_EQ(lineOf(listed.said, "MYBLEND.mix"),
+              "  MYBLEND.mix                  -           -     572  R1234YF 56, R134A 44");
+    const Outcome facts = ask("1\n2\n1\n1\nMYBLEND.mix\n1\nnone\n2 DEF\n1\n", "--json -");
     ASSERT_EQ(facts.status, 0) << facts.said;
-    EXPECT_NE(facts.said.find("\"R513A.mix\""), std::string::npos);
+    EXPECT_NE(facts.said.find("\"MYBLEND.mix\""), std::string::npos);
 }
 
 TEST_F(Blends, AFileThatCannotBeUsedIsListedWithItsReason) {

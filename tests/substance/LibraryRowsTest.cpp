@@ -1,10 +1,16 @@
 // Every row of the library of fluids, against the list that it was drawn up from.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "53_Fluid_Library.h"
+#include "FurtherMixtures.h"
+#include "TreeFolders.h"
 
 namespace frigana::test {
 namespace {
@@ -133,6 +139,19 @@ TEST(FluidLibraryRows, EveryBlendHasItsPartsAndClass) {
             EXPECT_EQ(row.ZKG[j], part.massFraction) << expected.name;
         }
     }
+}
+
+// The further mixtures, whose files a stored one may not replace, are those of the data folder beyond the table.
+TEST(FluidLibraryRows, EveryFurtherBlendIsKnownByName) {
+    std::set<std::string> files, known(std::begin(furtherMixtures), std::end(furtherMixtures));
+    for (const auto& entry : std::filesystem::directory_iterator(std::string(dataFolder) + "/mixtures"))
+        files.insert(entry.path().stem().string());
+    for (const BlendRow& row : blendRows) {
+        std::string name = std::filesystem::path(row.name).stem().string();
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::toupper(c); });
+        EXPECT_EQ(files.erase(name), 1u) << row.name;
+    }
+    EXPECT_EQ(files, known);
 }
 
 }  // namespace

@@ -305,17 +305,17 @@ TEST(BasicCycle, AStoredBlendRunsByItsName) {
     Plant plant;
     plant.installation = installation.path("frigana");
     Request store;
-    for (const char* line : {"1", "3", "2", "1", "R1234YF.FLD", "0.56", "R134A.FLD", "0.44", "R513A", "2 DEF", "7"})
+    for (const char* line : {"1", "3", "2", "1", "R1234YF.FLD", "0.56", "R134A.FLD", "0.44", "MYBLEND", "2 DEF", "7"})
         store.line(line);
     plant(store);
     EXPECT_FALSE(plant.hasResult());
-    ASSERT_TRUE(std::filesystem::exists(installation.path("mixtures/R513A.mix")));
-    plant(cycleRequest(1, basicParameters(), "R513A.mix"));
+    ASSERT_TRUE(std::filesystem::exists(installation.path("mixtures/MYBLEND.mix")));
+    plant(cycleRequest(1, basicParameters(), "MYBLEND.mix"));
     ASSERT_TRUE(plant.hasResult());
     const ResultFile file(plant.resultText());
     ASSERT_FALSE(file.refused()) << plant.resultText();
     checkBalance(file);
-    EXPECT_EQ(file.trimmed(4), "R513A.mix 572");  // 0.56 x 0 + 0.44 x 1300
+    EXPECT_EQ(file.trimmed(4), "MYBLEND.mix 572");  // 0.56 x 0 + 0.44 x 1300
 }
 
 // Points of saturation that the reference tables give independently: R134a at 268.15 K and 313.15 K.

@@ -279,16 +279,6 @@ TEST(LineSizingEdges, FittingsGivenAsAValueHaveNoEffect) {
     }
 }
 
-// The check of a request lets such values pass.
-TEST(LineSizingEdges, WallAndFittingsThatAreNotNumbersCountAsTheLowest) {
-    Dialogue dialogue;
-    const double none = std::nan("");
-    const ResultFile file = dialogue.first({{16, {1, none}}, {19, {1, none}}, {5, {3, 0.03}}});
-    const ResultFile lowest = dialogue.first({{16, {1, 1.0}}, {19, {1, 0.0}}, {5, {3, 0.03}}});
-    ASSERT_EQ(file.count(), resultLines);
-    for (int line = 287; line < 287 + 36; ++line) EXPECT_EQ(file.raw(line), lowest.raw(line)) << line;
-}
-
 TEST(LineSizingEdges, WithoutElevationThereIsNoColumnAndASlowerSuctionLineWillDo) {
     Dialogue dialogue;
     const ResultFile level = dialogue.first({{18, {1, 0.0}}, {5, {3, 0.03}}});

@@ -82,7 +82,7 @@ TEST(Results, ThatCannotBeWrittenEndTheRun) {
         std::filesystem::create_directory(plant.result);
         testing::internal::CaptureStderr();
         run(plant, *kind, {});
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "frigana: " + plant.result + ": cannot be written\n");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "frigana: " + plant.result + ": the old result cannot be removed\n");
         EXPECT_EQ(runReport.end, RunEnd::runtimeError);
         EXPECT_TRUE(std::filesystem::is_empty(plant.result)) << kind->sub;
     }
