@@ -129,7 +129,7 @@ TEST_F(Blends, AStoredBlendIsListedAndUsed) {
     EXPECT_EQ(run("list --data '" + installation + "'").said, listed.said);
     EXPECT_EQ(run("--data '" + installation + "' list").said, listed.said);
     EXPECT_EQ(lineOf(listed.said, "MYBLEND.mix"),
-              "  MYBLEND.mix                  -           -     572  R1234YF 56, R134A 44");
+              "  MYBLEND.mix                -           -     572  R1234YF 56, R134A 44");
     const Outcome facts = ask("1\n2\n1\n1\nMYBLEND.mix\n1\nnone\n2 DEF\n1\n", "--json -");
     ASSERT_EQ(facts.status, 0) << facts.said;
     EXPECT_NE(facts.said.find("\"MYBLEND.mix\""), std::string::npos);
