@@ -4,6 +4,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "ChartOutput.h"
 #include "Commands.h"
 #include "NamedRequest.h"
 #include "Remarks.h"
@@ -19,6 +20,7 @@ struct Options {
     std::vector<std::string> files;
     std::string data, json, csv, units, fi1, fo1;
     bool quiet = false, strict = false;
+    ChartOutput chart;
 };
 
 // A file whose request cannot be run, with all that is wrong with it.
@@ -37,6 +39,7 @@ class Runner {
         for (const std::string& file : options_.files) runOneFile(file);
         if (!keepTexts()) return runtimeError;
         if (!report()) return runtimeError;
+        if (const int status = draw()) return status;
         return status_;
     }
 
@@ -153,6 +156,18 @@ class Runner {
                });
     }
 
+    // Charts of what was answered, in the units of its report; those of a request in SI units in degrees Celsius and
+    // bar.
+    int draw() const {
+        std::vector<const RunResult*> answered;
+        for (const Reported& one : results_)
+            if (one.result.isDone()) answered.push_back(&one.result);
+        if (answered.empty()) return 0;
+        const UnitSystem units = results_.front().style.units;
+        return drawCharts(options_.chart, answered, units == UnitSystem::SI && !units_ ? UnitSystem::metric : units,
+                          options_.data);
+    }
+
     // The results of one file are one request, or points of one.
     void printReports() {
         for (std::size_t i = 0; i < firstOfFile_.size(); ++i) {
@@ -208,6 +223,7 @@ Command addRun(CLI::App& program) {
         });
     line->add_option("--fi1", options->fi1, "keep the positional request in this file");
     line->add_option("--fo1", options->fo1, "keep the positional result in this file");
+    addChartOptions(*line, options->chart);
     line->add_flag("--quiet", options->quiet, "no report");
     line->add_flag("--strict", options->strict, "exit status 5 where a remark says that the figures are wrong");
     return {line, [&program, options] {

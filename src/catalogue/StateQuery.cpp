@@ -22,57 +22,6 @@ char upper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-// A message of the engine in one piece, without the blanks of its fields.
-std::string reason(const Text255& herr) {
-    std::string text;
-    for (const char character : herr.view().substr(0, herr.view().find('\0')))
-        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
-    return std::string(trimRight(text));
-}
-
-// Loads the fluid into the engine and fills what the state points read of a record.
-std::string load(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance) {
-    SETPATH(dataFolder);
-    Text3 reference{std::string_view(fluid.referenceState)};
-    int ierr = 0, count = 1;
-    Text255 herr;
-    FileNames files{};
-    substance = {};
-    if (fluid.kind == 2) {
-        SETMIX(Text255(fluid.file), "HMX.BNC", reference, count, files, substance.ZMOL, ierr, herr);
-    } else if (fluid.kind == 1) {
-        files[1].assign(fluid.file);
-        substance.ZMOL[1] = 1.0;
-        SETUP(1, files, "HMX.BNC", reference, ierr, herr);
-    } else {
-        count = static_cast<int>(fluid.components.size());
-        Composition given{};
-        double sum = 0.0;
-        for (int i = 1; i <= count; ++i) {
-            files[i].assign(fluid.components[static_cast<std::size_t>(i - 1)].file);
-            given[i] = fluid.components[static_cast<std::size_t>(i - 1)].fraction;
-            sum += given[i];
-        }
-        for (int i = 1; i <= count; ++i) given[i] /= sum;
-        SETUP(count, files, "HMX.BNC", reference, ierr, herr);
-        double molarMass = 0.0;
-        if (ierr <= 0 && fluid.byMass)
-            XMOLE(given, substance.ZMOL, molarMass);
-        else
-            substance.ZMOL = given;
-    }
-    if (ierr > 0) return reason(herr);
-    SETREF(reference, fluid.referenceOf, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
-    if (ierr > 0) return reason(herr);
-    substance.WM = WMOL(substance.ZMOL);
-    STATEPT& bad = substance.PTBAD;
-    for (double STATEPT::*field : {&STATEPT::T, &STATEPT::TSAT, &STATEPT::P, &STATEPT::D, &STATEPT::V, &STATEPT::U,
-                                   &STATEPT::H, &STATEPT::S, &STATEPT::CV, &STATEPT::CP, &STATEPT::W, &STATEPT::Q,
-                                   &STATEPT::TCX, &STATEPT::ETA, &STATEPT::PR, &STATEPT::STN})
-        bad.*field = missingValue;
-    return {};
-}
-
 // Results of a flash in the units of the engine.
 struct Flash {
     double T = 0, p = 0, D = 0, Dl = 0, Dv = 0, q = 0, e = 0, h = 0, s = 0, cv = 0, cp = 0, w = 0;
@@ -121,6 +70,55 @@ bool isPair(const GivenProperty& first, const GivenProperty& second, char a, cha
 
 }  // namespace
 
+std::string reasonOf(const Text255& herr) {
+    std::string text;
+    for (const char character : herr.view().substr(0, herr.view().find('\0')))
+        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
+    return std::string(trimRight(text));
+}
+
+std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance) {
+    SETPATH(dataFolder);
+    Text3 reference{std::string_view(fluid.referenceState)};
+    int ierr = 0, count = 1;
+    Text255 herr;
+    FileNames files{};
+    substance = {};
+    if (fluid.kind == 2) {
+        SETMIX(Text255(fluid.file), "HMX.BNC", reference, count, files, substance.ZMOL, ierr, herr);
+    } else if (fluid.kind == 1) {
+        files[1].assign(fluid.file);
+        substance.ZMOL[1] = 1.0;
+        SETUP(1, files, "HMX.BNC", reference, ierr, herr);
+    } else {
+        count = static_cast<int>(fluid.components.size());
+        Composition given{};
+        double sum = 0.0;
+        for (int i = 1; i <= count; ++i) {
+            files[i].assign(fluid.components[static_cast<std::size_t>(i - 1)].file);
+            given[i] = fluid.components[static_cast<std::size_t>(i - 1)].fraction;
+            sum += given[i];
+        }
+        for (int i = 1; i <= count; ++i) given[i] /= sum;
+        SETUP(count, files, "HMX.BNC", reference, ierr, herr);
+        double molarMass = 0.0;
+        if (ierr <= 0 && fluid.byMass)
+            XMOLE(given, substance.ZMOL, molarMass);
+        else
+            substance.ZMOL = given;
+    }
+    if (ierr > 0) return reasonOf(herr);
+    SETREF(reference, fluid.referenceOf, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
+    if (ierr > 0) return reasonOf(herr);
+    substance.WM = WMOL(substance.ZMOL);
+    STATEPT& bad = substance.PTBAD;
+    for (double STATEPT::*field : {&STATEPT::T, &STATEPT::TSAT, &STATEPT::P, &STATEPT::D, &STATEPT::V, &STATEPT::U,
+                                   &STATEPT::H, &STATEPT::S, &STATEPT::CV, &STATEPT::CP, &STATEPT::W, &STATEPT::Q,
+                                   &STATEPT::TCX, &STATEPT::ETA, &STATEPT::PR, &STATEPT::STN})
+        bad.*field = missingValue;
+    return {};
+}
+
 std::span<const StateProperty> stateProperties() {
     return properties;
 }
@@ -134,7 +132,7 @@ const StateProperty* findStateProperty(char letter) {
 StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProperty first, GivenProperty second) {
     static SUBSTANCE substance;
     StateAnswer answer{};
-    answer.problem = load(fluid, dataFolder, substance);
+    answer.problem = loadFluid(fluid, dataFolder, substance);
     if (!answer.problem.empty()) return answer;
     const auto failure = [&](const std::string& text) {
         answer.problem = text.empty() ? "there is no such state" : text;
@@ -145,15 +143,15 @@ StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProp
             if (!isPair(first, second, pair.first, pair.second)) continue;
             pair.state(substance, first.value, second.value, answer.point);
             if (answer.point.H == missingValue || answer.point.D == missingValue)
-                return failure(reason(answer.point.HERR));
+                return failure(reasonOf(answer.point.HERR));
             return answer;
         }
         Flash flash;
         if (!flashPair(substance, first.property->letter, second.property->letter, first.value, second.value, flash))
             continue;
-        if (flash.ierr > 0) return failure(reason(flash.herr));
+        if (flash.ierr > 0) return failure(reasonOf(flash.herr));
         PROPSIMPLETD(substance, flash.T, flash.D * substance.WM, answer.point);
-        if (answer.point.H == missingValue) return failure(reason(answer.point.HERR));
+        if (answer.point.H == missingValue) return failure(reasonOf(answer.point.HERR));
         return answer;
     }
     return failure("no state can be found from " + std::string(first.property->name) + " and " +

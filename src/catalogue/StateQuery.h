@@ -38,6 +38,15 @@ struct StateAnswer {
 //                            the one of lower density is given
 StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProperty first, GivenProperty second);
 
+// Loads a fluid into the engine, which then answers for it until the next set-up.
+//   Given     fluid      kinds 1 and 2 by their file, 3 by components
+//   Returned  substance  ZMOL, WM and PTBAD, what the state points read of a record
+//             (value)    why there is none; empty where there is
+std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance);
+
+// A message of the engine in one piece, without the blanks of its fields.
+std::string reasonOf(const Text255& herr);
+
 // Reads "T=25C" or "P=10 bar".
 //   Given     units  of plain numbers
 //   Returned  given  the property; (value) what is wrong, empty where it could be read

@@ -93,6 +93,29 @@ TEST_F(Named, JsonCarriesKeysPointsInputAndVersions) {
     EXPECT_GT(cop, 3.0);
 }
 
+TEST_F(Named, ChartsAreDrawnWhereAsked) {
+    const std::string ph = folder.path("ph.svg"), ts = folder.path("ts.svg");
+    EXPECT_EQ(
+        run("run " + quoted + " --quiet --chart '" + ph + "' --chart '" + ts + "' --chart-kind ph --chart-kind ts")
+            .said,
+        "");
+    EXPECT_TRUE(contains(readFile(ph), "log p-h chart: Small chiller")) << readFile(ph).substr(0, 300);
+    EXPECT_TRUE(contains(readFile(ts), "T-s chart: Small chiller"));
+    // Degrees, where the request does not say otherwise.
+    EXPECT_TRUE(contains(readFile(ts), "°C"));
+    EXPECT_EQ(run("run " + quoted + " --quiet --chart '" + folder.path("chart.gif") + "'").status, 1);
+    EXPECT_EQ(run("run " + quoted + " --quiet --chart-kind xy --chart '" + ph + "'").status, 1);
+    // A study of two plants is drawn by its columns.
+    const std::string both = "run " + quoted + ' ' + quoted + " --quiet --chart '" + folder.path("two.svg") + "'";
+    EXPECT_EQ(run(both).status, 1);
+    const Outcome columns = run(both + " --chart-columns performance.cop_cooling:performance.evaporating_temperature");
+    EXPECT_EQ(columns.status, 0) << columns.said;
+    // What was refused is not drawn.
+    writeFile(request, "request = \"basic\"\n");
+    EXPECT_NE(run("run " + quoted + " --chart '" + folder.path("none.svg") + "'").status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("none.svg")));
+}
+
 TEST_F(Named, PositionalRequestAndResultAreKeptWhereAsked) {
     const std::string fi1 = folder.path("kept.fi1"), fo1 = folder.path("kept.fo1");
     EXPECT_EQ(run("run " + quoted + " --quiet --fi1 '" + fi1 + "' --fo1 '" + fo1 + "'").said, "");
@@ -107,8 +130,9 @@ TEST_F(Named, StandardInputAndSeveralFilesAreTaken) {
     const Outcome piped = run("run - < " + quoted);
     EXPECT_EQ(piped.status, 0) << piped.said;
     EXPECT_TRUE(contains(piped.said, "Basic cycle: done"));
-    writeFile(folder.path("point.json"), "{\"request\": \"state-point\", \"fluid\": \"NH3\", \"units\": \"metric\",\n"
-                                         "\"temperature\": 25, \"pressure\": 10}\n");
+    writeFile(folder.path("point.json"),
+              "{\"request\": \"state-point\", \"fluid\": \"NH3\", \"units\": \"metric\",\n"
+              "\"temperature\": 25, \"pressure\": 10}\n");
     const Outcome both = run("run " + quoted + " '" + folder.path("point.json") + "'");
     EXPECT_EQ(both.status, 0) << both.said;
     EXPECT_TRUE(contains(both.said, "chiller.toml\nBasic cycle: done"));
@@ -135,8 +159,7 @@ TEST_F(Named, FaultsAreToldWithFileLineAndKey) {
     writeFile(request, text);
     const Outcome outcome = run("run " + quoted);
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.said,
-              request + ":6: evaporator.temperature = -200 °C: allowed are -173.15 °C to 326.85 °C\n");
+    EXPECT_EQ(outcome.said, request + ":6: evaporator.temperature = -200 °C: allowed are -173.15 °C to 326.85 °C\n");
     writeFile(request, "request = basic\n");
     EXPECT_EQ(run("run " + quoted).status, 3);
     EXPECT_EQ(run("run '" + folder.path("none.toml") + "'").status, 3);
@@ -184,7 +207,8 @@ TEST_F(Named, TemplatesOfEveryRequestAreReadyToRun) {
 TEST_F(Named, ConvertLeadsThereAndBack) {
     for (const auto& entry : std::filesystem::directory_iterator(test::examplesFolder)) {
         if (entry.path().extension() != ".fi1") continue;
-        const std::string toml = folder.path("there.toml"), fi1 = folder.path("back.fi1"), again = folder.path("again.toml");
+        const std::string toml = folder.path("there.toml"), fi1 = folder.path("back.fi1"),
+                          again = folder.path("again.toml");
         ASSERT_EQ(run("convert '" + entry.path().string() + "' --out '" + toml + "'").status, 0) << entry.path();
         ASSERT_EQ(run("convert '" + toml + "' --out '" + fi1 + "'").status, 0) << entry.path();
         ASSERT_EQ(run("convert '" + fi1 + "' --out '" + again + "'").status, 0) << entry.path();
@@ -223,8 +247,9 @@ TEST_F(Named, AStateIsOneLine) {
     EXPECT_TRUE(contains(boiling.said, "R134a  T = -26.07")) << boiling.said;
     EXPECT_EQ(std::count(boiling.said.begin(), boiling.said.end(), '\n'), 1);
     // Every pair leads back to the same state.
-    for (const char* pair : {"T=25C P=10bar", "P=10bar H=234.557", "P=10bar S=1.11903", "T=25C D=1208.73",
-                             "D=1208.73 H=234.557", "D=1208.73 S=1.11903", "H=234.557 S=1.11903", "P=10bar D=1208.73"}) {
+    for (const char* pair :
+         {"T=25C P=10bar", "P=10bar H=234.557", "P=10bar S=1.11903", "T=25C D=1208.73", "D=1208.73 H=234.557",
+          "D=1208.73 S=1.11903", "H=234.557 S=1.11903", "P=10bar D=1208.73"}) {
         const Outcome outcome = run("state R134a " + std::string(pair));
         EXPECT_EQ(outcome.status, 0) << pair << outcome.said;
         EXPECT_TRUE(contains(outcome.said, "  H = 234.5")) << pair << outcome.said;
