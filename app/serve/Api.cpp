@@ -97,6 +97,7 @@ constexpr Api::Route Api::routes[] = {
     {"GET",  "/api/fluids",       &Api::fluids},
     {"POST", "/api/run",          &Api::run},
     {"POST", "/api/chart",        &Api::chart},
+    {"POST", "/api/convert",      &Api::convert},
     {"POST", "/api/study",        &Api::study},
     // clang-format on
 };
@@ -193,6 +194,10 @@ http::Answer Api::run(const http::Request& request) {
 
 http::Answer Api::chart(const http::Request& request) {
     return calculated(chartTask, request.body);
+}
+
+http::Answer Api::convert(const http::Request& request) {
+    return calculated(convertTask, request.body);
 }
 
 http::Answer Api::study(const http::Request& request) {

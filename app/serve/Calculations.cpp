@@ -10,6 +10,7 @@
 #include "CaseRun.h"
 #include "CatalogueJson.h"
 #include "ChartJson.h"
+#include "Conversion.h"
 #include "NamedRequest.h"
 #include "Report.h"
 
@@ -80,6 +81,13 @@ std::string chart(std::string_view body) {
     return problems.empty() ? answer(200, json) : refusal("bad_chart", problems);
 }
 
+std::string convert(std::string_view body) {
+    clearRecords();
+    std::string json;
+    const auto problems = conversionJson(body, folderOfData, json);
+    return problems.empty() ? answer(200, json) : refusal("bad_conversion", problems);
+}
+
 struct Task {
     std::string_view word;
     std::string (*calculate)(std::string_view body);
@@ -88,6 +96,7 @@ struct Task {
 constexpr Task tasks[] = {
     {runTask, run},
     {chartTask, chart},
+    {convertTask, convert},
     {caseTask, [](std::string_view body) { return withoutFolders(studies::runCase(body, folderOfData)); }},
     {fluidsTask, [](std::string_view) { return answer(200, fluidsJson(folderOfData)); }},
 };

@@ -70,6 +70,15 @@ Json schemas() {
                         {"required", {"keys"}},
                         {"properties", {{"keys", {{"type", "array"}, {"items", text}, {"minItems", 1}}}}}}}}},
                     {"additionalProperties", false}};
+    all["conversion"] = {{"type", "object"},
+                         {"properties",
+                          {{"template", text},
+                           {"toml", text},
+                           {"fi1", text},
+                           {"request", reference("request")},
+                           {"units", {{"enum", {"SI", "metric", "imperial"}}}},
+                           {"result", {{"type", "boolean"}}}}},
+                         {"additionalProperties", false}};
     const Json places = {{"type", "array"}, {"items", text}};
     const Json problem = {{"type", "object"}, {"properties", {{"line", {{"type", "integer"}}}, {"text", text}}}};
     const Json error = {
@@ -94,6 +103,9 @@ std::string openApiJson() {
                           reference("request"), "application/json")},
         {"/api/chart", post("A chart of a fluid or of a result, as a picture and as numbers", reference("chart"),
                             "application/json")},
+        {"/api/convert",
+         post("One request in all its forms: JSON, TOML and by places, with its result file if asked for",
+              reference("conversion"), "application/json")},
         {"/api/study",
          post("The cases of a study, one line of JSON for each", reference("study"), "application/x-ndjson")},
     };
