@@ -27,6 +27,6 @@ export function kindNamed(app: App, name: string): RequestKind {
 export function fluidNamed(app: App, name: string): FluidFacts | undefined {
   const small = name.toLowerCase();
   return app.fluids.find((fluid) =>
-    [fluid.name, fluid.shown, fluid.file, fluid.file.replace(/\.\w+$/, ""), fluid.full_name]
+    [fluid.name, fluid.shown, fluid.designation ?? "", fluid.file, fluid.file.replace(/\.\w+$/, ""), fluid.full_name]
       .some((one) => one.toLowerCase() === small));
 }

@@ -197,7 +197,7 @@ export class ChartView {
         if (this.inside(x, y, -10)) room.take(x, y, 3);
       }
     }
-    for (const point of this.chart!.points) room.take(this.x(point.place[0]), this.y(point.place[1]), 13);
+    for (const point of this.chart!.points) room.take(this.x(point.place[0]), this.y(point.place[1]), 6);
   }
 
   private inside(x: number, y: number, inset: number): boolean {
@@ -242,13 +242,20 @@ export class ChartView {
     const group = draw("g", { class: `point ${point.look}`, "data-label": point.label }, draw("circle", { cx: x, cy: y, r: 3.5 }));
     if (point.label !== "") {
       const long = 7 * point.label.length;
-      const tries: [number, number, string][] = [[10, -9, "start"], [-10, -9, "end"], [10, 17, "start"], [-10, 17, "end"]];
-      const [dx, dy, anchor] = tries.find(([tx, ty]) => {
-        const cx = x + tx + Math.sign(tx) * long / 2, cy = y + ty - 4;
-        return this.inside(cx, cy, 4) && room.isFree(cx, cy, 5) && room.isFree(x + tx, cy, 3);
-      }) ?? tries[0]!;
-      room.take(x + dx + Math.sign(dx) * long / 2, y + dy - 4, long / 2 + 5);
-      group.append(draw("text", { x: x + dx, y: y + dy, "text-anchor": anchor }, point.label));
+      const tries: [number, number, string][] = [[10, -9, "start"], [-10, -9, "end"], [10, 17, "start"], [-10, 17, "end"],
+        [16, 4, "start"], [-16, 4, "end"], [0, -16, "middle"], [0, 24, "middle"], [14, -22, "start"], [-14, -22, "end"], [14, 30, "start"], [-14, 30, "end"]];
+      const middleOf = ([dx, dy, anchor]: (typeof tries)[number]): Spot =>
+        [x + dx + (anchor === "start" ? long / 2 : anchor === "end" ? -long / 2 : 0), y + dy - 4];
+      const place = tries.find((one) => {
+        const [cx, cy] = middleOf(one);
+        return [-long / 2, 0, long / 2].every((shift) => this.inside(cx + shift, cy, 4) && room.isFree(cx + shift, cy, 5));
+      });
+      // Where there is no room the number is told by the pointer alone.
+      if (place) {
+        const [cx, cy] = middleOf(place);
+        for (const shift of [-long / 2, 0, long / 2]) room.take(cx + shift, cy, 7);
+        group.append(draw("text", { x: x + place[0], y: y + place[1], "text-anchor": place[2] }, point.label));
+      }
     }
     return group;
   }
@@ -282,7 +289,7 @@ export class ChartView {
       const found = /^(.*?) [−\d.]+(?:\u2009(.*))?$/.exec(line.hover);
       if (line.look in shares && found && !families.has(line.look))
         families.set(line.look, found[2] ? `${found[1]} / ${found[2]}` : found[1]!);
-      if (line.look === "series" && line.label !== "") families.set(`series s${line.number}`, line.label);
+      if (line.look.startsWith("series") && line.label !== "") families.set(`series s${line.number}`, line.label);
     }
     replace(this.legend, ...[...families].map(([look, text]) => make("li", {},
       draw("svg", { viewBox: "0 0 26 8", width: 26, height: 8, "aria-hidden": "true" }, draw("path", { class: `line ${look}`, d: "M1 4H25" })), text)));

@@ -14,12 +14,14 @@ export class Attention {
 
 const names: Record<string, string> = {
   expansion_device: "expansion valve", receiver: "receiver", heat_exchanger: "heat exchanger",
+  mt_expansion_device: "MT valve", lt_expansion_device: "LT valve",
 };
 
 export function nameOfPlace(place: string): string {
   const last = place.split(".").at(-1)!;
   const text = (names[last] ?? last).replaceAll("_", " ").replace(/^(mt|lt)\b/, (two) => two.toUpperCase());
-  return text[0]!.toUpperCase() + text.slice(1);
+  const stage = /stage(\d+)\./.exec(place)?.[1];
+  return text[0]!.toUpperCase() + text.slice(1) + (stage ? ` ${stage}` : "");
 }
 
 function shapeOf(device: Device): SVGElement[] {
@@ -57,17 +59,20 @@ function shapeOf(device: Device): SVGElement[] {
 
 function labelOf(device: Device, figure: string): SVGElement | null {
   if (device.label === "none" || !device.label) return null;
-  const { x, y } = device;
+  const { x } = device;
   const tall = device.kind === "internal exchanger" ? 30 : device.kind === "exchanger" ? 20 : device.kind === "tank" ? 26 : 12;
-  const wide = device.kind === "compressor" ? 34 : device.kind === "turbine" ? 36 : device.kind === "pump" ? 26
+  const wide = device.kind === "compressor" ? 34 : device.kind === "turbine" ? 36 : device.kind === "pump" ? 26 : device.kind === "tank" ? 38
     : device.kind === "exchanger" ? (device.width ?? 150) / 2 + 8 : 20;
   const name = nameOfPlace(device.place);
   switch (device.label) {
-    case "above": case "below":
+    case "above": case "below": {
+      const { y } = device;
       return draw("text", { x, y: device.label === "above" ? y - tall - 9 : y + tall + 18, class: "device", "text-anchor": "middle" },
         name, figure !== "" && draw("tspan", { class: "figure" }, `  ${figure}`));
+    }
     default: {
       const side = device.label === "left" ? -1 : 1;
+      const y = device.kind === "tank" ? device.y + 18 : device.y;
       return draw("text", { x: x + side * wide, y, class: "device", "text-anchor": side < 0 ? "end" : "start" },
         draw("tspan", { x: x + side * wide, dy: figure === "" ? "0.35em" : "-0.25em" }, name),
         figure !== "" && draw("tspan", { class: "figure", x: x + side * wide, dy: "1.3em" }, figure));
@@ -81,7 +86,7 @@ const units = { SI: ["K", "kPa"], metric: ["°C", "bar"], imperial: ["°F", "psi
 function statesOf(place: PlacedPoint, state: PointState, system: keyof typeof units): SVGElement | null {
   if (place.side === "none") return null;
   const texts = [
-    isMissing(state.temperature) ? "" : withUnit(shown(state.temperature, 3 + Number(Math.abs(state.temperature) >= 100)), units[system][0]),
+    isMissing(state.temperature) ? "" : withUnit(shown(state.temperature, 4, 1), units[system][0]),
     isMissing(state.pressure) ? "" : withUnit(shown(state.pressure, 4), units[system][1]),
   ];
   const dx = place.side === "left" ? -15 : place.side === "right" ? 15 : 0;

@@ -48,10 +48,10 @@ function simple(before: string, circuit: 0 | 1, top: number, bottom: number,
       { circuit, path: [[right, half - 26], [right, top], [middle + 75, top]] },
     ],
     points: [
-      at("condenser.outlet", middle - 105, top, "below"), at("expansion_device.inlet", left, half - 40, "left"),
-      at("evaporator.inlet", middle - 105, bottom, "above"), at("evaporator.outlet", middle + 105, bottom, "above"),
+      at("condenser.outlet", middle - 115, top, "below"), at("expansion_device.inlet", left, half - 40, "left"),
+      at("evaporator.inlet", middle - 115, bottom, "above"), at("evaporator.outlet", middle + 115, bottom, "above"),
       at("compressor.inlet", right, half + 48, "right"), at("compressor.outlet", right, half - 48, "right"),
-      at("condenser.inlet", middle + 105, top, "below"),
+      at("condenser.inlet", middle + 115, top, "below"),
     ],
   };
 }
@@ -72,7 +72,7 @@ function withExchanger(cooler: string, hotInlet: string, hotOutlet: string): Lay
     { kind: "exchanger", place: "evaporator", x: middle, y: 330, label: "below" },
     { kind: "internal exchanger", place: "heat_exchanger", x: middle, y: 190, label: "above" },
     { kind: "valve", place: "expansion_device", x: left, y: 270, turned: true, label: "right" },
-    { kind: "compressor", place: "compressor", x: 500, y: 115, label: "left" },
+    { kind: "compressor", place: "compressor", x: 500, y: 115, label: "right" },
   ];
   const pipes: Pipe[] = [
     { circuit: 0, path: [[205, 60], [left, 60], [left, 173], [215, 173]] },
@@ -83,14 +83,14 @@ function withExchanger(cooler: string, hotInlet: string, hotOutlet: string): Lay
     { circuit: 0, path: [[500, 89], [500, 60], [355, 60]] },
   ];
   const points = [
-    point(`${cooler}.outlet`, 175, 60, "below"), point(`heat_exchanger.${hotInlet}`, 175, 173, "above"),
-    point(`heat_exchanger.${hotOutlet}`, 175, 207, "below"), point("expansion_device.inlet", left, 234, "left"),
-    point("evaporator.inlet", 175, 330, "above"), point("evaporator.outlet", 385, 330, "below"),
-    point("heat_exchanger.vapor_inlet", 385, 207, "below"), point("heat_exchanger.vapor_outlet", 385, 173, "above"),
+    point(`${cooler}.outlet`, 165, 60, "below"), point(`heat_exchanger.${hotInlet}`, 150, 173, "above"),
+    point(`heat_exchanger.${hotOutlet}`, 150, 207, "below"), point("expansion_device.inlet", left, 234, "left"),
+    point("evaporator.inlet", 165, 330, "above"), point("evaporator.outlet", 395, 330, "below"),
+    point("heat_exchanger.vapor_inlet", 388, 207, "below"), point("heat_exchanger.vapor_outlet", 412, 173, "above"),
     point("compressor.inlet", 500, 158, "right"), point("compressor.outlet", 500, 74, "right"),
-    point(`${cooler}.inlet`, 385, 60, "below"),
+    point(`${cooler}.inlet`, 395, 60, "below"),
   ];
-  return { width: 570, height: 390, devices, pipes, points };
+  return { width: 620, height: 390, devices, pipes, points };
 }
 
 function liquidInjection(): Layout {
@@ -112,10 +112,10 @@ function liquidInjection(): Layout {
       { circuit: 0, path: [[right, 119], [right, 60], [355, 60]] },
     ],
     points: [
-      point("condenser.outlet", 175, 60, "below"), point("expansion_device.inlet", left, 230, "left"),
-      point("evaporator.inlet", 175, 330, "above"), point("evaporator.outlet", 385, 330, "above"),
+      point("condenser.outlet", 165, 60, "below"), point("expansion_device.inlet", left, 230, "left"),
+      point("evaporator.inlet", 165, 330, "above"), point("evaporator.outlet", 395, 330, "above"),
       point("suction_line.outlet", right, 255, "right"), point("compressor.inlet", right, 195, "right"),
-      point("compressor.outlet", right, 97, "right"), point("condenser.inlet", 385, 60, "below"),
+      point("compressor.outlet", right, 97, "right"), point("condenser.inlet", 395, 60, "below"),
       point("injection_line.outlet", 205, 190, "below"), point("injection_valve.outlet", 340, 190, "below"),
     ],
   };
@@ -123,15 +123,15 @@ function liquidInjection(): Layout {
 
 function twoStage(): Layout {
   return {
-    width: 590, height: 470,
+    width: 650, height: 470,
     devices: [
       { kind: "exchanger", place: "condenser", x: middle, y: 60, label: "above" },
       { kind: "exchanger", place: "evaporator", x: middle, y: 410, label: "below" },
-      { kind: "internal exchanger", place: "heat_exchanger", x: middle, y: 230, label: "below" },
+      { kind: "internal exchanger", place: "heat_exchanger", x: middle, y: 230, label: "above" },
       { kind: "valve", place: "injection_valve", x: 235, y: 135, label: "above" },
       { kind: "valve", place: "expansion_device", x: left, y: 345, turned: true, label: "right" },
-      { kind: "compressor", place: "high_compressor", x: 500, y: 150, label: "left" },
-      { kind: "compressor", place: "low_compressor", x: 500, y: 330, label: "left" },
+      { kind: "compressor", place: "high_compressor", x: 500, y: 150, label: "right" },
+      { kind: "compressor", place: "low_compressor", x: 500, y: 330, label: "right" },
     ],
     pipes: [
       { circuit: 0, path: [[205, 60], [left, 60], [left, 213], [215, 213]] },
@@ -145,13 +145,13 @@ function twoStage(): Layout {
       { circuit: 0, path: [[500, 124], [500, 60], [355, 60]] },
     ],
     points: [
-      point("condenser.outlet", 175, 60, "below"), point("heat_exchanger.liquid_outlet", 170, 247, "below"),
-      point("expansion_device.inlet", left, 305, "left"), point("evaporator.inlet", 175, 410, "above"),
-      point("evaporator.outlet", 385, 410, "above"), point("low_compressor.inlet", 500, 380, "right"),
+      point("condenser.outlet", 165, 60, "below"), point("heat_exchanger.liquid_outlet", 170, 247, "below"),
+      point("expansion_device.inlet", left, 305, "left"), point("evaporator.inlet", 165, 410, "above"),
+      point("evaporator.outlet", 395, 410, "above"), point("low_compressor.inlet", 500, 380, "right"),
       point("low_compressor.outlet", 500, 285, "right"), point("injection_valve.outlet", 325, 135, "above"),
       point("heat_exchanger.injection_outlet", 375, 247, "below"), point("injection_line.outlet", 455, 247, "below"),
       point("high_compressor.inlet", 500, 205, "right"), point("high_compressor.outlet", 500, 100, "right"),
-      point("condenser.inlet", 385, 60, "below"),
+      point("condenser.inlet", 395, 60, "below"),
     ],
   };
 }
@@ -159,22 +159,22 @@ function twoStage(): Layout {
 // Stage 1 is the lowest; between each two compressors stands a tank.
 function multiStage(compressors: number): Layout {
   const rise = 105, top = 60;
-  const bottom = top + 110 + rise * (compressors - 1) + 45;
+  const bottom = top + 130 + rise * (compressors - 1) + 45;
   const devices: Device[] = [
     { kind: "exchanger", place: "condenser", x: middle, y: top, label: "above" },
     { kind: "exchanger", place: "evaporator", x: middle, y: bottom, label: "below" },
-    { kind: "valve", place: "expansion_device", x: left, y: bottom - 60, turned: true, label: "right" },
+    { kind: "valve", place: "expansion_device", x: left, y: bottom - 40, turned: true, label: "right" },
   ];
   const pipes: Pipe[] = [];
   const points = [
-    point("condenser.outlet", 175, top, "below"), point("evaporator.inlet", 175, bottom, "above"),
-    point("evaporator.outlet", 385, bottom, "above"), point("condenser.inlet", 385, top, "below"),
+    point("condenser.outlet", 165, top, "below"), point("evaporator.inlet", 165, bottom, "below"),
+    point("evaporator.outlet", 395, bottom, "above"), point("condenser.inlet", 395, top, "below"),
   ];
-  const heightOf = (stage: number) => bottom - 60 - rise * (stage - 1);  // of the compressor of a stage
+  const heightOf = (stage: number) => bottom - 80 - rise * (stage - 1);  // of the compressor of a stage
   for (let stage = 1; stage <= compressors; ++stage) {
     const y = heightOf(stage), last = stage === compressors;
     devices.push({
-      kind: "compressor", place: last ? "last_compressor" : `stage${stage}.compressor`, x: 500, y, label: "left",
+      kind: "compressor", place: last ? "last_compressor" : `stage${stage}.compressor`, x: 500, y, label: "right",
     });
     points.push(point(last ? "last_compressor.outlet" : `stage${stage}.compressor.outlet`, 500, y - 42, "right"));
     const above = last ? top : heightOf(stage + 1);
@@ -197,9 +197,9 @@ function multiStage(compressors: number): Layout {
       point(`stage${stage}.flash_tank.liquid`, 220, y + 36, "right"));
     from = [[220, y + 26], [220, y + 36], [left, y + 36]];
   }
-  pipes.push({ circuit: 0, path: [...from, [left, bottom - 76]] }, { circuit: 0, path: [[left, bottom - 44], [left, bottom], [205, bottom]] });
-  points.push(point("liquid_line.outlet", left, top + 45, "left"));
-  return { width: 590, height: bottom + 60, devices, pipes, points };
+  pipes.push({ circuit: 0, path: [...from, [left, bottom - 56]] }, { circuit: 0, path: [[left, bottom - 24], [left, bottom], [205, bottom]] });
+  points.push(point("liquid_line.outlet", left, bottom - 77, "left"));
+  return { width: 665, height: bottom + 60, devices, pipes, points };
 }
 
 function rankine(): Layout {
@@ -218,10 +218,10 @@ function rankine(): Layout {
       { circuit: 0, path: [[left, 162], [left, 60], [205, 60]] },
     ],
     points: [
-      point("boiler.outlet", 385, 60, "below"), point("turbine.inlet", right, 130, "right"),
-      point("turbine.outlet", right, 232, "right"), point("condenser.inlet", 385, 300, "above"),
-      point("condenser.outlet", 175, 300, "above"), point("pump.outlet", left, 132, "left"),
-      point("boiler.inlet", 175, 60, "below"),
+      point("boiler.outlet", 395, 60, "below"), point("turbine.inlet", right, 130, "right"),
+      point("turbine.outlet", right, 232, "right"), point("condenser.inlet", 395, 300, "above"),
+      point("condenser.outlet", 165, 300, "above"), point("pump.outlet", left, 132, "left"),
+      point("boiler.inlet", 165, 60, "below"),
     ],
   };
 }
@@ -242,8 +242,9 @@ function combined(): Layout {
   low.pipes[0] = { circuit: 1, path: [[205, 380], [left, 380], [left, 422]] };
   low.pipes[1] = { circuit: 1, path: [[left, 571], [left, 620], [205, 620]] };
   low.pipes.push({ circuit: 1, path: [[left, 458], [left, 539]] },
-    { circuit: 0, heat: true, path: [[45, 440], [24, 440], [24, 330], [240, 330], [240, 303]] });
-  low.points = low.points.filter((one) => one.key !== "low.expansion_device.inlet");
+    { circuit: 0, heat: true, path: [[45, 440], [24, 440], [24, 330], [213, 330], [213, 303]] });
+  low.points = low.points.filter((one) => one.key !== "low.expansion_device.inlet")
+    .map((one) => (one.key === "low.condenser.outlet" ? { ...one, side: "above" } : one));
   low.points.push(at("low.subcooler.inlet", left, 402, "right"), at("low.subcooler.outlet", left, 478, "right"),
     at("low.expansion_device.inlet", left, 516, "right"));
   return together(560, 680, simple("medium.", 0, 60, 280), low);
@@ -270,7 +271,7 @@ function pumped(): Layout {
       point("loop.evaporator.outlet", 400, 570, "below", 1), point("loop.low_pressure_vapor_line.outlet", 345, 452, "below", 1),
       point("loop.condenser.inlet", 400, 385, "right", 1), point("loop.condenser.outlet", 160, 385, "left", 1),
       point("loop.pump.inlet", 150, 452, "below", 1), point("loop.pump.outlet", left, 549, "left", 1),
-      point("loop.evaporator.inlet", 175, 570, "below", 1),
+      point("loop.evaporator.inlet", 165, 570, "below", 1),
     ],
   };
   return together(560, 630, simple("high.", 0, 60, 280, { bottom: "none" }), loop);
@@ -278,24 +279,24 @@ function pumped(): Layout {
 
 function booster(): Layout {
   return {
-    width: 680, height: 590,
+    width: 790, height: 590,
     devices: [
       { kind: "exchanger", place: "gas_cooler", x: 310, y: 60, label: "above" },
       { kind: "internal exchanger", place: "heat_exchanger", x: 310, y: 180, label: "above" },
-      { kind: "valve", place: "high_pressure_valve", x: 80, y: 240, turned: true, label: "right" },
-      { kind: "tank", place: "receiver", x: 190, y: 300, label: "below" },
+      { kind: "valve", place: "high_pressure_valve", x: 80, y: 262, turned: true, label: "right" },
+      { kind: "tank", place: "receiver", x: 190, y: 300, label: "right" },
       { kind: "valve", place: "bypass_valve", x: 340, y: 288, label: "above" },
       { kind: "valve", place: "mt_expansion_device", x: 230, y: 415, label: "above" },
       { kind: "exchanger", place: "mt_evaporator", x: 370, y: 415, width: 120, label: "above" },
       { kind: "valve", place: "lt_expansion_device", x: 230, y: 530, label: "above" },
       { kind: "exchanger", place: "lt_evaporator", x: 370, y: 530, width: 120, label: "above" },
-      { kind: "compressor", place: "low_stage_compressor", x: 590, y: 465, label: "left" },
-      { kind: "compressor", place: "high_stage_compressor", x: 590, y: 115, label: "left" },
+      { kind: "compressor", place: "low_stage_compressor", x: 590, y: 465, label: "right" },
+      { kind: "compressor", place: "high_stage_compressor", x: 590, y: 115, label: "right" },
     ],
     pipes: [
       { circuit: 0, path: [[235, 60], [80, 60], [80, 163], [245, 163]] },
-      { circuit: 0, path: [[245, 197], [80, 197], [80, 224]] },
-      { circuit: 0, path: [[80, 256], [80, 300], [160, 300]] },
+      { circuit: 0, path: [[245, 197], [80, 197], [80, 246]] },
+      { circuit: 0, path: [[80, 278], [80, 300], [160, 300]] },
       { circuit: 0, path: [[220, 288], [324, 288]] },
       { circuit: 0, path: [[356, 288], [500, 288]] },
       { circuit: 0, path: [[190, 326], [190, 350], [130, 350], [130, 415], [214, 415]] },
@@ -317,7 +318,7 @@ function booster(): Layout {
       point("lt_evaporator.outlet", 480, 530, "below"), point("low_stage_compressor.outlet", 590, 400, "right"),
       point("mixed_vapors", 500, 325, "right"), point("bypass_valve.outlet", 425, 288, "below"),
       point("suction_line_before_exchanger.inlet", 500, 248, "right"), point("heat_exchanger.vapor_inlet", 425, 197, "below"),
-      point("heat_exchanger.vapor_outlet", 425, 163, "above"), point("high_stage_compressor.inlet", 550, 163, "below"),
+      point("heat_exchanger.vapor_outlet", 445, 163, "above"), point("high_stage_compressor.inlet", 550, 163, "below"),
       point("high_stage_compressor.outlet", 590, 74, "right"), point("gas_cooler.inlet", 430, 60, "below"),
     ],
   };

@@ -3,7 +3,7 @@ import { fluidNamed, kindNamed, type App, type ViewPart } from "./app";
 import { Asking } from "./asking";
 import { ChartView, pngBlob, svgText } from "./chart";
 import { choices, make, newId, replace } from "./dom";
-import { scrolled } from "./figures";
+import { fullName, scrolled } from "./figures";
 import { csvOf, save } from "./files";
 import { fluidList } from "./fluid";
 import { isMissing, shown, shownUnit, withUnit } from "./numbers";
@@ -113,7 +113,7 @@ export class CompareView implements ViewPart {
       const best = way === "most" ? Math.max(...sound) : Math.min(...sound);
       const differ = sound.length > 1 && Math.max(...sound) - Math.min(...sound) > 1e-6 * Math.abs(best);
       const found = values.find(Boolean);
-      return { key, name: found?.name ?? key, unit: found?.unit, numbers, best: numbers.map((value) => way !== null && differ && value === best) };
+      return { key, name: found ? fullName(found) : key, unit: found?.unit, numbers, best: numbers.map((value) => way !== null && differ && value === best) };
     }).filter((row) => row.numbers.some((value) => !Number.isNaN(value)));
   }
 

@@ -12,11 +12,20 @@ function capital(text: string): string { return text === "" ? text : text[0]!.to
 
 // The number as it is read, the whole value behind it.
 export function figure(value: Value | undefined, digits = 5, tag: "dd" | "td" = "td"): HTMLElement {
+  const places = value && /^(°C|°F|K)$/.test(value.unit ?? "") ? 4 : 9;
   if (!value) return make(tag, {}, "–");
   if (typeof value.value === "string") return make(tag, { "data-key": value.key }, value.value);
   if (isMissing(value.value)) return make(tag, { "data-key": value.key, title: say("number.missing") }, "–");
   return make(tag, { "data-key": value.key, "data-value": value.value, title: withUnit(String(value.value), value.unit) },
-    tag === "dd" ? withUnit(shown(value.value, digits), value.unit) : shown(value.value, digits));
+    tag === "dd" ? withUnit(shown(value.value, digits, places), value.unit) : shown(value.value, digits, places));
+}
+
+// "Temperature" alone says little: of the compressor, at its outlet.
+export function fullName(value: Value): string {
+  const place = /(?:^|\.)((?:\w+_)?(?:compressor|turbine|exchanger))\.(outlet|inlet)?/.exec(value.key);
+  const own = place && !value.key.includes("performance.")
+    ? `${place[1]!.replaceAll("_", " ")} ${place[2] ? `${place[2]} ` : ""}${value.name.toLowerCase()}` : value.name;
+  return capital(own);
 }
 
 export function leadingFigures(kind: RequestKind, result: Result): HTMLElement {
@@ -26,9 +35,7 @@ export function leadingFigures(kind: RequestKind, result: Result): HTMLElement {
     const value = values.get(key);
     if (!value) continue;
     const circuit = circuitName(kind, key);
-    const place = /\.(compressor|turbine|high_compressor|low_compressor|last_compressor|high_stage_compressor|low_stage_compressor)\.(outlet|inlet)?/.exec(`.${key}`);
-    const own = place ? `${place[1]!.replaceAll("_", " ")} ${place[2] ? `${place[2]} ` : ""}${value.name.toLowerCase()}` : value.name;
-    list.append(make("div", {}, make("dt", {}, capital(own), circuit !== "" && make("small", {}, circuit)), figure(value, 5, "dd")));
+    list.append(make("div", {}, make("dt", {}, fullName(value), circuit !== "" && make("small", {}, circuit)), figure(value, 5, "dd")));
   }
   return list;
 }
@@ -76,7 +83,7 @@ export function pointsTable(kind: RequestKind, result: Result, attention: Attent
     make("th", { scope: "row" }, capital(point.label) + (point.stage ? ` (${say("form.stage", { number: point.stage }).toLowerCase()})` : "")),
     ...columns.map(([field]) => {
       const value = point[field] as number;
-      return isMissing(value) ? make("td", {}, "–") : make("td", { title: String(value) }, shown(value));
+      return isMissing(value) ? make("td", {}, "–") : make("td", { title: String(value) }, shown(value, 5, field.includes("temperature") ? 3 : 9));
     })));
   }
   const table = make("table", { class: "points" },

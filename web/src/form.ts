@@ -26,6 +26,7 @@ export class Form {
   readonly element: HTMLFormElement;
   private fields: Field[] = [];
   private structure = "";
+  private owners = new Map<Parameter, string>();  // the key that each parameter has, where several share their options
   private result: Result | null = null;
   private openGroups = new Map<string, boolean>();
 
@@ -74,6 +75,7 @@ export class Form {
     const focused = document.activeElement instanceof HTMLElement && this.element.contains(document.activeElement)
       ? document.activeElement.dataset.name : undefined;
     this.fields = [];
+    this.owners = ownersOf(kind, flat);
     replace(this.element, this.chooser(kind), ...kind.circuits.map((_, number) => this.circuit(kind, flat, number)));
     if (focused) this.element.querySelector<HTMLElement>(`[data-name="${CSS.escape(focused)}"]`)?.focus();
   }
@@ -160,8 +162,10 @@ export class Form {
 
   private field(parameter: Parameter, flat: Flat, place: string): HTMLElement {
     const id = newId("field"), noteId = newId("note");
-    const options = this.distinct(parameter);
-    const given = optionGiven(flat, parameter) ?? parameter.options.find((one) => one.number === parameter.typical.option)
+    const own = this.owners.get(parameter);
+    const taken = new Set([...this.owners.values()].filter((key) => key !== own));
+    const options = this.distinct(parameter).filter((one) => !taken.has(one.key));
+    const given = optionGiven(flat, parameter, taken) ?? parameter.options.find((one) => one.number === parameter.typical.option)
       ?? parameter.options[0]!;
     const label = options.length > 1
       ? choices(options.map((one) => ({ value: String(one.number), label: one.label })), String(given.number), {
@@ -351,4 +355,16 @@ export class Form {
 // As it was typed, with the signs that files have.
 function writtenAs(typed: string): string {
   return typed.trim().replace("\u2212", "-").replace(",", ".");
+}
+
+// First and second property of a state have the same options: what the first has is not the second's.
+function ownersOf(kind: RequestKind, flat: Flat): Map<Parameter, string> {
+  const owners = new Map<Parameter, string>();
+  for (const { parameters } of kind.circuits)
+    for (const parameter of parameters) {
+      if (parameter.options.some((option) => option.form === "word")) continue;
+      const key = optionGiven(flat, parameter, new Set(owners.values()))?.key;
+      if (key) owners.set(parameter, key);
+    }
+  return owners;
 }

@@ -54,7 +54,7 @@ function makeViews(app: App): Record<View, ViewPart> {
 function bar(app: App): { element: HTMLElement; show(state: State): void } {
   const { store } = app;
   const tabs = views.map((view) => make("button", {
-    type: "button", "data-view": view, click: () => store.change({ ...store.state, view }),
+    type: "button", "data-view": view, click: () => store.set({ ...store.state, view }),
   }, say(`view.${view}`)));
   const units = choices((["metric", "SI", "imperial"] as const).map((value) => ({ value, label: say(`units.${value}`) })),
     store.state.units, { "aria-label": say("units"), "data-name": "units" }, (value) => {

@@ -12,17 +12,18 @@ export function isMissing(value: unknown): boolean {
 }
 
 // As many digits as are read at a glance; the whole value belongs into a title.
-export function shown(value: number, digits = 5): string {
+export function shown(value: number, digits = 5, mostPlaces = 9): string {
   if (isMissing(value)) return "–";
-  if (value !== 0 && (Math.abs(value) < 1e-4 || Math.abs(value) >= 1e7)) {
+  if (mostPlaces >= 9 && value !== 0 && (Math.abs(value) < 1e-4 || Math.abs(value) >= 1e7)) {
     if (Math.abs(value) < 1e-9) return "0";
     const [mantissa, exponent] = value.toExponential(digits - 2).split("e");
     const raised = [...exponent!.replace("+", "")].map((c) => (c === "-" ? "⁻" : "⁰¹²³⁴⁵⁶⁷⁸⁹"[Number(c)])).join("");
     return `${mantissa!.replace(/\.?0+$/, "")} · 10${raised}`.replace("-", minus);
   }
-  const places = value === 0 ? 0 : Math.max(0, Math.min(6, digits - 1 - Math.floor(Math.log10(Math.abs(value)))));
+  const places = value === 0 ? 0 : Math.max(0, Math.min(mostPlaces, digits - 1 - Math.floor(Math.log10(Math.abs(value)))));
   const text = value.toFixed(places);
-  return (places > 0 ? text.replace(/\.?0+$/, "") : text).replace("-", minus);
+  const short = places > 0 ? text.replace(/\.?0+$/, "") : text;
+  return short === "-0" ? "0" : short.replace("-", minus);
 }
 
 // Units with the signs of print: m³/h, kJ/(kg·K).

@@ -73,9 +73,9 @@ export function parametersOfStage(kind: RequestKind, stage: number): Parameter[]
   }));
 }
 
-// The option of a parameter that is given.
-export function optionGiven(flat: Flat, parameter: Parameter) {
-  return parameter.options.find((option) => option.key !== "" && flat.has(option.key)
+// The option of a parameter that is given; `taken` are keys that belong to other parameters.
+export function optionGiven(flat: Flat, parameter: Parameter, taken: ReadonlySet<string> = new Set()) {
+  return parameter.options.find((option) => option.key !== "" && flat.has(option.key) && !taken.has(option.key)
     && (option.form !== "yes" || flat.get(option.key) !== false)
     && (option.form !== "no" || flat.get(option.key) !== true));
 }

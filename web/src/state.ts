@@ -119,6 +119,6 @@ export class Store {
     if (!next) return;
     to.push(this.now);
     this.lastTouched = "";
-    this.set(next);
+    this.set({ ...next, view: this.now.view });
   }
 }

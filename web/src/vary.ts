@@ -3,7 +3,7 @@ import { kindNamed, type App, type ViewPart } from "./app";
 import { Asking } from "./asking";
 import { ChartView, pngBlob, svgText } from "./chart";
 import { choices, make, newId, replace, type Choice } from "./dom";
-import { scrolled } from "./figures";
+import { fullName, scrolled } from "./figures";
 import { csvOf, save } from "./files";
 import { isMissing, joined, numberIn, partsOf, shown, shownUnit, withUnit, writtenNumber } from "./numbers";
 import { nested, parametersOfStage, type Flat } from "./request";
@@ -85,14 +85,10 @@ export class VaryView implements ViewPart {
     const kind = kindNamed(this.app, String(state.requests.cycle.get("request")));
     const numbers = (this.result?.values ?? []).filter((value) => typeof value.value === "number" && value.row === undefined
       && value.section && !value.key.includes("diagram."));
-    const label = (value: (typeof numbers)[number]) => {
-      const words = value.key.replaceAll(".", " ").replaceAll("_", " ");
-      const text = value.key.startsWith("performance.") || value.key.startsWith("system.") ? value.name : words;
-      return withUnit(text[0]!.toUpperCase() + text.slice(1), value.unit && value.unit !== "-" ? `/ ${value.unit}` : "");
-    };
+    const label = (text: string, unit = "") => text[0]!.toUpperCase() + text.slice(1) + (shownUnit(unit) === "" ? "" : ` / ${shownUnit(unit)}`);
     const leading = kind.leading.map((key) => numbers.find((value) => value.key === key)).filter((value) => value !== undefined);
-    return [...leading.map((value) => ({ value: value.key, label: label(value), group: say("result.figures") })),
-      ...numbers.filter((value) => !leading.includes(value)).map((value) => ({ value: value.key, label: label(value), group: say("result.values") }))];
+    return [...leading.map((value) => ({ value: value.key, label: label(fullName(value), value.unit), group: say("result.figures") })),
+      ...numbers.filter((value) => !leading.includes(value)).map((value) => ({ value: value.key, label: label(value.key.replaceAll(".", " ").replaceAll("_", " "), value.unit), group: say("result.values") }))];
   }
 
   private proposal(one: Given, count: string): Varied {
@@ -255,7 +251,7 @@ export class VaryView implements ViewPart {
     }
     const value = this.result?.values.find((one) => one.key === key);
     const text = say("vary.at", {
-      kind: say(`vary.${this.way}`), result: (value?.name ?? key), value: withUnit(shown(best.value), value?.unit),
+      kind: say(`vary.${this.way}`), result: (value ? fullName(value) : key), value: withUnit(shown(best.value), value?.unit),
       parameter: first.label, at: withUnit(shown(best.at), first.unit),
     });
     replace(this.optimum, make("strong", { "data-at": best.at, "data-value": best.value }, text),
@@ -275,7 +271,7 @@ export class VaryView implements ViewPart {
 
   private paintOne(chart: ChartView, first: Given, second: Given | undefined, key: string, number: number): void {
     const value = this.result?.values.find((one) => one.key === key);
-    const name = value?.name ?? key;
+    const name = value ? fullName(value) : key;
     const families = new Map<number, [number, number][]>();
     for (const row of this.rows) {
       const family = second ? row.inputs[0]! : 0;
@@ -305,7 +301,7 @@ export class VaryView implements ViewPart {
     const heads = [...(second ? [second] : []), first].map((one) => ({ name: one.label, unit: one.unit as string | undefined }))
       .concat(keys.map((key) => {
         const value = this.result?.values.find((one) => one.key === key);
-        return { name: value?.name ?? key, unit: value?.unit };
+        return { name: value ? fullName(value) : key, unit: value?.unit };
       }));
     replace(this.table, make("details", { class: "cases" }, make("summary", {}, say("vary.table")), scrolled(make("table", { class: "rows" },
       make("thead", {}, make("tr", {}, ...heads.map((head) => make("th", { scope: "col" }, head.name, shownUnit(head.unit) !== "" && make("small", {}, shownUnit(head.unit)))))),
