@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
@@ -197,6 +198,11 @@ int lockFolder(std::string_view folder) {
 }
 void unlockFolder(int handle) {
     _close(handle);
+}
+
+PersonalData personalData() {
+    const char* const data = std::getenv("APPDATA");
+    return {data == nullptr ? "" : data, ""};
 }
 
 #else
@@ -456,6 +462,13 @@ int lockFolder(std::string_view folder) {
 void unlockFolder(int handle) {
     flock(handle, LOCK_UN);
     close(handle);
+}
+
+PersonalData personalData() {
+    const char* const data = std::getenv("XDG_DATA_HOME");
+    if (data != nullptr && data[0] == '/') return {data, ""};
+    const char* const home = std::getenv("HOME");
+    return {home == nullptr ? "" : home, ".local/share"};
 }
 
 #endif

@@ -82,4 +82,12 @@ bool findInAnyCase(std::string_view folder, std::string_view name, char* found);
 int lockFolder(std::string_view folder);
 void unlockFolder(int handle);
 
+// Where the system keeps the data of the person that runs the program: a folder, and the path below it.
+//   Notes     %APPDATA% on Windows, elsewhere $XDG_DATA_HOME, or ~/.local/share where that is not set or, against its
+//             rules, relative. The base is empty where the system names none.
+struct PersonalData {
+    std::string_view base, below;
+};
+PersonalData personalData();
+
 }  // namespace frigana

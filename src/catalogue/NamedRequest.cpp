@@ -6,6 +6,7 @@
 #include <set>
 
 #include "EditDistance.h"
+#include "StoredBlends.h"
 
 namespace frigana::catalogue {
 
@@ -74,7 +75,9 @@ std::string lowercase(std::string_view text) {
 
 class Reader {
   public:
-    Reader(const Node& tree, const FluidNames& names) : names_(names) { flatten(tree, "", leaves_); }
+    Reader(const Node& tree, const FluidNames& names, const std::string& blends) : names_(names), blends_(blends) {
+        flatten(tree, "", leaves_);
+    }
 
     NamedRequest read() {
         if (readRequestName()) {
@@ -301,7 +304,7 @@ class Reader {
     void readBlendName(const std::string& prefix, Fluid& fluid) {
         const Leaf* leaf = find(prefix + "blend_name");
         if (leaf == nullptr) {
-            if (fluid.kind == 3) fluid.blendName = "blend";
+            if (fluid.kind == 3 && fluid.blendName.empty()) fluid.blendName = "blend";
             return;
         }
         constexpr std::size_t longest = 60;
@@ -311,6 +314,23 @@ class Reader {
             std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= ' '; });
         if (!usable) return fail(*leaf, "a blend has the name of a file, with at most 60 characters");
         fluid.blendName = text;
+    }
+
+    // A name of the installation, or else of a blend that the person has stored.
+    void readFluidName(const Leaf& leaf, Fluid& fluid) {
+        FoundFluid found = names_.find(leaf.node->text);
+        if (found.file.empty()) {
+            if (const auto stored = storedBlend(leaf.node->text, blends_, names_, found.problem)) {
+                fluid.kind = stored->kind;
+                fluid.components = stored->components;
+                fluid.byMass = stored->byMass;
+                fluid.blendName = stored->blendName;
+                return;
+            }
+            fail(leaf, found.problem);
+        }
+        fluid.kind = found.blend ? 2 : 1;
+        fluid.file = found.file;
     }
 
     Fluid readFluid(const std::string& prefix) {
@@ -324,10 +344,7 @@ class Reader {
         if (leaf->node->kind == Node::Kind::table) {
             readComponents(*leaf, prefix, fluid);
         } else if (leaf->node->kind == Node::Kind::text) {
-            const FoundFluid found = names_.find(leaf->node->text);
-            if (found.file.empty()) fail(*leaf, found.problem);
-            fluid.kind = found.blend ? 2 : 1;
-            fluid.file = found.file;
+            readFluidName(*leaf, fluid);
             if (const Leaf* basis = find(prefix + "fractions"))
                 fail(*basis, "fractions are those of a blend that is listed by its components");
         } else {
@@ -706,6 +723,7 @@ class Reader {
     }
 
     const FluidNames& names_;
+    const std::string& blends_;
     std::vector<Leaf> leaves_;
     std::set<std::string, std::less<>> general_;
     std::map<std::string, Known, std::less<>> known_;
@@ -733,13 +751,13 @@ Node treeOf(std::string_view text, NamedFormat format, std::vector<Problem>& pro
 
 }  // namespace
 
-NamedRequest readNamed(std::string_view text, NamedFormat format, const FluidNames& names) {
+NamedRequest readNamed(std::string_view text, NamedFormat format, const FluidNames& names, const std::string& blends) {
     NamedRequest failed;
     // The mark that some editors put in front of UTF-8.
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
     const Node tree = treeOf(text, format, failed.problems);
     if (!failed.problems.empty()) return failed;
-    return Reader(tree, names).read();
+    return Reader(tree, names, blends).read();
 }
 
 std::string requestNameOf(std::string_view text, NamedFormat format) {

@@ -25,8 +25,10 @@ struct NamedRequest {
 // Reads a named request.
 //   Given     text    the file
 //             names   fluids of the installation
+//             blends  folder of the blends that a person has stored, where a name may be that of one of them
 //   Returned  (value) the request, or all that is wrong with it
-NamedRequest readNamed(std::string_view text, NamedFormat format, const FluidNames& names);
+NamedRequest readNamed(std::string_view text, NamedFormat format, const FluidNames& names,
+                       const std::string& blends = {});
 
 // Reads the name alone, for who has to know it before the rest; empty where there is none.
 std::string requestNameOf(std::string_view text, NamedFormat format);

@@ -9,6 +9,7 @@
 #include "11_MainFrigana.h"
 #include "Platform.h"
 #include "RunResult.h"
+#include "StoredBlends.h"
 
 namespace frigana::catalogue {
 
@@ -93,12 +94,13 @@ void runFile(const std::string& path, const std::string& address, RunResult& res
     result.resultExists = fileExists(runReport.resultPath.view());
 }
 
+constexpr int propertyType = 1, storeBlendOperation = 7;
+
 // A blend of a cycle, stored in an installation of this run alone: its fluids are those of the real one.
 bool storeListedBlend(const FilledRequest& filled, const Fluid& fluid, const PrivateFolder& folder,
                       const std::string& address, RunResult& result) {
     FilledRequest store;
-    constexpr int propertyType = 1, storeBlend = 7;
-    store.request = findRequest(propertyType, storeBlend);
+    store.request = findRequest(propertyType, storeBlendOperation);
     store.blocks.push_back({{}, fluid, {}});
     const std::string path = folder / "blend.fi1";
     if (!writeText(path, positionalText(store))) {
@@ -129,7 +131,9 @@ bool makeInstallation(const FilledRequest& filled, const std::string& dataFolder
         if (block.fluid.kind == 2)
             fs::create_symlink(real / "mixtures" / block.fluid.file, installation / "mixtures" / block.fluid.file,
                                error);
-        if (block.fluid.kind == 3 && !storeListedBlend(filled, block.fluid, folder, address, result)) return false;
+        if (block.fluid.kind == 3 && filled.hasListedBlend() &&
+            !storeListedBlend(filled, block.fluid, folder, address, result))
+            return false;
     }
     return true;
 }
@@ -139,6 +143,18 @@ void tellNamesApart(FilledRequest& filled) {
     if (filled.blocks.size() == 2 && filled.blocks[0].fluid.kind == 3 && filled.blocks[1].fluid.kind == 3 &&
         filled.blocks[0].fluid.blendName == filled.blocks[1].fluid.blendName)
         filled.blocks[1].fluid.blendName += "2";
+}
+
+bool storesBlend(const FilledRequest& filled) {
+    return filled.request->type == propertyType && filled.request->sub == storeBlendOperation;
+}
+
+// The blend has been set up and its mixture file written, for this run alone: now the person has it.
+void keepBlend(const FilledRequest& filled, const RunOptions& options, RunResult& result) {
+    std::string path;
+    const std::string problem = storeOwnBlend(filled, options.blendFolder, FluidNames::of(options.dataFolder), path);
+    if (!problem.empty()) return failWith(result, problem);
+    result.report.resultPath = std::string_view(path);
 }
 
 }  // namespace
@@ -153,7 +169,8 @@ RunResult runFilled(const FilledRequest& given, const RunOptions& options) {
     }
     FilledRequest filled = given;
     std::string address = options.dataFolder + "/frigana";
-    if (filled.hasListedBlend()) {
+    const bool keepsBlend = storesBlend(filled) && !options.blendFolder.empty();
+    if (filled.hasListedBlend() || keepsBlend) {
         tellNamesApart(filled);
         if (!makeInstallation(filled, options.dataFolder, folder, result)) return result;
         address = folder / "data/frigana";
@@ -175,6 +192,7 @@ RunResult runFilled(const FilledRequest& given, const RunOptions& options) {
         result.positional = text;
         result.resultText = contentOf(std::string(trimRight(result.report.resultPath.view())));
     }
+    if (keepsBlend && result.isDone()) keepBlend(filled, options, result);
     result.indexKeys();
     return result;
 }

@@ -85,6 +85,7 @@ struct RunOptions {
     std::string dataFolder;         // holds the folders fluids and mixtures
     bool keepTexts = false;         // positional request and result become part of the RunResult
     std::string outputFolder = {};  // of a positional request: where its result goes instead of beside it
+    std::string blendFolder = {};   // of a named request: where a blend is stored instead of in the installation
 };
 
 // Runs a request in a private folder that is gone afterwards. The second run of line sizing makes its first run
