@@ -6,6 +6,7 @@
 #include "Commands.h"
 #include "Names.h"
 #include "OPENFL.h"
+#include "Outputs.h"
 #include "Picture.h"
 #include "StateChart.h"
 #include "Units.h"
@@ -71,6 +72,8 @@ int run(ChartOptions& options) {
         style.otherUnits = catalogue::unitSystemOf(options.otherUnits);
         if (!style.otherUnits) return complain(usageError, options.otherUnits + ": units are SI, metric or imperial");
     }
+    if (const std::string clash = clashOf({}, options.pictures); !clash.empty())
+        return complain(usageError, clash + " would be written over");
     for (const std::string& picture : options.pictures) {
         const auto format = charts::formatOf(picture);
         if (!format) return complain(usageError, picture + ": a picture has the extension .svg, .png or .pdf");

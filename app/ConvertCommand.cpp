@@ -4,7 +4,9 @@
 
 #include "Commands.h"
 #include "NamedRequest.h"
+#include "Outputs.h"
 #include "RunResult.h"
+#include "StoredBlends.h"
 
 namespace frigana::app {
 
@@ -30,7 +32,7 @@ int toNamed(const Options& options, const std::string& text) {
 }
 
 int toPositional(const Options& options, const std::string& text, NamedFormat format) {
-    const NamedRequest named = readNamed(text, format, FluidNames::of(options.data));
+    const NamedRequest named = readNamed(text, format, FluidNames::of(options.data), personalFolder());
     for (const Problem& problem : named.problems) std::cerr << message(options.file, problem) << '\n';
     if (!named.problems.empty()) return named.request == nullptr ? runtimeError : refused;
     if (named.runs.size() != 1)
@@ -57,6 +59,8 @@ Command addConvert(CLI::App& program) {
     line->add_option("--data", options->data, dataFolderHelp);
     return {line, [&program, options] {
                 if (const int status = findDataFolder(program, options->data, " with --data")) return status;
+                if (const std::string clash = clashOf({options->file}, {options->out}); !clash.empty())
+                    return complain(usageError, clash + " would be written over");
                 std::string text;
                 if (!readInput(options->file, text)) return runtimeError;
                 switch (kindOf(options->file, text)) {

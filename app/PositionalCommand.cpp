@@ -12,6 +12,7 @@
 #include "ChartOutput.h"
 #include "Commands.h"
 #include "Folders.h"
+#include "Outputs.h"
 #include "Report.h"
 #include "ScratchFiles.h"
 #include "TextFile.h"
@@ -59,26 +60,6 @@ bool writeTo(const std::string& path, const RunResult& result, Print print, cons
     return static_cast<bool>(file);
 }
 
-bool sameFile(const std::string& a, const std::string& b) {
-    namespace fs = std::filesystem;
-    if (a.empty() || b.empty() || a == "-" || b == "-") return false;
-    std::error_code none;
-    return fs::equivalent(a, b, none) || fs::weakly_canonical(a, none) == fs::weakly_canonical(b, none);
-}
-
-// The first of the files to be written that is the request, its result, or another of them.
-std::string clashOf(const Options& options) {
-    const auto& [request, data, json, csv, output, chart] = options;
-    std::string result = request.substr(0, request.size() - 2) + "o";
-    if (!output.empty() && output != "-") result = output + "/" + std::filesystem::path(result).filename().string();
-    for (const std::string& file : {json, csv})
-        for (const std::string& other : {request, result + "1", result + "0"})
-            if (sameFile(file, other)) return file;
-    const int toStandardOutput = (json == "-") + (csv == "-") + (output == "-");
-    if (toStandardOutput > 1) return "standard output";
-    return sameFile(json, csv) ? json : std::string();
-}
-
 // An interrupted run leaves neither scratch files nor half a result.
 void removeOnSignals() {
     for (const int signal : {SIGINT, SIGTERM}) {
@@ -114,7 +95,9 @@ int runPositional(const CLI::App& program, Options& options) {
         return complain(usageError, request +
                                         ": the path of a request ends with .fi1, the first of it, and has at most "
                                         "255 characters");
-    if (const std::string clash = clashOf(options); !clash.empty())
+    std::vector<std::string> outputs{json, csv, output == "-" ? output : std::string()};
+    outputs.insert(outputs.end(), chart.pictures.begin(), chart.pictures.end());
+    if (const std::string clash = clashOf(filesAround(request, output), outputs); !clash.empty())
         return complain(usageError, clash + " would be written over");
     if (const int status = findDataFolder(program, options.data, " with --data")) return status;
     const std::string address = data + "/frigana";

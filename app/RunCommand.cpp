@@ -7,8 +7,10 @@
 #include "ChartOutput.h"
 #include "Commands.h"
 #include "NamedRequest.h"
+#include "Outputs.h"
 #include "Remarks.h"
 #include "Report.h"
+#include "StoredBlends.h"
 
 namespace frigana::app {
 
@@ -36,7 +38,13 @@ class Runner {
 
     int run() {
         if (!options_.units.empty()) units_ = unitSystemOf(options_.units);
-        for (const std::string& file : options_.files) runOneFile(file);
+        if (const std::string clash = clashOfOutputs(); !clash.empty())
+            return complain(usageError, clash + " would be written over");
+        for (const std::string& file : options_.files) {
+            runOneFile(file);
+            if (isInterrupted()) break;
+        }
+        releaseSignals();
         if (!keepTexts()) return runtimeError;
         if (!report()) return runtimeError;
         if (const int status = draw()) return status;
@@ -44,6 +52,18 @@ class Runner {
     }
 
   private:
+    const std::string blends_ = personalFolder();
+
+    std::string clashOfOutputs() const {
+        std::vector<std::string> inputs;
+        for (const std::string& file : options_.files) {
+            inputs.push_back(file);
+            if (!file.ends_with(".fi1")) continue;
+            for (const std::string& around : filesAround(file, {})) inputs.push_back(around);
+        }
+        return clashOf(inputs, {options_.json, options_.csv, options_.fi1, options_.fo1});
+    }
+
     bool keeping() const { return !options_.fi1.empty() || !options_.fo1.empty(); }
 
     void runOneFile(const std::string& file) {
@@ -52,6 +72,7 @@ class Runner {
             raise(runtimeError);
             return;
         }
+        holdSignals();
         switch (kindOf(file, text)) {
             case FileKind::positional:
                 return runPositionalFile(file, text);
@@ -90,15 +111,17 @@ class Runner {
     }
 
     void runNamed(const std::string& file, const std::string& text, NamedFormat format) {
-        const NamedRequest named = readNamed(text, format, FluidNames::of(options_.data));
+        const NamedRequest named = readNamed(text, format, FluidNames::of(options_.data), blends_);
         if (!named.problems.empty()) {
             const int status = named.request == nullptr ? runtimeError : refused;
             refused_.push_back({shownName(file), named.problems, status});
             return raise(status);
         }
         firstOfFile_.push_back(results_.size());
-        for (const FilledRequest& filled : named.runs)
-            add(runFilled(filled, {options_.data, keeping()}), shownName(file), named.units, false);
+        for (const FilledRequest& filled : named.runs) {
+            if (isInterrupted()) return;
+            add(runFilled(filled, {options_.data, keeping(), {}, blends_}), shownName(file), named.units, false);
+        }
     }
 
     static std::string shownName(const std::string& file) { return file == "-" ? "standard input" : file; }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -181,6 +182,134 @@ TEST_F(Named, ACycleTakesABlendByItsComponents) {
     EXPECT_TRUE(contains(outcome.said, "Mine.mix")) << outcome.said;
     EXPECT_FALSE(std::filesystem::exists(std::string(test::dataFolder) + "/mixtures/Mine.mix"));
     EXPECT_EQ(run("convert " + quoted).status, 2);
+}
+
+// The folder of the person's data is one of the test's own.
+struct OwnBlends : Named {
+    std::string home = folder.path("home"), blends = home + "/frigana";
+    const char* before = std::getenv("XDG_DATA_HOME");
+    std::string older = before == nullptr ? "" : before;
+    void SetUp() override {
+        setenv("XDG_DATA_HOME", home.c_str(), 1);
+        writeFile(request,
+                  "request = \"store-blend\"\nfluid = { R1234yf = 0.56, R134a = 0.44 }\nblend_name = \"Mine\"\n");
+    }
+    void TearDown() override {
+        if (before == nullptr)
+            unsetenv("XDG_DATA_HOME");
+        else
+            setenv("XDG_DATA_HOME", older.c_str(), 1);
+    }
+    static std::string withFluid(const std::string& fluid) {
+        std::string text = chiller;
+        return text.replace(text.find("\"R134a\""), 7, fluid);
+    }
+};
+
+TEST_F(OwnBlends, AreStoredBesideNobodyAndServeByTheirComposition) {
+    const Outcome stored = run("run " + quoted);
+    ASSERT_EQ(stored.status, 0) << stored.said;
+    EXPECT_TRUE(contains(stored.said, "Mixture file: " + blends + "/Mine.toml\n")) << stored.said;
+    EXPECT_TRUE(std::filesystem::exists(blends + "/Mine.toml"));
+    EXPECT_FALSE(std::filesystem::exists(std::string(test::dataFolder) + "/mixtures/Mine.mix"));
+    // By name, whatever its case, the same figures as by components.
+    writeFile(request, withFluid("{ R1234yf = 0.56, R134a = 0.44 }\nblend_name = \"Mine\""));
+    const Outcome listed = run("run --csv - " + quoted);
+    for (const char* name : {"\"Mine\"", "\"mine\"", "\"MI-NE\""}) {
+        writeFile(request, withFluid(name));
+        const Outcome named = run("run --csv - " + quoted);
+        ASSERT_EQ(named.status, 0) << named.said;
+        EXPECT_EQ(named.said, listed.said) << name;
+    }
+    writeFile(request, "request = \"state-point\"\nfluid = \"Mine\"\ntemperature = \"300 K\"\npressure = \"1 bar\"\n");
+    EXPECT_EQ(run("run " + quoted).status, 0);
+    const Outcome converted = run("convert " + quoted);
+    EXPECT_EQ(converted.status, 0);
+    EXPECT_TRUE(contains(converted.said, "R1234YF.FLD\n0.56\n")) << converted.said;
+}
+
+TEST_F(OwnBlends, OneOfTheSameNameInAnyCaseIsReplaced) {
+    ASSERT_EQ(run("run " + quoted).status, 0);
+    writeFile(request, "request = \"store-blend\"\nfluid = { R32 = 0.5, R125 = 0.5 }\nblend_name = \"MINE\"\n");
+    ASSERT_EQ(run("run " + quoted).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(blends + "/Mine.toml"));
+    writeFile(request, withFluid("\"Mine\""));
+    EXPECT_EQ(run("run " + quoted).status, 0);
+    writeFile(request, "request = \"fluid-information\"\nfluid = \"Mine\"\n");
+    const Outcome facts = run("convert " + quoted);
+    EXPECT_TRUE(contains(facts.said, "R32.FLD\n0.5\n")) << facts.said;
+}
+
+TEST_F(OwnBlends, WhatCannotBeStoredIsRefusedAndNothingIsLeft) {
+    writeFile(request, "request = \"store-blend\"\nfluid = { R32 = 0.5, R125 = 0.5 }\nblend_name = \"R410a\"\n");
+    const Outcome shipped = run("run " + quoted);
+    EXPECT_EQ(shipped.status, 2);
+    EXPECT_TRUE(contains(shipped.said, "107204")) << shipped.said;
+    EXPECT_FALSE(std::filesystem::exists(blends));
+    // The folder is a file.
+    writeFile(home, "");
+    writeFile(request, "request = \"store-blend\"\nfluid = { R32 = 0.5, R125 = 0.5 }\nblend_name = \"Mine\"\n");
+    const Outcome nowhere = run("run " + quoted);
+    EXPECT_EQ(nowhere.status, 3);
+    EXPECT_TRUE(contains(nowhere.said, blends + "/Mine.toml cannot be written")) << nowhere.said;
+}
+
+TEST_F(OwnBlends, AFileThatIsNoBlendIsTold) {
+    std::filesystem::create_directories(blends);
+    writeFile(blends + "/Mine.toml", "request = \"store-blend\"\nfluid = { R1334a = 1 }\nblend_name = \"Mine\"\n");
+    writeFile(request, withFluid("\"Mine\""));
+    Outcome outcome = run("run " + quoted);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(contains(outcome.said, "is a stored blend that cannot be read: " + blends + "/Mine.toml:2:"))
+        << outcome.said;
+    writeFile(blends + "/Mine.toml", "request = \"fluid-information\"\nfluid = \"R134a\"\n");
+    outcome = run("run " + quoted);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(contains(outcome.said, "lists no components")) << outcome.said;
+}
+
+TEST_F(Named, NoOutputIsWrittenOverARequestOrAnotherOne) {
+    const std::string other = folder.path("x.json"), positional = folder.path("plant.fi1");
+    writeFile(positional, readFile(std::string(test::examplesFolder) + "/small_chiller.fi1"));
+    const std::string kept = readFile(positional);
+    for (const std::string& arguments :
+         {"run " + quoted + " --json " + quoted, "run " + quoted + " --csv " + quoted,
+          "run " + quoted + " --fi1 " + quoted, "run " + quoted + " --fo1 " + quoted,
+          "run " + quoted + " --json '" + other + "' --csv '" + other + "'",
+          "run " + quoted + " --json '" + other + "' --fo1 '" + folder.path("./x.json") + "'",
+          "run " + quoted + " --json - --csv -", "run '" + positional + "' --json '" + folder.path("plant.fo1") + "'",
+          "run '" + positional + "' " + quoted + " --csv '" + positional + "'",
+          "convert " + quoted + " --out " + quoted,
+          "chart ph R134a --out '" + folder.path("a.svg") + "' --out '" + folder.path("./a.svg") + "'",
+          "'" + positional + "' --chart '" + folder.path("a.svg") + "' --chart '" + folder.path("a.svg") + "'"}) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 1) << arguments;
+        EXPECT_TRUE(contains(outcome.said, "would be written over")) << arguments << '\n' << outcome.said;
+        EXPECT_EQ(readFile(request), chiller) << arguments;
+        EXPECT_EQ(readFile(positional), kept) << arguments;
+        EXPECT_EQ(filesBeside(), 2u) << arguments;
+    }
+}
+
+TEST_F(Named, OutputThatCannotBeWrittenExitsWithThree) {
+    for (const std::string& arguments :
+         {"run " + quoted, "run --json - " + quoted, "run --csv - " + quoted, "run --quiet --fi1 - " + quoted,
+          "convert " + quoted, std::string("new basic"), std::string("explain basic"), std::string("schema basic"),
+          std::string("state R134a T=300K q=1"), std::string("completion bash"), std::string("chart ph R134a --out -")})
+        for (const char* nowhere : {" >/dev/full 2>/dev/null #", " >&- 2>/dev/null #"}) {
+            if (!std::filesystem::exists("/dev/full")) continue;
+            EXPECT_EQ(run(arguments + nowhere).status, 3) << arguments << nowhere;
+        }
+    for (const char* option : {"--json", "--csv", "--fi1", "--fo1"}) {
+        for (const std::string& nowhere : {std::string("/dev/full"), folder.path("none/x")}) {
+            const Outcome outcome = run("run " + quoted + " " + option + " '" + nowhere + "'");
+            EXPECT_EQ(outcome.status, 3) << option << ' ' << nowhere;
+            EXPECT_TRUE(contains(outcome.said, nowhere + ": cannot be written")) << outcome.said;
+        }
+    }
+    for (const std::string& arguments :
+         {"convert " + quoted + " --out ", std::string("new basic --out "), std::string("chart ph R134a --out ")})
+        EXPECT_EQ(run(arguments + "'" + folder.path("none/x.svg") + "'").status, 3) << arguments;
 }
 
 TEST_F(Named, TemplatesOfEveryRequestAreReadyToRun) {
