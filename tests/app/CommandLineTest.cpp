@@ -247,6 +247,21 @@ TEST_F(Program, AResultMayGoToAnotherFolderOrToStandardOutput) {
     EXPECT_EQ(files, 1);
 }
 
+// Pressures and temperatures of a booster with carbon dioxide, of which these fluids make no cycle.
+TEST_F(Program, ACycleWhoseFiguresAreNotFiniteIsRefused) {
+    const std::string booster = readFile(std::string(test::examplesFolder) + "/transcritical_booster.fi1");
+    for (const char* fluid : {"R124.FLD", "R515A.MIX", "R515B.MIX"}) {
+        std::string text = booster;
+        text.replace(text.find("CO2.FLD"), 7, fluid);
+        writeFile(request, text);
+        const Outcome outcome = run(quoted);
+        EXPECT_EQ(outcome.status, 2) << fluid;
+        EXPECT_TRUE(contains(outcome.said, "214299")) << outcome.said;
+        EXPECT_TRUE(contains(outcome.said, "Error: the cycle has no solution")) << outcome.said;
+        EXPECT_EQ(readFile(result).substr(0, 10), " 0\n 214299") << fluid;
+    }
+}
+
 TEST_F(Program, ARefusalIsShownEvenWhereItsFormCannotBeWritten) {
     std::string text = example();
     text.replace(text.find("1 268.15"), 8, "1 -77.00");

@@ -121,6 +121,26 @@ TEST_F(LineSizingProgram, ASecondRunWithoutAFirstIsToldSo) {
     EXPECT_FALSE(std::filesystem::exists(result));
 }
 
+// The first result is the plant's own by its title and its fluid.
+TEST_F(LineSizingProgram, TheFirstResultOfAnotherPlantIsRefused) {
+    const auto secondRun = withPicked(4, 4, 4);
+    for (const std::size_t line : {std::size_t{1}, std::size_t{2}}) {
+        write(example());
+        ASSERT_EQ(run(), 0) << said;
+        const std::string offers = readFile(firstResult);
+        auto other = secondRun;
+        other.at(line) = line == 1 ? "Another plant" : "R600A.FLD";
+        write(other);
+        EXPECT_EQ(run(), 2) << said;
+        EXPECT_TRUE(says("205201")) << said;
+        EXPECT_TRUE(says("Error: The first run was that of another plant: its title or fluid is another one!")) << said;
+        EXPECT_EQ(readFile(result).substr(0, 10), " 0\n 205201");
+        EXPECT_EQ(readFile(firstResult), offers);
+    }
+    write(secondRun);
+    EXPECT_EQ(run(), 0) << said;
+}
+
 TEST_F(LineSizingProgram, ADamagedFirstResultIsToldWithItsLine) {
     write(example());
     ASSERT_EQ(run(), 0);

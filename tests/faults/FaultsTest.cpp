@@ -5,6 +5,8 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <fstream>
 #include <random>
 #include <thread>
 
@@ -44,7 +46,9 @@ struct Faults : testing::Test {
     }
     void TearDown() override { fs::current_path(before); }
 
-    int run(const std::string& fault = "") { return finish(start(request, installation, fault, trace)); }
+    std::vector<std::string> arguments{request, "--data", installation};
+
+    int run(const std::string& fault = "") { return finish(start(arguments, fault, trace)); }
 
     // Names in the folder that end with a mark of a half file, and scratch files.
     std::vector<std::string> litter() const {
@@ -121,6 +125,12 @@ TEST_F(Faults, OfACascade) {
     strikeResult(example("cascade_cycle"));
 }
 
+TEST_F(Faults, OfACycleWithABlend) {
+    std::string text = example("small_chiller");
+    const auto fluid = text.find(".FLD"), begin = text.rfind('\n', fluid) + 1;
+    strikeResult(text.replace(begin, fluid + 4 - begin, "R410A.MIX"));
+}
+
 TEST_F(Faults, OfTheFirstRunOfLineSizing) {
     const std::string first = folder.path("plant.fo0");
     writeFile(request, example("line_sizing"));
@@ -175,6 +185,26 @@ TEST_F(Faults, OfAStoredBlend) {
                      });
 }
 
+// In the folder of the person's data, by name.
+TEST_F(Faults, OfABlendThatIsStoredByName) {
+    const std::string home = folder.path("home"), path = home + "/frigana/Mine.toml";
+    request = folder.path("blend.toml");
+    writeFile(request, "request = \"store-blend\"\nfluid = { R32 = 0.5, R125 = 0.5 }\nblend_name = \"Mine\"\n");
+    arguments = {"run", request, "--data", installation};
+    setenv("XDG_DATA_HOME", home.c_str(), 1);
+    ASSERT_EQ(run(), 0);
+    const std::string whole = readFile(path), old = "an older blend\n";
+    ASSERT_FALSE(whole.empty());
+    strikeEverywhere([&] { writeFile(path, old); },
+                     [&](int status) -> std::string {
+                         if (!fs::exists(path)) return "the older blend is lost";
+                         const std::string found = readFile(path);
+                         if (status == 0) return found == whole ? "" : "a wrong blend";
+                         return found == old ? "" : "half a blend";
+                     });
+    unsetenv("XDG_DATA_HOME");
+}
+
 // 200 kills at random moments.
 TEST_F(Faults, AKillLeavesTheOldResultNoneOrAWholeOne) {
     writeFile(request, example("cascade_cycle"));
@@ -187,7 +217,7 @@ TEST_F(Faults, AKillLeavesTheOldResultNoneOrAWholeOne) {
     int killed = 0, none = 0, older = 0, finished = 0;
     for (int i = 0; i < 200; ++i) {
         writeFile(result, old);
-        const pid_t process = start(request, installation);
+        const pid_t process = start(arguments);
         std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
         kill(process, SIGKILL);
         killed += finish(process) == 1000 + SIGKILL;
@@ -220,7 +250,7 @@ TEST_F(Faults, SignalsThatEndTheProgramLeaveNothingHalf) {
     for (int i = 0; i < 40; ++i) {
         fs::remove(result);
         const int signal = i % 2 == 0 ? SIGTERM : SIGINT;
-        const pid_t process = start(request, installation);
+        const pid_t process = start(arguments);
         std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
         kill(process, signal);
         ended += finish(process) == 1000 + signal;
@@ -233,6 +263,45 @@ TEST_F(Faults, SignalsThatEndTheProgramLeaveNothingHalf) {
     EXPECT_GT(ended, 20);
 }
 
+// A named request runs in a folder of its own, which is gone however the program ends.
+TEST_F(Faults, SignalsThatEndANamedRunLeaveNothingBehind) {
+    const std::string rooms = folder.path("rooms");
+    fs::create_directory(rooms);
+    setenv("TMPDIR", rooms.c_str(), 1);
+    request = folder.path("plant.toml");
+    writeFile(request, "request = \"state-point\"\nfluid = { R32 = 0.5, R125 = 0.5 }\npoints = [\n");
+    for (int point = 0; point < 60; ++point)
+        std::ofstream(request, std::ios::app) << "  { temperature = \"" << 250 + point << " K\", pressure = \"1 bar\" },\n";
+    std::ofstream(request, std::ios::app) << "]\n";
+    const std::string json = folder.path("plant.json");
+    arguments = {"run", request, "--data", installation, "--json", json};
+    auto begin = std::chrono::steady_clock::now();
+    ASSERT_EQ(run(), 0);
+    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
+    const std::string expected = readFile(json);
+    std::mt19937 random(20260103);
+    std::uniform_int_distribution<int> moment(0, static_cast<int>(whole.count()));
+    int ended = 0;
+    for (int i = 0; i < 40; ++i) {
+        fs::remove(json);
+        const int signal = i % 2 == 0 ? SIGTERM : SIGINT;
+        const pid_t process = start(arguments);
+        std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
+        kill(process, signal);
+        const int status = finish(process);
+        EXPECT_TRUE(status == 0 || status == 1000 + signal) << status;
+        ended += status != 0;
+        if (status == 0) {
+            EXPECT_EQ(readFile(json), expected);
+        }
+        EXPECT_TRUE(fs::is_empty(rooms)) << *fs::directory_iterator(rooms);
+        EXPECT_TRUE(litter().empty()) << litter().front();
+    }
+    std::printf("%d of 40 ended by the signal\n", ended);
+    EXPECT_GT(ended, 10);
+    unsetenv("TMPDIR");
+}
+
 TEST_F(Faults, TwoRunsInOneFolderWaitForEachOther) {
     // The same scratch names, different circuits.
     const std::string first = example("cascade_cycle");
@@ -242,13 +311,13 @@ TEST_F(Faults, TwoRunsInOneFolderWaitForEachOther) {
     writeFile(request, first);
     writeFile(other, second);
     ASSERT_EQ(run(), 0);
-    ASSERT_EQ(finish(start(other, installation)), 0);
+    ASSERT_EQ(finish(start({other, "--data", installation})), 0);
     const std::string expected = readFile(result), otherExpected = readFile(otherResult);
     ASSERT_NE(expected, otherExpected);
     int wrong = 0;
     constexpr int pairs = 60;
     for (int i = 0; i < pairs; ++i) {
-        const pid_t a = start(request, installation), b = start(other, installation);
+        const pid_t a = start(arguments), b = start({other, "--data", installation});
         wrong += finish(a) != 0;
         wrong += finish(b) != 0;
         wrong += readFile(result) != expected;

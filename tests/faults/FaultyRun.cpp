@@ -8,8 +8,10 @@
 
 namespace frigana::test {
 
-pid_t start(const std::string& request, const std::string& installation, const std::string& fault,
-            const std::string& trace) {
+pid_t start(const std::vector<std::string>& arguments, const std::string& fault, const std::string& trace) {
+    std::vector<char*> line{const_cast<char*>(FRIGANA_PROGRAM)};
+    for (const std::string& argument : arguments) line.push_back(const_cast<char*>(argument.c_str()));
+    line.push_back(nullptr);
     const pid_t child = fork();
     if (child != 0) return child;
     const int nowhere = open("/dev/null", O_RDWR);
@@ -19,7 +21,7 @@ pid_t start(const std::string& request, const std::string& installation, const s
         setenv("FRIGANA_FAULT", fault.c_str(), 1);
         setenv("FRIGANA_FAULT_TRACE", trace.c_str(), 1);
     }
-    execl(FRIGANA_PROGRAM, FRIGANA_PROGRAM, request.c_str(), "--data", installation.c_str(), nullptr);
+    execv(FRIGANA_PROGRAM, line.data());
     _exit(127);
 }
 
