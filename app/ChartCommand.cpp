@@ -77,8 +77,7 @@ int run(ChartOptions& options) {
     for (const std::string& picture : options.pictures) {
         const auto format = charts::formatOf(picture);
         if (!format) return complain(usageError, picture + ": a picture has the extension .svg, .png or .pdf");
-        if (!charts::canWrite(*format))
-            return complain(runtimeError, picture + ": this program was built without librsvg and draws SVG only");
+        if (!charts::canWrite(*format)) return complain(runtimeError, picture + ": " + charts::onlySvg);
     }
     std::optional<double> from, to;
     if (const int status = readTemperature(options.from, *units, "--from", from)) return status;

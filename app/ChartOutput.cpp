@@ -65,8 +65,7 @@ int drawCharts(const ChartOutput& output, const std::vector<const catalogue::Run
     for (const std::string& picture : output.pictures) {
         const auto format = charts::formatOf(picture);
         if (!format) return complain(usageError, picture + ": a picture has the extension .svg, .png or .pdf");
-        if (!charts::canWrite(*format))
-            return complain(runtimeError, picture + ": this program was built without librsvg and draws SVG only");
+        if (!charts::canWrite(*format)) return complain(runtimeError, picture + ": " + charts::onlySvg);
     }
     if (!output.columns.empty()) return drawColumns(output, results, style);
     if (results.size() != 1)

@@ -1,4 +1,5 @@
-// Pictures in files: SVG, and PNG and PDF of the same where librsvg was there when the program was built.
+// Pictures in files: SVG, and PNG and PDF of the same where librsvg was there when the program was built. It is loaded
+// when it is needed.
 #pragma once
 
 #include <optional>
@@ -12,8 +13,9 @@ enum class Format { svg, png, pdf };
 
 // The format that the extension of a path names.
 std::optional<Format> formatOf(const std::string& path);
-// Whether this program can write a format.
+// Whether this program can write a format, and what is said where it cannot.
 bool canWrite(Format format);
+inline constexpr char onlySvg[] = "this program was built without librsvg and draws SVG only";
 
 // Draws a plot in a size [px] into a file.
 //   Returned  (value)  false with the reason in `why`

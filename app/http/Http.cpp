@@ -1,14 +1,11 @@
 #include "Http.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
+
+#include "Module.h"
 
 namespace frigana::http {
-
-namespace fs = std::filesystem;
 
 std::vector<std::string_view> Request::header(std::string_view name) const {
     const auto same = [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); };
@@ -19,19 +16,7 @@ std::vector<std::string_view> Request::header(std::string_view name) const {
 }
 
 MakeServer loadTransport(std::string& complaint) {
-    std::error_code error;
-    const fs::path lib = fs::read_symlink("/proc/self/exe", error).parent_path().parent_path() / "lib";
-    for (const fs::path& path : {lib / "frigana_http.so", lib / "frigana" / "frigana_http.so"}) {
-        if (!fs::exists(path, error)) continue;
-        void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (module == nullptr) {
-            complaint = std::string("the server's module cannot be loaded: ") + dlerror();
-            return nullptr;
-        }
-        return reinterpret_cast<MakeServer>(dlsym(module, makeServerName));
-    }
-    complaint = "the server's module frigana_http.so is not installed beside the program";
-    return nullptr;
+    return reinterpret_cast<MakeServer>(modules::load("frigana_http.so", makeServerName, complaint));
 }
 
 }  // namespace frigana::http
