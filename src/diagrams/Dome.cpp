@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "ModelTags.h"
+#include "PROP_SUB.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SilentMessages.h"
@@ -40,16 +41,21 @@ PhasePair mix(const PhasePair& a, const PhasePair& b, double t) {
             lerpLog(a.Dv, b.Dv, t), mix(a.x, b.x, t),     mix(a.y, b.y, t)};
 }
 
-// SATGV in both forms of its unknowns, from the same start.
+// SATGV in both forms of its unknowns, from the same start: a start here has good densities, from which they are found
+// without a density root in every step.
 bool solve(double share, double value, int given, const Composition& z, PhasePair& pair) {
     const PhasePair start = pair;
-    for (const int unknowns : {pressureUnknown, densitiesUnknown}) {
+    for (const int unknowns : {densitiesUnknown, pressureUnknown}) {
         pair = start;
         int ierr = 0;
         Text255 herr;
         SATGV(pair.T, pair.p, z, share, value, unknowns, given, 0, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
         const bool apart = std::fabs(pair.Dl / pair.Dv - 1.0) > 1e-7;
-        if (ierr == 0 && apart && std::isfinite(pair.T) && std::isfinite(pair.p)) return true;
+        if (ierr != 0 || !apart || !std::isfinite(pair.T) || !std::isfinite(pair.p)) continue;
+        // The pressure of the thinner phase is the sharper one.
+        if (unknowns == densitiesUnknown && given != givenPressure)
+            PRESS(pair.T, std::fmin(pair.Dl, pair.Dv), pair.Dl < pair.Dv ? pair.x : pair.y, pair.p);
+        return true;
     }
     pair = start;
     return false;
@@ -418,39 +424,130 @@ void Dome::fillTable() {
 
 namespace {
 
-// The interval of an ordered list in which a value lies, and where in it; values beyond the ends go on from the last.
+// Interpolation by the polynomial through neighbouring nodes: the first of them, and what each counts.
+struct Nodes {
+    static constexpr std::size_t most = 4;
+    std::size_t first = 0, count = 0;
+    double weight[most]{};
+};
+
+// Nodes around a value, which rise or fall steadily. Beyond the ends only the last two count.
 template <class Get>
-std::pair<std::size_t, double> intervalOf(std::size_t count, double value, Get get) {
-    std::size_t i = 1;
-    while (i + 1 < count && get(i) < value) ++i;
-    return {i - 1, (value - get(i - 1)) / (get(i) - get(i - 1))};
+Nodes nodesAround(std::size_t count, double value, Get get) {
+    Nodes nodes;
+    const bool rising = get(count - 1) > get(0);
+    std::size_t after = 1;
+    while (after + 1 < count && (get(after) < value) == rising) ++after;
+    const bool beyond = (value - get(0)) * (value - get(count - 1)) > 0.0;
+    nodes.count = beyond ? 2 : std::min(Nodes::most, count);
+    const std::size_t before = after >= nodes.count / 2 ? after - nodes.count / 2 : 0;
+    nodes.first = std::min(before, count - nodes.count);
+    for (std::size_t i = 0; i < nodes.count; ++i) {
+        nodes.weight[i] = 1.0;
+        for (std::size_t j = 0; j < nodes.count; ++j) {
+            const double own = get(nodes.first + i), other = get(nodes.first + j);
+            if (j != i) nodes.weight[i] *= (value - other) / (own - other);
+        }
+    }
+    return nodes;
+}
+
+Nodes sharesAround(double q) {
+    return nodesAround(shares + 1, q * shares, [](std::size_t j) { return static_cast<double>(j); });
+}
+
+// All of a pair in logarithms, but for its temperature.
+void addLogarithms(const PhasePair& pair, double weight, PhasePair& sum) {
+    constexpr double absent = 1e-300;  // of a fraction whose logarithm there is none
+    const auto logarithm = [](double fraction) { return std::log(std::fmax(fraction, absent)); };
+    sum.p += weight * std::log(pair.p);
+    sum.Dl += weight * std::log(pair.Dl);
+    sum.Dv += weight * std::log(pair.Dv);
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        sum.x[i] += weight * logarithm(pair.x[i]);
+        sum.y[i] += weight * logarithm(pair.y[i]);
+    }
+}
+
+PhasePair fromLogarithms(double T, const PhasePair& logarithms) {
+    PhasePair pair;
+    pair.T = T;
+    pair.p = std::exp(logarithms.p);
+    pair.Dl = std::exp(logarithms.Dl);
+    pair.Dv = std::exp(logarithms.Dv);
+    double sumX = 0.0, sumY = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        sumX += pair.x[i] = std::exp(logarithms.x[i]);
+        sumY += pair.y[i] = std::exp(logarithms.y[i]);
+    }
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        pair.x[i] /= sumX;
+        pair.y[i] /= sumY;
+    }
+    return pair;
+}
+
+// A pair moved as far as one start lies from another.
+PhasePair moved(const PhasePair& pair, const PhasePair& from, const PhasePair& to) {
+    PhasePair sum;
+    addLogarithms(pair, 1.0, sum);
+    addLogarithms(to, 1.0, sum);
+    addLogarithms(from, -1.0, sum);
+    return fromLogarithms(to.T, sum);
+}
+
+// What the accuracy of a property is taken from where its value is near zero, which is arbitrary.
+double zeroOf(Property property) {
+    switch (property) {
+        case Property::enthalpy:
+            return 1.0;  // [kJ/kg]
+        case Property::entropy:
+        case Property::quality:
+            return 0.01;  // [kJ/(kg K)], share
+        default:
+            return 0.0;
+    }
 }
 
 }  // namespace
 
-PhasePair Dome::seed(double T, double q) const {
-    const auto [row, t] = intervalOf(table_.size(), T, [&](std::size_t i) { return table_[i].T; });
-    const double place = q * shares;
-    const auto j = static_cast<std::size_t>(std::clamp(std::floor(place), 0.0, shares - 1.0));
-    const double part = place - static_cast<double>(j);
-    PhasePair pair = mix(mix(table_[row].pairs[j], table_[row].pairs[j + 1], part),
-                         mix(table_[row + 1].pairs[j], table_[row + 1].pairs[j + 1], part), t);
-    pair.T = T;
-    return pair;
+// The rows lie evenly in the square root of the distance from the critical temperature, over which all lines are
+// smooth.
+double Dome::rowPlace(double T) const {
+    return std::sqrt(std::max(0.0, (critical_.T - T) / (critical_.T - coldest_)));
 }
 
-// The share at which a property has a value, from the table alone.
-double Dome::shareNear(double T, Property property, double value) const {
-    const auto [row, t] = intervalOf(table_.size(), T, [&](std::size_t i) { return table_[i].T; });
+PhasePair Dome::seed(double T, double q) const {
+    const Nodes rows = nodesAround(table_.size(), rowPlace(T), [&](std::size_t i) { return rowPlace(table_[i].T); });
+    const Nodes columns = sharesAround(q);
+    PhasePair sum;
+    for (std::size_t i = 0; i < rows.count; ++i)
+        for (std::size_t j = 0; j < columns.count; ++j)
+            addLogarithms(table_[rows.first + i].pairs[columns.first + j], rows.weight[i] * columns.weight[j], sum);
+    return fromLogarithms(T, sum);
+}
+
+// The share at which a property has a value, from the table alone, and how fast the value changes with the share.
+double Dome::shareNear(double T, Property property, double value, double& slope) const {
     const bool reciprocal = property == Property::density;  // volumes, not densities, are nearly linear
-    const auto get = [&](std::size_t j) {
-        double a = valueOf(table_[row].states[j], property), b = valueOf(table_[row + 1].states[j], property);
-        return reciprocal ? lerp(1.0 / a, 1.0 / b, t) : lerp(a, b, t);
+    const double wanted = reciprocal ? 1.0 / value : value;
+    const Nodes rows = nodesAround(table_.size(), rowPlace(T), [&](std::size_t i) { return rowPlace(table_[i].T); });
+    double values[shares + 1]{};
+    for (std::size_t j = 0; j <= shares; ++j)
+        for (std::size_t i = 0; i < rows.count; ++i) {
+            const double at = valueOf(table_[rows.first + i].states[j], property);
+            values[j] += rows.weight[i] * (reciprocal ? 1.0 / at : at);
+        }
+    const auto placeOf = [&](double at) {
+        const Nodes around = nodesAround(shares + 1, at, [&](std::size_t j) { return values[j]; });
+        double place = 0.0;
+        for (std::size_t j = 0; j < around.count; ++j)
+            place += around.weight[j] * static_cast<double>(around.first + j);
+        return place / shares;
     };
-    const double sign = get(shares) < get(0) ? -1.0 : 1.0;  // the pressure falls with the share of vapor
-    const auto [j, part] =
-        intervalOf(shares + 1, sign * (reciprocal ? 1.0 / value : value), [&](std::size_t i) { return sign * get(i); });
-    return std::clamp((static_cast<double>(j) + part) / shares, 0.0, 1.0);
+    const double q = placeOf(wanted), aside = 1e-4 * (values[shares] - values[0]);
+    slope = aside / (placeOf(wanted + aside) - q);
+    return std::clamp(q, 0.0, 1.0);
 }
 
 bool Dome::solvePair(Property given, double value, double q, PhasePair& pair) const {
@@ -469,14 +566,17 @@ bool Dome::solvePair(Property given, double value, double q, PhasePair& pair) co
     if (table_.size() < 2) return false;
     double T = value;
     if (given == Property::pressure) {
-        const double place = q * shares;
-        const auto j = static_cast<std::size_t>(std::clamp(std::floor(place), 0.0, shares - 1.0));
-        const double part = place - static_cast<double>(j);
-        const auto lnP = [&](std::size_t i) {
-            return std::log(lerpLog(table_[i].pairs[j].p, table_[i].pairs[j + 1].p, part));
+        const Nodes columns = sharesAround(q);
+        const auto lnP = [&](std::size_t row) {
+            double sum = 0.0;
+            for (std::size_t j = 0; j < columns.count; ++j)
+                sum += columns.weight[j] * std::log(table_[row].pairs[columns.first + j].p);
+            return sum;
         };
-        const auto [row, t] = intervalOf(table_.size(), std::log(value), lnP);
-        T = 1.0 / lerp(1.0 / table_[row].T, 1.0 / table_[row + 1].T, t);
+        const Nodes rows = nodesAround(table_.size(), std::log(value), lnP);
+        double reciprocal = 0.0;
+        for (std::size_t i = 0; i < rows.count; ++i) reciprocal += rows.weight[i] / table_[rows.first + i].T;
+        T = 1.0 / reciprocal;
     }
     pair = seed(T, q);
     if (given == Property::pressure) pair.p = value;
@@ -511,29 +611,25 @@ bool Dome::inside(double T, Property property, double value, State& state) const
     const auto difference = [&](const State& s) {
         return reciprocal ? 1.0 / s.D - 1.0 / value : valueOf(s, property) - value;
     };
-    double q = shareNear(T, property, value), before = 0.0, fBefore = 0.0;
-    pair = seed(T, q);
-    const double close = 1e-11 * (reciprocal ? 1.0 / value : std::fabs(value) + 1e-3);
+    double slope = 0.0, q = shareNear(T, property, value, slope), fBefore = 0.0, before = 0.0;
+    PhasePair start = seed(T, q);
+    pair = start;
+    const double close = 1e-9 * (reciprocal ? 1.0 / value : std::fabs(value) + zeroOf(property));
     constexpr int mostSteps = 12;
     for (int step = 1; step <= mostSteps; ++step) {
         if (!solve(q, T, givenTemperature, fluid_->composition(), pair)) return false;
         state = fluid_->between(pair, q);
         const double f = difference(state);
         if (std::fabs(f) <= close) return true;
-        double next;
-        if (step == 1 && property == Property::pressure) {
-            constexpr double aside = 0.01;  // both phases have the same pressure, which says nothing of its slope
-            next = q + (q < 0.5 ? aside : -aside);
-        } else if (step == 1) {
-            const State liquid = fluid_->between(pair, 0.0), vapor = fluid_->between(pair, 1.0);
-            next = q - f / (difference(vapor) - difference(liquid));
-        } else {
-            next = q - f * (q - before) / (f - fBefore);
-        }
+        if (step > 1) slope = (f - fBefore) / (q - before);
+        const double next = std::clamp(q - f / slope, 0.0, 1.0);
+        if (next == q) return std::fabs(f) <= 10.0 * close;
+        // The solution lies as far from the one at the next share as the starts do.
+        const PhasePair other = seed(T, next);
+        pair = moved(pair, start, other);
+        start = other;
         before = q;
         fBefore = f;
-        next = std::clamp(next, 0.0, 1.0);
-        if (next == q) return std::fabs(f) <= 1e3 * close;
         q = next;
     }
     return false;

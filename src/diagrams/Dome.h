@@ -60,7 +60,8 @@ class Dome {
     void addExtremum(Property property, State& extremum);
     void fillTable();
     PhasePair seed(double T, double q) const;
-    double shareNear(double T, Property property, double value) const;
+    double rowPlace(double T) const;
+    double shareNear(double T, Property property, double value, double& slope) const;
     bool solvePair(Property given, double value, double q, PhasePair& pair) const;
 
     const ChartFluid* fluid_ = nullptr;
