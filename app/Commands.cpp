@@ -10,6 +10,7 @@
 #include "FixedText.h"
 #include "Folders.h"
 #include "Installation.h"
+#include "Refrigerants.h"
 
 namespace frigana::app {
 
@@ -60,6 +61,15 @@ bool writeOutput(const std::string& path, const std::string& text) {
     if (file) return true;
     complain(runtimeError, path + ": cannot be written");
     return false;
+}
+
+void addClimateReport(CLI::App& line, std::string& report) {
+    report = catalogue::climateReports.back();
+    line.add_option("--gwp", report, "report whose global warming potentials are shown")
+        ->check(
+            CLI::IsMember(std::vector<std::string>(catalogue::climateReports.begin(), catalogue::climateReports.end()),
+                          CLI::ignore_case))
+        ->capture_default_str();
 }
 
 FileKind kindOf(const std::string& path, const std::string& text) {

@@ -62,6 +62,9 @@ bool writeOutput(const std::string& path, const std::string& text);
 enum class FileKind { positional, toml, json };
 FileKind kindOf(const std::string& path, const std::string& text);
 
+// The report whose global warming potentials are shown, as the option --gwp.
+void addClimateReport(CLI::App& line, std::string& report);
+
 inline constexpr const char* dataFolderHelp =
     "folder that holds the folders fluids and mixtures (default: the one that came with this program)";
 

@@ -13,7 +13,7 @@ namespace frigana::app {
 namespace {
 
 struct Options {
-    std::string what, folder, report{catalogue::climateReports.back()};
+    std::string what, folder, report;
     bool json = false;
 };
 
@@ -49,11 +49,7 @@ Command addList(CLI::App& program) {
     const auto options = std::make_shared<Options>();
     line->add_option("NAME", options->what, "one fluid or blend by any of its names; or a data folder, as --data");
     line->add_option("--data", options->folder, dataFolderHelp);
-    line->add_option("--gwp", options->report, "report whose global warming potentials are shown")
-        ->check(
-            CLI::IsMember(std::vector<std::string>(catalogue::climateReports.begin(), catalogue::climateReports.end()),
-                          CLI::ignore_case))
-        ->capture_default_str();
+    addClimateReport(*line, options->report);
     line->add_flag("--json", options->json, "writes all that is known as JSON");
     return {line, [&program, options] {
                 std::error_code error;

@@ -22,7 +22,7 @@ namespace frigana::app {
 namespace {
 
 struct Options {
-    std::string request, data, json, csv, output;
+    std::string request, data, json, csv, output, climateReport;
     ChartOutput chart;
 };
 
@@ -81,7 +81,7 @@ void report(const RunResult& result, const ReportStyle& style, bool silent) {
 }
 
 int runPositional(const CLI::App& program, Options& options) {
-    const auto& [request, data, json, csv, output, chart] = options;
+    const auto& [request, data, json, csv, output, climateReport, chart] = options;
     if (request.empty()) {
         std::cerr << "REQUEST is required\nRun with --help for more information.\n";
         return usageError;
@@ -111,7 +111,8 @@ int runPositional(const CLI::App& program, Options& options) {
     if (!fits(folder)) return complain(usageError, folder + ": the path is too long");
 
     RunResult result = catalogue::runPositional(request, {data, false, folder});
-    const ReportStyle style{catalogue::UnitSystem::SI, true, request, data};
+    const ReportStyle style{catalogue::UnitSystem::SI, true, request, data,
+                            catalogue::climateReportOf(climateReport).value_or(catalogue::newestReport)};
     addRemarks(result, style);
     if (own && result.resultExists) std::cout << std::ifstream(shownPath(result.report.resultPath.view())).rdbuf();
     report(result, style, json == "-" || csv == "-" || (own && result.isDone()));
@@ -136,6 +137,7 @@ std::function<int()> addPositionalRequest(CLI::App& program) {
     program.add_option("--output", options->output,
                        "folder for the result instead of that of the request; - writes the result here in place of the "
                        "report");
+    addClimateReport(program, options->climateReport);
     addChartOptions(program, options->chart);
     return [&program, options] { return runPositional(program, *options); };
 }

@@ -243,6 +243,23 @@ void printLeading(std::ostream& out, const RunResult& result, const Units& units
     }
 }
 
+// Global warming potentials by the report chosen, beside those of the result file where they differ.
+void printPotentials(std::ostream& out, const RunResult& result, const ReportStyle& style) {
+    constexpr int cycleType = 2;
+    const Request& request = *result.input.request;
+    if (request.type != cycleType && request.name != "fluid-information") return;
+    const std::string report(climateReports[style.climateReport]);
+    for (std::size_t i = 0; i < result.input.blocks.size(); ++i) {
+        const Climate climate = climateOf(result, i, style.dataFolder, style.climateReport);
+        if (!climate.gwp) continue;
+        out << "  Global warming potential of " << visible(climate.name) << ", " << report << ": "
+            << potentialText(climate);
+        if (climate.ofResultFile && *climate.ofResultFile != *climate.gwp)
+            out << " (in the result file " << numberText(*climate.ofResultFile) << ')';
+        out << '\n';
+    }
+}
+
 void printPoints(std::ostream& out, const RunResult& result, const Units& units) {
     if (result.points.empty()) return;
     const auto heading = [&](const char* name, Quantity quantity) {
@@ -291,8 +308,12 @@ constexpr int storeNewMixture = 7;
 
 }  // namespace
 
+remarks::Circumstances circumstancesOf(const ReportStyle& style) {
+    return {style.dataFolder, style.units, style.climateReport};
+}
+
 void addRemarks(RunResult& result, const ReportStyle& style) {
-    result.remarks = remarks::remarksOn(result, {style.dataFolder, style.units});
+    result.remarks = remarks::remarksOn(result, circumstancesOf(style));
 }
 
 int exitStatus(const RunResult& result) {
@@ -325,7 +346,8 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
                     out << refusedKey(result) << '\n';
                 }
             }
-            if (const std::string help = remarks::helpFor(result); !help.empty()) out << "  help     " << help << '\n';
+            if (const std::string help = remarks::helpFor(result, circumstancesOf(style)); !help.empty())
+                out << "  help     " << help << '\n';
             if (style.resultFile) out << "  result   " << visible(shownPath(report.resultPath.view())) << '\n';
             return;
         case RunEnd::runtimeError:
@@ -342,6 +364,7 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
     printRemarks(out, result);
     if (result.input.request != nullptr) {
         printLeading(out, result, units);
+        printPotentials(out, result, style);
         printPoints(out, result, units);
         if (!result.points.empty()) out << '\n';
     }

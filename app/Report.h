@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Remarks.h"
 #include "RunResult.h"
 
 namespace frigana::app {
@@ -17,10 +18,14 @@ struct ReportStyle {
     bool resultFile = true;   // the result was left in a file, whose path is told
     std::string source = {};  // file that the request came from
     std::string dataFolder = {};
+    std::size_t climateReport = catalogue::newestReport;  // whose global warming potentials are shown
 };
 
 // Name of what was asked for.
 std::string requestedName(const RunReport& report);
+
+// What the remarks on a result of a style are made with.
+remarks::Circumstances circumstancesOf(const ReportStyle& style);
 
 // Adds what an engineer should know of a finished result, in the units of its report.
 void addRemarks(RunResult& result, const ReportStyle& style);

@@ -20,7 +20,7 @@ using namespace catalogue;
 
 struct Options {
     std::vector<std::string> files;
-    std::string data, json, csv, units, fi1, fo1;
+    std::string data, json, csv, units, fi1, fo1, climateReport;
     bool quiet = false, strict = false;
     ChartOutput chart;
 };
@@ -84,7 +84,8 @@ class Runner {
     }
 
     void add(RunResult result, const std::string& file, UnitSystem units, bool resultFile) {
-        const ReportStyle style{units_.value_or(units), resultFile, file, options_.data};
+        const ReportStyle style{units_.value_or(units), resultFile, file, options_.data,
+                                climateReportOf(options_.climateReport).value_or(newestReport)};
         addRemarks(result, style);
         raise(exitStatus(result));
         if (options_.strict && remarks::anyWrong(result.remarks)) raise(uselessResult);
@@ -246,6 +247,7 @@ Command addRun(CLI::App& program) {
         });
     line->add_option("--fi1", options->fi1, "keep the positional request in this file");
     line->add_option("--fo1", options->fo1, "keep the positional result in this file");
+    addClimateReport(*line, options->climateReport);
     addChartOptions(*line, options->chart);
     line->add_flag("--quiet", options->quiet, "no report");
     line->add_flag("--strict", options->strict, "exit status 5 where a remark says that the figures are wrong");

@@ -102,6 +102,17 @@ struct FluidNames::Tables {
         }
     }
 
+    // By the name with its extension; of two that differ in their letters alone the one that is written so.
+    const File* byName(std::string_view name) const {
+        const std::string upperName = uppercase(name);
+        if (!upperName.ends_with(".FLD") && !upperName.ends_with(".MIX")) return nullptr;
+        const File* found = nullptr;
+        for (const auto& [stem, file] : files) {
+            if (file.name == name) return &file;
+            if (found == nullptr && uppercase(file.name) == upperName) found = &file;
+        }
+        return found;
+    }
     const File* byStem(const std::string& folded) const {
         const auto found = files.lower_bound(folded);
         return found == files.end() || found->first != folded ? nullptr : &found->second;
@@ -121,10 +132,7 @@ FoundFluid FluidNames::find(std::string_view name) const {
     Tables& tables = *tables_;
     tables.readFiles();
     // With an extension it is the name of a file, taken as it stands.
-    const std::string upperName = uppercase(name);
-    if (upperName.ends_with(".FLD") || upperName.ends_with(".MIX"))
-        for (const auto& [stem, file] : tables.files)
-            if (uppercase(file.name) == upperName) return {std::string(name), file.blend, {}};
+    if (const auto* file = tables.byName(name)) return {std::string(name), file->blend, {}};
     const std::string folded = foldedName(name);
     if (const auto* file = tables.byStem(folded)) return {file->name, file->blend, {}};
 
@@ -139,6 +147,12 @@ FoundFluid FluidNames::find(std::string_view name) const {
         problem += (i == 0 ? "; near are " : i + 1 == suggestions.size() ? " and " : ", ") + suggestions[i];
     if (suggestions.size() == 1) problem.replace(problem.find("near are"), 8, "near is");
     return {{}, false, problem};
+}
+
+std::string FluidNames::fileAs(std::string_view name) const {
+    tables_->readFiles();
+    const auto* file = tables_->byName(name);
+    return file == nullptr ? std::string() : file->name;
 }
 
 std::vector<std::string> FluidNames::near(std::string_view name) const {

@@ -30,6 +30,9 @@ class FluidNames {
     // Names near to one that is not known, the nearest first.
     std::vector<std::string> near(std::string_view name) const;
 
+    // The file that a name of a file means in any letters: "R134A.FLD" for "r134a.fld"; empty where there is none.
+    std::string fileAs(std::string_view name) const;
+
     // How people call a file: "R134a" for R134A.FLD. Its stem where it has no designation.
     std::string shownName(std::string_view file) const;
 

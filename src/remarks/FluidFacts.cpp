@@ -27,7 +27,7 @@ std::unique_ptr<FluidFacts> askFor(const catalogue::Fluid& fluid, const std::str
     return std::make_unique<FluidFacts>(FluidFacts{
         result.number("triple_point_temperature"), result.number("lowest_temperature"),
         result.number("highest_temperature"), result.number("highest_pressure"), result.number("critical_temperature"),
-        result.number("critical_pressure"), result.number("gwp") >= 0.0});
+        result.number("critical_pressure"), estimatesOf(fluid, dataFolder)});
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "FilledRequest.h"
+#include "EngineFacts.h"
 
 namespace frigana::remarks {
 
@@ -11,7 +11,7 @@ struct FluidFacts {
     // Not a number where unknown.
     double triplePointTemperature, lowestTemperature, highestTemperature, highestPressure;  // K, kPa
     double criticalTemperature, criticalPressure;
-    bool potentialKnown;
+    Estimates estimates;
 };
 
 // Facts of a fluid as a request names it; null where the library cannot tell them.

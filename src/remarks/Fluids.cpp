@@ -1,15 +1,25 @@
 // Limits of the equations, reference states and potentials.
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 
+#include "Climate.h"
 #include "Judge.h"
+#include "Names.h"
 
 namespace frigana::remarks {
 
 namespace {
 
 constexpr std::array<std::string_view, 6> referenceStates{"DEF", "NBP", "ASH", "IIR", "OTH", "OT0"};
-constexpr std::string_view unknownPotential = "-777";
+
+constexpr int cycleType = 2;
+
+std::string placeOfFluid(const Judge& judge, std::size_t circuit) {
+    const std::string& key = judge.circuits()[circuit].key;
+    return key.empty() ? "fluid" : key + ".fluid";
+}
 
 void judgeLimits(Judge& judge) {
     for (const auto& point : judge.result.points) {
@@ -55,13 +65,97 @@ void judgeReferenceStates(Judge& judge) {
     }
 }
 
+// Whether the figure of the report chosen or that of the result file is known, and the class.
 void judgePotentials(Judge& judge) {
-    for (const auto& value : judge.result.entries)
-        if (lastWord(value.key) == "fluid_and_gwp" && std::string_view(value.text).ends_with(unknownPotential))
-            judge.say("potential_unknown", value.key,
-                      "The library's table has no global warming potential of " +
-                          value.text.substr(0, value.text.find(' ')) + '.',
-                      "Write the name as the list of fluids has it, or look the potential up.");
+    const auto& input = judge.result.input;
+    const bool shown = input.request->type == cycleType || input.request->name == "fluid-information";
+    if (!shown) return;
+    const std::string report(catalogue::climateReports[judge.circumstances.climateReport]);
+    for (std::size_t i = 0; i < input.blocks.size(); ++i) {
+        const catalogue::Climate climate =
+            catalogue::climateOf(judge.result, i, judge.circumstances.dataFolder, judge.circumstances.climateReport);
+        const std::string place = placeOfFluid(judge, i);
+        if (!climate.gwp && !climate.ofResultFile)
+            judge.say("potential_unknown", place,
+                      "No global warming potential of " + climate.name + " is known, neither in " + report +
+                          " nor in the library's table.",
+                      "Look it up before you rely on the fluid.");
+        else if (climate.gwp && !climate.leftOut.empty())
+            judge.say("potential_unknown", place,
+                      "The global warming potential of " + climate.name + " leaves out " + listed(climate.leftOut) +
+                          ", for which " + report + " has no figure.",
+                      "It is a lower bound.");
+        if (climate.safetyClass.empty())
+            judge.say("class_unknown", place, "The safety class of " + climate.name + " is not known.",
+                      "Take it from the safety data of your supplier; it decides on charge and room.");
+    }
+}
+
+// The name of a file in letters that are not quite its own: it is found all the same, its row in the library's tables
+// is not.
+void judgeNames(Judge& judge) {
+    const auto& input = judge.result.input;
+    for (std::size_t i = 0; i < input.blocks.size(); ++i) {
+        const catalogue::Fluid& fluid = input.blocks[i].fluid;
+        std::vector<std::string> names;
+        if (fluid.kind != 3) names.push_back(fluid.file);
+        for (const auto& component : fluid.components) names.push_back(component.file);
+        for (const std::string& name : names) {
+            const std::string file = catalogue::FluidNames::of(judge.circumstances.dataFolder).fileAs(name);
+            if (file.empty() || file == name) continue;
+            judge.say("name_in_other_case", placeOfFluid(judge, i),
+                      "The request says " + name + "; the file is " + file + '.',
+                      "It was found. The library's tables compare letter by letter, so that the result may lack "
+                      "potential and class: write the name as frigana list has it.");
+        }
+    }
+}
+
+// ---- blends ---------------------------------------------------------------------------------------------------------
+
+void judgeEstimates(Judge& judge) {
+    for (std::size_t i = 0; i < judge.circuits().size(); ++i) {
+        const FluidFacts* facts = judge.circuits()[i].facts;
+        if (facts == nullptr) continue;
+        if (!facts->estimates.pairs.empty())
+            judge.say("mixing_parameters_estimated", placeOfFluid(judge, i),
+                      "The mixing parameters of " + listed(facts->estimates.pairs) +
+                          " are estimates: nothing measured stands behind them.",
+                      "Bubble and dew points may be wrong by some percent. Compare with data of the blend where you "
+                      "have any.");
+        if (facts->estimates.criticalPoint)
+            judge.say("critical_point_estimated", placeOfFluid(judge, i),
+                      "The critical point of this blend is an estimate: one of its pairs has no critical line.",
+                      "States within some ten kelvins of it deserve a second look.");
+    }
+}
+
+// The coldest temperature among the states of a circuit, or of a property request.
+double coldestOf(const Judge& judge, std::size_t circuit) {
+    double coldest = std::numeric_limits<double>::infinity();
+    for (const auto& point : judge.result.points)
+        if (point.circuit == judge.circuits()[circuit].key && point.temperature > 0.0)
+            coldest = std::min(coldest, point.temperature);
+    if (judge.result.input.request->type != cycleType)
+        for (const auto& entry : judge.result.entries)
+            if (entry.isNumber() && lastWord(entry.key) == "temperature" && entry.number() > 0.0)
+                coldest = std::min(coldest, entry.number());
+    return coldest;
+}
+
+void judgeLiquids(Judge& judge) {
+    const auto& input = judge.result.input;
+    for (std::size_t i = 0; i < judge.circuits().size() && i < input.blocks.size(); ++i) {
+        if (!judge.circuits()[i].blend) continue;
+        const double coldest = coldestOf(judge, i);
+        if (!std::isfinite(coldest) ||
+            !liquidFallsApart(input.blocks[i].fluid, judge.circumstances.dataFolder, coldest))
+            continue;
+        judge.say("two_liquids", placeOfFluid(judge, i),
+                  "At " + judge.shown(coldest, Quantity::temperature) +
+                      " the liquid of this blend falls apart into two liquids in the model; the calculation takes one.",
+                  "Pressures and compositions there are not those of an equilibrium. Stay warmer.");
+    }
 }
 
 }  // namespace
@@ -71,6 +165,9 @@ void judgeFluids(Judge& judge) {
     judgeTriplePoints(judge);
     judgeReferenceStates(judge);
     judgePotentials(judge);
+    judgeNames(judge);
+    judgeEstimates(judge);
+    judgeLiquids(judge);
 }
 
 }  // namespace frigana::remarks

@@ -21,8 +21,7 @@ const Kind* findKind(std::string_view name) {
 
 }  // namespace
 
-Judge::Judge(const RunResult& judged, const Circumstances& circumstances)
-    : result(judged), units_(circumstances.units) {
+Judge::Judge(const RunResult& judged, const Circumstances& given) : result(judged), circumstances(given) {
     for (const auto& entry : result.entries)
         if (entry.key.ends_with(inletMark))
             devices_.push_back(entry.key.substr(0, entry.key.size() - inletMark.size()));
@@ -49,7 +48,7 @@ double Judge::at(std::string_view place, std::string_view name) const {
 }
 
 std::string Judge::shown(double value, Quantity quantity) const {
-    const catalogue::Unit& unit = catalogue::unitIn(units_, quantity);
+    const catalogue::Unit& unit = catalogue::unitIn(circumstances.units, quantity);
     std::string text = catalogue::numberText(catalogue::fromInner(value, unit), 4);
     if (!unit.symbol.empty()) text += ' ' + std::string(unit.symbol);
     return text;
@@ -74,6 +73,13 @@ const Judge::CircuitFacts& Judge::circuitOf(std::string_view place) const {
 std::string_view lastWord(std::string_view key) {
     const auto dot = key.rfind('.');
     return dot == std::string_view::npos ? key : key.substr(dot + 1);
+}
+
+std::string listed(const std::vector<std::string>& words) {
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == words.size() ? " and " : ", ") + words[i];
+    return text;
 }
 
 std::string inWords(std::string_view place) {

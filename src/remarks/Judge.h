@@ -18,6 +18,7 @@ class Judge {
     Judge(const RunResult& result, const Circumstances& circumstances);
 
     const RunResult& result;
+    const Circumstances& circumstances;
     std::vector<Remark> found;
 
     // Adds a remark of a name that stands in the table of kinds.
@@ -47,7 +48,6 @@ class Judge {
     const CircuitFacts& circuitOf(std::string_view place) const;
 
   private:
-    UnitSystem units_;
     std::vector<std::string> devices_;
     std::vector<CircuitFacts> circuits_;
 };
@@ -57,12 +57,16 @@ std::string_view lastWord(std::string_view key);
 // A key as words: "suction line before exchanger of the low circuit".
 std::string inWords(std::string_view place);
 
+// "a", "a and b", "a, b and c".
+std::string listed(const std::vector<std::string>& words);
+
 // One for each topic.
 void judgePhases(Judge& judge);      // lines, inlets and outlets in the wrong phase
 void judgeEnergies(Judge& judge);    // capacities, balances, ratios
 void judgeExchangers(Judge& judge);  // effectiveness, crossing temperatures, receivers
 void judgeSettings(Judge& judge);    // settings that mean something else with this fluid
 void judgeFluids(Judge& judge);      // limits of the equation, potentials, reference states
+void judgeStates(Judge& judge);      // values that are missing, extrapolated or estimated
 void judgePipes(Judge& judge);       // tables of line sizing
 void judgeLevels(Judge& judge);      // pressures and temperatures out of the ordinary
 

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Climate.h"
 #include "RunResult.h"
 
 namespace frigana::remarks {
@@ -31,13 +32,14 @@ std::span<const Kind> kinds();
 struct Circumstances {
     std::string dataFolder;                 // of the installation, for the limits of the fluids
     UnitSystem units = UnitSystem::metric;  // of the numbers in the texts
+    std::size_t climateReport = catalogue::newestReport;
 };
 
 // The remarks on a result that is done, the weightiest first; empty for any other.
 std::vector<Remark> remarksOn(const RunResult& result, const Circumstances& circumstances);
 
 // What usually helps where a request was refused; empty where code and text say all.
-std::string helpFor(const RunResult& refused);
+std::string helpFor(const RunResult& refused, const Circumstances& circumstances);
 
 // Whether one of them says that the figures are of no use.
 bool anyWrong(std::span<const Remark> remarks);

@@ -1,5 +1,7 @@
 // Settings that mean something else than it seems with this fluid, and drops that rise.
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "Judge.h"
 
@@ -43,6 +45,90 @@ void judgeSaturationDrops(Judge& judge) {
     }
 }
 
+// Lines whose pressures are worked out against the flow, from what their outlet joins.
+bool isWorkedBackwards(const catalogue::Request& request, std::string_view place) {
+    struct Line {
+        std::string_view request, place;
+    };
+    constexpr Line lines[] = {
+        {"rankine", "low_pressure_vapor_line"},
+        {"rankine", "liquid_line"},
+        {"pumped-co2", "high_pressure_liquid_line"},
+    };
+    if (place == "discharge_line") return true;
+    return std::any_of(std::begin(lines), std::end(lines),
+                       [&](const Line& line) { return line.request == request.name && line.place == place; });
+}
+
+void judgeOutletDrop(Judge& judge, const catalogue::Parameter& parameter, const catalogue::Setting& setting,
+                     const std::string& prefix) {
+    for (const catalogue::Option& option : parameter.options) {
+        if (option.number != setting.option || option.key != "saturation_drop" || setting.value == 0.0) continue;
+        const std::string place = prefix + std::string(parameter.place);
+        judge.say("drop_from_outlet", place,
+                  "The drop of " + judge.shown(setting.value, Quantity::temperatureDifference) + " of the " +
+                      inWords(place) + " counts from the saturation temperature at its outlet (" +
+                      judge.shown(judge.at(place, "outlet.pressure"), Quantity::pressure) +
+                      "), upward; the pressure drop became " +
+                      judge.shown(judge.at(place, "pressure_drop"), Quantity::pressureDifference) + '.',
+                  "Counted from the inlet it would be a little less. Give a pressure drop where that matters.");
+    }
+}
+
+void judgeOutletDrops(Judge& judge) {
+    const auto& input = judge.result.input;
+    const catalogue::Request& request = *input.request;
+    for (std::size_t i = 0; i < input.blocks.size() && i < request.circuits.size(); ++i) {
+        const auto& settings = input.blocks[i].settings;
+        const std::string prefix =
+            request.circuits[i].key.empty() ? std::string() : std::string(request.circuits[i].key) + '.';
+        for (const catalogue::Parameter& parameter : request.circuits[i].parameters)
+            if (parameter.index <= static_cast<int>(settings.size()) && isWorkedBackwards(request, parameter.place))
+                judgeOutletDrop(judge, parameter, settings[static_cast<std::size_t>(parameter.index) - 1], prefix);
+    }
+}
+
+// The vapor injection lines of a multi-stage cycle take a pressure drop alone; the other one is only reported.
+void judgeInjectionDrops(Judge& judge) {
+    for (int stage = 1; stage < judge.result.input.stages(); ++stage) {
+        const std::string place = "stage" + std::to_string(stage) + ".injection_line";
+        const double drop = judge.at(place, "saturation_drop");
+        if (!(drop > 0.0) || judge.at(place, "pressure_drop") != 0.0) continue;
+        judge.say("drop_without_effect", place,
+                  "The drop of " + judge.shown(drop, Quantity::temperatureDifference) + " of the " + inWords(place) +
+                      " is reported and has no effect: the pressure is the same at both ends.",
+                  "Give a pressure drop instead.");
+    }
+}
+
+// The injection holds the discharge temperature by steps on the enthalpy that are not asked where they end.
+void judgeInjectionLimit(Judge& judge) {
+    const auto& input = judge.result.input;
+    constexpr std::size_t limitIndex = 16;
+    if (input.request->name != "liquid-injection" || input.blocks.front().settings.size() < limitIndex) return;
+    if (!(judge.at("performance", "injected_fraction") > 0.0)) return;
+    const double limit = input.blocks.front().settings[limitIndex - 1].value;
+    const double reached = judge.at("compressor", "outlet.temperature");
+    const double quality = judge.at("compressor", "outlet.quality");
+    if (quality < 1.0) {
+        judge.say("injection_limit_wet", "compressor",
+                  "The highest discharge temperature of " + judge.shown(limit, Quantity::temperature) +
+                      " lies inside the glide at the discharge pressure: the compressor would discharge a quality of " +
+                      catalogue::numberText(quality, 3) + '.',
+                  "Allow a temperature well above the dew point, which is " +
+                      judge.shown(judge.at("compressor", "outlet.saturation_temperature"), Quantity::temperature) +
+                      " there.");
+        return;
+    }
+    constexpr double near = 0.1;  // K
+    if (std::abs(reached - limit) > near)
+        judge.say("injection_limit_missed", "compressor",
+                  "The discharge temperature came to " + judge.shown(reached, Quantity::temperature) + " in place of " +
+                      judge.shown(limit, Quantity::temperature) + '.',
+                  "The search for the injected fraction takes five steps and does not ask where they end. Raise the "
+                  "limit, or evaporate warmer.");
+}
+
 void judgeRisingPressures(Judge& judge) {
     for (const std::string& device : judge.devices()) {
         const std::string_view word = lastWord(device);
@@ -62,6 +148,9 @@ void judgeRisingPressures(Judge& judge) {
 void judgeSettings(Judge& judge) {
     judgeSaturationDrops(judge);
     judgeRisingPressures(judge);
+    judgeOutletDrops(judge);
+    judgeInjectionDrops(judge);
+    judgeInjectionLimit(judge);
 }
 
 }  // namespace frigana::remarks

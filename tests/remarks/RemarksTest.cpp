@@ -60,6 +60,35 @@ std::vector<Remark> remarksOf(const RunResult& result) {
     return remarks::remarksOn(result, {test::dataFolder, catalogue::UnitSystem::metric});
 }
 
+// A state point [K, kPa].
+FilledRequest stateOf(const char* file, double T, double p) {
+    FilledRequest filled = requestOf("state-point", file, {});
+    filled.question.firstValue = T;
+    filled.question.secondValue = p;
+    return filled;
+}
+
+// Of a blend by mole fractions.
+FilledRequest stateOf(std::vector<catalogue::Fluid::Component> components, double T, double p) {
+    FilledRequest filled = stateOf("", T, p);
+    catalogue::Fluid& fluid = filled.blocks.front().fluid;
+    fluid.kind = 3;
+    fluid.byMass = false;
+    fluid.blendName = "mine";
+    fluid.components = std::move(components);
+    return filled;
+}
+
+const Remark* find(const std::vector<Remark>& said, std::string_view name) {
+    const auto found =
+        std::find_if(said.begin(), said.end(), [&](const Remark& remark) { return remark.name == name; });
+    return found == said.end() ? nullptr : &*found;
+}
+
+std::string helpFor(const RunResult& refused) {
+    return remarks::helpFor(refused, {test::dataFolder, catalogue::UnitSystem::metric});
+}
+
 std::string listOf(const std::vector<Remark>& remarks) {
     std::string list;
     for (const Remark& remark : remarks) list += remark.name + " at " + remark.place + ": " + remark.text + '\n';
@@ -108,7 +137,15 @@ const Deserving deserving[] = {
     {"discharge_hot",             "compressor",                   "basic",            "AMMONIA.FLD", {{0, 1, 1, 253.15}}},
     {"pressure_ratio_high",       "compressor",                   "basic",            "R134A.FLD",   {{0, 1, 1, 238.15}, {0, 11, 1, 328.15}}},
     {"below_atmosphere",          "evaporator",                   "basic",            "R134A.FLD",   {{0, 1, 1, 238.15}}},
-    {"potential_unknown",         "fluid_and_gwp",                "basic",            "r134a.fld",   {}},
+    {"injection_limit_wet",       "compressor",                   "liquid-injection", "R407C.MIX",   {{0, 16, 1, 318.15}}},
+    {"drop_from_outlet",          "discharge_line",               "basic",            "R134A.FLD",   {{0, 10, 2, 1.0}}},
+    {"drop_from_outlet",          "liquid_line",                  "rankine",          "",            {{0, 16, 2, 1.0}}},
+    {"drop_from_outlet",          "loop.high_pressure_liquid_line", "pumped-co2",     "",            {{1, 10, 2, 1.0}}},
+    {"drop_without_effect",       "stage1.injection_line",        "multi-stage",      "R134A.FLD",   {{0, 18, 2, 1.0}}},
+    {"name_in_other_case",        "fluid",                        "basic",            "r134a.fld",   {}},
+    {"potential_unknown",         "fluid",                        "rankine",          "TOLUENE.FLD", {}},
+    {"class_unknown",             "fluid",                        "rankine",          "TOLUENE.FLD", {}},
+    {"viscosity_estimated",       "pipes",                        "line-sizing",      "R161.FLD",    {}},
     {"diameter_not_found",        "pipes.suction_line.full_load.3", "line-sizing",    "R134A.FLD",   {{0, 5, 4, 0.2}, {0, 6, 3, 400.0}}},
 };
 // clang-format on
@@ -124,6 +161,8 @@ constexpr Known knownRemarks[] = {
     {"blend with glide, condenser pressure and drop given", "glide_in_saturation_drop"},
     // The flash tank parts a zeotropic blend, of which the calculation takes one composition.
     {"blend with glide, two stages, stage temperature given", "balance_open"},
+    // The case asks for the drop that has no effect.
+    {"two stages, pressures given, injection line loss in K", "drop_without_effect"},
     // Pipes of steel for a loss that no diameter has within the steps of the search.
     {"Steel pipes", "diameter_not_found"},
 };
@@ -154,14 +193,95 @@ TEST(Remarks, TellAReferenceStateThatIsNotKnown) {
     EXPECT_EQ(said[0].name, "reference_state_unknown");
 }
 
+TEST(Remarks, TellTheEnginesOwnReasonOfAMissingState) {
+    // Beyond 1.5 of the highest temperature of the equation (455 K).
+    const std::vector<Remark> said = remarksOf(run(stateOf("R134A.FLD", 700.0, 10000.0)));
+    const Remark* remark = find(said, "state_missing");
+    ASSERT_NE(remark, nullptr) << listOf(said);
+    EXPECT_EQ(remark->weight, Weight::wrong);
+    EXPECT_NE(remark->text.find("The engine says: [TPFLSH error"), std::string::npos) << remark->text;
+    EXPECT_NE(remark->text.find("temperature"), std::string::npos) << remark->text;
+    EXPECT_EQ(find(remarksOf(run(stateOf("R134A.FLD", 300.0, 1000.0))), "state_missing"), nullptr);
+}
+
+TEST(Remarks, TellTransportBeyondItsCorrelation) {
+    // The viscosity of R152a is correlated up to 440 K, its conductivity and its equation of state up to 500 K.
+    const std::vector<Remark> said = remarksOf(run(stateOf("R152A.FLD", 480.0, 1000.0)));
+    const Remark* remark = find(said, "transport_beyond_range");
+    ASSERT_NE(remark, nullptr) << listOf(said);
+    EXPECT_NE(remark->text.find("the viscosity of the state"), std::string::npos) << remark->text;
+    EXPECT_EQ(find(remarksOf(run(stateOf("R152A.FLD", 430.0, 1000.0))), "transport_beyond_range"), nullptr);
+}
+
+TEST(Remarks, TellTheEnginesOwnReasonOfAMissingConductivity) {
+    // That of carbon dioxide is correlated up to 1100 K and not computed above 1.5 of it, its equation of state reaches
+    // 2000 K.
+    const std::vector<Remark> said = remarksOf(run(stateOf("CO2.FLD", 1800.0, 1000.0)));
+    const Remark* remark = find(said, "transport_missing");
+    ASSERT_NE(remark, nullptr) << listOf(said);
+    EXPECT_NE(remark->text.find("The engine says: [TRNPRP warning"), std::string::npos) << remark->text;
+}
+
+TEST(Remarks, TellEstimatedTransportOfAState) {
+    const std::vector<Remark> said = remarksOf(run(stateOf("R161.FLD", 300.0, 100.0)));
+    const Remark* remark = find(said, "transport_estimated");
+    ASSERT_NE(remark, nullptr) << listOf(said);
+    EXPECT_NE(remark->text.find("Viscosity and conductivity"), std::string::npos) << remark->text;
+    EXPECT_EQ(find(remarksOf(run(stateOf("R134A.FLD", 300.0, 100.0))), "transport_estimated"), nullptr);
+}
+
+TEST(Remarks, TellTwoLiquids) {
+    // Ammonia and propane do not mix below about 45 degrees Celsius; R32 and R125 do everywhere.
+    const std::vector<Remark> said =
+        remarksOf(run(stateOf({{"AMMONIA.FLD", 0.5}, {"PROPANE.FLD", 0.5}}, 253.15, 2000.0)));
+    EXPECT_NE(find(said, "two_liquids"), nullptr) << listOf(said);
+    EXPECT_EQ(find(remarksOf(run(stateOf({{"R32.FLD", 0.5}, {"R125.FLD", 0.5}}, 253.15, 2000.0))), "two_liquids"),
+              nullptr);
+}
+
+TEST(Remarks, TellEstimatedMixingParametersAndCriticalPoints) {
+    const std::vector<Remark> said = remarksOf(run(stateOf({{"R13.FLD", 0.5}, {"R22.FLD", 0.5}}, 293.15, 100.0)));
+    const Remark* pair = find(said, "mixing_parameters_estimated");
+    ASSERT_NE(pair, nullptr) << listOf(said);
+    EXPECT_NE(pair->text.find("R13 + R22"), std::string::npos) << pair->text;
+    EXPECT_NE(find(said, "critical_point_estimated"), nullptr) << listOf(said);
+    EXPECT_EQ(find(remarksOf(run(stateOf("R410A.MIX", 293.15, 100.0))), "mixing_parameters_estimated"), nullptr);
+}
+
 TEST(Remarks, HelpWhereARequestWasRefused) {
     // Vapor in the liquid line leaves so little that the compressor would discharge two phases.
     const RunResult refused =
         run(requestOf("basic", "R134A.FLD", {{0, 1, 1, 238.15}, {0, 12, 2, 0.0}, {0, 14, 2, 0.0}, {0, 15, 1, 30.0}}));
     ASSERT_EQ(refused.report.IERR, 201300);
-    EXPECT_NE(remarks::helpFor(refused).find("triple point"), std::string::npos);
+    EXPECT_NE(helpFor(refused).find("two-phase region"), std::string::npos);
     EXPECT_TRUE(remarksOf(refused).empty());
-    EXPECT_TRUE(remarks::helpFor(run(requestOf("basic", "R134A.FLD", {}))).empty());
+    EXPECT_TRUE(helpFor(run(requestOf("basic", "R134A.FLD", {}))).empty());
+}
+
+TEST(Remarks, HelpNamesTheTriplePointBehindWetCompression) {
+    const RunResult solid = run(requestOf("basic", "CO2.FLD", {{0, 1, 1, 213.15}, {0, 11, 1, 263.15}}));
+    ASSERT_EQ(solid.report.IERR, 201300);
+    EXPECT_EQ(
+        helpFor(solid),
+        "Evaporating at -60 °C lies below the triple point of the fluid (-56.56 °C), where it is solid. Evaporate "
+        "warmer, or take another fluid.");
+    // A drop that no evaporator has.
+    const RunResult drop = run(requestOf("basic", "R134A.FLD", {{0, 1, 1, 268.15}, {0, 3, 2, 120.0}}));
+    ASSERT_EQ(drop.report.IERR, 201300);
+    EXPECT_NE(helpFor(drop).find("take 120 K of saturation temperature"), std::string::npos) << helpFor(drop);
+}
+
+TEST(Remarks, HelpTellsALimitThatNoInjectionHolds) {
+    const RunResult refused = run(requestOf("liquid-injection", "R22.FLD", {{0, 16, 1, 303.15}}));
+    ASSERT_EQ(refused.report.IERR, 209234);
+    EXPECT_NE(helpFor(refused).find("only liquid could be that cold"), std::string::npos) << helpFor(refused);
+}
+
+TEST(Remarks, HelpTellsAShareThatLeavesNothing) {
+    // The MT evaporator's capacity, and all of both for the LT evaporator.
+    const RunResult refused = run(requestOf("booster", "CO2.FLD", {{0, 28, 3, 1.0}}));
+    ASSERT_EQ(refused.report.end, RunEnd::refused);
+    EXPECT_NE(helpFor(refused).find("the states behind are missing"), std::string::npos) << helpFor(refused);
 }
 
 TEST(Remarks, HaveNamesOfTheirOwn) {
