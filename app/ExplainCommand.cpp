@@ -4,6 +4,7 @@
 
 #include "Commands.h"
 #include "NamedRequest.h"
+#include "Results.h"
 #include "TextTable.h"
 
 namespace frigana::app {
@@ -14,6 +15,7 @@ namespace {
 
 struct Options {
     std::string name, units = "metric";
+    bool results = false, markdown = false;
 };
 
 void addRows(Table& table, const Request& request, int circuit, int stage, std::span<const Parameter> parameters,
@@ -34,8 +36,8 @@ void addRows(Table& table, const Request& request, int circuit, int stage, std::
             else if (limits)
                 allowed = limitsText(*limits, option.quantity, unitIn(units, option.quantity));
             const bool zero = parameter.absent == Absent::zero && zeroOption(parameter) == &option;
-            const std::string left = zero                                   ? "0"
-                                     : parameter.absent == Absent::optional ? "none"
+            const std::string left = zero                                                    ? "0"
+                                     : parameter.absent == Absent::optional                  ? "none"
                                      : !previous.empty() || parameter.absent == Absent::zero ? "(or this)"
                                                                                              : "required";
             table.rows.push_back({key, std::string(option.label), allowed, left});
@@ -44,24 +46,116 @@ void addRows(Table& table, const Request& request, int circuit, int stage, std::
     }
 }
 
-void printRequest(const Request& request, UnitSystem units) {
-    std::cout << request.name << ": " << request.title << '\n' << "  " << request.about << "\n\n";
+Table keysOf(const Request& request, UnitSystem units) {
     Table table{{"Key", "Meaning", "Allowed", "If left out"}, {}};
     for (std::size_t i = 0; i < request.circuits.size(); ++i)
         addRows(table, request, static_cast<int>(i), 0, request.circuits[i].parameters, units);
     if (request.stages.countIndex > 0) addRows(table, request, 0, 1, request.stages.parameters, units);
-    if (!table.rows.empty()) printLeft(std::cout, table);
-    if (request.stages.countIndex > 0)
-        std::cout << "\n  Keys of stage1 likewise for stage2 and so on, for every compressor but the last.\n";
-    std::cout << '\n';
+    return table;
+}
+
+Table generalKeyTable() {
     Table general{{"Key", "Meaning", "Allowed"}, {}};
     for (const GeneralKey& key : generalKeys())
         general.rows.push_back({std::string(key.key), std::string(key.meaning), std::string(key.allowed)});
-    printLeft(std::cout, general);
-    if (request.circuits.size() == 2)
-        std::cout
-            << "\n  Title, fluid, fractions, blend_name, reference_state and reference_of may stand in each circuit: "
-            << request.circuits[0].key << ".fluid, " << request.circuits[1].key << ".fluid.\n";
+    return general;
+}
+
+constexpr const char* ofEveryStage = "Keys of stage1 likewise for stage2 and so on, for every compressor but the last.";
+
+std::string ofEveryCircuit(const Request& request) {
+    return "Title, fluid, fractions, blend_name, reference_state and reference_of may stand in each circuit: " +
+           std::string(request.circuits[0].key) + ".fluid, " + std::string(request.circuits[1].key) + ".fluid.";
+}
+
+void printRequest(const Request& request, UnitSystem units) {
+    std::cout << request.name << ": " << request.title << '\n' << "  " << request.about << "\n\n";
+    const Table table = keysOf(request, units);
+    if (!table.rows.empty()) printLeft(std::cout, table);
+    if (request.stages.countIndex > 0) std::cout << "\n  " << ofEveryStage << '\n';
+    std::cout << '\n';
+    printLeft(std::cout, generalKeyTable());
+    if (request.circuits.size() == 2) std::cout << "\n  " << ofEveryCircuit(request) << '\n';
+    if (!resultsOf(request).empty())
+        std::cout << "\n  frigana explain " << request.name << " --results lists the values of the result.\n";
+}
+
+std::string shownUnit(const ListedResult& value, UnitSystem units) {
+    if (units == UnitSystem::SI || value.quantity == Quantity::none) return value.unit;
+    const std::string symbol(unitIn(units, value.quantity).symbol);
+    return symbol.empty() ? value.unit : symbol;
+}
+
+void printResults(const Request& request, UnitSystem units) {
+    std::cout << request.name << ": " << request.title << ", values of the result\n\n";
+    Table table{{"Key", "Value", "Unit"}, {}};
+    for (const ListedResult& value : resultsOf(request))
+        table.rows.push_back({value.key, value.name, shownUnit(value, units)});
+    printLeft(std::cout, table);
+}
+
+// ---- the reference as a page of Markdown ----------------------------------------------------------------------------
+
+void printMarkdown(const Table& table, std::size_t codeColumns) {
+    const auto line = [](const std::vector<std::string>& cells, std::size_t inCode) {
+        std::cout << '|';
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            std::cout << ' ' << (i < inCode && !cells[i].empty() ? '`' + cells[i] + '`' : cells[i]) << " |";
+        std::cout << '\n';
+    };
+    line(table.headings, 0);
+    line(std::vector<std::string>(table.headings.size(), "---"), 0);
+    for (const auto& row : table.rows) line(row, codeColumns);
+    std::cout << '\n';
+}
+
+// The values of a result by their places: a line for each, with the last words of the keys and their units.
+Table placesOf(const Request& request) {
+    Table table{{"Place", "Values"}, {}};
+    for (const ListedResult& value : resultsOf(request)) {
+        if (value.key.find("diagram.") != std::string::npos || value.key.starts_with("request.")) continue;
+        const auto dot = value.key.rfind('.');
+        const std::string place = dot == std::string::npos ? std::string() : value.key.substr(0, dot);
+        const std::string word = dot == std::string::npos ? value.key : value.key.substr(dot + 1);
+        const bool hasUnit = !value.unit.empty() && value.unit != "-";
+        const std::string text = '`' + word + '`' + (hasUnit ? " " + value.unit : "");
+        if (table.rows.empty() || table.rows.back()[0] != place)
+            table.rows.push_back({place, text});
+        else
+            table.rows.back()[1] += ", " + text;
+    }
+    return table;
+}
+
+void printRequestPage(const Request& request) {
+    std::cout << "## " << request.name << "\n\n"
+              << request.title << ": " << request.about << ". Positional: type " << request.type << ", sub-type "
+              << request.sub << ".\n\n";
+    const Table keys = keysOf(request, UnitSystem::metric);
+    if (!keys.rows.empty()) printMarkdown(keys, 1);
+    if (request.stages.countIndex > 0) std::cout << ofEveryStage << "\n\n";
+    if (request.circuits.size() == 2) std::cout << ofEveryCircuit(request) << "\n\n";
+    const Table places = placesOf(request);
+    if (places.rows.empty()) return;
+    std::cout << "Values of the result, in the units of the library:\n\n";
+    printMarkdown(places, 1);
+}
+
+void printReference() {
+    std::cout
+        << "# Reference of the requests\n\n"
+           "Written by `frigana explain --markdown` from the tables that requests are read with; limits are those "
+           "of the checks, in\nmetric units. `frigana new NAME` writes a request with all of its keys. In the "
+           "keys of results N stands for the number of a\nrow or stage; the columns of the diagrams are left "
+           "out.\n\n";
+    Table list{{"Request", "What it answers"}, {}};
+    for (const Request& request : requests())
+        list.rows.push_back(
+            {"[" + std::string(request.name) + "](#" + std::string(request.name) + ")", std::string(request.about)});
+    printMarkdown(list, 0);
+    std::cout << "## Keys of every request\n\n";
+    printMarkdown(generalKeyTable(), 1);
+    for (const Request& request : requests()) printRequestPage(request);
 }
 
 }  // namespace
@@ -70,11 +164,17 @@ Command addExplain(CLI::App& program) {
     CLI::App* line = program.add_subcommand("explain", "shows the keys of a request; without a name, all requests");
     const auto options = std::make_shared<Options>();
     line->add_option("NAME", options->name, "name of a request");
-    line->add_option("--units", options->units, "units of the limits: SI, metric (if left out) or imperial")
+    line->add_flag("--results", options->results, "shows the values of its result in place of its keys");
+    line->add_flag("--markdown", options->markdown, "writes the reference of all requests as a page of Markdown");
+    line->add_option("--units", options->units, "units of limits and results: SI, metric (if left out) or imperial")
         ->check([](const std::string& name) {
             return unitSystemOf(name) ? std::string() : "allowed are SI, metric and imperial";
         });
     return {line, [options] {
+                if (options->markdown) {
+                    printReference();
+                    return 0;
+                }
                 if (options->name.empty()) {
                     Table table{{"Request", "What it answers"}, {}};
                     for (const Request& request : requests())
@@ -86,7 +186,11 @@ Command addExplain(CLI::App& program) {
                 if (request == nullptr)
                     return complain(usageError,
                                     options->name + ": there is no such request; frigana explain lists them");
-                printRequest(*request, *unitSystemOf(options->units));
+                const UnitSystem units = *unitSystemOf(options->units);
+                if (options->results)
+                    printResults(*request, units);
+                else
+                    printRequest(*request, units);
                 return 0;
             }};
 }

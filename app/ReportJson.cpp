@@ -82,7 +82,8 @@ json diagramsJson(const RunResult& result, UnitSystem system) {
     return diagrams;
 }
 
-json fluidJson(const Fluid& fluid) {
+json fluidJson(const RunResult& result, std::size_t circuit, const ReportStyle& style) {
+    const Fluid& fluid = result.input.blocks[circuit].fluid;
     json item = json::object();
     if (fluid.kind == 3) {
         item["name"] = fluid.blendName;
@@ -93,10 +94,86 @@ json fluidJson(const Fluid& fluid) {
         item["file"] = fluid.file;
     }
     item["reference_state"] = fluid.referenceState;
+    const Climate climate = climateOf(result, circuit, style.dataFolder, style.climateReport);
+    const auto orNull = [](const std::optional<double>& value) { return value ? json(*value) : json(); };
+    item["designation"] = climate.name;
+    item["safety_class"] = climate.safetyClass.empty() ? json() : json(climate.safetyClass);
+    item["gwp100"] = {{"report", std::string(climateReports[style.climateReport])}, {"value", orNull(climate.gwp)}};
+    if (climate.below) item["gwp100"]["below"] = true;
+    if (!climate.leftOut.empty()) item["gwp100"]["left_out"] = climate.leftOut;
+    item["gwp_of_result_file"] = orNull(climate.ofResultFile);
     return item;
 }
 
-void putInput(json& root, const RunResult& result) {
+// What was chosen of a parameter under its own key, in the inner unit.
+void putSetting(json& item, const Circuit& circuit, int stage, const Parameter& parameter, const Setting& setting) {
+    for (const Option& option : parameter.options) {
+        if (option.key.empty() || (option.form != Form::count && option.number != setting.option)) continue;
+        const std::string key = keyOf(circuit, stage, parameter, option);
+        if (option.form == Form::count)
+            item[key] = setting.option;
+        else if (option.form == Form::quantity)
+            item[key] = setting.value;
+        else
+            item[key] = option.form == Form::yes;
+    }
+}
+
+void putStages(json& item, const FilledRequest& input) {
+    const Stages& stages = input.request->stages;
+    for (int stage = 1; stage < input.stages(); ++stage)
+        for (const Parameter& parameter : stages.parameters) {
+            const int k =
+                stages.countIndex + (stage - 1) * static_cast<int>(stages.parameters.size()) + parameter.index;
+            const auto& settings = input.blocks.front().settings;
+            if (k <= static_cast<int>(settings.size()))
+                putSetting(item, input.request->circuits.front(), stage, parameter,
+                           settings[static_cast<std::size_t>(k) - 1]);
+        }
+}
+
+std::string wordOf(int property) {
+    for (const PropertyName& name : propertyNames())
+        if (name.code == property) return std::string(name.word);
+    return {};
+}
+
+void putTable(json& item, const PropertyQuestion& ask) {
+    item["property"] = wordOf(ask.running);
+    if (ask.step == 0.0) {
+        item["suggested_limits"] = true;
+        return;
+    }
+    item["from"] = ask.from;
+    item["to"] = ask.to;
+    item["step"] = ask.step;
+}
+
+void putQuestion(json& item, const FilledRequest& input) {
+    const PropertyQuestion& ask = input.question;
+    switch (input.request->sub) {
+        case 2:
+            putTable(item, ask);
+            break;
+        case 3:
+            item["constant." + wordOf(ask.constant)] = ask.constantValue;
+            putTable(item, ask);
+            break;
+        case 4:
+            item[wordOf(ask.first)] = ask.firstValue;
+            item[wordOf(ask.second)] = ask.secondValue;
+            break;
+        case 5:
+        case 6:
+            for (const Option& option : input.request->circuits.front().parameters.front().options)
+                if (option.number == ask.side) item[std::string(option.key)] = ask.sideValue;
+            break;
+        default:
+            break;
+    }
+}
+
+void putInput(json& root, const RunResult& result, const ReportStyle& style) {
     const FilledRequest& input = result.input;
     if (input.request == nullptr) return;
     json item = {{"request", std::string(input.request->name)}};
@@ -106,20 +183,13 @@ void putInput(json& root, const RunResult& result) {
         const Block& block = input.blocks[i];
         const std::string own = circuit.key.empty() ? std::string() : std::string(circuit.key) + '.';
         if (!block.title.empty()) item[own + "title"] = block.title;
-        fluids[circuit.key.empty() ? "fluid" : std::string(circuit.key)] = fluidJson(block.fluid);
+        fluids[circuit.key.empty() ? "fluid" : std::string(circuit.key)] = fluidJson(result, i, style);
         for (std::size_t k = 0; k < block.settings.size() && k < circuit.parameters.size(); ++k)
-            for (const Option& option : circuit.parameters[k].options) {
-                const Setting& setting = block.settings[k];
-                if (option.key.empty() || (option.form != Form::count && option.number != setting.option)) continue;
-                const std::string key = keyOf(circuit, 0, circuit.parameters[k], option);
-                if (option.form == Form::count)
-                    item[key] = setting.option;
-                else if (option.form == Form::quantity)
-                    item[key] = setting.value;
-                else
-                    item[key] = option.form == Form::yes;
-            }
+            putSetting(item, circuit, 0, circuit.parameters[k], block.settings[k]);
     }
+    putStages(item, input);
+    constexpr int propertyType = 1;
+    if (input.request->type == propertyType) putQuestion(item, input);
     root["input"] = std::move(item);
     root["fluid"] = std::move(fluids);
 }
@@ -137,6 +207,8 @@ json resultJson(const RunResult& result, const ReportStyle& style) {
             root["outcome"] = "refused";
             root["code"] = report.IERR;
             root["message"] = plainText(report.HERR.view());
+            if (const std::string help = remarks::helpFor(result, circumstancesOf(style)); !help.empty())
+                root["help"] = help;
             if (report.parameter > 0)
                 root["parameter"] = {{"circuit", report.record},
                                      {"number", report.parameter},
@@ -152,7 +224,7 @@ json resultJson(const RunResult& result, const ReportStyle& style) {
             break;
     }
     root["units"] = std::string(nameOf(style.units));
-    putInput(root, result);
+    putInput(root, result, style);
     json values = json::array(), points = json::array(), remarks = json::array();
     if (report.end == RunEnd::returned) {
         for (const Entry& entry : result.entries)

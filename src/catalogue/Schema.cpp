@@ -4,6 +4,7 @@
 #include <set>
 
 #include "NamedRequest.h"
+#include "Results.h"
 
 namespace frigana::catalogue {
 
@@ -132,6 +133,15 @@ std::string schemaOf(const Request& request) {
         properties["points"] = {{"description", "several points, each a table of the same keys"},
                                 {"type", "array"},
                                 {"items", {{"type", "object"}}}};
+    json results = json::array();
+    for (const ListedResult& one : resultsOf(request)) {
+        json value = {{"key", one.key}, {"name", one.name}};
+        if (!one.unit.empty()) value["unit"] = one.unit;
+        if (one.quantity != Quantity::none) value["quantity"] = std::string(nameOf(one.quantity));
+        results.push_back(std::move(value));
+    }
+    // For programs: what the result will hold. Validators pass over it.
+    root["x-results"] = std::move(results);
     return root.dump(2);
 }
 

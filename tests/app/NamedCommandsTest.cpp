@@ -94,6 +94,48 @@ TEST_F(Named, JsonCarriesKeysPointsInputAndVersions) {
     EXPECT_GT(cop, 3.0);
 }
 
+TEST_F(Named, JsonCarriesTheWholeInput) {
+    const auto inputOf = [&](const std::string& name) {
+        const std::string file = folder.path(name + ".toml");
+        EXPECT_EQ(run("new " + name + " --out '" + file + "'").status, 0);
+        return nlohmann::json::parse(run("run '" + file + "' --json -").said)["input"];
+    };
+    const auto stages = inputOf("multi-stage");
+    EXPECT_EQ(stages["stages"], 3);
+    EXPECT_TRUE(stages.contains("stage1.compressor.isentropic_efficiency")) << stages;
+    EXPECT_TRUE(stages.contains("stage2.injection_line.pressure_drop")) << stages;
+    EXPECT_FALSE(stages.contains("stage3.compressor.isentropic_efficiency"));
+    const auto table = inputOf("saturation-table");
+    EXPECT_EQ(table["property"], "temperature");
+    EXPECT_EQ(table["from"], 240.0);
+    EXPECT_EQ(table["step"], 5.0);
+    const auto line = inputOf("isoproperty-table");
+    EXPECT_EQ(line["constant.pressure"], 1000.0);
+    EXPECT_EQ(line["property"], "temperature");
+    const auto point = inputOf("state-point");
+    EXPECT_EQ(point["temperature"], 300.0);
+    EXPECT_EQ(point["pressure"], 1000.0);
+    EXPECT_EQ(inputOf("saturation-point")["bubble.temperature"], 280.0);
+}
+
+TEST_F(Named, PotentialsAreThoseOfTheReportAskedFor) {
+    // R134a: 1430, 1300 and 1530 in the three reports; the library's own table has 1300.
+    EXPECT_TRUE(contains(run("run " + quoted).said, "potential of R134a, AR6: 1530 (in the result file 1300)\n"));
+    EXPECT_TRUE(contains(run("run " + quoted + " --gwp AR4").said, "AR4: 1430 (in the result file 1300)\n"));
+    EXPECT_TRUE(contains(run("run " + quoted + " --gwp ar5").said, "AR5: 1300\n"));
+    EXPECT_EQ(run("run " + quoted + " --gwp AR7").status, 1);
+    const auto fluid = nlohmann::json::parse(run("run " + quoted + " --gwp AR4 --json -").said)["fluid"]["fluid"];
+    EXPECT_EQ(fluid["gwp100"]["report"], "AR4");
+    EXPECT_EQ(fluid["gwp100"]["value"], 1430.0);
+    EXPECT_EQ(fluid["gwp_of_result_file"], 1300.0);
+    EXPECT_EQ(fluid["safety_class"], "A1");
+    // A blend by its components: 0.5 * 771 + 0.5 * 1530 by mass.
+    std::string text = chiller;
+    text.replace(text.find("\"R134a\""), 7, "{ R32 = 0.5, R134a = 0.5 }\nblend_name = \"Mine\"");
+    writeFile(request, text);
+    EXPECT_TRUE(contains(run("run " + quoted).said, "potential of Mine, AR6: 1151")) << run("run " + quoted).said;
+}
+
 TEST_F(Named, ChartsAreDrawnWhereAsked) {
     const std::string ph = folder.path("ph.svg"), ts = folder.path("ts.svg");
     EXPECT_EQ(

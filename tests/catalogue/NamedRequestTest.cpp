@@ -5,10 +5,12 @@
 
 #include <cmath>
 #include <filesystem>
+#include <map>
 #include <set>
 
 #include "RequestFiles.h"
 #include "ResultKeys.h"
+#include "Results.h"
 #include "RunResult.h"
 #include "TemporaryFolder.h"
 #include "TreeFolders.h"
@@ -200,6 +202,41 @@ TEST(ResultKeys, AreKnownAndUnique) {
         }
     }
     EXPECT_GT(count, 5000);
+}
+
+// Without running anything the catalogue knows every value of every result, with its name and unit.
+TEST(Results, AreListedWithTheirNamesAndUnits) {
+    const Installation installation;
+    const RunOptions options{installation.folder.path(), false};
+    const TemporaryFolder folder;
+    std::vector<RequestText> all = exampleRequests();
+    for (RequestText& reference : referenceRequests()) all.push_back(std::move(reference));
+    std::map<const Request*, std::set<std::string>> seen;
+    for (const RequestText& text : all) {
+        const FilledRequest filled = positional(folder, text);
+        if (filled.isSecondRun()) continue;
+        const RunResult result = runFilled(filled, options);
+        std::map<std::string, ListedResult> listed;
+        for (const ListedResult& one : resultsOf(*filled.request)) listed.emplace(one.key, one);
+        for (const Value& value : result.entries) {
+            if (!value.isData() || !result.isDone()) continue;
+            const auto found = listed.find(listedKey(value.key));
+            ASSERT_NE(found, listed.end()) << text.name << ": " << value.key << " of " << value.name;
+            seen[filled.request].insert(found->first);
+            if (value.unit != found->second.unit) {
+                EXPECT_EQ(found->second.unit, "") << text.name << ": " << value.key;
+            }
+            EXPECT_EQ(listed.count(found->first), 1u);
+        }
+    }
+    for (const Request& request : requests()) {
+        std::set<std::string> keys;
+        for (const ListedResult& one : resultsOf(request)) {
+            EXPECT_TRUE(keys.insert(one.key).second) << request.name << ' ' << one.key;
+            EXPECT_FALSE(one.name.empty());
+        }
+        EXPECT_EQ(seen[&request], keys) << request.name;
+    }
 }
 
 }  // namespace
