@@ -54,7 +54,7 @@ function scalarIn(key: string, text: string): Scalar {
 // What an address says in place of a state's own; null where it says nothing.
 export function stateIn(address: string, state: State): State | null {
   const words = new URLSearchParams(address.replace(/^#/, ""));
-  if (!words.has("request")) return null;
+  if (!words.has("request") && !words.has(beside.view)) return null;
   const flat = new Map<string, Scalar>();
   const own = new Set(Object.values(beside));
   for (const [key, text] of words) if (!own.has(key)) flat.set(key, scalarIn(key, text));
@@ -64,7 +64,7 @@ export function stateIn(address: string, state: State): State | null {
     ...state,
     view,
     units,
-    requests: { ...state.requests, [placeOf(view)]: flat },
+    requests: words.has("request") ? { ...state.requests, [placeOf(view)]: flat } : state.requests,
     fluids: words.get(beside.fluids)?.split(",").filter((name) => name !== "") ?? state.fluids,
     vary: {
       first: variedIn(words.get(beside.first)) ?? state.vary.first,

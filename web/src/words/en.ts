@@ -105,7 +105,7 @@ export const english = {
   "vary.none": "none",
   "vary.from": "From",
   "vary.to": "To",
-  "vary.count": "Steps",
+  "vary.count": "Values",
   "vary.result": "Result",
   "vary.results": "Results",
   "vary.more": "Second result",

@@ -1,0 +1,462 @@
+// The page in a real browser, as its reader uses it.
+import assert from "node:assert/strict";
+import { readFileSync, readdirSync, writeFileSync, existsSync, mkdirSync } from "node:fs";
+import { createRequire } from "node:module";
+import { join } from "node:path";
+import { after, before, beforeEach, afterEach, describe, test } from "node:test";
+import puppeteer from "puppeteer-core";
+import { examples, folder, requestIn, runByCommand, Served } from "./program.mjs";
+
+const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+const cycles = ["basic", "heat-exchanger", "combined", "cascade", "rankine", "transcritical", "liquid-injection", "two-stage",
+  "multi-stage", "minimal", "pumped-co2", "booster"];
+const properties = ["fluid-information", "saturation-table", "isoproperty-table", "state-point", "equilibrium-phases", "saturation-point"];
+
+let served, browser, page, faults, foreign, expected;
+
+before(async () => {
+  served = await Served.start();
+  browser = await puppeteer.launch({ executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium", headless: true, args: ["--no-sandbox"] });
+});
+after(async () => {
+  await browser?.close();
+  await served?.stop();
+});
+
+beforeEach(async () => {
+  page = await browser.newPage();
+  await page.setViewport({ width: 1400, height: 900 });
+  faults = [];
+  foreign = [];
+  expected = /^$/;
+  page.on("console", (message) => { if (message.type() === "error" || message.type() === "warn") faults.push(message.text()); });
+  page.on("pageerror", (failure) => faults.push(failure.message));
+  page.on("request", (request) => {
+    if (!request.url().startsWith(served.address) && !/^(blob|data):/.test(request.url())) foreign.push(request.url());
+  });
+});
+afterEach(async () => {
+  await page.close();
+  assert.deepEqual(faults.filter((one) => !expected.test(one)), [], "nothing on the console");
+  assert.deepEqual(foreign, [], "no request to another host");
+});
+
+async function open(hash = "", view = "") {
+  await page.goto(served.address + hash, { waitUntil: "load" });
+  if (view) await (await page.waitForSelector(`[data-view=${view}]`)).click();
+  await page.waitForSelector(".figures [data-value], [data-row] [data-value], .optimum strong");
+}
+
+// Waits until a question of the page gives something else than "".
+async function until(what, text, ...args) {
+  return (await page.waitForFunction(what, { timeout: 15_000, polling: 30 }, ...args).catch(() => { throw new Error(`in vain: ${text}`); })).jsonValue();
+}
+
+const figures = () => page.$$eval(".figures [data-value]", (all) => Object.fromEntries(all.map((one) => [one.dataset.key, Number(one.dataset.value)])));
+const solvedOtherThan = (key, value) => until((key, value) => {
+  const found = document.querySelector(`.figures [data-key="${key}"]`);
+  return found && !document.querySelector(".stale") && Number(found.dataset.value) !== value;
+}, `another ${key}`, key, value);
+
+async function setField(name, text) {
+  const input = await page.waitForSelector(`[data-name="${name}"]`);
+  await input.click({ count: 3 });
+  await input.type(text);
+}
+
+async function choose(name, value) {
+  await page.select(`select[data-name="${name}"]`, value);
+}
+
+// Every figure of the page is that of the command, to the last digit.
+async function asCommand() {
+  const shown = await figures();
+  const result = runByCommand(requestIn(page.url()));
+  const values = new Map(result.values.map((value) => [value.key, value.value]));
+  assert.ok(Object.keys(shown).length > 3);
+  for (const [key, value] of Object.entries(shown)) assert.equal(value, values.get(key), key);
+  return shown;
+}
+
+async function requestChosen(name) {
+  await page.waitForFunction((name) => new URLSearchParams(location.hash.slice(1)).get("request") === name, {}, name);
+}
+
+describe("requests", () => {
+  for (const name of [...cycles, "line-sizing", ...properties])
+    test(`${name}: opened, solved, changed, refused`, async () => {
+      const view = name === "line-sizing" ? "lines" : properties.includes(name) ? "properties" : "cycle";
+      await open("", view);
+      if (view !== "lines") await choose("request", name);
+      await requestChosen(name);
+      // The figures of the request before are gone when the table or drawing of this one is there.
+      await page.waitForNetworkIdle({ idleTime: 250 });
+      const before = await asCommand();
+      if (view === "cycle") {
+        const numbers = await page.$$eval("svg.circuit [data-point]", (all) => all.map((one) => one.dataset.point));
+        const points = await page.$$eval("table.points [data-point]", (all) => all.map((one) => one.dataset.point));
+        assert.deepEqual([...numbers].sort(), [...points].sort(), "every state point is in the drawing, once");
+      }
+      if (name !== "fluid-information") assert.ok(await page.$$eval("svg.chart path.line", (all) => all.length) > 10, "a chart");
+      const field = await page.$eval(".field input[type=text]", (one) => one.dataset.name).catch(() => null);
+      if (field === null) return;
+      await page.focus(`[data-name="${field}"]`);
+      await page.keyboard.press("ArrowUp");
+      await page.waitForNetworkIdle({ idleTime: 250 });
+      const after = await asCommand();
+      assert.notDeepEqual(after, before);
+      await setField(field, "-9999");
+      await page.waitForSelector(".refused");
+      if (!properties.includes(name)) await page.waitForSelector(".field.wrong .complaint:not([hidden])");
+      assert.deepEqual(await figures(), after, "the last good figures stay");
+      assert.ok(await page.$(".stale"));
+      expected = /status of (400|422)/;
+    });
+
+  test("units of a field and of the page", async () => {
+    await open();
+    const before = await figures();
+    await choose("evaporator.temperature unit", "°F");
+    assert.equal(await page.$eval('[data-name="evaporator.temperature"]', (one) => one.value), "23");
+    await page.waitForNetworkIdle({ idleTime: 200 });
+    assert.deepEqual(await figures(), before);
+    await choose("units", "imperial");
+    await solvedOtherThan("compressor.outlet.temperature", before["compressor.outlet.temperature"]);
+    const inFahrenheit = (await asCommand())["compressor.outlet.temperature"];
+    assert.ok(Math.abs((inFahrenheit - 32) / 1.8 - before["compressor.outlet.temperature"]) < 1e-6);
+  });
+
+  test("another way of giving a parameter keeps the cycle", async () => {
+    await open();
+    const before = (await figures())["performance.cop_cooling"];
+    await page.select('select[data-name="size of the plant how"]', "3");
+    await page.waitForSelector('[data-name="compressor.capacity.evaporator"]');
+    await page.waitForNetworkIdle({ idleTime: 200 });
+    const after = await asCommand();
+    assert.ok(Math.abs(after["performance.cop_cooling"] - before) < 1e-4);
+    assert.ok(Math.abs(after["performance.swept_volume"] - 10.08) < 1e-2);
+  });
+
+  test("own blend", async () => {
+    await open();
+    await page.click('[data-name="fluid blend"]');
+    await page.waitForSelector('[data-name="fluid fraction 0"]');
+    await page.waitForNetworkIdle({ idleTime: 250 });
+    await asCommand();
+  });
+
+  test("a wrong name of a refrigerant is told", async () => {
+    await open();
+    await setField("fluid", "R999");
+    await page.keyboard.press("Tab");
+    const text = await until(() => document.querySelector(".refused")?.textContent, "a refusal");
+    assert.match(text, /R999/);
+    expected = /status of 400/;
+  });
+
+  test("a physical impossibility is told with its code", async () => {
+    await open();
+    await setField("evaporator.temperature", "50");
+    assert.match(await until(() => document.querySelector(".refused")?.textContent, "a refusal"), /Evaporator temperature > Condenser temperature.*201214/);
+    expected = /status of 422/;
+  });
+});
+
+describe("drawing and chart", () => {
+  test("a point that is looked at is marked in drawing, chart and table", async () => {
+    await open();
+    await page.waitForSelector(".chart .point.cycle");
+    await page.focus('[data-point="evaporator.inlet"]');
+    await until(() => document.querySelector(".chart .point.looked-at")?.dataset.label === "3"
+      && document.querySelector("tr.looked-at")?.dataset.point === "evaporator.inlet", "marks");
+  });
+
+  test("zoom, fit, whole chart, reading", async () => {
+    await open();
+    await page.waitForSelector(".chart .point.cycle");
+    const titles = () => page.$$eval(".chart .tick-label", (all) => all.map((one) => one.textContent).join());
+    const whole = await titles();
+    await page.click('[data-act="chart.cycle"]');
+    await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() !== whole, "a zoomed chart", whole);
+    await page.click('[data-act="chart.whole"]');
+    await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() === whole, "the whole chart", whole);
+    await page.focus("svg.chart");
+    await page.keyboard.press("+");
+    await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() !== whole, "zoom by key", whole);
+    await page.keyboard.press("0");
+    const point = await page.$('.chart .point[data-label="3"] circle');
+    await point.hover();
+    assert.match(await until(() => document.querySelector(".reading").textContent, "a reading"), /evaporator inlet.*bar/);
+    for (const kind of ["ts", "hs", "ph"]) {
+      await page.click(`[data-kind=${kind}]`);
+      await until((kind) => document.querySelector(`[data-kind=${kind}]`).getAttribute("aria-pressed") === "true", kind, kind);
+    }
+  });
+});
+
+describe("files and links", () => {
+  async function downloaded(ending, act) {
+    const client = await page.createCDPSession();
+    const place = join(folder, `downloads-${ending}-${Date.now()}`);
+    mkdirSync(place);
+    await client.send("Browser.setDownloadBehavior", { behavior: "allow", downloadPath: place });
+    await act();
+    for (let i = 0; i < 100; ++i) {
+      const found = existsSync(place) ? readdirSync(place).filter((one) => one.endsWith(`.${ending}`)) : [];
+      if (found.length > 0) return join(place, found[0]);
+      await new Promise((done) => setTimeout(done, 50));
+    }
+    throw new Error(`no .${ending} came`);
+  }
+
+  for (const ending of ["toml", "fi1"])
+    test(`.${ending} taken along and opened again`, async () => {
+      await open();
+      await setField("evaporator.temperature", "-12");
+      await page.waitForNetworkIdle({ idleTime: 200 });
+      const before = await figures();
+      const file = await downloaded(ending, () => page.click(`.figures [data-format=${ending}]`));
+      await open("#view=cycle");
+      await (await page.$("input[type=file]")).uploadFile(file);
+      await until((value) => Number(document.querySelector('[data-key="performance.cop_cooling"]')?.dataset.value) === value, "the same result",
+        before["performance.cop_cooling"]);
+      assert.deepEqual(await figures(), before);
+    });
+
+  test("result as JSON, CSV and by places", async () => {
+    await open();
+    const json = JSON.parse(readFileSync(await downloaded("json", () => page.click(".figures [data-format=json]")), "utf8"));
+    assert.deepEqual(json.values, runByCommand(requestIn(page.url())).values);
+    const csv = readFileSync(await downloaded("csv", () => page.click(".figures [data-format=csv]")), "utf8");
+    assert.match(csv, /performance\.cop_cooling/);
+    const places = readFileSync(await downloaded("fo1", () => page.click(".figures [data-format=fo1]")), "utf8");
+    assert.match(places, /^ 2\s/);
+  });
+
+  test("chart as SVG and PNG", async () => {
+    await open();
+    await page.waitForSelector(".chart .point.cycle");
+    const svg = readFileSync(await downloaded("svg", () => page.click('[data-act="download.svg"]')), "utf8");
+    assert.match(svg, /^<svg .*stroke=/s);
+    const png = readFileSync(await downloaded("png", () => page.click('[data-act="download.png"]')));
+    assert.equal(png.subarray(1, 4).toString(), "PNG");
+    assert.ok(png.length > 10_000);
+  });
+
+  test("every example by places can be dropped", async () => {
+    await open();
+    for (const name of readdirSync(examples).filter((one) => one.endsWith(".fi1") && one !== "store_blend.fi1")) {
+      const text = readFileSync(join(examples, name), "utf8");
+      const address = page.url();
+      await page.evaluate((name, text) => {
+        const files = new DataTransfer();
+        files.items.add(new File([text], name));
+        document.dispatchEvent(new DragEvent("drop", { dataTransfer: files, cancelable: true }));
+      }, name, text);
+      await until((address) => location.href !== address, `${name} opened`, address);
+      await page.waitForNetworkIdle({ idleTime: 150 });
+      assert.equal(await page.$(".refused"), null, name);
+    }
+  });
+
+  test("a link holds the case", async () => {
+    await open();
+    await setField("condenser.temperature", "47");
+    await page.waitForNetworkIdle({ idleTime: 200 });
+    const before = await figures(), link = page.url();
+    await page.goto("about:blank");
+    await page.goto(link);
+    await page.waitForSelector(".figures [data-value]");
+    assert.deepEqual(await figures(), before);
+    assert.equal(page.url(), link);
+  });
+
+  test("undo and redo", async () => {
+    await open();
+    const before = await figures();
+    await setField("condenser.temperature", "47");
+    await solvedOtherThan("performance.cop_cooling", before["performance.cop_cooling"]);
+    await page.click("[data-act=undo]");
+    await until((value) => Number(document.querySelector('[data-key="performance.cop_cooling"]').dataset.value) === value, "the old result", before["performance.cop_cooling"]);
+    assert.equal(await page.$eval('[data-name="condenser.temperature"]', (one) => one.value), "40");
+    await page.click("[data-act=redo]");
+    await solvedOtherThan("performance.cop_cooling", before["performance.cop_cooling"]);
+  });
+
+  test("a file that is no request", async () => {
+    await open();
+    const file = join(folder, "picture.txt");
+    writeFileSync(file, "nothing");
+    await (await page.$("input[type=file]")).uploadFile(file);
+    assert.match(await until(() => document.querySelector(".notice.shown")?.textContent, "a notice"), /picture\.txt/);
+  });
+});
+
+describe("compare and vary", () => {
+  test("refrigerants side by side, as the command says", async () => {
+    await open("", "compare");
+    const rows = await page.$$eval('[data-row="performance.cop_cooling"] [data-value]', (all) => all.map((one) => Number(one.dataset.value)));
+    const request = requestIn(page.url());
+    const expectedValues = ["R134a", "R1234yf", "R290"].map((fluid) => runByCommand({ ...request, fluid }).values
+      .find((value) => value.key === "performance.cop_cooling").value);
+    assert.deepEqual(rows, expectedValues);
+    const best = await page.$$eval('[data-row="performance.cop_cooling"] td', (all) => all.findIndex((one) => one.classList.contains("best")));
+    assert.equal(best, rows.indexOf(Math.max(...rows)));
+    await until(() => document.querySelectorAll(".chart .cycle-of").length === 3, "three cycles");
+    await setField("compare add", "R717");
+    await page.keyboard.press("Enter");
+    await until(() => document.querySelectorAll('[data-row="performance.cop_cooling"] td').length === 4, "a fourth column");
+  });
+
+  test("a refrigerant for which the cycle is not possible says so", async () => {
+    await open("", "compare");
+    await setField("compare add", "Hydrogen");
+    await page.keyboard.press("Enter");
+    assert.ok((await until(() => document.querySelector(".refusal")?.textContent, "a refusal")).length > 20);
+    expected = /status of (400|422)/;
+  });
+
+  test("one parameter varied", async () => {
+    await open("", "vary");
+    await until(() => document.querySelectorAll(".cases tbody tr").length === 21, "21 cases");
+    const [at, value] = await page.$$eval(".cases tbody tr:nth-child(4) td", (all) => all.map((one) => Number(one.title)));
+    const request = requestIn(page.url());
+    request.condenser.temperature = `${at} °C`;
+    assert.equal(value, runByCommand(request).values.find((one) => one.key === "performance.cop_cooling").value);
+  });
+
+  test("optimum of the high pressure", async () => {
+    await open();
+    await choose("request", "transcritical");
+    await requestChosen("transcritical");
+    await page.waitForNetworkIdle({ idleTime: 200 });
+    await page.click("[data-view=vary]");
+    const strong = await page.waitForSelector(".optimum strong", { timeout: 15_000 });
+    const best = await strong.evaluate((one) => ({ at: Number(one.dataset.at), value: Number(one.dataset.value) }));
+    const request = requestIn(page.url());
+    const cop = (pressure) => {
+      request.gas_cooler.pressure = `${pressure} bar`;
+      return runByCommand(request).values.find((one) => one.key === "performance.cop_cooling").value;
+    };
+    assert.equal(cop(best.at), best.value);
+    for (const aside of [-0.5, 0.5]) assert.ok(cop(best.at + aside) < best.value, `${best.at} is better than ${best.at + aside}`);
+  });
+
+  test("two parameters, a cancelled study", async () => {
+    await open("", "vary");
+    await page.waitForSelector(".optimum strong");
+    await choose("Second parameter", "evaporator.temperature");
+    await until(() => document.querySelectorAll(".vary-charts .line.series").length === 5, "five curves");
+    await setField("Parameter count", "5000");
+    await page.keyboard.press("Tab");
+    await until(() => /^\d+ of 25000/.test(document.querySelector("p.status").textContent), "progress");
+    await page.click("[data-act=cancel]");
+    const text = await until(() => /^Stopped after/.test(document.querySelector("p.status").textContent) && document.querySelector("p.status").textContent, "the end");
+    assert.match(text, /of 25000 cases/);
+    await new Promise((done) => setTimeout(done, 300));
+    assert.equal(await page.$eval("p.status", (one) => one.textContent), text, "nothing comes after it");
+  });
+});
+
+describe("lines", () => {
+  test("pipes are picked, the second run calculates", async () => {
+    await open("", "lines");
+    await page.waitForNetworkIdle({ idleTime: 200 });
+    const before = await figures();
+    for (const [line, number] of [["suction_line", 4], ["discharge_line", 3], ["liquid_line", 3]]) {
+      await page.click(`[data-line=${line}] input[value="${number}"]`);
+      await page.waitForNetworkIdle({ idleTime: 200 });
+    }
+    const after = await figures();
+    assert.notEqual(after["performance.cop_cooling"], before["performance.cop_cooling"]);
+    const result = runByCommand(requestIn(page.url()));
+    assert.equal(after["performance.cop_cooling"], result.values.find((one) => one.key === "performance.cop_cooling").value);
+  });
+});
+
+describe("what goes wrong", () => {
+  test("a worker that is killed is an answer, and the next one calculates", async () => {
+    await open();
+    const before = (await figures())["performance.cop_cooling"];
+    for (const worker of served.workers()) process.kill(worker, "SIGSTOP");
+    await setField("condenser.temperature", "44");
+    await new Promise((done) => setTimeout(done, 700));
+    for (const worker of served.workers()) process.kill(worker, "SIGKILL");
+    assert.match(await until(() => document.querySelector(".refused")?.textContent, "a refusal"), /signal 9/);
+    await setField("condenser.temperature", "45");
+    await solvedOtherThan("performance.cop_cooling", before);
+    await asCommand();
+    expected = /status of 50\d/;
+  });
+
+  test("a slow answer does not come after a newer one; waiting is told", async () => {
+    await open();
+    await page.setRequestInterception(true);
+    let held = null;
+    page.on("request", (request) => {
+      if (request.url().endsWith("/api/run") && held === null) held = request;
+      else request.continue();
+    });
+    await setField("condenser.temperature", "41");
+    await until(() => document.querySelector(".status .waiting"), "waiting");
+    await setField("condenser.temperature", "50");
+    await solvedOtherThan("performance.cop_cooling", 0);
+    await until(() => !document.querySelector(".waiting"), "an answer");
+    await held?.continue().catch(() => {});
+    await new Promise((done) => setTimeout(done, 300));
+    const shown = await figures();
+    assert.equal(shown["performance.condensing_temperature"], 50);
+  });
+
+  test("a stopped server is told, and the page goes on when it is back", async () => {
+    const { port } = served;
+    await open();
+    const before = await figures();
+    await served.stop();
+    await setField("condenser.temperature", "46");
+    assert.match(await until(() => document.querySelector(".refused")?.textContent, "a refusal"), /does not answer/);
+    assert.deepEqual(await figures(), before);
+    served = await Served.start(port);
+    await setField("condenser.temperature", "47");
+    await solvedOtherThan("performance.cop_cooling", before["performance.cop_cooling"]);
+    await asCommand();
+    expected = /ERR_CONNECTION|net::|Failed to load/;
+  });
+});
+
+describe("for everybody", () => {
+  for (const scheme of ["light", "dark"])
+    for (const view of ["cycle", "compare", "vary", "properties", "lines"])
+      test(`axe finds nothing: ${view}, ${scheme}`, async () => {
+        await page.emulateMediaFeatures([{ name: "prefers-color-scheme", value: scheme }]);
+        await open("", view);
+        await page.waitForNetworkIdle({ idleTime: 300 });
+        await page.$$eval("details", (all) => { for (const one of all) one.open = true; });
+        const client = await page.createCDPSession();
+        await client.send("Runtime.evaluate", { expression: axe });
+        const found = await page.evaluate(() => globalThis.axe.run(document, { resultTypes: ["violations"] }));
+        assert.deepEqual(found.violations.map((one) => `${one.id}: ${one.nodes.slice(0, 3).map((node) => node.html).join(" ")}`), []);
+      });
+
+  test("nothing is wider than a telephone", async () => {
+    await page.setViewport({ width: 390, height: 844 });
+    for (const view of ["cycle", "compare", "vary", "properties", "lines"]) {
+      await open("", view);
+      await page.waitForNetworkIdle({ idleTime: 200 });
+      assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= window.innerWidth), view);
+    }
+  });
+
+  test("small, and soon there", async () => {
+    let bytes = 0;
+    page.on("response", async (response) => { bytes += (await response.buffer().catch(() => Buffer.alloc(0))).length; });
+    const start = performance.now();
+    await open();
+    const seconds = (performance.now() - start) / 1000;
+    await page.waitForNetworkIdle({ idleTime: 300 });
+    const pageOnly = await page.evaluate(() => performance.getEntriesByType("resource").filter((one) => !one.name.includes("/api/"))
+      .reduce((sum, one) => sum + one.encodedBodySize, performance.getEntriesByType("navigation")[0].encodedBodySize));
+    console.log(`page ${(pageOnly / 1024).toFixed(0)} KiB, with its first answers ${(bytes / 1024).toFixed(0)} KiB, solved after ${seconds.toFixed(2)} s`);
+    assert.ok(pageOnly < 500 * 1024);
+  });
+});
