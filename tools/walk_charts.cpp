@@ -1,5 +1,11 @@
-// Walks the charts of every fluid and blend of the installation and tells the faults: walk_charts [FILE...]
+// Walks the charts of every fluid and blend of the installation and tells the faults:
+//
+//   walk_charts [--every n] [FILE...]
+//
+//   --every  evaluates only every n-th point again: a flash of a blend beside its critical point is slow
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <set>
@@ -22,7 +28,7 @@ Scales metricScales() {
 }
 
 // Returns the number of faults of all charts of a fluid.
-int walkFluid(const std::string& file, bool blend) {
+int walkFluid(const std::string& file, bool blend, int stride) {
     FluidSelection selection;
     selection.kind = blend ? FluidSelection::Kind::mixtureFile : FluidSelection::Kind::pure;
     selection.name = file;
@@ -49,7 +55,7 @@ int walkFluid(const std::string& file, bool blend) {
             ++faults;
             continue;
         }
-        const test::ChartWalk walk = test::walk(fluid, chart);
+        const test::ChartWalk walk = test::walk(fluid, chart, stride);
         const bool closed = !chart.criticalShown || test::domeIsClosed(chart);
         faults += walk.faults() + (closed ? 0 : 1);
         std::printf(
@@ -69,14 +75,20 @@ int main(int argc, char** argv) {
     namespace fs = std::filesystem;
     const std::string data = test::dataFolder;
     SETPATH(data);
-    const std::set<std::string> wanted(argv + 1, argv + argc);
-    int faults = 0;
+    std::set<std::string> wanted(argv + 1, argv + argc);
+    int faults = 0, stride = 1;
+    if (argc > 2 && std::string(argv[1]) == "--every") {
+        stride = std::max(1, std::atoi(argv[2]));
+        wanted.erase(argv[1]);
+        wanted.erase(argv[2]);
+    }
     for (const auto& [folder, extension] : {std::pair("fluids", ".FLD"), std::pair("mixtures", ".MIX")}) {
         std::set<std::string> files;
         for (const auto& entry : fs::directory_iterator(fs::path(data) / folder))
             if (entry.path().extension() == extension) files.insert(entry.path().filename().string());
         for (const std::string& file : files)
-            if (wanted.empty() || wanted.count(file) > 0) faults += walkFluid(file, extension == std::string(".MIX"));
+            if (wanted.empty() || wanted.count(file) > 0)
+                faults += walkFluid(file, extension == std::string(".MIX"), stride);
     }
     std::printf("%d faults\n", faults);
     return faults == 0 ? 0 : 1;

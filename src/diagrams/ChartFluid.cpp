@@ -137,7 +137,7 @@ bool ChartFluid::temperatureAt(double D, Property property, double value, double
     double low = coldest, high = 2.0 * highestT_;
     T = std::clamp(guess, low, high);
     constexpr int mostSteps = 80;
-    constexpr double squared = 1e-10, rounding = 1e-13;  // relative steps after which nothing is left to correct
+    constexpr double squared = 1e-12, rounding = 1e-13;  // relative steps after which nothing is left to correct
     for (int step = 1; step <= mostSteps; ++step) {
         double p, e, h, s, cv, cp, w, jt, dpdt = 0.0;
         THERM(T, rho, z_, p, e, h, s, cv, cp, w, jt);
@@ -162,6 +162,9 @@ bool ChartFluid::temperatureAt(double D, Property property, double value, double
             return true;
         } else {
             T = 0.5 * (low + high);
+            // The engine takes temperatures within 1e-12 for one; both ends must have been tried.
+            constexpr double oneTemperature = 1e-11;
+            if (low > coldest && high < 2.0 * highestT_ && high - low <= oneTemperature * T) return true;
             if (high - low <= rounding * T) return false;
         }
     }

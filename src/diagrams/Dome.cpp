@@ -41,9 +41,40 @@ PhasePair mix(const PhasePair& a, const PhasePair& b, double t) {
             lerpLog(a.Dv, b.Dv, t), mix(a.x, b.x, t),     mix(a.y, b.y, t)};
 }
 
+// All of a pair in logarithms, but for its temperature.
+void addLogarithms(const PhasePair& pair, double weight, PhasePair& sum) {
+    constexpr double absent = 1e-300;  // of a fraction whose logarithm there is none
+    const auto logarithm = [](double fraction) { return std::log(std::fmax(fraction, absent)); };
+    sum.p += weight * std::log(pair.p);
+    sum.Dl += weight * std::log(pair.Dl);
+    sum.Dv += weight * std::log(pair.Dv);
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        sum.x[i] += weight * logarithm(pair.x[i]);
+        sum.y[i] += weight * logarithm(pair.y[i]);
+    }
+}
+
+PhasePair fromLogarithms(double T, const PhasePair& logarithms) {
+    PhasePair pair;
+    pair.T = T;
+    pair.p = std::exp(logarithms.p);
+    pair.Dl = std::exp(logarithms.Dl);
+    pair.Dv = std::exp(logarithms.Dv);
+    double sumX = 0.0, sumY = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        sumX += pair.x[i] = std::exp(logarithms.x[i]);
+        sumY += pair.y[i] = std::exp(logarithms.y[i]);
+    }
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        pair.x[i] /= sumX;
+        pair.y[i] /= sumY;
+    }
+    return pair;
+}
+
 // SATGV in both forms of its unknowns, from the same start: a start here has good densities, from which they are found
 // without a density root in every step.
-bool solve(double share, double value, int given, const Composition& z, PhasePair& pair) {
+bool solveAt(double share, double value, int given, const Composition& z, PhasePair& pair) {
     const PhasePair start = pair;
     for (const int unknowns : {densitiesUnknown, pressureUnknown}) {
         pair = start;
@@ -59,6 +90,35 @@ bool solve(double share, double value, int given, const Composition& z, PhasePai
     }
     pair = start;
     return false;
+}
+
+// Where both phases have one composition SATGV knows no solution. The lines are smooth there: it is taken from four
+// solutions beside it.
+bool solveAzeotrope(double share, double value, int given, const Composition& z, PhasePair& pair) {
+    constexpr double nearlyOne = 1e-3, aside = 2e-5;  // of the ratio of fractions; of the value
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (std::fabs(pair.y[i] - pair.x[i]) > nearlyOne * pair.x[i]) return false;
+    PhasePair sum;
+    double T = 0.0;
+    for (const auto& [distance, weight] :
+         {std::pair(-2, -1.0 / 6.0), {-1, 4.0 / 6.0}, {1, 4.0 / 6.0}, {2, -1.0 / 6.0}}) {
+        PhasePair beside = pair;
+        // Ratios of one from the start would be taken for the trivial solution.
+        for (int i = 1; i <= modelTags.NC; ++i) beside.y[i] *= 1.0 + (i % 2 == 0 ? aside : -aside);
+        if (!solveAt(share, value * (1.0 + distance * aside), given, z, beside)) return false;
+        addLogarithms(beside, weight, sum);
+        T += weight * beside.T;
+    }
+    pair = fromLogarithms(given == givenTemperature ? value : T, sum);
+    return true;
+}
+
+bool solve(double share, double value, int given, const Composition& z, PhasePair& pair) {
+    if (!solveAt(share, value, given, z, pair)) return solveAzeotrope(share, value, given, z, pair);
+    // Where the phases become alike the last step of Newton's method leaves more than elsewhere.
+    constexpr double alike = 2.5;  // ratio of the densities
+    if (pair.Dl < alike * pair.Dv && pair.Dv < alike * pair.Dl) solveAt(share, value, given, z, pair);
+    return true;
 }
 
 // While a boundary is followed, the fluid is the phase y of SATGV on both lines; points hold liquid and vapor by name.
@@ -138,6 +198,37 @@ std::vector<DomePoint> follow(const ChartFluid& fluid, const DomePoint& first, d
     return line;
 }
 
+// The point at a density between two others of one line, by its temperature: a cold liquid of given density has a
+// pressure that says nothing before the temperature is exact.
+bool betweenByTemperature(const ChartFluid& fluid, const DomePoint& a, const DomePoint& b, double u, DomePoint& point) {
+    if (a.state.q != b.state.q) return false;
+    const int kph = a.state.q == 0.0 ? 1 : 2;
+    double Ta = a.state.T, Tb = b.state.T, fa = a.u - u, fb = b.u - u;
+    constexpr int mostSteps = 40;
+    constexpr double close = 1e-12, accepted = 1e-9;  // in the logarithm of density
+    double difference = 1.0;
+    for (int step = 1, side = 0; step <= mostSteps && std::fabs(difference) > close; ++step) {
+        PhasePair pair;
+        pair.T = (Ta * fb - Tb * fa) / (fb - fa);
+        int ierr = 0;
+        Text255 herr;
+        SATT(pair.T, fluid.composition(), kph, pair.p, pair.Dl, pair.Dv, pair.x, pair.y, ierr, herr);
+        if (ierr > 0) return false;
+        if (kph == 1) {
+            std::swap(pair.Dl, pair.Dv);
+            std::swap(pair.x, pair.y);
+        }
+        point = pointOf(fluid, pair);
+        difference = point.u - u;
+        const bool below = (difference < 0.0) == (fa < 0.0);
+        (below ? Ta : Tb) = pair.T;
+        (below ? fa : fb) = difference;
+        if (side == (below ? 1 : -1)) (below ? fb : fa) *= 0.5;
+        side = below ? 1 : -1;
+    }
+    return std::fabs(difference) <= accepted;
+}
+
 }  // namespace
 
 bool Dome::trace(const ChartFluid& fluid, double coldest, std::string& why) {
@@ -215,7 +306,7 @@ bool Dome::blendAt(double u, DomePoint& point) const {
         return true;
     }
     // Beside the critical point both phases are too much alike to be told apart; the line is smooth there.
-    if (std::fabs(apart(a)) > 0.3 && std::fabs(apart(b)) > 0.3) return false;
+    if (std::fabs(apart(a)) > 0.3 && std::fabs(apart(b)) > 0.3) return betweenByTemperature(*fluid_, a, b, u, point);
     constexpr int neighbours = 4;
     const auto from = std::clamp<std::ptrdiff_t>(last - neighbours / 2, 0, std::ssize(points_) - neighbours);
     double places[neighbours], temperatures[neighbours];
@@ -352,6 +443,16 @@ double Dome::temperatureNear(double D) const {
     return lerp(a.T, b.T, std::log(D / a.D) / std::log(b.D / a.D));
 }
 
+namespace {
+
+// The state on the straight line between two at which a property has a value.
+State between(const State& a, const State& b, Property property, double value) {
+    const double t = (value - valueOf(a, property)) / (valueOf(b, property) - valueOf(a, property));
+    return {lerp(a.T, b.T, t), lerp(a.p, b.p, t), lerp(a.D, b.D, t), lerp(a.h, b.h, t), lerp(a.s, b.s, t), a.q};
+}
+
+}  // namespace
+
 std::vector<DomePoint> Dome::crossings(Property property, double value) const {
     std::vector<DomePoint> found;
     for (std::size_t i = 1; i < points_.size(); ++i) {
@@ -367,27 +468,35 @@ std::vector<DomePoint> Dome::crossings(Property property, double value) const {
             continue;
         }
         // false position, the end that stays halved
-        DomePoint point = std::fabs(fa) < std::fabs(fb) ? *low : *high;
+        DomePoint below = *low, above = *high, point = std::fabs(fa) < std::fabs(fb) ? *low : *high;
+        double least = std::min(std::fabs(fa), std::fabs(fb));
         constexpr int mostSteps = 60;
         const double close = 1e-12 * (std::fabs(value) + 1e-3);
-        for (int step = 1, side = 0; step <= mostSteps; ++step) {
+        for (int step = 1, side = 0; step <= mostSteps && least > close && std::fabs(ub - ua) >= 1e-15; ++step) {
             DomePoint next;
             if (!at((ua * fb - ub * fa) / (fb - fa), next)) break;
-            point = next;
             const double f = valueOf(next.state, property) - value;
-            if (std::fabs(f) <= close || std::fabs(ub - ua) < 1e-15) break;
+            if (std::fabs(f) < least) {
+                least = std::fabs(f);
+                point = next;
+            }
             if ((f < 0.0) == (fa < 0.0)) {
                 ua = next.u;
                 fa = f;
+                below = next;
                 if (side == -1) fb *= 0.5;
                 side = -1;
             } else {
                 ub = next.u;
                 fb = f;
+                above = next;
                 if (side == 1) fa *= 0.5;
                 side = 1;
             }
         }
+        // What is left is the accuracy of equilibria, or the straight top of a fluid whose equation has its critical
+        // point elsewhere.
+        if (least > close) point.state = between(below.state, above.state, property, value);
         found.push_back(point);
     }
     return found;
@@ -456,37 +565,6 @@ Nodes sharesAround(double q) {
     return nodesAround(shares + 1, q * shares, [](std::size_t j) { return static_cast<double>(j); });
 }
 
-// All of a pair in logarithms, but for its temperature.
-void addLogarithms(const PhasePair& pair, double weight, PhasePair& sum) {
-    constexpr double absent = 1e-300;  // of a fraction whose logarithm there is none
-    const auto logarithm = [](double fraction) { return std::log(std::fmax(fraction, absent)); };
-    sum.p += weight * std::log(pair.p);
-    sum.Dl += weight * std::log(pair.Dl);
-    sum.Dv += weight * std::log(pair.Dv);
-    for (int i = 1; i <= modelTags.NC; ++i) {
-        sum.x[i] += weight * logarithm(pair.x[i]);
-        sum.y[i] += weight * logarithm(pair.y[i]);
-    }
-}
-
-PhasePair fromLogarithms(double T, const PhasePair& logarithms) {
-    PhasePair pair;
-    pair.T = T;
-    pair.p = std::exp(logarithms.p);
-    pair.Dl = std::exp(logarithms.Dl);
-    pair.Dv = std::exp(logarithms.Dv);
-    double sumX = 0.0, sumY = 0.0;
-    for (int i = 1; i <= modelTags.NC; ++i) {
-        sumX += pair.x[i] = std::exp(logarithms.x[i]);
-        sumY += pair.y[i] = std::exp(logarithms.y[i]);
-    }
-    for (int i = 1; i <= modelTags.NC; ++i) {
-        pair.x[i] /= sumX;
-        pair.y[i] /= sumY;
-    }
-    return pair;
-}
-
 // A pair moved as far as one start lies from another.
 PhasePair moved(const PhasePair& pair, const PhasePair& from, const PhasePair& to) {
     PhasePair sum;
@@ -536,8 +614,10 @@ double Dome::shareNear(double T, Property property, double value, double& slope)
     for (std::size_t j = 0; j <= shares; ++j)
         for (std::size_t i = 0; i < rows.count; ++i) {
             const double at = valueOf(table_[rows.first + i].states[j], property);
-            values[j] += rows.weight[i] * (reciprocal ? 1.0 / at : at);
+            values[j] += rows.weight[i] * (reciprocal ? -std::log(at) : at);
         }
+    if (reciprocal)
+        for (double& logarithm : values) logarithm = std::exp(logarithm);
     const auto placeOf = [&](double at) {
         const Nodes around = nodesAround(shares + 1, at, [&](std::size_t j) { return values[j]; });
         double place = 0.0;

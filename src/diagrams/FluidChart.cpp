@@ -169,6 +169,9 @@ Plane planeOf(const ChartFluid& fluid, const ChartRequest& request, const Span& 
     for (const State& state : request.shown) highest = std::max(highest, 1.2 * state.p);
     plane.highestP =
         std::min(scales.pressure.value(roundOnDecade(scales.pressure.shown(highest), true)), fluid.highestP());
+    // The dome is whole even where the range of the equation ends at its top.
+    constexpr double aboveTop = 1.05;
+    plane.highestP = std::max(plane.highestP, aboveTop * fluid.estimatedCritical().p);
     const double lowest = fluid.lowestT() + aboveTriplePoint;
     const bool ph = request.kind == ChartKind::ph, ts = request.kind == ChartKind::ts;
     plane.coldest = span.cold;

@@ -76,16 +76,23 @@ double IsolineMaker::uCritical() const {
 
 // Densities between which every curve of the chart lies [kg/m3].
 double IsolineMaker::thinnest() const {
-    const double lowest = plane_.kind == ChartKind::ph ? plane_.y.low : 1e-9 * dome_.critical().p;
+    const double lowest = plane_.kind == ChartKind::ph ? plane_.y.low : 1e-25 * dome_.critical().p;
     constexpr double gasConstant = 8.314;  // a bound needs no more digits
     return 0.2 * lowest * fluid_.molarMass() / (gasConstant * fluid_.highestT());
 }
 double IsolineMaker::densest() const {
-    State state;
-    const double T = dome_.coldest(), liquid = dome_.points().front().state.D;
-    if (fluid_.atPressure(T, std::min(plane_.highestP, fluid_.meltingPressure(T)), -1, state))
-        return std::max(state.D, liquid);
-    return 1.2 * liquid;
+    // A liquid that freezes is densest where its melting line leaves the chart, or at its coldest.
+    double densest = dome_.points().front().state.D;
+    bool found = false;
+    for (const double T : {dome_.coldest(), bounds_.hottestSolid()}) {
+        State state;
+        if (T < dome_.coldest() ||
+            !fluid_.atPressure(T, std::min(plane_.highestP, fluid_.meltingPressure(T)), -1, state))
+            continue;
+        densest = std::max(densest, state.D);
+        found = true;
+    }
+    return found ? densest : 1.2 * densest;
 }
 
 void IsolineMaker::traceParts(const std::vector<double>& places, const StateOf& stateOf) {
@@ -103,7 +110,8 @@ bool IsolineMaker::singleState(double lnD, State& state) {
         if (!fluid_.temperatureAt(D, property_, value_, coldest, std::max(guess_, coldest), T)) return false;
     }
     guess_ = T;
-    state = fluid_.at(T, D);
+    // In a cold liquid the pressure is sharper by the density than by the temperature.
+    state = property_ == Property::pressure ? fluid_.settled(T, value_, D / fluid_.molarMass()) : fluid_.at(T, D);
     return true;
 }
 

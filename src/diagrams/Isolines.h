@@ -21,11 +21,13 @@ class Bounds {
   public:
     Bounds(const ChartFluid& fluid, const Plane& plane);
     double depth(const State& state) const;
+    // Above this temperature nothing freezes in the chart [K]; 0 without a melting line.
+    double hottestSolid() const { return hottestSolid_; }
 
   private:
     const ChartFluid& fluid_;
     const Plane& plane_;
-    double hottestSolid_ = 0.0;  // [K] above it nothing freezes in this chart; 0 without a melting line
+    double hottestSolid_ = 0.0;
 };
 
 class IsolineMaker {

@@ -17,7 +17,7 @@ struct ChartWalk {
     int apart = 0;       // neighbours farther apart than longestStep
     int changed = 0;     // points that do not have the constant property
     int different = 0;   // points with other properties when they are evaluated from temperature and density
-    int unanswered = 0;  // points beside the critical point that the flash does not find again
+    int unanswered = 0;  // points beside the critical point that the flash does not find again, or only roughly
     int turning = 0;     // isotherms on which pressure turns with density
     int broken = 0;      // ends within the window that are no end of the fluid's range
     double worst = 0.0;  // largest relative difference of a state evaluated again
@@ -85,7 +85,13 @@ inline void evaluateAgain(ChartWalk& walk, const diagrams::ChartFluid& fluid, co
                   std::fabs(h / M - state.h) / (std::fabs(state.h) + zeroOf(diagrams::Property::enthalpy)),
                   std::fabs(s / M - state.s) / (std::fabs(state.s) + zeroOf(diagrams::Property::entropy))});
     walk.worst = std::max(walk.worst, difference);
-    if (difference > sameState) fault(walk, walk.different, "different", curve, state, difference);
+    // Nor does it split a blend there as sharply as Newton's method, whose states no further step changes.
+    constexpr double besideTop = 1e-3, coarse = 1e-3;
+    if (curve.constant == diagrams::Property::quality && std::fabs(state.T / chart.critical.T - 1.0) < besideTop &&
+        difference > sameState && difference < coarse)
+        ++walk.unanswered;
+    else if (difference > sameState)
+        fault(walk, walk.different, "different", curve, state, difference);
 }
 
 }  // namespace detail
@@ -112,10 +118,17 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
                 detail::fault(result, result.changed, "changed", curve, state, constant / curve.value - 1.0);
             if (result.points % stride == 0) detail::evaluateAgain(result, fluid, chart, curve, state);
             if (i == 0) continue;
+            // The last piece of the boundary and of lines of quality, to the critical point, is straight.
+            constexpr double longestLast = 0.1;
+            const auto critical = [&](const State& s) {
+                return distance(chart.plane(s), chart.plane(chart.critical)) < edge;
+            };
+            const bool last = curve.constant == Property::quality && (critical(state) || critical(points[i - 1]));
             const double step = distance(place, chart.plane(points[i - 1]));
-            if (step > longestStep * (1.0 + edge)) detail::fault(result, result.apart, "apart", curve, state, step);
+            if (step > (last ? longestLast : longestStep) * (1.0 + edge))
+                detail::fault(result, result.apart, "apart", curve, state, step);
             if (isoline && curve.constant == Property::temperature) {
-                constexpr double rounding = 1e-9;
+                constexpr double rounding = sameState;
                 if (state.p > points[i - 1].p * (1.0 + rounding)) ++rises;
                 if (state.p < points[i - 1].p * (1.0 - rounding)) ++falls;
             }
