@@ -6,15 +6,19 @@ namespace frigana::app {
 
 namespace fs = std::filesystem;
 
+std::string installationOf(const fs::path& file) {
+    std::error_code error;
+    for (fs::path folder = file.parent_path(); folder != folder.parent_path(); folder = folder.parent_path()) {
+        for (const fs::path& data : {folder.parent_path() / "share" / "frigana", folder / "data"})
+            if (fs::is_directory(data / "fluids", error)) return data.string();
+    }
+    return {};
+}
+
 std::string defaultInstallation() {
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    if (error) return {};
-    const fs::path installed = program.parent_path().parent_path() / "share" / "frigana";
-    if (fs::is_directory(installed / "fluids", error)) return installed.string();
-    for (fs::path folder = program.parent_path(); folder != folder.root_path(); folder = folder.parent_path())
-        if (fs::is_directory(folder / "data" / "fluids", error)) return (folder / "data").string();
-    return {};
+    return error ? std::string() : installationOf(program);
 }
 
 }  // namespace frigana::app

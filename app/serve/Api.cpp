@@ -168,7 +168,7 @@ http::Answer Api::calculated(std::string_view task, std::string_view about) {
 }
 
 http::Answer Api::requests(const http::Request&) {
-    static const std::string all = requestsJson();
+    static const std::string all = programs::requestsJson();
     return {200, std::string(jsonType), all, {{"Cache-Control", "no-store"}}, {}};
 }
 

@@ -27,6 +27,10 @@ volatile int numerator = 3;
 volatile int denominator = 0;
 volatile int quotient = 0;
 volatile std::sig_atomic_t raisedByDivision = 0;
+Leaving leaving = Leaving::bySignal;
+
+// Out of the routine that is contained in this thread; comes back where there is none.
+void jumpOut();
 
 FRIGANA_DELIBERATE_DIVISION void divide() {
     quotient = numerator / denominator;
@@ -34,7 +38,12 @@ FRIGANA_DELIBERATE_DIVISION void divide() {
 
 }  // namespace
 
+void leaveRuns(Leaving way) {
+    leaving = way;
+}
+
 [[noreturn]] void divideByZero() {
+    if (leaving == Leaving::byJump) jumpOut();
     divide();
     // Processors whose division gives 0 instead of a trap arrive here.
     raisedByDivision = 1;
@@ -46,8 +55,11 @@ FRIGANA_DELIBERATE_DIVISION void divide() {
 
 namespace {
 std::jmp_buf* road = nullptr;
-void onTrap(int) {
+void jumpOut() {
     if (road != nullptr) std::longjmp(*road, 1);
+}
+void onTrap(int) {
+    jumpOut();
 }
 }  // namespace
 
@@ -61,7 +73,8 @@ bool runContained(void (*run)(void* context), void* context) {
     std::fesetenv(FE_DFL_ENV);
     std::jmp_buf here;
     std::jmp_buf* const outer = road;
-    const auto previous = std::signal(SIGFPE, onTrap);
+    const bool bySignal = leaving == Leaving::bySignal;
+    const auto previous = bySignal ? std::signal(SIGFPE, onTrap) : SIG_DFL;
     volatile bool returned = false;
     if (setjmp(here) == 0) {
         road = &here;
@@ -69,7 +82,7 @@ bool runContained(void (*run)(void* context), void* context) {
         returned = true;
     }
     road = outer;
-    std::signal(SIGFPE, previous);
+    if (bySignal) std::signal(SIGFPE, previous);
     std::fesetenv(&environment);
     return returned;
 }
@@ -88,8 +101,16 @@ std::atomic<Containment*> innermost{nullptr};
 std::atomic<pthread_t> runner{};
 struct sigaction host;  // what the host had for the signal; known before our handler stands
 
+bool isContainedHere() {
+    return innermost.load() != nullptr && pthread_equal(runner.load(), pthread_self()) != 0;
+}
+
+void jumpOut() {
+    if (isContainedHere()) siglongjmp(innermost.load()->here, 1);
+}
+
 bool isOurTrap(const siginfo_t& information) {
-    if (innermost.load() == nullptr || pthread_equal(runner.load(), pthread_self()) == 0) return false;
+    if (!isContainedHere()) return false;
     // A signal that was sent is not a trap, but for our own.
     return information.si_code > 0 || raisedByDivision != 0;
 }
@@ -168,17 +189,17 @@ bool runContained(void (*run)(void* context), void* context) {
     // Everything that is read again behind the long jump lives in this record or is not changed between.
     Containment containment;
     containment.outer = innermost.load();
-    const bool outermost = containment.outer == nullptr;
+    const bool takesSignal = containment.outer == nullptr && leaving == Leaving::bySignal;
 
     volatile bool returned = false;
     if (sigsetjmp(containment.here, 1) == 0) {
         runner = pthread_self();
         innermost = &containment;
-        if (outermost) takeSignal();
+        if (takesSignal) takeSignal();
         run(context);
         returned = true;
     }
-    if (outermost) returnSignal();
+    if (takesSignal) returnSignal();
     innermost = containment.outer;
     pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
     std::fesetenv(&environment);

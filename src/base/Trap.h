@@ -5,7 +5,15 @@
 namespace frigana {
 
 // Divides 3 by a variable that holds 0. Never returns: where the division does not trap, the same signal is raised.
+// Where the way is byJump and a routine is contained in this thread, it leaves that routine without the division.
 [[noreturn]] void divideByZero();
+
+// How a failed run leaves its layers. The handler of a signal belongs to the whole process: two engines in one process,
+// each with a handler of its own for the time of its runs, take it from each other. All but one of them leave by a jump
+// and touch no handler.
+enum class Leaving { bySignal, byJump };
+// Chooses the way, before the first run; by the signal if nothing was chosen.
+void leaveRuns(Leaving way);
 
 // Runs a routine and contains the trap.
 //   Given     run      routine to be called with context

@@ -102,6 +102,11 @@ class Reader {
     void fail(const Leaf& leaf, const std::string& text) {
         fail(leaf.node->line, leaf.key + " = " + leaf.node->shown() + ": " + text);
     }
+    void failBeyond(const Leaf& leaf, const std::string& allowed) {
+        fail(leaf, "allowed are " + allowed);
+        result_.problems.back().key = leaf.key;
+        result_.problems.back().allowed = allowed;
+    }
 
     // ---- keys ----
 
@@ -360,7 +365,7 @@ class Reader {
                       const Unit& unit) {
         if (!std::isfinite(value)) return fail(leaf, "is not finite");
         if (quantity == Quantity::temperature && !limits && value < 0.0) return fail(leaf, "is below absolute zero");
-        if (limits && !limits->holds(value)) fail(leaf, "allowed are " + limitsText(*limits, quantity, unit));
+        if (limits && !limits->holds(value)) failBeyond(leaf, limitsText(*limits, quantity, unit));
     }
 
     double readQuantity(const Leaf& leaf, Quantity quantity, const std::optional<Limits>& limits) {
@@ -396,7 +401,7 @@ class Reader {
             return 0;
         }
         if (!limits.holds(node.number)) {
-            fail(leaf, "allowed are " + numberText(limits.lower) + " to " + numberText(limits.upper));
+            failBeyond(leaf, numberText(limits.lower) + " to " + numberText(limits.upper));
             return 0;
         }
         return static_cast<int>(node.number);

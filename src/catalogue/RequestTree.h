@@ -38,6 +38,8 @@ struct Node::Member {
 struct Problem {
     int line;
     std::string text;
+    // Of a value beyond its limits, for programs: its key, and what is allowed.
+    std::string key = {}, allowed = {};
 };
 
 // Reads a text.

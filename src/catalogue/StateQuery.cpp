@@ -40,7 +40,7 @@ constexpr SimplePair simplePairs[] = {
     {'P', 'H', PROPSIMPLEPH}, {'P', 'S', PROPSIMPLEPS}, {'P', 'D', PROPSIMPLEPD}, {'T', 'H', PROPSIMPLETH},
 };
 
-constexpr int lowerDensity = 2;
+constexpr int lowerDensity = 1;
 
 // Pairs that the state points have no routine for: temperature and density by the engine, then the whole state.
 bool flashPair(const SUBSTANCE& substance, char a, char b, double x, double y, Flash& f) {
@@ -111,6 +111,8 @@ std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTAN
     SETREF(reference, fluid.referenceOf, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
     if (ierr > 0) return reasonOf(herr);
     substance.WM = WMOL(substance.ZMOL);
+    substance.NMIX = count;
+    for (int i = 1; i <= count; ++i) substance.REFSNAMEMIX[i] = files[i];
     STATEPT& bad = substance.PTBAD;
     for (double STATEPT::*field : {&STATEPT::T, &STATEPT::TSAT, &STATEPT::P, &STATEPT::D, &STATEPT::V, &STATEPT::U,
                                    &STATEPT::H, &STATEPT::S, &STATEPT::CV, &STATEPT::CP, &STATEPT::W, &STATEPT::Q,

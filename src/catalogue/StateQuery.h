@@ -40,7 +40,7 @@ StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProp
 
 // Loads a fluid into the engine, which then answers for it until the next set-up.
 //   Given     fluid      kinds 1 and 2 by their file, 3 by components
-//   Returned  substance  ZMOL, WM and PTBAD, what the state points read of a record
+//   Returned  substance  ZMOL, WM and PTBAD, what the state points read of a record; NMIX and REFSNAMEMIX
 //             (value)    why there is none; empty where there is
 std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance);
 

@@ -7,7 +7,7 @@
 
 #include "RequestTree.h"
 
-namespace frigana::serve {
+namespace frigana::programs {
 
 // Draws the chart that a body asks for, a worker's business:
 //   {"kind": "ph" | "ts" | "hs", "fluid": "R134a"}                       of a fluid
@@ -20,4 +20,4 @@ namespace frigana::serve {
 //             (value)  what is wrong; empty where there is a chart
 std::vector<catalogue::Problem> chartJson(std::string_view body, const std::string& dataFolder, std::string& json);
 
-}  // namespace frigana::serve
+}  // namespace frigana::programs

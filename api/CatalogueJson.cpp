@@ -8,7 +8,7 @@
 #include "Names.h"
 #include "Refrigerants.h"
 
-namespace frigana::serve {
+namespace frigana::programs {
 
 namespace {
 
@@ -151,4 +151,4 @@ std::string fluidsJson(const std::string& dataFolder) {
     return written({{"fluids", std::move(all)}});
 }
 
-}  // namespace frigana::serve
+}  // namespace frigana::programs

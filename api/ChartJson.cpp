@@ -12,7 +12,7 @@
 #include "Svg.h"
 #include "Tree.h"
 
-namespace frigana::serve {
+namespace frigana::programs {
 
 namespace {
 
@@ -215,4 +215,4 @@ std::vector<Problem> chartJson(std::string_view body, const std::string& dataFol
     return drawing.problems;
 }
 
-}  // namespace frigana::serve
+}  // namespace frigana::programs

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace frigana::serve {
+namespace frigana::programs {
 
 // {"requests": [...], "general": [...], "quantities": {...}, "property_words": [...]}: every request with its circuits,
 // parameters, options, limits (in the inner unit of their quantity), typical values and numbered points; every quantity
@@ -14,4 +14,4 @@ std::string requestsJson();
 // fluids: a worker's business.
 std::string fluidsJson(const std::string& dataFolder);
 
-}  // namespace frigana::serve
+}  // namespace frigana::programs
