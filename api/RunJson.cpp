@@ -5,9 +5,9 @@
 #include <sstream>
 
 #include "11_MainFrigana.h"
-#include "CaseRun.h"
 #include "NamedRequest.h"
 #include "Report.h"
+#include "Study.h"
 
 namespace frigana::programs {
 

@@ -26,6 +26,7 @@ Command addSchema(CLI::App& program);
 Command addCompletion(CLI::App& program);
 Command addServe(CLI::App& program);
 Command addChart(CLI::App& program);
+Command addStudy(CLI::App& program);
 
 // The program without a command: one positional request.
 std::function<int()> addPositionalRequest(CLI::App& program);

@@ -8,9 +8,9 @@ namespace {
 
 // In the order of the help.
 constexpr frigana::app::Command (*commands[])(CLI::App& program) = {
-    frigana::app::addRun,       frigana::app::addNew,        frigana::app::addExplain, frigana::app::addConvert,
-    frigana::app::addState,     frigana::app::addChart,      frigana::app::addList,    frigana::app::addSchema,
-    frigana::app::addCheckData, frigana::app::addCompletion, frigana::app::addServe,
+    frigana::app::addRun,     frigana::app::addStudy,     frigana::app::addNew,        frigana::app::addExplain,
+    frigana::app::addConvert, frigana::app::addState,     frigana::app::addChart,      frigana::app::addList,
+    frigana::app::addSchema,  frigana::app::addCheckData, frigana::app::addCompletion, frigana::app::addServe,
 };
 
 int run(int argc, char** argv) {

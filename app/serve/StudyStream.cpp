@@ -6,7 +6,7 @@
 #include "Batch.h"
 #include "Calculations.h"
 #include "CaseRun.h"
-#include "Tree.h"
+#include "Rows.h"
 
 namespace frigana::serve {
 
@@ -41,31 +41,12 @@ class Lines {
     bool heard_ = true;
 };
 
-std::string inputsOf(const studies::Study& study, std::size_t number) {
-    std::string list = "[";
-    for (const studies::Setting& setting : study.settings(number)) {
-        if (list.size() > 1) list += ',';
-        list += studies::jsonOf(setting.value);
-    }
-    return list + "]";
-}
-
-std::string lineOf(const studies::Study& study, std::size_t number, const workers::Answer& answer) {
-    std::string outcome = answer.text;
-    if (answer.end != workers::End::done) {
-        const Json error = {{"error", {{"code", nameOf(answer.end)}, {"text", answer.text}}}};
-        outcome = error.dump(-1, ' ', false, Json::error_handler_t::replace);
-    }
-    // The outcome is an object; its members follow those of the case.
-    return "{\"case\":" + std::to_string(number) + ",\"inputs\":" + inputsOf(study, number) + ',' + outcome.substr(1);
-}
-
 }  // namespace
 
 void streamStudy(workers::Pool& pool, const studies::Study& study, const http::Write& write) {
     const auto start = Clock::now();
     Lines lines(write);
-    lines.put(Json({{"cases", study.cases()}, {"inputs", study.variedKeys()}, {"keys", study.resultKeys()}}).dump());
+    lines.put(studies::headOf(study));
     if (!lines.flush()) return;
     std::size_t asked = 0, refused = 0;
     const auto next = [&](std::string& request) {
@@ -74,8 +55,8 @@ void streamStudy(workers::Pool& pool, const studies::Study& study, const http::W
         return true;
     };
     const auto deliver = [&](std::size_t number, workers::Answer&& answer) {
-        const std::string line = lineOf(study, number, answer);
-        refused += answer.end != workers::End::done || answer.text.starts_with("{\"error\"");
+        const std::string line = studies::jsonRow(study, number, answer);
+        refused += studies::isRefused(answer);
         return lines.put(line);
     };
     const std::size_t delivered = workers::runBatch(pool, {next, deliver});

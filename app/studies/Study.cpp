@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <nlohmann/json.hpp>
 
+#include "CaseFile.h"
 #include "NamedRequest.h"
 #include "Tree.h"
 
@@ -12,6 +14,8 @@ using catalogue::Node;
 using catalogue::Quantity;
 
 namespace {
+
+constexpr std::size_t mostSearched = 2;  // keys of an optimum
 
 // What a key of a request stands for, and the other keys that say the same in another way.
 struct KeyMeaning {
@@ -49,6 +53,16 @@ Quantity differenceOf(Quantity quantity) {
     return quantity;
 }
 
+Node valueWith(double number, const catalogue::Unit* unit) {
+    if (unit == nullptr) {
+        Node node = numberNode(number);
+        constexpr double exact = 1e15;
+        node.whole = number == std::floor(number) && std::abs(number) < exact;
+        return node;
+    }
+    return textNode(catalogue::numberText(number) + ' ' + std::string(unit->symbol));
+}
+
 bool isRange(const Node& node) {
     return node.kind == Node::Kind::table && node.find("from") != nullptr;
 }
@@ -57,12 +71,12 @@ bool isRange(const Node& node) {
 
 Node Values::at(std::size_t number) const {
     if (!list_.empty()) return list_[number];
+    if (!numbers_.empty()) return valueWith(numbers_[number], unit_);
     // Digits beyond those of a person's steps are the rounding of their sum.
     constexpr int digits = 12;
     const double rounded = std::stod(catalogue::numberText(first_ + static_cast<double>(number) * width_, digits));
     const double value = std::abs(rounded) < 1e-9 * std::abs(width_) ? 0.0 : rounded;
-    return unit_ == nullptr ? numberNode(value)
-                            : textNode(catalogue::numberText(value) + ' ' + std::string(unit_->symbol));
+    return valueWith(value, unit_);
 }
 
 // Reads a description and gathers all that is wrong with it.
@@ -81,12 +95,16 @@ class Study::Reader {
     void readSideBySide(const Node& description);
     Values readValues(const std::string& key, const Node& node);
     Values readRange(const std::string& key, const Node& range);
+    double readNumber(const std::string& key, const Node& node, Quantity quantity, const catalogue::Unit** unit);
     void vary(const std::string& key, const Node& node);
+    void readCases(const Node& description);
+    void readColumn(const Node& node, const CaseColumn& column, Axis& axis);
+    void readOptimum(const Node& description);
+    void readOver(const Node& optimum, const std::string& key, std::size_t place);
     void count(const Node& description);
 
     Study& study_;
     const ReadFile& readFile_;
-    const catalogue::Request* catalogued_ = nullptr;
     std::vector<catalogue::Problem> problems_;
 };
 
@@ -108,8 +126,9 @@ void Study::Reader::readRequest(const Node& description) {
         problem(*request, "request = " + request->shown() + ": allowed is the table of a named request");
     }
     const Node* name = study_.request_.find("request");
-    catalogued_ = name != nullptr && name->kind == Node::Kind::text ? catalogue::findRequest(name->text) : nullptr;
-    if (problems_.empty() && catalogued_ == nullptr)
+    study_.catalogued_ =
+        name != nullptr && name->kind == Node::Kind::text ? catalogue::findRequest(name->text) : nullptr;
+    if (problems_.empty() && study_.catalogued_ == nullptr)
         problem(*request, "request: there is no request of the name " + (name == nullptr ? "\"\"" : name->shown()));
 }
 
@@ -141,20 +160,24 @@ void Study::Reader::readKeys(const Node& table, const std::string& prefix, const
     }
 }
 
+// A number in the inner unit, or one without a unit, which stays so: the request says what it is.
+double Study::Reader::readNumber(const std::string& key, const Node& node, Quantity quantity,
+                                 const catalogue::Unit** unit) {
+    if (node.kind == Node::Kind::number) return node.number;
+    const catalogue::Parsed parsed = catalogue::parseQuantity(node.text, quantity, nullptr);
+    if (node.kind != Node::Kind::text || !parsed.problem.empty() || parsed.unit == nullptr) {
+        problem(node, key + " = " + node.shown() + ": " +
+                          (parsed.problem.empty() ? "allowed is a number, or one with its unit" : parsed.problem));
+        return 0.0;
+    }
+    *unit = parsed.unit;
+    return parsed.value;
+}
+
 Values Study::Reader::readRange(const std::string& key, const Node& range) {
-    const Quantity quantity = meaningOf(catalogued_, key).quantity;
-    // Numbers without a unit stay so: the request says what they are.
+    const Quantity quantity = meaningOf(study_.catalogued_, key).quantity;
     const auto number = [&](const char* name, Quantity kind, const catalogue::Unit** unit) {
-        const Node* node = range.find(name);
-        if (node->kind == Node::Kind::number) return node->number;
-        const catalogue::Parsed parsed = catalogue::parseQuantity(node->text, kind, nullptr);
-        if (node->kind != Node::Kind::text || !parsed.problem.empty() || parsed.unit == nullptr) {
-            problem(*node, key + '.' + name + " = " + node->shown() + ": " +
-                               (parsed.problem.empty() ? "allowed is a number, or one with its unit" : parsed.problem));
-            return 0.0;
-        }
-        *unit = parsed.unit;
-        return parsed.value;
+        return readNumber(key + '.' + name, *range.find(name), kind, unit);
     };
     const Node *to = range.find("to"), *step = range.find("step"), *count = range.find("count");
     if (to == nullptr || (step == nullptr) == (count == nullptr) || range.members.size() != 3) {
@@ -205,12 +228,12 @@ Values Study::Reader::readValues(const std::string& key, const Node& node) {
 void Study::Reader::vary(const std::string& key, const Node& node) {
     const std::vector<std::string>& varied = study_.varied_;
     if (std::ranges::find(varied, key) != varied.end()) problem(node, key + " varies twice");
-    const KeyMeaning meaning = meaningOf(catalogued_, key);
+    const KeyMeaning meaning = meaningOf(study_.catalogued_, key);
     const std::string last = key.substr(key.rfind('.') + 1);
     const bool general = std::ranges::any_of(catalogue::generalKeys(),
                                              [&](const catalogue::GeneralKey& row) { return row.key == last; });
-    if (catalogued_ != nullptr && catalogued_->type == 2 && !meaning.known && !general)
-        problem(node, key + ": the request " + std::string(catalogued_->name) + " has no such key");
+    if (study_.catalogued_ != nullptr && study_.catalogued_->type == 2 && !meaning.known && !general)
+        problem(node, key + ": the request " + std::string(study_.catalogued_->name) + " has no such key");
     for (const std::string& rival : meaning.rivals) {
         if (std::ranges::find(varied, rival) != varied.end())
             problem(node, key + " and " + rival + " say the same thing");
@@ -244,8 +267,97 @@ void Study::Reader::readSideBySide(const Node& description) {
     if (!axis.keys.empty()) study_.axes_.push_back(std::move(axis));
 }
 
+// ---- cases of a file
+// --------------------------------------------------------------------------------------------------
+
+void Study::Reader::readColumn(const Node& node, const CaseColumn& column, Axis& axis) {
+    const std::string& key = column.key;
+    const bool label = std::ranges::find(study_.labels_, key) != study_.labels_.end();
+    if (label)
+        study_.varied_.push_back(key);
+    else
+        vary(key, node);
+    const Quantity quantity = label ? Quantity::none : meaningOf(study_.catalogued_, key).quantity;
+    const catalogue::Unit* unit = column.unit.empty() ? nullptr : catalogue::findUnit(quantity, column.unit);
+    if (!column.unit.empty() && unit == nullptr)
+        problem(node, key + " [" + column.unit + "]: there is no such unit of this quantity");
+    axis.keys.push_back(key);
+    axis.values.push_back(column.numbers.empty() ? Values(column.texts) : Values(column.numbers, unit));
+}
+
+void Study::Reader::readCases(const Node& description) {
+    const Node* cases = description.find("cases");
+    if (cases == nullptr) return;
+    const bool table = cases->kind == Node::Kind::table;
+    const Node* file = table ? cases->find("file") : cases;
+    if (file == nullptr || file->kind != Node::Kind::text || readFile_ == nullptr)
+        return problem(*cases, "cases: allowed is the name of a CSV file, or a table with file and labels");
+    if (const Node* labels = table ? cases->find("labels") : nullptr)
+        for (const Node& label : labels->items) study_.labels_.push_back(label.text);
+    std::string why;
+    const std::vector<CaseColumn> columns = readCaseFile(readFile_(file->text), why);
+    if (!why.empty()) return problem(*file, file->text + why);
+    Axis axis;
+    for (const CaseColumn& column : columns) readColumn(*file, column, axis);
+    for (const std::string& label : study_.labels_)
+        if (std::ranges::find(axis.keys, label) == axis.keys.end())
+            problem(*file, file->text + " has no column " + label);
+    study_.axes_.push_back(std::move(axis));
+}
+
+// ---- optimum
+// ----------------------------------------------------------------------------------------------------------
+
+void Study::Reader::readOver(const Node& optimum, const std::string& key, std::size_t place) {
+    Optimum::Over over{key, 0.0, 0.0, 0.0, nullptr};
+    const Quantity quantity = meaningOf(study_.catalogued_, key).quantity;
+    const catalogue::Unit *endUnit = nullptr, *toleranceUnit = nullptr;
+    const auto number = [&](const char* name, Quantity kind, const catalogue::Unit** unit) {
+        const Node* node = optimum.find(name);
+        if (node != nullptr && node->kind == Node::Kind::list && place < node->items.size()) node = &node->items[place];
+        if (node != nullptr) return readNumber(std::string("optimum.") + name, *node, kind, unit);
+        problem(optimum, std::string("optimum.") + name + " is missing");
+        return 0.0;
+    };
+    over.from = number("from", quantity, &over.unit);
+    over.to = number("to", quantity, &endUnit);
+    over.tolerance = number("tolerance", differenceOf(quantity), &toleranceUnit);
+    if (!problems_.empty()) return;
+    if ((over.unit == nullptr) != (endUnit == nullptr) || (over.unit == nullptr) != (toleranceUnit == nullptr))
+        return problem(optimum, "optimum: from, to and tolerance have all a unit or none");
+    if (over.unit != nullptr) {
+        over.from = catalogue::fromInner(over.from, *over.unit);
+        over.to = catalogue::fromInner(over.to, *over.unit);
+        over.tolerance /= over.unit->factor;
+    }
+    if (!(over.from < over.to)) problem(optimum, "optimum: from is not below to");
+    if (!(over.tolerance > 0.0)) problem(optimum, "optimum.tolerance is not above 0");
+    vary(key, optimum);
+    study_.varied_.pop_back();
+    study_.optimum_->over.push_back(over);
+}
+
+void Study::Reader::readOptimum(const Node& description) {
+    const Node* optimum = description.find("optimum");
+    if (optimum == nullptr) return;
+    const Node *most = optimum->find("maximise"), *least = optimum->find("minimise"), *over = optimum->find("over");
+    const Node* objective = most != nullptr ? most : least;
+    for (const auto& [key, node] : optimum->members)
+        if (constexpr std::string_view known[] = {"maximise", "minimise", "over", "from", "to", "tolerance"};
+            std::ranges::find(known, key) == std::end(known))
+            problem(node, "optimum." + key + ": an optimum has maximise or minimise, over, from, to and tolerance");
+    if ((most == nullptr) == (least == nullptr) || objective->kind != Node::Kind::text)
+        problem(*optimum, "an optimum has either maximise or minimise, a key of results");
+    if (over == nullptr) problem(*optimum, "optimum.over is missing: a key of the request, or a list of two");
+    if (!problems_.empty()) return;
+    study_.optimum_ = Optimum{most != nullptr, objective->text, {}};
+    const std::vector<Node> keys = over->kind == Node::Kind::list ? over->items : std::vector<Node>{*over};
+    if (keys.empty() || keys.size() > mostSearched) problem(*over, "optimum.over has one key or two");
+    for (std::size_t i = 0; i < keys.size() && problems_.empty(); ++i) readOver(*optimum, keys[i].text, i);
+}
+
 void Study::Reader::count(const Node& description) {
-    if (study_.axes_.empty()) problem(description, "nothing varies: vary or zip is missing");
+    if (study_.axes_.empty() && !study_.optimum_) problem(description, "nothing varies: vary, zip or cases is missing");
     study_.cases_ = 1;
     for (const Axis& axis : study_.axes_) {
         if (problems_.empty() && axis.length() > mostCases / study_.cases_)
@@ -257,9 +369,10 @@ void Study::Reader::count(const Node& description) {
 
 void Study::Reader::read(const Node& description) {
     for (const auto& [key, node] : description.members)
-        if (key != "request" && key != "vary" && key != "zip" && key != "results")
-            problem(node, key + ": a study has request, vary, zip and results");
-    for (const char* name : {"vary", "zip", "results"})
+        if (constexpr std::string_view known[] = {"request", "vary", "zip", "cases", "results", "optimum"};
+            std::ranges::find(known, key) == std::end(known))
+            problem(node, key + ": a study has request, vary, zip, cases, results and optimum");
+    for (const char* name : {"vary", "zip", "results", "optimum"})
         if (const Node* node = description.find(name); node != nullptr && node->kind != Node::Kind::table)
             problem(*node, std::string(name) + " = " + node->shown() + ": allowed is a table");
     if (problems_.empty()) readRequest(description);
@@ -267,6 +380,8 @@ void Study::Reader::read(const Node& description) {
         readResults(description);
         readGrid(description);
         readSideBySide(description);
+        readCases(description);
+        readOptimum(description);
         count(description);
     }
     if (!problems_.empty()) throw Faulty{problems_};
@@ -274,6 +389,14 @@ void Study::Reader::read(const Node& description) {
 
 Study::Study(const Node& description, const ReadFile& readFile) {
     Reader(*this, readFile).read(description);
+}
+
+Quantity Study::quantityOf(const std::string& key) const {
+    return meaningOf(catalogued_, key).quantity;
+}
+
+std::size_t Study::fastest() const {
+    return axes_.empty() || axes_.back().keys.size() > 1 ? 1 : axes_.back().length();
 }
 
 std::vector<Setting> Study::settings(std::size_t number) const {
@@ -290,8 +413,23 @@ std::vector<Setting> Study::settings(std::size_t number) const {
 
 std::string Study::caseRequest(std::size_t number) const {
     Node request = request_;
-    for (const Setting& setting : settings(number)) put(request, setting.key, setting.value);
+    for (const Setting& setting : settings(number))
+        if (std::ranges::find(labels_, setting.key) == labels_.end()) put(request, setting.key, setting.value);
     return jsonOf(request);
+}
+
+bool storesInInstallation(const catalogue::Request& request) {
+    return request.name == "store-blend";
+}
+
+std::string headOf(const Study& study) {
+    nlohmann::ordered_json head = {
+        {"cases", study.cases()}, {"inputs", study.variedKeys()}, {"keys", study.resultKeys()}};
+    if (study.optimum()) {
+        head["optimum"] = nlohmann::ordered_json::array();
+        for (const Optimum::Over& over : study.optimum()->over) head["optimum"].push_back(over.key);
+    }
+    return head.dump();
 }
 
 }  // namespace frigana::studies
