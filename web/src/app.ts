@@ -25,8 +25,10 @@ export function kindNamed(app: App, name: string): RequestKind {
 }
 
 export function fluidNamed(app: App, name: string): FluidFacts | undefined {
-  const small = name.toLowerCase();
+  // R-290 and R290, in any case.
+  const plain = (text: string) => text.toLowerCase().replace(/[\s-]/g, "");
+  const wanted = plain(name);
   return app.fluids.find((fluid) =>
     [fluid.name, fluid.shown, fluid.designation ?? "", fluid.file, fluid.file.replace(/\.\w+$/, ""), fluid.full_name]
-      .some((one) => one.toLowerCase() === small));
+      .some((one) => one !== "" && plain(one) === wanted));
 }

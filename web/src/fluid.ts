@@ -4,6 +4,7 @@ import { make, newId } from "./dom";
 import { numberIn } from "./numbers";
 import { componentsOf, replaced, type Flat, type Scalar } from "./request";
 import { withRequest, type Place } from "./state";
+import type { FluidFacts } from "./types";
 import { say } from "./words";
 
 const shelf = "frigana.blends";
@@ -32,8 +33,13 @@ export function fluidList(app: App): string {
   if (!document.getElementById(id))
     document.body.append(make("datalist", { id },
       ...app.fluids.filter((fluid) => !fluid.fault).map((fluid) =>
-        make("option", { value: fluid.shown }, fluid.full_name === fluid.shown ? "" : fluid.full_name))));
+        make("option", { value: fluid.shown }, otherNames(fluid)))));
   return id;
+}
+
+function otherNames(fluid: FluidFacts): string {
+  const names = [fluid.designation?.replace("-", "") ?? "", fluid.full_name];
+  return names.filter((name) => name !== "" && name.toLowerCase() !== fluid.shown.toLowerCase()).join(", ");
 }
 
 export function fluidFields(app: App, place: Place, flat: Flat, key: string): HTMLElement {
@@ -53,7 +59,7 @@ function nameField(app: App, key: string, name: string, now: () => Flat, change:
     const fluid = fluidNamed(app, text);
     const gwp = fluid?.gwp100 && Object.values(fluid.gwp100).at(-1);
     facts.textContent = fluid
-      ? [fluid.full_name === fluid.shown ? "" : fluid.full_name, fluid.safety_class, gwp === undefined ? "" : `GWP ${gwp}`]
+      ? [otherNames(fluid), fluid.safety_class, gwp === undefined ? "" : `GWP ${gwp}`]
         .filter(Boolean).join(", ")
       : "";
   };

@@ -152,7 +152,7 @@ export class RequestView implements ViewPart {
     const question = this.chartQuestion(request, state);
     this.chartPart.hidden = question === null;
     if (!question) return;
-    void this.drawings.now(async (signal) => {
+    this.drawings.now(async (signal) => {
       this.charts = await this.app.calculation.chart(question, signal);
       this.showChart();
     }, (why) => { this.chartNote.textContent = why.message; });

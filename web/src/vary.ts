@@ -49,7 +49,7 @@ export class VaryView implements ViewPart {
     if (question !== this.asked) {
       this.asked = question;
       this.asking.stop();
-      void this.learning.now(async (signal) => {
+      this.learning.now(async (signal) => {
         this.result = await this.app.calculation.run({ ...nested(state.requests.cycle), units: state.units }, signal);
         this.build(this.app.store.state);
         this.start();

@@ -3,9 +3,11 @@ import assert from "node:assert/strict";
 import { readFileSync, readdirSync, writeFileSync, existsSync, mkdirSync } from "node:fs";
 import { createRequire } from "node:module";
 import { join } from "node:path";
-import { after, before, beforeEach, afterEach, describe, test } from "node:test";
+import { after, before, beforeEach, afterEach, describe, test as anyTest } from "node:test";
 import puppeteer from "puppeteer-core";
 import { examples, folder, requestIn, runByCommand, Served } from "./program.mjs";
+
+const test = (name, check) => anyTest(name, { timeout: 20_000 }, check);
 
 const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 const cycles = ["basic", "heat-exchanger", "combined", "cascade", "rankine", "transcritical", "liquid-injection", "two-stage",
@@ -52,6 +54,9 @@ async function until(what, text, ...args) {
   return (await page.waitForFunction(what, { timeout: 15_000, polling: 30 }, ...args).catch(() => { throw new Error(`in vain: ${text}`); })).jsonValue();
 }
 
+// Until every question that is on its way is answered.
+const settled = () => until(() => !document.documentElement.hasAttribute("data-busy"), "rest");
+
 const figures = () => page.$$eval(".figures [data-value]", (all) => Object.fromEntries(all.map((one) => [one.dataset.key, Number(one.dataset.value)])));
 const solvedOtherThan = (key, value) => until((key, value) => {
   const found = document.querySelector(`.figures [data-key="${key}"]`);
@@ -90,7 +95,7 @@ describe("requests", () => {
       if (view !== "lines") await choose("request", name);
       await requestChosen(name);
       // The figures of the request before are gone when the table or drawing of this one is there.
-      await page.waitForNetworkIdle({ idleTime: 250 });
+      await settled();
       const before = await asCommand();
       if (view === "cycle") {
         const numbers = await page.$$eval("svg.circuit [data-point]", (all) => all.map((one) => one.dataset.point));
@@ -102,7 +107,7 @@ describe("requests", () => {
       if (field === null) return;
       await page.focus(`[data-name="${field}"]`);
       await page.keyboard.press("ArrowUp");
-      await page.waitForNetworkIdle({ idleTime: 250 });
+      await settled();
       const after = await asCommand();
       assert.notDeepEqual(after, before);
       await setField(field, "-9999");
@@ -118,7 +123,7 @@ describe("requests", () => {
     const before = await figures();
     await choose("evaporator.temperature unit", "°F");
     assert.equal(await page.$eval('[data-name="evaporator.temperature"]', (one) => one.value), "23");
-    await page.waitForNetworkIdle({ idleTime: 200 });
+    await settled();
     assert.deepEqual(await figures(), before);
     await choose("units", "imperial");
     await solvedOtherThan("compressor.outlet.temperature", before["compressor.outlet.temperature"]);
@@ -131,7 +136,7 @@ describe("requests", () => {
     const before = (await figures())["performance.cop_cooling"];
     await page.select('select[data-name="size of the plant how"]', "3");
     await page.waitForSelector('[data-name="compressor.capacity.evaporator"]');
-    await page.waitForNetworkIdle({ idleTime: 200 });
+    await settled();
     const after = await asCommand();
     assert.ok(Math.abs(after["performance.cop_cooling"] - before) < 1e-4);
     assert.ok(Math.abs(after["performance.swept_volume"] - 10.08) < 1e-2);
@@ -141,7 +146,7 @@ describe("requests", () => {
     await open();
     await page.click('[data-name="fluid blend"]');
     await page.waitForSelector('[data-name="fluid fraction 0"]');
-    await page.waitForNetworkIdle({ idleTime: 250 });
+    await settled();
     await asCommand();
   });
 
@@ -166,7 +171,7 @@ describe("drawing and chart", () => {
   test("a point that is looked at is marked in drawing, chart and table", async () => {
     await open();
     await page.waitForSelector(".chart .point.cycle");
-    await page.focus('[data-point="evaporator.inlet"]');
+    await page.$eval('[data-point="evaporator.inlet"]', (one) => one.focus());
     await until(() => document.querySelector(".chart .point.looked-at")?.dataset.label === "3"
       && document.querySelector("tr.looked-at")?.dataset.point === "evaporator.inlet", "marks");
   });
@@ -180,12 +185,16 @@ describe("drawing and chart", () => {
     await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() !== whole, "a zoomed chart", whole);
     await page.click('[data-act="chart.whole"]');
     await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() === whole, "the whole chart", whole);
-    await page.focus("svg.chart");
+    await page.$eval("svg.chart", (one) => one.focus());
     await page.keyboard.press("+");
     await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() !== whole, "zoom by key", whole);
     await page.keyboard.press("0");
-    const point = await page.$('.chart .point[data-label="3"] circle');
-    await point.hover();
+    await until((whole) => [...document.querySelectorAll(".chart .tick-label")].map((one) => one.textContent).join() === whole, "the whole chart", whole);
+    const [x, y] = await page.$eval('.chart .point[data-label="3"] circle', (one) => {
+      const box = one.getBoundingClientRect();
+      return [box.x + box.width / 2, box.y + box.height / 2];
+    });
+    await page.mouse.move(x, y);
     assert.match(await until(() => document.querySelector(".reading").textContent, "a reading"), /evaporator inlet.*bar/);
     for (const kind of ["ts", "hs", "ph"]) {
       await page.click(`[data-kind=${kind}]`);
@@ -213,7 +222,7 @@ describe("files and links", () => {
     test(`.${ending} taken along and opened again`, async () => {
       await open();
       await setField("evaporator.temperature", "-12");
-      await page.waitForNetworkIdle({ idleTime: 200 });
+      await settled();
       const before = await figures();
       const file = await downloaded(ending, () => page.click(`.figures [data-format=${ending}]`));
       await open("#view=cycle");
@@ -254,7 +263,7 @@ describe("files and links", () => {
         document.dispatchEvent(new DragEvent("drop", { dataTransfer: files, cancelable: true }));
       }, name, text);
       await until((address) => location.href !== address, `${name} opened`, address);
-      await page.waitForNetworkIdle({ idleTime: 150 });
+      await settled();
       assert.equal(await page.$(".refused"), null, name);
     }
   });
@@ -262,7 +271,7 @@ describe("files and links", () => {
   test("a link holds the case", async () => {
     await open();
     await setField("condenser.temperature", "47");
-    await page.waitForNetworkIdle({ idleTime: 200 });
+    await settled();
     const before = await figures(), link = page.url();
     await page.goto("about:blank");
     await page.goto(link);
@@ -329,7 +338,7 @@ describe("compare and vary", () => {
     await open();
     await choose("request", "transcritical");
     await requestChosen("transcritical");
-    await page.waitForNetworkIdle({ idleTime: 200 });
+    await settled();
     await page.click("[data-view=vary]");
     const strong = await page.waitForSelector(".optimum strong", { timeout: 15_000 });
     const best = await strong.evaluate((one) => ({ at: Number(one.dataset.at), value: Number(one.dataset.value) }));
@@ -346,7 +355,7 @@ describe("compare and vary", () => {
     await open("", "vary");
     await page.waitForSelector(".optimum strong");
     await choose("Second parameter", "evaporator.temperature");
-    await until(() => document.querySelectorAll(".vary-charts .line.series").length === 5, "five curves");
+    await until(() => document.querySelectorAll(".vary-charts svg.chart .line.series").length === 5, "five curves");
     await setField("Parameter count", "5000");
     await page.keyboard.press("Tab");
     await until(() => /^\d+ of 25000/.test(document.querySelector("p.status").textContent), "progress");
@@ -361,11 +370,11 @@ describe("compare and vary", () => {
 describe("lines", () => {
   test("pipes are picked, the second run calculates", async () => {
     await open("", "lines");
-    await page.waitForNetworkIdle({ idleTime: 200 });
+    await settled();
     const before = await figures();
     for (const [line, number] of [["suction_line", 4], ["discharge_line", 3], ["liquid_line", 3]]) {
       await page.click(`[data-line=${line}] input[value="${number}"]`);
-      await page.waitForNetworkIdle({ idleTime: 200 });
+      await settled();
     }
     const after = await figures();
     assert.notEqual(after["performance.cop_cooling"], before["performance.cop_cooling"]);
@@ -430,7 +439,7 @@ describe("for everybody", () => {
       test(`axe finds nothing: ${view}, ${scheme}`, async () => {
         await page.emulateMediaFeatures([{ name: "prefers-color-scheme", value: scheme }]);
         await open("", view);
-        await page.waitForNetworkIdle({ idleTime: 300 });
+        await settled();
         await page.$$eval("details", (all) => { for (const one of all) one.open = true; });
         const client = await page.createCDPSession();
         await client.send("Runtime.evaluate", { expression: axe });
@@ -442,7 +451,7 @@ describe("for everybody", () => {
     await page.setViewport({ width: 390, height: 844 });
     for (const view of ["cycle", "compare", "vary", "properties", "lines"]) {
       await open("", view);
-      await page.waitForNetworkIdle({ idleTime: 200 });
+      await settled();
       assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= window.innerWidth), view);
     }
   });
@@ -453,7 +462,7 @@ describe("for everybody", () => {
     const start = performance.now();
     await open();
     const seconds = (performance.now() - start) / 1000;
-    await page.waitForNetworkIdle({ idleTime: 300 });
+    await settled();
     const pageOnly = await page.evaluate(() => performance.getEntriesByType("resource").filter((one) => !one.name.includes("/api/"))
       .reduce((sum, one) => sum + one.encodedBodySize, performance.getEntriesByType("navigation")[0].encodedBodySize));
     console.log(`page ${(pageOnly / 1024).toFixed(0)} KiB, with its first answers ${(bytes / 1024).toFixed(0)} KiB, solved after ${seconds.toFixed(2)} s`);
