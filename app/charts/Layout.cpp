@@ -273,6 +273,23 @@ void fillLegend(const Plot& plot, Layout& layout) {
     }
 }
 
+// A text in rows no wider than the window, broken between words or, where it has them, between its parts.
+std::vector<std::string> rowsOf(const std::string& text, double size, double width) {
+    const std::string_view separator = text.find("; ") != std::string::npos ? "; " : " ";
+    std::vector<std::string> rows;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find(separator, at), text.size());
+        const std::string part = text.substr(at, end - at);
+        const std::string joined = rows.empty() ? part : rows.back() + std::string(separator) + part;
+        if (rows.empty() || textWidth(joined, size) > width)
+            rows.push_back(part);
+        else
+            rows.back() = joined;
+        at = end + separator.size();
+    }
+    return rows;
+}
+
 double widestLabel(const std::vector<Tick>& ticks) {
     double widest = 0.0;
     for (const Tick& tick : ticks) widest = std::max(widest, textWidth(tick.label, labelSize));
@@ -347,8 +364,13 @@ Layout layOut(const Plot& plot, double width, double height) {
     layout.right = width - border - 8.0;
     if (plot.otherY) layout.right -= textSize + 10.0 + widestLabel(ticksOf(*plot.otherY, height - 150.0));
     fillLegend(plot, layout);
-    layout.top = border + (plot.title.empty() ? 0.0 : titleHeight) +
-                 noteHeight * static_cast<double>(plot.notes.size()) +
+    constexpr double bold = 1.06;
+    const double room = layout.right - layout.left;
+    layout.titleRows = rowsOf(plot.title, bold * textSize, room);
+    for (const std::string& note : plot.notes)
+        for (std::string& row : rowsOf(note, labelSize, room)) layout.noteRows.push_back(std::move(row));
+    layout.top = border + (layout.titleRows.empty() ? 0.0 : titleHeight - noteHeight) +
+                 noteHeight * static_cast<double>(layout.titleRows.size() + layout.noteRows.size()) +
                  legendHeight * static_cast<double>(layout.legendRows.size()) + (plot.otherX ? 2.0 * axisText : 0.0);
     layout.bottom = height - border - textSize - axisText - 4.0;
     layout.xTicks = ticksOf(plot.x, layout.right - layout.left);

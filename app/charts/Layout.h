@@ -51,6 +51,7 @@ struct Layout {
     std::vector<PlacedPoint> points;
     std::vector<PlacedLabel> labels;
     std::vector<Tick> xTicks, yTicks, otherXTicks, otherYTicks;
+    std::vector<std::string> titleRows, noteRows;
     std::vector<std::vector<LegendEntry>> legendRows;
 
     Pixel at(const Place& place) const { return {left + place.x * (right - left), bottom - place.y * (bottom - top)}; }

@@ -11,7 +11,7 @@ std::string titleOf(const Column& column, bool several, const catalogue::Unit& u
     std::string name = several ? std::string(catalogue::nameOf(column.quantity)) : column.name;
     if (several && !name.empty() && name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
     if (unit.symbol.empty() || unit.symbol == "-") return name;
-    return name + " / " + std::string(unit.symbol);
+    return name + " / " + printedSymbol(unit);
 }
 
 // An axis from round number to round number around values, as shown.

@@ -86,7 +86,7 @@ std::string hoverOf(const std::string& label, const State& state, catalogue::Uni
     const auto part = [&](double value, Quantity quantity) {
         constexpr int digits = 6;
         const catalogue::Unit& unit = catalogue::unitIn(units, quantity);
-        return ", " + shownNumber(catalogue::fromInner(value, unit), digits) + "\u2009" + std::string(unit.symbol);
+        return ", " + shownNumber(catalogue::fromInner(value, unit), digits) + "\u2009" + printedSymbol(unit);
     };
     return label + part(state.p, Quantity::pressure) + part(state.T, Quantity::temperature) +
            part(state.h, Quantity::specificEnergy) + part(state.s, Quantity::specificHeat);
@@ -188,7 +188,7 @@ std::string figuresOf(const RunResult& result, catalogue::UnitSystem units) {
         if (name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
         text +=
             (count++ > 0 ? "; " : "") + name + " " + shownNumber(catalogue::fromInner(value->number(), unit), digits);
-        if (!unit.symbol.empty() && unit.symbol != "-") text += "\u2009" + std::string(unit.symbol);
+        if (!unit.symbol.empty() && unit.symbol != "-") text += "\u2009" + printedSymbol(unit);
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #include "StateChart.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
 #include "VaporPressure.h"
@@ -39,8 +40,8 @@ std::string_view wordOf(Property property) {
 }
 
 std::string titleOf(Property property, UnitSystem units) {
-    const std::string_view symbol = catalogue::unitIn(units, quantityOf(property)).symbol;
-    return std::string(wordOf(property)) + (symbol.empty() ? "" : " / " + std::string(symbol));
+    const std::string symbol = printedSymbol(catalogue::unitIn(units, quantityOf(property)));
+    return std::string(wordOf(property)) + (symbol.empty() ? "" : " / " + symbol);
 }
 
 Look lookOf(Property property) {
@@ -106,6 +107,27 @@ double shownValue(const Curve& curve, const diagrams::Scales& scales) {
 
 }  // namespace
 
+namespace {
+
+// The value of an isoline, in families of even steps with as many decimals as any of them needs.
+std::string labelOf(const diagrams::FluidChart& chart, const Curve& curve, const diagrams::Scales& scales) {
+    constexpr int digits = 4;
+    const auto shown = [&](const Curve& any) { return shownNumber(shownValue(any, scales), digits); };
+    const std::string label = shown(curve);
+    if (curve.constant == Property::density || curve.constant == Property::pressure) return label;
+    const auto decimals = [](const std::string& text) {
+        const auto dot = text.find('.');
+        return dot == std::string::npos ? 0 : static_cast<int>(text.size() - dot) - 1;
+    };
+    int most = 0;
+    for (const Curve& other : chart.curves)
+        if (other.role == Curve::Role::isoline && other.constant == curve.constant)
+            most = std::max(most, decimals(shown(other)));
+    return shownNumber(shownValue(curve, scales), std::pow(10.0, -most));
+}
+
+}  // namespace
+
 std::optional<ChartKind> kindOf(const std::string& name) {
     std::string folded;
     for (const char c : name) folded += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
@@ -114,6 +136,15 @@ std::optional<ChartKind> kindOf(const std::string& name) {
     if (folded == "hs") return ChartKind::hs;
     if (folded == "pt") return ChartKind::pt;
     return std::nullopt;
+}
+
+std::string printedSymbol(const Unit& unit) {
+    std::string printed;
+    for (const char c : unit.symbol) {
+        const bool power = (c == '2' || c == '3') && !printed.empty() && std::isalpha(printed.back());
+        printed += !power ? std::string(1, c) : c == '2' ? "\u00b2" : "\u00b3";
+    }
+    return printed;
 }
 
 catalogue::Quantity quantityOf(Property property) {
@@ -175,11 +206,10 @@ Plot plotOf(const diagrams::FluidChart& chart, const std::string& fluid, const C
             line.hover = curve.role == Curve::Role::bubble ? "Bubble line" : "Dew line";
         } else {
             line.look = lookOf(curve.constant);
-            constexpr int digits = 4;
-            line.label = shownNumber(shownValue(curve, scales), digits);
-            const std::string_view symbol = catalogue::unitIn(style.units, quantityOf(curve.constant)).symbol;
-            line.hover = std::string(wordOf(curve.constant)) + " " + line.label +
-                         (symbol.empty() ? "" : "\u2009" + std::string(symbol));
+            line.label = labelOf(chart, curve, scales);
+            const std::string symbol = printedSymbol(catalogue::unitIn(style.units, quantityOf(curve.constant)));
+            line.hover =
+                std::string(wordOf(curve.constant)) + " " + line.label + (symbol.empty() ? "" : "\u2009" + symbol);
             line.anchor = wantedPlace(kind, curve, line.points);
         }
         plot.lines.push_back(std::move(line));

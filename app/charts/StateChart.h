@@ -23,6 +23,9 @@ std::optional<diagrams::ChartKind> kindOf(const std::string& name);
 diagrams::Scales scalesOf(catalogue::UnitSystem units);
 catalogue::Quantity quantityOf(diagrams::Property property);
 
+// The symbol of a unit as it is printed: m³/kg, where it is typed m3/kg.
+std::string printedSymbol(const catalogue::Unit& unit);
+
 // How many isolines of a family a picture of a width has room for.
 int linesFor(double width);
 

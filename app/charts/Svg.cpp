@@ -103,12 +103,12 @@ class Writer {
 
     void heading() {
         double y = 28.0;
-        if (!plot_.title.empty()) {
-            text("title", l_.left, y, plot_.title);
+        for (const std::string& row : l_.titleRows) {
+            text("title", l_.left, y, row);
             y += 18.0;
         }
-        for (const std::string& note : plot_.notes) {
-            text("note", l_.left, y, note);
+        for (const std::string& row : l_.noteRows) {
+            text("note", l_.left, y, row);
             y += 18.0;
         }
         for (const auto& row : l_.legendRows) {
