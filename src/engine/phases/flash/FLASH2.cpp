@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "CORE_PR.h"
 #include "FLSH_SUB.h"
 #include "FLSH_SUB_STABILITY.h"
 #include "FlashBricks.h"
@@ -14,6 +15,8 @@
 #include "PROP_SUB.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_INVERSE.h"
+#include "SAT_SUB_NEWTON.h"
+#include "SilentMessages.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -212,7 +215,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         double Tsolved = T;
         int code = 0;
         q = 0.5;
-        ABFL2(T, b, z, 1, 0, ab, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, Tsolved, p, Dl, Dv, x,
+        ABFL2(T, b, z, 1, 1, ab, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, Tsolved, p, Dl, Dv, x,
               y, q, code, inner);
         if (code > 0) {
             ierr = code;
@@ -302,6 +305,21 @@ void TEFL2(double T, double e, const Composition& z, int ksat, double& pbub, dou
 
 namespace {
 
+// From a state of two phases to that of the conditions.
+bool twoPhasesNear(const Condition& a, const Condition& b, const Composition& z, FlashResult& r) {
+    PhasePair both{r.T, r.p, r.Dl, r.Dv, r.q, r.x, r.y};
+    if (!newtonAtConditions(a, b, z, both) || !(both.q > 0 && both.q < 1)) return false;
+    r.T = both.T;
+    r.p = both.p;
+    r.Dl = both.Dl;
+    r.Dv = both.Dv;
+    r.q = both.q;
+    r.x = both.x;
+    r.y = both.y;
+    fillTwoPhase(r.T, r);
+    return true;
+}
+
 // The critical point and the highest density at which helium's saturation line is still followed.
 bool denseHelium(double Tc, double D) {
     return Tc > 5 && Tc < 6 && D > 36.5;
@@ -312,6 +330,40 @@ bool beyondVaporLiquidLine(int icomp, double D) {
     if (icomp == 0) return false;
     const double liquid = fluidConstants.DTPN[icomp];
     return (liquid > 0 && D > liquid) || D < fluidConstants.DTPV[icomp];
+}
+
+// A state of a mixture without its saturation lines: one phase by Newton's method in temperature, or, where that one is
+// two at its temperature, both by Newton's method from there. The property rises with temperature along an isochore, so
+// that there is one such state.
+bool solveMixtureAtDensity(double D, double b, std::string_view ab, const Composition& z, const CriticalPoint& critical,
+                           double tmin, FlashResult& r) {
+    if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
+    constexpr int mostSteps = 6;
+    constexpr double tolerance = 1e-9, usual = 0.8;  // [Tc]
+    const char letter = ab[1];
+    const SilentMessages quiet;
+    const auto flashAt = [&](double T) {
+        r.T = T;
+        TDFLSH(T, D, z, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        return r.ierr <= 0 && r.p > 0;
+    };
+    double T = 0, p = 0;
+    DBFL1(D, b, z, ab, T, p, r.ierr, r.herr);
+    if (r.ierr > 0 || T < tmin) T = usual * critical.T;
+    double lower = tmin, upper = 1.5 * critical.T;
+    for (int step = 1; step <= mostSteps; ++step) {
+        if (!flashAt(T)) return false;
+        const bool two = r.q > 0 && r.q < 1;
+        if (two && twoPhasesNear({'D', D}, {letter, b}, z, r)) return true;
+        const double F = rising(letter, r) - b;
+        if (!two && std::abs(F) < tolerance * std::max(1.0, std::abs(b))) {
+            r.q = regionQuality(T, r.p, D, critical);
+            return true;
+        }
+        (F < 0 ? lower : upper) = T;
+        T = 0.5 * (lower + upper);
+    }
+    return false;
 }
 
 }  // namespace
@@ -334,6 +386,15 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         return;
     }
     Text255 inner;
+
+    if (icomp == 0 && solveMixtureAtDensity(D, b, ab, z, critical, limits.tmin, r)) {
+        ierr = 0;
+        herr.clear();
+        reportLimits(ab, limitsAt(T, D, p, z), r);
+        return;
+    }
+    clear(r, icomp, z);
+    T = p = 0;
 
     // Value of the property on the saturation line at D.
     double saturatedValue = b - 1e-6;
@@ -578,7 +639,8 @@ void refineState(char letter, double given, double s, const Composition& z, doub
 // two alike, so that the pressure is found between bounds.
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FlashResult& r) {
     constexpr int mostSteps = 100;
-    constexpr double lowestPressure = 1e-10;  // [kPa]
+    constexpr double lowestPressure = 1e-10;                 // [kPa]
+    constexpr double closeToEnd = 1e-8, farFromRoot = 1e-3;  // in ln p; [J/mol]
     // The steps go on to the rounding of the value; what the inner flash can keep is enough where they end before.
     const double scale = std::max(1.0, std::abs(given));
     const double tolerance = 1e-13 * scale, closeEnough = 1e-8 * scale;
@@ -620,6 +682,8 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
             haveUpper = false;
         } else if (!found) {
             lower = at;
+            // between here and the last pressure with a state the value does not fall so far
+            if (!haveGap && upper - lower < closeToEnd && ends.fUpper > farFromRoot) return false;
         } else if (haveLower && haveUpper) {
             ends.take(p, F);
             lower = std::log(ends.lower);
@@ -672,6 +736,39 @@ bool isStable(double given, double s, const Composition& z, double tmin, double 
         return true;
     }
     return phase.p >= 0 && (liquid ? r.D >= line.Dl * (1 - 1e-8) : r.D <= line.Dv * (1 + 1e-8));
+}
+
+// A state of a mixture by few pressures of its isentrope: two phases by Newton's method from a state with two, one by
+// its own steps. Enthalpy rises with pressure along the isentrope, so that there is one such state; false where it was
+// not met on the way.
+bool solveMixtureByEntropy(double given, double s, const Composition& z, const CriticalPoint& critical, bool energy,
+                           FlashResult& r) {
+    if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
+    constexpr int mostSteps = 8;
+    constexpr double start = 0.25, longestStep = 2.5, sameState = 1e-9;  // of the critical pressure; in ln p
+    const char letter = energy ? 'E' : 'H';
+    const double scale = std::max(1.0, std::abs(given));
+    const SilentMessages quiet;
+    double lower = 0, upper = 1e300;  // pressures on either side
+    double p = start * critical.p;
+    for (int step = 1; step <= mostSteps; ++step) {
+        if (!stateOnIsentrope(p, s, z, r)) return false;
+        const bool two = r.q > 0 && r.q < 1;
+        if (two && twoPhasesNear({letter, given}, {'S', s}, z, r)) return true;
+        const double F = (energy ? r.e : r.h) - given;
+        if (!two && std::abs(F) < sameState * scale) return true;
+        (F < 0 ? lower : upper) = p;
+        double next = p * std::exp(std::clamp(-F * r.D / p, -longestStep, longestStep));
+        if (!two) {
+            refineState(letter, given, s, z, r.T, r.D);
+            const PhaseProperties alone = propertiesOf(r.T, r.D, z);
+            const bool met = std::abs(chosenProperty(letter, alone) - given) < 1e-6 * scale;
+            if (met && alone.p > lower && alone.p < upper) next = alone.p;
+        }
+        if (!(next > lower && next < upper)) next = std::sqrt(std::max(lower, 1e-3 * upper) * upper);
+        p = next;
+    }
+    return false;
 }
 
 void solveByEntropy(double given, double s, const Composition& z, bool energy, FlashResult& r) {
@@ -742,6 +839,10 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
         } else {
             solved = byPressure = twoPhaseByPressure(given, s, z, p1, energy, r);
         }
+    }
+    if (icomp == 0 && solveMixtureByEntropy(given, s, z, {Tc, Pc, Dc}, energy, r)) {
+        solved = byPressure = true;
+        r.ierr = 0;
     }
     if (!solved && solveOnIsentrope(given, s, z, pmax, energy, r)) {
         solved = byPressure = true;

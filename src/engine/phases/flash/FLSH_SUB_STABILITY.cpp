@@ -16,20 +16,6 @@ namespace {
 
 constexpr int exchanges = 60;  // of the stability test
 
-// What rises along an isobar.
-double rising(char letter, const FlashResult& r) {
-    switch (letter) {
-        case 'H':
-            return r.h;
-        case 'S':
-            return r.s;
-        case 'E':
-            return r.e;
-        default:
-            return 1 / r.D;
-    }
-}
-
 bool flashAt(double T, double p, const Composition& z, FlashResult& r) {
     double at = T;
     TPFLSH(at, p, z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);

@@ -11,6 +11,7 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "SAT_SUB_INVERSE.h"
+#include "SAT_SUB_NEWTON.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -31,7 +32,7 @@ struct TwoPhaseProblem {
     const int kq;
     double &Tbub, &Tdew, &pbub, &pdew, &Dlbub, &Dvdew;
     Composition &ybub, &xdew;
-    double delta = 1;      // difference of the property between the ends, at least 1
+    double delta = 1;       // difference of the property between the ends, at least 1
     double Fb = 0, Fd = 0;  // residuals at the ends
 
     bool givenT() const { return ab[0] == 'T'; }
@@ -95,8 +96,8 @@ bool findEnds(TwoPhaseProblem& problem, int& ierr, Text255& herr) {
     SaturatedPair dew;
     problem.saturation(problem.z, 1, bubble);
     if (bubble.ierr > 0) {
-        reportError(problem.ab, 223, "bubble point calculation did not converge (2-phase initial guess):  ", bubble.herr,
-                    ierr, herr);
+        reportError(problem.ab, 223,
+                    "bubble point calculation did not converge (2-phase initial guess):  ", bubble.herr, ierr, herr);
         return false;
     }
     problem.saturation(problem.z, 2, dew);
@@ -145,6 +146,28 @@ bool measureEnds(TwoPhaseProblem& problem, int& ierr, Text255& herr) {
     return true;
 }
 
+// True if a state lies between the lines, where those of the composition are, or next to them where it has two liquids.
+bool besideLines(const TwoPhaseProblem& problem, PhasePair& s) {
+    const double at = problem.unknownOf(s), margin = problem.givenT() ? outsideInPressure : outsideInTemperature;
+    return at > problem.lowest() * (1 - margin) && at < problem.highest() * (1 + margin);
+}
+
+// The state by Newton's method in all unknowns, from a share at which it may lie.
+bool solveAtOnce(const TwoPhaseProblem& problem, double qStart, PhasePair& found) {
+    if (problem.second() == 'Q' && problem.kq == 2) return false;
+    PhasePair s;
+    s.q = std::clamp(qStart, 0.0, 1.0);
+    s.T = (1 - s.q) * problem.Tbub + s.q * problem.Tdew;
+    s.p = (1 - s.q) * problem.pbub + s.q * problem.pdew;
+    s.Dl = problem.Dlbub;
+    s.Dv = problem.Dvdew * (s.p / problem.pdew) * (problem.Tdew / s.T);
+    compositionsAtQuality(s.q, problem.z, problem.xdew, problem.ybub, s.x, s.y);
+    if (!newtonAtConditions({problem.ab[0], problem.a}, {problem.second(), problem.b}, problem.z, s)) return false;
+    if (!(s.q >= 0 && s.q <= 1) || !besideLines(problem, s)) return false;
+    found = s;
+    return true;
+}
+
 // The state by its share of the vapor, from a share at which it may lie.
 bool solveByShare(const TwoPhaseProblem& problem, double qStart, PhasePair& found) {
     const bool givenT = problem.givenT();
@@ -157,9 +180,7 @@ bool solveByShare(const TwoPhaseProblem& problem, double qStart, PhasePair& foun
     } else if (!searchShare(givenT, problem.z, residual, problem.Fb, problem.Fd, bubble, dew, shareTolerance, state)) {
         return false;
     }
-    // between the lines, where the states of the composition are, or next to them where it has two liquids
-    const double at = problem.unknownOf(state), margin = givenT ? outsideInPressure : outsideInTemperature;
-    if (at < problem.lowest() * (1 - margin) || at > problem.highest() * (1 + margin)) return false;
+    if (!besideLines(problem, state)) return false;
     found = state;
     return true;
 }
@@ -174,8 +195,9 @@ bool estimateAtQuality(const TwoPhaseProblem& problem, PhasePair& s, int& ierr, 
     problem.saturation(s.y, 2, dewOfY);
     // Close to the lowest temperature one of the compositions may lie outside its own limits: the other serves.
     if (bubbleOfX.ierr > 0 && dewOfY.ierr > 0) {
-        reportError(problem.ab, 223, "bubble point calculation did not converge within 2-phase iteration:  ",
-                    bubbleOfX.herr, ierr, herr);
+        reportError(problem.ab, 223,
+                    "bubble point calculation did not converge within 2-phase iteration:  ", bubbleOfX.herr, ierr,
+                    herr);
         return false;
     }
     if (bubbleOfX.ierr > 0) bubbleOfX = dewOfY;
@@ -359,7 +381,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         return;
     }
     PhasePair found;
-    if (byShare && solveByShare(problem, q, found)) {
+    if (byShare && (solveAtOnce(problem, q, found) || solveByShare(problem, q, found))) {
         take(found);
         return;
     }
@@ -408,9 +430,9 @@ bool solveOnIsochore(double D, double b, char letter, const Composition& z, int 
     const double closest = 1e-12 * std::max(1.0, std::abs(b));
     const auto residual = [&](double T, double& F) {
         if (!stateOnIsochore(T, D, z, icomp, s)) return false;
-        F = (letter == 'Q' ? s.q
-                           : (1 - s.q) * propertyByLetter(letter, T, s.Dl, s.x) +
-                                 s.q * propertyByLetter(letter, T, s.Dv, s.y)) -
+        F = (letter == 'Q'
+                 ? s.q
+                 : (1 - s.q) * propertyByLetter(letter, T, s.Dl, s.x) + s.q * propertyByLetter(letter, T, s.Dv, s.y)) -
             b;
         return true;
     };

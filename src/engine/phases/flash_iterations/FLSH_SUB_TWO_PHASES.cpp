@@ -46,6 +46,10 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
         herr.clear();
     };
     if (icomp == 0) {
+        PhasePair atOnce = start;
+        if (start.Dl > 0 && start.Dv > 0 && newtonAtConditions({'T', T}, {'P', p}, z, atOnce) && atOnce.q >= 0 &&
+            atOnce.q <= 1)
+            return take(atOnce);
         for (const int kguess : {1, 0}) {
             PhasePair pair = start;
             const NewtonEnd end = countedNewton(pair, z, 0, kguess, ierr, herr);

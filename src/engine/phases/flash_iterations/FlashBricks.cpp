@@ -37,6 +37,19 @@ double chosenProperty(char letter, const PhaseProperties& phase) {
     }
 }
 
+double rising(char letter, const FlashResult& r) {
+    switch (letter) {
+        case 'H':
+            return r.h;
+        case 'S':
+            return r.s;
+        case 'E':
+            return r.e;
+        default:
+            return 1 / r.D;
+    }
+}
+
 void clear(FlashResult& r, int icomp, const Composition& z) {
     r.D = r.Dl = r.Dv = 0;
     r.q = supercriticalOrNone;

@@ -43,6 +43,9 @@ struct FlashResult {
     Text255& herr;
 };
 
+// What rises along an isobar: enthalpy, entropy, energy, or the volume for D.
+double rising(char letter, const FlashResult& r);
+
 // No state yet: q undefined, both phases of the bulk composition, everything else zero; T and p stay.
 void clear(FlashResult& r, int icomp, const Composition& z);
 

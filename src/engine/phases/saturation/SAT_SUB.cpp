@@ -135,6 +135,7 @@ Line newtonAtT(double T, const Composition& z, int kph, const CriticalPoint& cri
     // method is not asked beyond it
     const bool hot = T > hotterThanUsual * critical.T;
     if (hot && !hotEndUnknown(z) && beyondSaturation(T, z, critical)) return Line::none;
+    if (!started && countedLine(pair, z, kph)) return Line::found;
     const NewtonEnd end = countedNewton(pair, z, kph, 0, ierr, herr);
     if (end == NewtonEnd::noDerivatives) return Line::unknown;
     bool found = end == NewtonEnd::found;
@@ -447,7 +448,8 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
         PhasePair pair;
         pair.p = p;
         NewtonEnd end = NewtonEnd::noDerivatives;
-        if (method == Method::newton) end = countedNewton(pair, z, kph + 2, 0, ierr, herr);
+        if (method == Method::newton)
+            end = countedLine(pair, z, kph + 2) ? NewtonEnd::found : countedNewton(pair, z, kph + 2, 0, ierr, herr);
         if (end == NewtonEnd::failed && newtonFromOtherStarts(pair, z, kph + 2, ierr, herr)) end = NewtonEnd::found;
         // Above the critical pressure Newton's methods find the line as far as there is one; to be sure that there is
         // none substitution takes a hundred times as long.

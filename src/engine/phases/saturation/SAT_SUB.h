@@ -103,7 +103,8 @@ struct SaturationCounts {
 };
 extern SaturationCounts saturationCounts;
 
-// newtonEquilibrium, counted.
+// newtonOnLine and newtonEquilibrium, counted; the one that fails is followed by the other.
+bool countedLine(PhasePair& at, const Composition& z, int kph);
 NewtonEnd countedNewton(PhasePair& at, const Composition& z, int kph, int kguess, int& ierr, Text255& herr);
 
 // Forgets the memorised saturation states (part of RESETA).

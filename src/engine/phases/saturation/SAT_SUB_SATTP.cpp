@@ -16,6 +16,12 @@ namespace frigana {
 
 SaturationCounts saturationCounts;
 
+bool countedLine(PhasePair& at, const Composition& z, int kph) {
+    const bool found = newtonOnLine(at, z, kph);
+    if (found) ++saturationCounts.calls;
+    return found;
+}
+
 NewtonEnd countedNewton(PhasePair& at, const Composition& z, int kph, int kguess, int& ierr, Text255& herr) {
     ++saturationCounts.calls;
     return newtonEquilibrium(at, z, kph, kguess, ierr, herr);
