@@ -1,7 +1,10 @@
 #include "OneFluidCycles.h"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
+
+#include "OrderOfChecks.h"
 
 namespace frigana::test {
 
@@ -10,14 +13,16 @@ const CycleKind withExchanger{2,
                               {{1, 268.15}, {2, 5.0},  {1, 0.0}, {2, 2.0}, {1, 0.0},    {2, 0.0}, {1, 0.0}, {1, 0.0028},
                                {1, 0.7},    {1, 0.85}, {2, 0.0}, {1, 0.0}, {1, 313.15}, {2, 3.0}, {1, 0.0}, {2, 0.0},
                                {1, 0.0},    {2, 0.0},  {1, 0.0}, {2, 5.0}, {1, 0.0},    {1, 0.0}},
-                              379};
+                              379,
+                              {1, 13}};
 const CycleKind transcritical{
     7,
     "CO2.FLD",
     {{1, 268.15}, {2, 5.0},  {1, 0.0}, {2, 2.0}, {1, 0.0},    {2, 0.0},    {1, 0.0}, {1, 0.0028},
      {1, 0.7},    {1, 0.85}, {2, 0.0}, {1, 0.0}, {2, 9500.0}, {1, 308.15}, {1, 0.0}, {2, 0.0},
      {1, 0.0},    {2, 0.0},  {1, 0.0}, {2, 3.0}, {1, 0.0},    {1, 0.0}},
-    338};
+    338,
+    {1, 13, 14}};
 const CycleKind liquidInjection{9,
                                 "R22.FLD",
                                 {{1, 253.15},
@@ -38,13 +43,15 @@ const CycleKind liquidInjection{9,
                                  {1, 373.15},
                                  {2, 0.0},
                                  {1, 0.0}},
-                                351};
+                                351,
+                                {1, 11}};
 const CycleKind rankine{
     6,
     "R245FA.FLD",
     {{1, 383.15}, {2, 5.0}, {1, 0.0}, {2, 0.0}, {1, 0.0}, {1, 100.0}, {1, 0.8},   {1, 0.0},   {2, 0.0},   {1, 0.0},
      {1, 308.15}, {1, 0.0}, {1, 0.0}, {1, 0.7}, {2, 0.0}, {1, 0.0},   {1, 430.0}, {1, 390.0}, {1, 293.0}, {1, 300.0}},
-    296};
+    296,
+    {1, 11}};
 
 const CycleKind booster{
     14,
@@ -52,7 +59,8 @@ const CycleKind booster{
     {{1, 265.15}, {2, 8.0}, {1, 0.0},    {2, 2.0},    {1, 0.0}, {2, 2.0}, {1, 0.0},  {1, 60.0}, {1, 0.72}, {1, 0.86},
      {2, 3.0},    {1, 0.0}, {2, 9000.0}, {1, 308.15}, {1, 0.0}, {2, 0.0}, {1, 0.0},  {2, 0.0},  {1, 0.0},  {2, 3.0},
      {1, 0.0},    {1, 0.0}, {1, 3500.0}, {1, 241.15}, {2, 8.0}, {1, 0.0}, {1, 0.68}, {1, 25.0}, {1, 0.8}},
-    471};
+    471,
+    {1, 13, 14, 23, 24}};
 
 const CycleKind twoStage{
     10,
@@ -60,14 +68,16 @@ const CycleKind twoStage{
     {{1, 253.15}, {2, 5.0}, {1, 0.0}, {2, 2.0},    {1, 0.0}, {1, 0.01}, {1, 0.7}, {1, 0.85}, {1, 0.72},
      {1, 0.88},   {2, 0.0}, {1, 0.0}, {1, 313.15}, {2, 3.0}, {1, 0.0},  {2, 0.0}, {1, 0.0},  {1, 5.0},
      {1, 20.0},   {1, 0.0}, {1, 0.0}, {1, 0.0},    {1, 0.0}, {1, 0.0},  {2, 0.0}},
-    408};
+    408,
+    {1, 13}};
 const CycleKind multiStage{
     11,
     "R134A.FLD",
     {{1, 253.15}, {2, 5.0}, {1, 0.0}, {2, 2.0},  {1, 0.0}, {1, 0.01}, {1, 0.72}, {1, 0.88}, {2, 0.0},  {1, 0.0},
      {1, 313.15}, {2, 3.0}, {1, 0.0}, {2, 0.0},  {1, 0.0}, {3, 0.0},  // 3 compressors
      {2, 1.0},    {1, 0.0}, {1, 0.7}, {1, 0.85}, {1, 0.0}, {2, 1.0},  {1, 0.0},  {1, 0.71}, {1, 0.86}, {1, 0.0}},
-    538};
+    538,
+    {1, 11}};
 
 void expectSameResult(const ResultFile& result, const ResultFile& expected) {
     ASSERT_EQ(result.count(), expected.count());
@@ -80,6 +90,46 @@ void expectSameResult(const ResultFile& result, const ResultFile& expected) {
     }
 }
 
+namespace {
+
+const char* fluidOf(const CycleKind& kind, const CodeCase& row) {
+    return row.fluid == nullptr ? kind.fluid : row.fluid;
+}
+
+std::string textWith(const CycleKind& kind, const CodeCase& a, const CodeCase& b) {
+    auto parameters = kind.parameters;
+    for (const CodeCase* row : {&b, &a})
+        for (const auto& [k, given] : row->changes) parameters[static_cast<std::size_t>(k - 1)] = given;
+    Plant plant;
+    plant(cycleRequest(kind.sub, parameters, fluidOf(kind, a)));
+    return plant.hasResult() ? plant.resultText() : std::string();
+}
+
+bool sets(const CodeCase& row, int k) {
+    return std::any_of(row.changes.begin(), row.changes.end(), [k](const auto& change) { return change.first == k; });
+}
+
+bool canBeJoined(const CycleKind& kind, const CodeCase& a, const CodeCase& b) {
+    if (std::string(fluidOf(kind, a)) != fluidOf(kind, b)) return false;
+    return std::none_of(b.changes.begin(), b.changes.end(), [&](const auto& change) {
+        return sets(a, change.first) ||
+               std::find(kind.levels.begin(), kind.levels.end(), change.first) != kind.levels.end();
+    });
+}
+
+// What a row complains of is not there any more, or is not met first.
+bool isExcused(const CodeCase& a, const CodeCase& b) {
+    // An outlet temperature of the exchanger is looked for: the first trial offends the later check.
+    constexpr int exchanger = 20;
+    for (const auto& [k, given] : a.changes)
+        if (k == exchanger && given.option == 3) return true;
+    // The injection's search has no finite enthalpy before its line is looked at, and the pressure between the stages
+    // is another one.
+    return (a.code == 209232 && b.code == 209234) || (a.code == 210233 && b.code == 210240);
+}
+
+}  // namespace
+
 void checkCodes(const CycleKind& kind, std::span<const CodeCase> rows, std::span<const UnreachableCode> unreachable,
                 int count) {
     for (const CodeCase& row : rows) {
@@ -90,6 +140,11 @@ void checkCodes(const CycleKind& kind, std::span<const CodeCase> rows, std::span
         plant(cycleRequest(kind.sub, parameters, row.fluid == nullptr ? kind.fluid : row.fluid));
         EXPECT_EQ(plant.hasResult() ? plant.resultText() : "", failure(row.code, row.text));
     }
+    const int pairs = expectEarlierCheckWins(
+        rows, [&](const CodeCase& a, const CodeCase& b) { return canBeJoined(kind, a, b); },
+        [&](const CodeCase& a, const CodeCase& b) { return textWith(kind, a, b); },
+        [](const CodeCase& row) { return failure(row.code, row.text); }, isExcused);
+    std::printf("cycle %d: %d pairs of checks\n", kind.sub, pairs);
     std::set<std::string> names;
     for (const CodeCase& row : rows) names.insert(std::to_string(row.code) + row.text);
     for (const UnreachableCode& row : unreachable) {

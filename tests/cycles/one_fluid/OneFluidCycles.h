@@ -21,7 +21,8 @@ struct CycleKind {
     int sub;
     const char* fluid;
     std::vector<Parameter> parameters;
-    int lines;  // of the whole result
+    int lines;                // of the whole result
+    std::vector<int> levels{};  // parameters that move every state
 
     std::vector<Parameter> with(Changes changes) const {
         auto all = parameters;
@@ -60,7 +61,8 @@ struct UnreachableCode {
     const char* reason;
 };
 
-// Runs every row and compares the whole result file; both tables together name all codes from first to last.
+// Runs every row and compares the whole result file; both tables together name all codes from first to last. The rows
+// stand in the order of the checks: of two that a request offends the earlier one is reported.
 void checkCodes(const CycleKind& kind, std::span<const CodeCase> rows, std::span<const UnreachableCode> unreachable,
                 int count);
 

@@ -213,6 +213,26 @@ TEST(CombinedCycle, OptionsOfTheSubcoolerAgree) {
     }
 }
 
+// The search for the fall that gives the subcooler its capacity: three passes from 1 K, each trial a request here.
+TEST(CombinedCycle, TheSubcoolersSearchBeginsAtOneKelvin) {
+    constexpr double step = static_cast<double>(0.1f), target = 0.9;
+    const auto capacity = [](double fall) { return solve(combined, {{2, 18, {2, fall}}}).number(lowSubcooler); };
+    const double found = solve(combined, {{2, 18, {1, target}}}).number(lowSubcooler);
+    const auto off = [&](double fall, int passes) {
+        for (int pass = 1; pass <= passes; ++pass) {
+            const double y1 = capacity(fall), y2 = capacity(fall + step);
+            const double slope = ((fall + step) - fall) / (y2 - y1);
+            fall = slope * target + (fall - slope * y1);
+        }
+        return std::fabs(capacity(fall) - found) / target;
+    };
+    const double right = off(1.0, 3), nearest = std::fmin(off(1.01, 3), off(1.0, 4));
+    std::printf("%.1e, nearest other search %.1e, two passes %.1e\n", right, nearest, off(1.0, 2));
+    EXPECT_LE(right, 5e-13);
+    EXPECT_GT(nearest, 4e-12);
+    EXPECT_GT(off(1.0, 2), 1e-9);
+}
+
 TEST(CombinedCycle, ATitleOfAllItsColumnsLosesTheLastOneInTheCopy) {
     Request request = combined.request();
     const std::string title(80, 't');

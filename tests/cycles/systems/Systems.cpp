@@ -1,6 +1,9 @@
 #include "Systems.h"
 
+#include <algorithm>
 #include <set>
+
+#include "OrderOfChecks.h"
 
 namespace frigana::test {
 
@@ -80,6 +83,23 @@ ResultFile solve(const System& system, const Changes& changes, std::optional<Flu
     return ResultFile(resultText(system, changes, others));
 }
 
+namespace {
+
+// Parameters that move every state of their circuit.
+constexpr int evaporating = 1, condensing = 11;
+
+bool canBeJoined(const System& system, const CodeCase& a, const CodeCase& b) {
+    const Fluids one = a.fluids.value_or(system.fluids), two = b.fluids.value_or(system.fluids);
+    if (std::string(one.first) != two.first || std::string(one.second) != two.second) return false;
+    return std::none_of(b.changes.begin(), b.changes.end(), [&](const Change& change) {
+        return change.k == evaporating || change.k == condensing ||
+               std::any_of(a.changes.begin(), a.changes.end(),
+                           [&](const Change& other) { return other.circuit == change.circuit && other.k == change.k; });
+    });
+}
+
+}  // namespace
+
 void checkCodes(const System& system, std::span<const CodeCase> rows, std::span<const UnreachableCode> unreachable,
                 int count) {
     std::set<std::string> names;
@@ -88,6 +108,16 @@ void checkCodes(const System& system, std::span<const CodeCase> rows, std::span<
         EXPECT_EQ(resultText(system, row.changes, row.fluids), failure(row.code, row.text));
         names.insert(std::to_string(row.code));
     }
+    const int pairs = expectEarlierCheckWins(
+        rows, [&](const CodeCase& a, const CodeCase& b) { return canBeJoined(system, a, b); },
+        [&](const CodeCase& a, const CodeCase& b) {
+            Changes both = b.changes;
+            both.insert(both.end(), a.changes.begin(), a.changes.end());
+            return resultText(system, both, a.fluids);
+        },
+        [](const CodeCase& row) { return failure(row.code, row.text); },
+        [](const CodeCase&, const CodeCase&) { return false; });
+    std::printf("system %d: %d pairs of checks\n", system.sub, pairs);
     for (const UnreachableCode& row : unreachable) {
         EXPECT_FALSE(std::string(row.reason).empty());
         names.insert(std::to_string(row.code));
