@@ -218,6 +218,54 @@ TEST_P(MeanLevel, OfASecondaryEvaporator) {
     }
 }
 
+// What a search of so many rounds at most, until the mean temperature is met so closely, ends at.
+double searched(const SUBSTANCE& s, double T, double DP, int rounds, double tolerance) {
+    double P = (atT(s, T, 0).P + atT(s, T, 1).P) / 2, before = condenserT(s, P, DP);
+    for (int round = 1; round <= rounds; ++round) {
+        const double probe = P + 1.0 / 20;
+        const double slope = (probe - P) / (condenserT(s, probe, DP) - before);
+        P = slope * T + (P - slope * before);
+        before = condenserT(s, P, DP);
+        if (std::fabs(T - before) <= tolerance) break;
+    }
+    return P;
+}
+
+// Rounds end within 0.001 K: a first round that is left 1.005 times as far off is followed by another one, and one that
+// is left 0.995 times as far is the last.
+TEST(MeanSaturationSearch, EndsWithinAThousandthOfAKelvin) {
+    SUBSTANCE& s = fluid("R407C.MIX");
+    const double T = 300.0, tolerance = 0.0010000000474974513;
+    const auto leftAfterOne = [&](double DP) {
+        return std::fabs(T - condenserT(s, searched(s, T, DP, 1, 0.0), DP)) / tolerance;
+    };
+    for (const double wanted : {0.995, 1.005}) {
+        double low = 1.0, high = 600.0;
+        ASSERT_LT(leftAfterOne(low), wanted);
+        ASSERT_GT(leftAfterOne(high), wanted);
+        for (int i = 0; i < 40; ++i) (leftAfterOne((low + high) / 2) < wanted ? low : high) = (low + high) / 2;
+        double P = 0, drop = 0, glide = 0;
+        STATEPT bubble{}, dew{};
+        PCOND_TDP(s, T, low, P, drop, glide, bubble, dew);
+        const double one = searched(s, T, low, 1, 0.0), two = searched(s, T, low, 2, 0.0);
+        ASSERT_GT(std::fabs(one - two), 1e-4);
+        EXPECT_NEAR(P, wanted < 1.0 ? one : two, 1e-7) << wanted;
+    }
+}
+
+// At a pressure as low as the probe the straight line misses by far, and five rounds do not get there.
+TEST(MeanSaturationSearch, MakesFiveRoundsAtMost) {
+    SUBSTANCE& s = fluid("R245FA.FLD");
+    const double T = atP(s, 0.03, 0.0).T, DP = 0.015;
+    double P = 0, drop = 0, glide = 0;
+    STATEPT bubble{}, dew{};
+    PCOND_TDP(s, T, DP, P, drop, glide, bubble, dew);
+    const auto after = [&](int rounds) { return searched(s, T, DP, rounds, 0.0010000000474974513); };
+    ASSERT_GT(std::fabs(after(4) - after(5)), 1e-6);
+    ASSERT_GT(std::fabs(after(6) - after(5)), 1e-6);
+    EXPECT_NEAR(P, after(5), 1e-9);
+}
+
 INSTANTIATE_TEST_SUITE_P(Fluids, MeanLevel, testing::Values("R134A.FLD", "R410A.MIX", "R407C.MIX", "R455A.MIX"),
                          [](const auto& row) { return std::string(row.param).substr(0, 5); });
 

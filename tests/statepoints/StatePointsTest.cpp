@@ -124,6 +124,25 @@ TEST(PropertyPoints, PhysicsOfAState) {
     }
 }
 
+// In the units of the application: the heat capacities are slopes of the enthalpy and of the energy.
+TEST(PropertyPoints, HeatCapacitiesAreSlopes) {
+    for (const char* name : {"R134A.FLD", "CO2.FLD", "R410A.MIX"}) {
+        SCOPED_TRACE(name);
+        SUBSTANCE& s = fluid(name);
+        const double T = 290.0, step = 0.01;
+        for (const double P : {100.0, 9000.0}) {
+            STATEPT p{}, warmer{}, colder{};
+            PROPSIMPLEPT(s, P, T, p);
+            PROPSIMPLEPT(s, P, T + step, warmer);
+            PROPSIMPLEPT(s, P, T - step, colder);
+            EXPECT_NEAR((warmer.H - colder.H) / (2.0 * step), p.CP, 1e-5 * p.CP);
+            PROPSIMPLETD(s, T + step, p.D, warmer);
+            PROPSIMPLETD(s, T - step, p.D, colder);
+            EXPECT_NEAR((warmer.U - colder.U) / (2.0 * step), p.CV, 1e-5 * p.CV);
+        }
+    }
+}
+
 // ---- edge cases of the property points ------------------------------------------------------------------------------
 
 TEST(PropertyPointEdges, OnePhasePointsOfPressureAndTemperatureHaveQualityZeroOrOne) {

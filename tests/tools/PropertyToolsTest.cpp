@@ -60,6 +60,30 @@ TEST(FluidInformation, AFluidWithoutALibraryRowHasNoPotential) {
     EXPECT_EQ(a.file.raw(8).substr(170), "   -777 NA ");
 }
 
+// By mass of the components, rounded: 0.6 x 677 + 0.4 x 3170 and 0.23 x 677 + 0.25 x 3170 + 0.52 x 1300.
+TEST(FluidInformation, ThePotentialOfABlendIsThatOfItsComponents) {
+    const std::string listed = "1\n3\n2\n1\nR32.FLD\n0.6\nR125.FLD\n0.4\nMine\n2 DEF\n1\n";
+    Plant plant;
+    plant(listed);
+    ResultFile file(plant.resultText());
+    // Two lines for each component, and those of the other tools behind.
+    ASSERT_EQ(file.count(), 15);
+    EXPECT_EQ(file.raw(10).substr(170), "   1674 NA ");
+    Answer predefined(propertyRequest(1, "", "R407C.MIX", 2));
+    ASSERT_EQ(predefined.file.count(), 17);
+    EXPECT_EQ(predefined.file.raw(12).substr(170), "   1624 A1 ");
+    // A blend that was stored has no row of the library, and no class.
+    std::filesystem::create_directories(plant.folder.path("installed/mixtures"));
+    std::filesystem::create_directory_symlink(std::string(dataFolder) + "/fluids",
+                                              plant.folder.path("installed/fluids"));
+    plant.installation = plant.folder.path("installed/frigana");
+    plant("1\n3\n2\n1\nR32.FLD\n0.6\nR125.FLD\n0.4\nMine\n2 DEF\n7\n");
+    plant(propertyRequest(1, "", "Mine.mix", 2));
+    file = ResultFile(plant.resultText());
+    ASSERT_EQ(file.count(), 15);
+    EXPECT_EQ(file.raw(10).substr(170), "   1674 NA ");
+}
+
 TEST(SaturationTable, LayoutAndRows) {
     Answer a(propertyRequest(2, "1 250.0 300.0 10.0"));
     ASSERT_EQ(a.file.count(), 5 + 6 + 4);

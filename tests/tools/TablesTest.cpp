@@ -98,6 +98,16 @@ TEST(TableRows, BoundsOfTheStepBelongToTheRange) {
     EXPECT_EQ(refusalOf(0.0, 100.0, 0.0, steps), 12);
 }
 
+// The largest table keeps the step that it was asked for.
+TEST(TableRows, AStepThatFillsTheWholeTableStaysAsGiven) {
+    Steps steps;
+    ASSERT_EQ(refusalOf(250.0, 250.0 + (mostRows - 1) * 0.125, 0.125, steps), 0);
+    EXPECT_EQ(steps.count, mostRows);
+    EXPECT_EQ(steps.step, 0.125);
+    for (const auto& [value, digits] : {std::pair{9, 1}, {10, 2}, {99, 2}, {100, 3}, {109, 3}, {1000, 4}, {2000, 4}})
+        EXPECT_EQ(digitsOf(value), digits) << value;
+}
+
 TEST(TableRows, WhatIsNoNumberIsRefused) {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     Steps steps;
@@ -185,7 +195,8 @@ void expectAllMissing(const std::vector<double>& row, std::size_t count) {
 }
 
 TEST(PropertyCodes, OnePropertyTwiceOrAnUnknownOneIsAFailedPoint) {
-    for (const char* line : {"2 1000 2 300", "1 300 1 300", "3 10 3 20", "1 300 5 1000", "0 300 2 1000", "7 1 -1 2"}) {
+    for (const char* line : {"2 1000 2 300", "1 300 1 300", "3 10 3 20", "1 300 5 1000", "0 300 2 1000", "7 1 -1 2",
+                             "4 5 1 300", "0 1 3 300"}) {
         SCOPED_TRACE(line);
         const ResultFile file = answer(propertyRequest(4, line));
         ASSERT_EQ(file.count(), 8);
