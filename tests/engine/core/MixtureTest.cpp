@@ -12,6 +12,7 @@
 #include "MIX_HMX.h"
 #include "ModelTags.h"
 #include "PHIDERV.h"
+#include "PREOS.h"
 #include "PROP_SUB.h"
 #include "ReferenceState.h"
 #include "SETUP.h"
@@ -86,6 +87,24 @@ TEST_F(Mixture, ChemicalPotentialsAddUpToTheGibbsEnergy) {
     solvent[2] = 1e-9;
     CHEMPOT(300.0, 19.0, solvent, u, ierr, herr);
     EXPECT_NEAR(u[1], therm2(300.0, 19.0, unitComposition(1)).G, 1e-3);
+}
+
+// Under the cubic equation in place of the fluids' own.
+TEST_F(Mixture, ChemicalPotentialsAddUpUnderTheCubicEquation) {
+    const double own = therm2(300.0, 13.0, x).G;
+    int on = 1;
+    PREOS(on);
+    ASSERT_EQ(modelTags.HEOS, "PR");
+    for (const double t : {250.0, 300.0, 400.0})
+        for (const double rho : {0.2, 4.0, 13.0}) {
+            Composition u;
+            CHEMPOT(t, rho, x, u, ierr, herr);
+            ASSERT_EQ(ierr, 0) << herr.trimmed();
+            const double G = therm2(t, rho, x).G;
+            EXPECT_NEAR(x[1] * u[1] + x[2] * u[2], G, 1e-9 * std::fabs(G)) << t << ' ' << rho;
+        }
+    EXPECT_NE(therm2(300.0, 13.0, x).G, own);
+    modelTags.LFORCESETUP = true;
 }
 
 // A rule whose derivatives are not known takes differences; the linear rule with numbers of one is also a KW rule.
