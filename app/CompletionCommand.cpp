@@ -1,6 +1,6 @@
 // frigana completion: the words of the command line for bash, and the man page; both made from the commands themselves.
-#include <iostream>
 #include <memory>
+#include <sstream>
 
 #include "Catalogue.h"
 #include "Commands.h"
@@ -36,6 +36,8 @@ void printCompletion(std::ostream& out, const CLI::App& program) {
            "command=\"${COMP_WORDS[1]}\"\n"
            "    case \"$before\" in\n"
            "        --units) COMPREPLY=($(compgen -W \"SI metric imperial\" -- \"$word\")); return ;;\n"
+           "        --gwp) COMPREPLY=($(compgen -W \"AR4 AR5 AR6\" -- \"$word\")); return ;;\n"
+           "        --chart-kind) COMPREPLY=($(compgen -W \"ph ts hs\" -- \"$word\")); return ;;\n"
            "    esac\n"
            "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
            "        COMPREPLY=($(compgen -W \""
@@ -108,14 +110,19 @@ void printManPage(std::ostream& out, const CLI::App& program) {
 
 Command addCompletion(CLI::App& program) {
     CLI::App* line = program.add_subcommand("completion", "writes the completion for bash, or the man page");
-    const auto kind = std::make_shared<std::string>();
-    line->add_option("KIND", *kind, "bash or man")->required()->check(CLI::IsMember({"bash", "man"}));
-    return {line, [&program, kind] {
-                if (*kind == "bash")
-                    printCompletion(std::cout, program);
+    struct Options {
+        std::string kind, file;
+    };
+    const auto options = std::make_shared<Options>();
+    line->add_option("KIND", options->kind, "bash or man")->required()->check(CLI::IsMember({"bash", "man"}));
+    line->add_option("--out", options->file, "file for it; standard output if left out");
+    return {line, [&program, options] {
+                std::ostringstream text;
+                if (options->kind == "bash")
+                    printCompletion(text, program);
                 else
-                    printManPage(std::cout, program);
-                return 0;
+                    printManPage(text, program);
+                return writeOutput(options->file, text.str()) ? 0 : runtimeError;
             }};
 }
 

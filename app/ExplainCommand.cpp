@@ -4,6 +4,7 @@
 
 #include "Commands.h"
 #include "NamedRequest.h"
+#include "Remarks.h"
 #include "Results.h"
 #include "TextTable.h"
 
@@ -40,7 +41,13 @@ void addRows(Table& table, const Request& request, int circuit, int stage, std::
                                      : parameter.absent == Absent::optional                  ? "none"
                                      : !previous.empty() || parameter.absent == Absent::zero ? "(or this)"
                                                                                              : "required";
-            table.rows.push_back({key, std::string(option.label), allowed, left});
+            std::string meaning(option.label);
+            if (option.form == Form::word) {
+                meaning = parameter.label;
+                for (const Option& word : parameter.options)
+                    allowed += (allowed.empty() ? "" : ", ") + std::string(word.label);
+            }
+            table.rows.push_back({key, meaning, allowed, left});
             previous = key;
         }
     }
@@ -109,6 +116,30 @@ void printMarkdown(const Table& table, std::size_t codeColumns) {
     std::cout << '\n';
 }
 
+constexpr std::string_view briefState =
+    "`pressure` kPa, `temperature` K, `density` kg/m3, `enthalpy` kJ/kg, `entropy` kJ/(kg K)";
+constexpr std::string_view moreOfState = ", `quality` kg/kg, `saturation_temperature` K";
+
+// Places with the seven values of a state, or with five of them, in one line each; most of a cycle's values are such.
+Table withStatesTogether(const Table& places) {
+    Table table{places.headings, {}};
+    std::string states, brief;
+    const auto add = [](std::string& list, const std::string& place) {
+        list += (list.empty() ? "`" : ", `") + place + '`';
+    };
+    for (const auto& row : places.rows) {
+        if (row[1] == std::string(briefState) + std::string(moreOfState))
+            add(states, row[0]);
+        else if (row[1] == briefState)
+            add(brief, row[0]);
+        else
+            table.rows.push_back({row[0].empty() ? "" : '`' + row[0] + '`', row[1]});
+    }
+    if (!states.empty()) table.rows.push_back({"a state each", states});
+    if (!brief.empty()) table.rows.push_back({"a state of five values each", brief});
+    return table;
+}
+
 // The values of a result by their places: a line for each, with the last words of the keys and their units.
 Table placesOf(const Request& request) {
     Table table{{"Place", "Values"}, {}};
@@ -124,7 +155,7 @@ Table placesOf(const Request& request) {
         else
             table.rows.back()[1] += ", " + text;
     }
-    return table;
+    return withStatesTogether(table);
 }
 
 void printRequestPage(const Request& request) {
@@ -138,7 +169,7 @@ void printRequestPage(const Request& request) {
     const Table places = placesOf(request);
     if (places.rows.empty()) return;
     std::cout << "Values of the result, in the units of the library:\n\n";
-    printMarkdown(places, 1);
+    printMarkdown(places, 0);
 }
 
 void printReference() {
@@ -147,7 +178,8 @@ void printReference() {
            "Written by `frigana explain --markdown` from the tables that requests are read with; limits are those "
            "of the checks, in\nmetric units. `frigana new NAME` writes a request with all of its keys. In the "
            "keys of results N stands for the number of a\nrow or stage; the columns of the diagrams are left "
-           "out.\n\n";
+           "out.\n\nA state is "
+        << briefState << moreOfState << "; one of five values ends with the entropy.\n\n";
     Table list{{"Request", "What it answers"}, {}};
     for (const Request& request : requests())
         list.rows.push_back(
@@ -156,6 +188,11 @@ void printReference() {
     std::cout << "## Keys of every request\n\n";
     printMarkdown(generalKeyTable(), 1);
     for (const Request& request : requests()) printRequestPage(request);
+    std::cout << "## Remarks\n\nWhat reports, JSON and page say of a finished result, by its name:\n\n";
+    Table kinds{{"Remark", "Weight", "Said where"}, {}};
+    for (const remarks::Kind& kind : remarks::kinds())
+        kinds.rows.push_back({std::string(kind.name), std::string(nameOf(kind.weight)), std::string(kind.about)});
+    printMarkdown(kinds, 1);
 }
 
 }  // namespace

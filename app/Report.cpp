@@ -153,7 +153,12 @@ bool isDiagram(const Entry& entry) {
     return entry.key.find("diagram.") != std::string::npos;
 }
 
-void printSections(std::ostream& out, const RunResult& result, const Units& units) {
+// The numbers that a result file begins with say nothing to one who asked by name.
+bool isNumberOfRequest(const Entry& entry) {
+    return entry.key.starts_with("request.");
+}
+
+void printSections(std::ostream& out, const RunResult& result, const Units& units, bool withNumbers) {
     Entries together;
     const auto flush = [&] {
         if (together.empty()) return;
@@ -180,7 +185,7 @@ void printSections(std::ostream& out, const RunResult& result, const Units& unit
         if (entry.kind == Kind::heading) {
             flush();
             heading = visible(trimRight(entry.text));
-        } else if (entry.isData() && !isDiagram(entry)) {
+        } else if (entry.isData() && !isDiagram(entry) && (withNumbers || !isNumberOfRequest(entry))) {
             if (!heading.empty()) out << '\n' << heading << '\n';
             heading.clear();
             if (!together.empty()) {
@@ -368,7 +373,7 @@ void printReport(std::ostream& out, const RunResult& result, const ReportStyle& 
         printPoints(out, result, units);
         if (!result.points.empty()) out << '\n';
     }
-    printSections(out, result, units);
+    printSections(out, result, units, style.resultFile);
     const bool mixture = report.type == 1 && report.sub == storeNewMixture;
     if (style.resultFile || mixture)
         out << (mixture ? "Mixture file: " : "Result file: ") << visible(shownPath(report.resultPath.view())) << '\n';

@@ -365,7 +365,13 @@ class Reader {
                       const Unit& unit) {
         if (!std::isfinite(value)) return fail(leaf, "is not finite");
         if (quantity == Quantity::temperature && !limits && value < 0.0) return fail(leaf, "is below absolute zero");
-        if (limits && !limits->holds(value)) failBeyond(leaf, limitsText(*limits, quantity, unit));
+        if (!limits || limits->holds(value)) return;
+        std::string allowed = limitsText(*limits, quantity, unit);
+        // The checks keep their limits in single precision, which of 0.2 is a little more.
+        if (!limits->open && static_cast<double>(static_cast<float>(value)) == limits->lower)
+            allowed += "; the limit is kept in single precision as " + numberText(fromInner(limits->lower, unit), 9) +
+                       ", so that a value must be a little above it";
+        failBeyond(leaf, allowed);
     }
 
     double readQuantity(const Leaf& leaf, Quantity quantity, const std::optional<Limits>& limits) {

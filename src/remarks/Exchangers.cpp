@@ -9,10 +9,12 @@ namespace {
 
 // Differences below this are rounding.
 constexpr double sameTemperature = 1e-6;
+// How far an effectiveness of 1 that was asked for may be missed by the search for it.
+constexpr double searched = 1e-4;
 
 void judgeEffectiveness(Judge& judge) {
     for (const auto& value : judge.result.entries)
-        if (lastWord(value.key) == "effectiveness" && value.number() > 1.0 + 1e-9)
+        if (lastWord(value.key) == "effectiveness" && value.number() > 1.0 + searched)
             judge.say(
                 "exchanger_beyond_ideal", value.key,
                 "The heat exchanger would need an effectiveness of " + catalogue::numberText(value.number(), 4) + '.',

@@ -175,6 +175,9 @@ const Change changes[] = {
      "a.toml:8: compressor.swept_volume = 0 m3/h: allowed are 0.36 m3/h to 2880000 m3/h\n"},
     {8, "capacity.evaporator = \"1 W\"",
      "a.toml:8: compressor.capacity.evaporator = 1 W: allowed are 200 W to 800000000 W\n"},
+    {8, "capacity.evaporator = \"0.2 kW\"",
+     "a.toml:8: compressor.capacity.evaporator = 0.2 kW: allowed are 0.2 kW to 800000 kW; the limit is kept in single "
+     "precision as 0.200000003, so that a value must be a little above it\n"},
     {9, "isentropic_efficiency = 70", "a.toml:9: compressor.isentropic_efficiency = 70: allowed are 0.25 to 1\n"},
     {9, "isentropic_efficiency = \"120 %\"",
      "a.toml:9: compressor.isentropic_efficiency = 120 %: allowed are 25 % to 100 %\n"},
