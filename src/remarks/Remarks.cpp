@@ -28,7 +28,6 @@ constexpr Kind allKinds[] = {
     {"temperatures_cross",           Weight::wrong,    "heat would flow from cold to warm"},
     {"receiver_below_evaporator",    Weight::wrong,    "the receiver has a lower pressure than the evaporator that it feeds"},
     {"injection_limit_wet",          Weight::wrong,    "the limit of the discharge temperature lies inside the glide"},
-    {"injection_limit_missed",       Weight::doubtful, "the discharge temperature did not come to its limit"},
     {"glide_in_saturation_drop",     Weight::doubtful, "a drop of saturation temperature counts the glide of the blend too"},
     {"state_beyond_equation",        Weight::doubtful, "a state lies outside the range of the equation of its fluid"},
     {"below_triple_point",           Weight::doubtful, "evaporating below the triple point of the fluid"},

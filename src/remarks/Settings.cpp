@@ -110,23 +110,14 @@ void judgeInjectionLimit(Judge& judge) {
     const double limit = input.blocks.front().settings[limitIndex - 1].value;
     const double reached = judge.at("compressor", "outlet.temperature");
     const double quality = judge.at("compressor", "outlet.quality");
-    if (quality < 1.0) {
-        judge.say("injection_limit_wet", "compressor",
-                  "The highest discharge temperature of " + judge.shown(limit, Quantity::temperature) +
-                      " lies inside the glide at the discharge pressure: the compressor would discharge a quality of " +
-                      catalogue::numberText(quality, 3) + '.',
-                  "Allow a temperature well above the dew point, which is " +
-                      judge.shown(judge.at("compressor", "outlet.saturation_temperature"), Quantity::temperature) +
-                      " there.");
-        return;
-    }
-    constexpr double near = 0.1;  // K
-    if (std::abs(reached - limit) > near)
-        judge.say("injection_limit_missed", "compressor",
-                  "The discharge temperature came to " + judge.shown(reached, Quantity::temperature) + " in place of " +
-                      judge.shown(limit, Quantity::temperature) + '.',
-                  "The search for the injected fraction takes five steps and does not ask where they end. Raise the "
-                  "limit, or evaporate warmer.");
+    if (!(quality < 1.0)) return;
+    judge.say("injection_limit_wet", "compressor",
+              "The highest discharge temperature of " + judge.shown(limit, Quantity::temperature) +
+                  " lies inside the glide at the discharge pressure: the compressor would discharge a quality of " +
+                  catalogue::numberText(quality, 3) + " at " + judge.shown(reached, Quantity::temperature) + '.',
+              "Allow a temperature well above the dew point, which is " +
+                  judge.shown(judge.at("compressor", "outlet.saturation_temperature"), Quantity::temperature) +
+                  " there.");
 }
 
 void judgeRisingPressures(Judge& judge) {

@@ -146,6 +146,13 @@ const Deserving deserving[] = {
     {"potential_unknown",         "fluid",                        "rankine",          "TOLUENE.FLD", {}},
     {"class_unknown",             "fluid",                        "rankine",          "TOLUENE.FLD", {}},
     {"viscosity_estimated",       "pipes",                        "line-sizing",      "R161.FLD",    {}},
+    {"wet_turbine_inlet",         "turbine",                      "rankine",          "R245FA.FLD",  {{0, 2, 2, 0.0}}},
+    {"liquid_condenser_inlet",    "condenser",                    "liquid-injection", "R22.FLD",     {{0, 16, 1, 318.15}}},
+    {"figure_missing",            "performance.cycle_efficiency", "rankine",          "R245FA.FLD",  {{0, 6, 1, 0.0}}},
+    {"below_triple_point",        "evaporator",                   "basic",            "CO2.FLD",     {{0, 1, 1, 223.15}, {0, 3, 1, 400.0}, {0, 11, 1, 263.15}}},
+    {"balance_open",              "performance",                  "multi-stage",      "R454C.MIX",   {}},
+    {"sizes_do_not_bracket",      "pipes.suction_line.full_load.3", "line-sizing",    "R134A.FLD",   {{0, 6, 3, 0.3}}},
+    {"pipe_too_slow",             "pipes.discharge_line.full_load.6", "line-sizing",  "R134A.FLD",   {{0, 6, 3, 1.0}}},
     {"diameter_not_found",        "pipes.suction_line.full_load.3", "line-sizing",    "R134A.FLD",   {{0, 5, 4, 0.2}, {0, 6, 3, 400.0}}},
 };
 // clang-format on
