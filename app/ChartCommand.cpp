@@ -39,7 +39,7 @@ int findFluids(const ChartOptions& options, std::vector<diagrams::FluidSelection
     const catalogue::FluidNames& names = catalogue::FluidNames::of(options.data);
     for (const std::string& name : options.fluids) {
         const catalogue::FoundFluid found = names.find(name);
-        if (found.file.empty()) return complain(usageError, found.problem);
+        if (found.file.empty()) return complain(usageError, name + ' ' + found.problem);
         diagrams::FluidSelection selection;
         using Kind = diagrams::FluidSelection::Kind;
         selection.kind = found.blend ? Kind::mixtureFile : Kind::pure;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "FLSH_SUB.h"
+#include "FluidConstants.h"
 #include "LIMITS.h"
 #include "MELTING.h"
 #include "PROP_SUB.h"
@@ -77,7 +78,10 @@ bool ChartFluid::load(const FluidSelection& selection, std::string& why) {
     double highestDensity = 0.0;
     LIMITS("EOS", z_, lowestT_, highestT_, highestDensity, highestP_);
     highestD_ = highestDensity * molarMass_;
-    if (!pure_) {
+    if (pure_) {
+        // An equation may reach below the triple point, for the liquid under pressure.
+        lowestT_ = std::max(lowestT_, fluidConstants.TTPN[component]);
+    } else {
         // A blend is known where all of its components are.
         for (int i = 1; i <= count; ++i) {
             double tmin = 0, tmax = 0, dmax = 0, pmax = 0;

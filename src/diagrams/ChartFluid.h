@@ -56,7 +56,7 @@ class ChartFluid {
     double molarMass() const { return molarMass_; }
     // Critical point [K, kPa, mol/L]: of a pure fluid that of its file, of a blend an estimate.
     const CriticalPoint& estimatedCritical() const { return critical_; }
-    // Range of the equation of state [K, kPa, kg/m3].
+    // Range of the equation of state [K, kPa, kg/m3]; of a pure fluid not below its triple point.
     double lowestT() const { return lowestT_; }
     double highestT() const { return highestT_; }
     double highestP() const { return highestP_; }

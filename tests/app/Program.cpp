@@ -10,7 +10,11 @@ namespace frigana::test {
 const char* const programPath = FRIGANA_PROGRAM;
 
 Outcome run(const std::string& arguments) {
-    std::FILE* pipe = popen((std::string("'") + programPath + "' " + arguments + " 2>&1").c_str(), "r");
+    return runProgram(programPath, arguments);
+}
+
+Outcome runProgram(const std::string& program, const std::string& arguments) {
+    std::FILE* pipe = popen(("'" + program + "' " + arguments + " 2>&1").c_str(), "r");
     Outcome outcome{-1, ""};
     std::array<char, 4096> piece;
     std::size_t count;

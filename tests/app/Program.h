@@ -13,5 +13,7 @@ struct Outcome {
 };
 
 Outcome run(const std::string& arguments);
+// The same of another program than the one that was built.
+Outcome runProgram(const std::string& program, const std::string& arguments);
 
 }  // namespace frigana::test

@@ -64,6 +64,9 @@ inline double zeroOf(diagrams::Property property) {
 // The state once more, from temperature and density through the flash, which decides on the phases itself.
 inline void evaluateAgain(ChartWalk& walk, const diagrams::ChartFluid& fluid, const diagrams::FluidChart& chart,
                           const diagrams::Curve& curve, const diagrams::State& state) {
+    // Where an equation has its critical point elsewhere the top of the dome is a straight line that holds no state.
+    constexpr double top = 1e-6;
+    if (std::fabs(state.T / chart.critical.T - 1.0) < top) return;
     double p, Dl, Dv, q, e, h, s, cv, cp, w;
     Composition x, y;
     int ierr = 0;
