@@ -2,6 +2,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -291,6 +292,38 @@ TEST(SharedLibrary, AThreadThatEndsInItsRunAndAForkLeaveTheEntryFree) {
     }
     done = true;
     other.join();
+}
+
+// Library, test and all requests in an address space of 64 MB.
+TEST(SharedLibrary, RunsNeedLessMemoryThanHostsAreTold) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer takes an address space of its own";
+#endif
+    TemporaryFolder folder;
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr rlim_t told = 64'000'000;
+        const rlimit limit{told, told};
+        if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(2);
+        const Library library;
+        int missing = 0;
+        for (const char* name : {"cascade_cycle", "combined_cycle", "transcritical_booster", "multi_stage_cycle",
+                                 "isoproperty_table", "saturation_table", "line_sizing"}) {
+            const std::string request = folder.path(std::string(name) + ".fi1");
+            std::filesystem::copy_file(std::string(test::examplesFolder) + "/" + name + ".fi1", request);
+            library.run(request);
+            const std::string result = request.substr(0, request.size() - 2) + "o";
+            missing += !std::filesystem::exists(result + "1") && !std::filesystem::exists(result + "0");
+        }
+        const std::string blend = folder.path("blend.fi1");
+        writeFile(blend, cycleRequest(1, basicParameters(), "R448A.MIX").text());
+        library.run(blend);
+        missing += readFile(folder.path("blend.fo1")).substr(0, 2) != " 2";
+        _exit(missing == 0 ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
 }
 
 TEST(SharedLibrary, ACallNeedsNoMoreStackThanTheHeaderSays) {

@@ -1,5 +1,8 @@
 // The cycle with liquid injection as a user runs it.
+#include "23_SpecificPoints.h"
+#include "28_IsentropProcess.h"
 #include "OneFluidCycles.h"
+#include "Substances.h"
 
 namespace frigana::test {
 namespace {
@@ -121,6 +124,43 @@ TEST(LiquidInjectionEdges, ATemperatureInsideTheDomeGivesNoFiniteFraction) {
         EXPECT_EQ(resultText(liquidInjection, {{16, {1, highest}}}),
                   failure(209234, "Error: Fraction mass flow of liquid injection is out of range!"))
             << highest;
+}
+
+// The search for the inlet written out again: from the uncooled inlet so many secant steps on its enthalpy, each with a
+// probe above it.
+double enthalpyFound(const ResultFile& uncooled, double highest, int steps, double probe) {
+    const double inletP = uncooled.number(47), outletP = uncooled.number(54), efficiency = 0.7;
+    SUBSTANCE& s = fluid("R22.FLD");
+    const auto outletT = [&](double H) {
+        STATEPT inlet{}, outlet{};
+        PROPSIMPLEPH(s, inletP, H, inlet);
+        COMPISOENTRO(s, efficiency, inlet, outletP, outlet);
+        return outlet.T;
+    };
+    double H = uncooled.number(50);
+    for (int step = 1; step <= steps; ++step) {
+        const double T = outletT(H), slope = (H - (H + probe)) / (T - outletT(H + probe));
+        H = slope * highest + (H - slope * T);
+    }
+    return H;
+}
+
+// The steps come near the wanted temperature and do not meet it: each search leaves its own error.
+TEST(LiquidInjectionEdges, TheSearchMakesFiveStepsWithAProbeOfTwoKilojoules) {
+    const ResultFile uncooled = solve(liquidInjection, {{16, {1, 600.0}}});
+    ASSERT_EQ(uncooled.number(fraction), 0.0);
+    for (const double highest : {318.2, 319.0, 320.0, 325.0, 350.0}) {
+        const ResultFile file = solve(liquidInjection, {{16, {1, highest}}});
+        ASSERT_EQ(file.count(), liquidInjection.lines) << highest;
+        const double H = file.number(50);
+        const auto off = [&](int steps, double probe) {
+            return std::fabs(enthalpyFound(uncooled, highest, steps, probe) - H);
+        };
+        EXPECT_LE(off(5, 2.0), 1e-12 * H) << highest;
+        // Another search ends elsewhere.
+        for (const double other : {off(4, 2.0), off(6, 2.0), off(5, 2.02), off(5, 1.98)})
+            EXPECT_GT(other, 1e-10) << highest;
+    }
 }
 
 TEST(LiquidInjectionEdges, WetCompressionIsLookedForBeforeTheInjectionOnly) {
