@@ -3,8 +3,8 @@
 
 #include <unistd.h>
 
-#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -53,19 +53,19 @@ struct Verdict {
 
 class RunOracle {
   public:
-    static constexpr double longestRun = 2.0;  // s
+    static constexpr double longestRun = 2.0;  // s of the processor
 
     Verdict run(const std::string& request, const std::string& installation) {
         *this = RunOracle();
         listenToResult([](void* context, const ResultEntry& entry) { static_cast<RunOracle*>(context)->hear(entry); },
                        this);
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock();
         runRequest(request, installation);
-        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+        const double time = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
         listenToResult(nullptr, nullptr);
         Verdict verdict = judge();
         if (firstFreeUnit(1) != 1) verdict.wrong = "a unit is open";
-        if (time.count() > longestRun) verdict.wrong = "it took " + std::to_string(time.count()) + " s";
+        if (time > longestRun) verdict.wrong = "it took " + std::to_string(time) + " s";
         return verdict;
     }
 
