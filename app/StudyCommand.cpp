@@ -16,6 +16,7 @@
 #include "Commands.h"
 #include "LineChart.h"
 #include "NamedRequest.h"
+#include "Outputs.h"
 #include "Picture.h"
 #include "Rows.h"
 #include "Study.h"
@@ -230,7 +231,8 @@ class ChartColumns {
     }
 
   private:
-    static constexpr std::size_t mostLines = 16, mostPoints = 1'000'000;
+    static constexpr std::size_t mostLines = 6;  // looks that can be told apart
+    static constexpr std::size_t mostPoints = 1'000'000;
 
     static double numberOf(const catalogue::Node& value, catalogue::Quantity quantity) {
         if (value.kind == catalogue::Node::Kind::number) return value.number;
@@ -368,6 +370,10 @@ int runStudy(const Options& options) {
         if (!format || !charts::canWrite(*format))
             return complain(usageError, picture + ": a picture has the extension .svg, .png or .pdf");
     }
+    std::vector<std::string> outputs = options.charts;
+    outputs.insert(outputs.end(), {options.csv, options.jsonLines});
+    if (const std::string clash = clashOf({options.file}, outputs); !clash.empty())
+        return complain(usageError, clash + " would be written over");
     StudyRun run(options, *study);
     if (const int wrong = run.prepare()) return wrong;
     folderOfData = fs::absolute(options.data).string();

@@ -220,6 +220,15 @@ PYBIND11_MODULE(_frigana, module) {
         .def("cases", &studies::Study::cases)
         .def("varied_keys", &studies::Study::variedKeys)
         .def("result_keys", &studies::Study::resultKeys)
+        .def("optimum_keys",
+             [](const studies::Study& study) {
+                 std::vector<std::string> keys;
+                 if (study.optimum())
+                     for (const studies::Optimum::Over& over : study.optimum()->over)
+                         keys.push_back(over.unit == nullptr ? over.key
+                                                             : over.key + " [" + std::string(over.unit->symbol) + "]");
+                 return keys;
+             })
         .def("settings", &settingsOf, "number"_a)
         .def(
             "task", [](const studies::Study& study, std::size_t number) { return studies::caseTask(study, number); },

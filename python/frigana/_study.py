@@ -69,6 +69,11 @@ class Study:
         """Keys of the results."""
         return self._engine.result_keys()
 
+    @property
+    def searched(self) -> List[str]:
+        """Keys of the optimum, with the unit of their places."""
+        return self._engine.optimum_keys()
+
     def settings(self, number: int) -> List[Any]:
         """The values of a case, in the order of `inputs`."""
         return list(json.loads(self._engine.settings(number)))
@@ -89,13 +94,14 @@ class StudyResult:
 
     @property
     def columns(self) -> List[str]:
-        return [*self.study.inputs, *self.study.keys, "code", "text"]
+        return [*self.study.inputs, *self.study.searched, *self.study.keys, "code", "text"]
 
     def row(self, number: int) -> List[Any]:
         answer = self._answers[number]
         error = answer.get("error", {})
         values = answer.get("values", [None] * len(self.study.keys))
-        return [*self.study.settings(number), *values, error.get("code"), error.get("text")]
+        places = answer.get("optimum", [None] * len(self.study.searched))
+        return [*self.study.settings(number), *places, *values, error.get("code"), error.get("text")]
 
     def rows(self) -> Iterator[List[Any]]:
         for number in range(len(self)):

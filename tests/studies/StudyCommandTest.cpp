@@ -1,0 +1,170 @@
+// `frigana study` as a user runs it.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <sstream>
+#include <thread>
+
+#include "CaseFile.h"
+#include "TemporaryFolder.h"
+#include "TreeFolders.h"
+
+namespace frigana {
+namespace {
+
+int run(const std::string& arguments) {
+    const int status = std::system((std::string(FRIGANA_PROGRAM) + " study " + arguments + " 2>/dev/null").c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string example(const std::string& name) {
+    return std::string(test::examplesFolder) + "/studies/" + name;
+}
+
+std::vector<std::vector<std::string>> rowsOf(const std::string& path) {
+    std::istringstream lines(test::readFile(path));
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(lines, line);) rows.push_back(studies::cellsOf(line));
+    return rows;
+}
+
+TEST(StudyCommand, RowsStandInTheOrderOfTheCasesWhateverTheJobs) {
+    test::TemporaryFolder folder;
+    ASSERT_EQ(run(example("grid.toml") + " --jobs 1 --csv " + folder.path("1.csv") + " --chart " +
+                  folder.path("1.svg") + " --chart-columns performance.cop_cooling:evaporator.temperature"),
+              0);
+    ASSERT_EQ(run(example("grid.toml") + " --jobs 3 --csv " + folder.path("3.csv") + " --json-lines " +
+                  folder.path("3.jsonl")),
+              0);
+    EXPECT_EQ(test::readFile(folder.path("1.csv")), test::readFile(folder.path("3.csv")));
+    const auto rows = rowsOf(folder.path("1.csv"));
+    ASSERT_EQ(rows.size(), 1u + 3 * 2 * 8);
+    EXPECT_EQ(rows[1][0], "R134a");
+    EXPECT_EQ(rows[1][1], "35 °C");
+    EXPECT_EQ(rows[2][2], "-25 °C");
+    EXPECT_EQ(rows.back()[0], "R290");
+    EXPECT_TRUE(test::readFile(folder.path("1.svg")).starts_with("<svg"));
+}
+
+TEST(StudyCommand, ARefusedCaseIsARowWithItsCode) {
+    test::TemporaryFolder folder;
+    test::writeFile(folder.path("study.toml"),
+                    "request = \"chiller.toml\"\n"
+                    "[vary]\ncondenser.temperature = [\"40 °C\", \"150 °C\", \"900 °C\", \"45 °C\"]\n"
+                    "[results]\nkeys = [\"performance.cop_cooling\", \"no.such.key\"]\n");
+    test::writeFile(folder.path("chiller.toml"), test::readFile(example("chiller.toml")));
+    ASSERT_EQ(run(folder.path("study.toml") + " --csv " + folder.path("rows.csv")), 0);
+    const auto rows = rowsOf(folder.path("rows.csv"));
+    ASSERT_EQ(rows.size(), 5u);
+    EXPECT_NE(rows[1][1], "");
+    EXPECT_EQ(rows[1][3], "");
+    EXPECT_EQ(rows[2][3], "201201");
+    EXPECT_NE(rows[2][4].find("Critical"), std::string::npos);
+    EXPECT_EQ(rows[3][3], "bad_request");
+    EXPECT_NE(rows[4][1], "");
+}
+
+TEST(StudyCommand, GoesOnAfterAnInterruptionAsIfThereHadBeenNone) {
+    test::TemporaryFolder folder;
+    test::writeFile(folder.path("chiller.toml"), test::readFile(example("chiller.toml")));
+    test::writeFile(folder.path("study.toml"),
+                    "request = \"chiller.toml\"\n[vary]\nfluid = [\"R134a\", \"R290\"]\n"
+                    "condenser.temperature = { from = \"30 °C\", to = \"60 °C\", count = 1000 }\n"
+                    "[results]\nkeys = [\"performance.cop_cooling\"]\n");
+    const std::string csv = folder.path("rows.csv"), jsonLines = folder.path("rows.jsonl");
+    ASSERT_EQ(run(folder.path("study.toml") + " --jobs 2 --csv " + folder.path("whole.csv") + " --json-lines " +
+                  folder.path("whole.jsonl")),
+              0);
+    int interruptions = 0;
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const pid_t child = fork();
+        if (child == 0) {
+            close(STDERR_FILENO);
+            execl(FRIGANA_PROGRAM, "frigana", "study", folder.path("study.toml").c_str(), "--jobs", "2", "--csv",
+                  csv.c_str(), "--json-lines", jsonLines.c_str(), "--resume", nullptr);
+            _exit(127);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        kill(child, SIGINT);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status)) << status;
+        if (WEXITSTATUS(status) == 130) ++interruptions;
+    }
+    EXPECT_GT(interruptions, 0);
+    // A death in the midst of a row.
+    const std::string kept = test::readFile(csv);
+    test::writeFile(csv, kept.substr(0, kept.size() - 3));
+    ASSERT_EQ(run(folder.path("study.toml") + " --jobs 2 --resume --csv " + csv + " --json-lines " + jsonLines), 0);
+    EXPECT_EQ(test::readFile(csv), test::readFile(folder.path("whole.csv")));
+    EXPECT_EQ(test::readFile(jsonLines), test::readFile(folder.path("whole.jsonl")));
+    // A file of another study is not gone on with.
+    EXPECT_EQ(run(example("grid.toml") + " --resume --csv " + csv), 2);
+}
+
+// The optimum against all values of a fine grid: not worse than the best of them, and not far from its place.
+void compareWithGrid(const std::string& request, const std::string& vary, const std::string& over, double from,
+                     double to, const std::string& unit, const std::string& key, double tolerance) {
+    test::TemporaryFolder folder;
+    test::writeFile(folder.path("request.toml"), test::readFile(example(request)));
+    const std::string begin = "request = \"request.toml\"\n[vary]\n" + vary;
+    const std::string end = "[results]\nkeys = [\"" + key + "\"]\n";
+    std::ostringstream bounds;
+    bounds << "from = \"" << from << ' ' << unit << "\"\nto = \"" << to << ' ' << unit << "\"\n";
+    constexpr int count = 161;
+    std::ostringstream grid;
+    grid << over << " = { from = \"" << from << ' ' << unit << "\", to = \"" << to << ' ' << unit
+         << "\", count = " << count << " }\n";
+    test::writeFile(folder.path("grid.toml"), begin + grid.str() + end);
+    test::writeFile(folder.path("best.toml"), begin + end + "[optimum]\nmaximise = \"" + key + "\"\nover = \"" + over +
+                                                  "\"\n" + bounds.str() + "tolerance = \"" +
+                                                  (unit == "bar" ? "0.02 bar" : "0.02 K") + "\"\n");
+    ASSERT_EQ(run(folder.path("grid.toml") + " --csv " + folder.path("grid.csv")), 0);
+    ASSERT_EQ(run(folder.path("best.toml") + " --csv " + folder.path("best.csv")), 0);
+    const auto all = rowsOf(folder.path("grid.csv")), best = rowsOf(folder.path("best.csv"));
+    ASSERT_GT(best.size(), 1u);
+    for (std::size_t i = 1; i < best.size(); ++i) {
+        double greatest = 0.0, place = 0.0;
+        for (int k = 0; k < count; ++k) {
+            const auto& row = all[1 + (i - 1) * count + static_cast<std::size_t>(k)];
+            const double value = row[2].empty() ? 0.0 : std::stod(row[2]);
+            if (value > greatest) {
+                greatest = value;
+                place = std::stod(row[1]);
+            }
+        }
+        const double found = std::stod(best[i][1]), value = std::stod(best[i][2]);
+        std::cout << best[i][0] << ": " << over << " = " << found << ' ' << unit << ", " << value << "; grid " << place
+                  << ", " << greatest << '\n';
+        EXPECT_GE(value, greatest * (1.0 - 1e-7));
+        EXPECT_NEAR(found, place, tolerance);
+    }
+}
+
+// Tolerances of the place are the width of the grid, and what a flat maximum makes of the last digits.
+TEST(StudyOptimum, IsTheHighPressureOfABooster) {
+    compareWithGrid("supermarket.toml", "gas_cooler.outlet_temperature = [\"34 °C\", \"40 °C\"]\n",
+                    "gas_cooler.pressure", 75.0, 130.0, "bar", "performance.cop_cooling", 0.5);
+}
+TEST(StudyOptimum, IsTheTemperatureBetweenTheCircuitsOfACascade) {
+    compareWithGrid("cold_store.toml", "low.evaporator.temperature = [\"-50 °C\", \"-35 °C\"]\n",
+                    "low.condenser.temperature", -30.0, 10.0, "°C", "system.cop_cooling", 0.4);
+}
+
+TEST(StudyCommand, SaysWhatItCannotDo) {
+    test::TemporaryFolder folder;
+    EXPECT_EQ(run(folder.path("none.toml")), 3);
+    EXPECT_EQ(run(example("chiller.toml")), 2);
+    EXPECT_EQ(run(example("grid.toml") + " --resume"), 1);
+    EXPECT_EQ(run(example("grid.toml") + " --csv " + folder.path("no/folder/rows.csv")), 3);
+    EXPECT_EQ(run(example("grid.toml") + " --csv " + example("grid.toml")), 1);
+    EXPECT_EQ(run(example("grid.toml") + " --chart x.svg --chart-columns none:fluid"), 1);
+}
+
+}  // namespace
+}  // namespace frigana
