@@ -263,6 +263,47 @@ TEST_F(Requests, ChartsAreDrawnAndRefused) {
         EXPECT_EQ(post(port(), "/api/chart", body).status, 400) << body;
 }
 
+// Whatever form a request comes in, the others are the same request.
+TEST_F(Requests, EveryFormOfARequestIsTheSameRequest) {
+    for (const catalogue::Request& request : catalogue::requests()) {
+        const Reply reply = post(port(), "/api/convert", json({{"template", request.name}, {"units", "SI"}}).dump());
+        ASSERT_EQ(reply.status, 200) << reply.body;
+        const json first = json::parse(reply.body);
+        EXPECT_EQ(first["request"]["request"], request.name);
+        for (const char* form : {"request", "toml", "fi1"}) {
+            const json body = {{form, first[form]}, {"units", "SI"}};
+            const json again = json::parse(post(port(), "/api/convert", body.dump()).body);
+            EXPECT_EQ(again["fi1"], first["fi1"]) << request.name << ' ' << form;
+            EXPECT_EQ(again["toml"], first["toml"]) << request.name << ' ' << form;
+        }
+    }
+}
+
+TEST_F(Requests, AResultFileIsWhatTheRequestByPlacesLeaves) {
+    const json body = {{"template", "basic"}, {"result", true}};
+    const json all = json::parse(post(port(), "/api/convert", body.dump()).body);
+    const test::TemporaryFolder own;
+    test::writeFile(own.path("plant.fi1"), all["fi1"].get<std::string>());
+    catalogue::runPositional(own.path("plant.fi1"), {test::dataFolder, false});
+    EXPECT_EQ(all["fo1"], test::readFile(own.path("plant.fo1")));
+    EXPECT_FALSE(json::parse(post(port(), "/api/convert", R"({"template": "basic"})").body).contains("fo1"));
+    const json stored =
+        json::parse(post(port(), "/api/convert", json({{"template", "store-blend"}, {"result", true}}).dump()).body);
+    EXPECT_FALSE(stored.contains("fo1"));
+}
+
+TEST_F(Requests, ConversionsOfNothingAreRefused) {
+    for (const char* body :
+         {R"({})", R"({"template": "none"})", R"({"template": 1})", R"({"toml": "request = "})", R"({"fi1": "x"})",
+          R"({"fi1": 5})", R"({"toml": "request = \"basic\""})", R"({"template": "basic", "toml": ""})",
+          R"({"template": "basic", "units": "none"})", R"({"template": "basic", "out": "/tmp/x"})",
+          R"({"request": {"request": "basic"}})", R"({"request": "basic"})"}) {
+        const Reply reply = post(port(), "/api/convert", body);
+        EXPECT_EQ(reply.status, 400) << body << reply.body;
+        EXPECT_EQ(json::parse(reply.body)["error"]["code"], "bad_conversion") << body;
+    }
+}
+
 TEST_F(Requests, AStudyGivesTheValuesOfItsRequests) {
     json study = {{"request", json::parse(typical(*catalogue::findRequest("basic")))},
                   {"vary",

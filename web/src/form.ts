@@ -18,7 +18,7 @@ const labelOfPlace = (place: string): string => {
 interface Field {
   parameter: Parameter;
   element: HTMLElement;
-  show(flat: Flat): void;
+  show(flat: Flat): string;  // what is wrong with its value by itself; empty where nothing is
   complain(text: string): void;
 }
 
@@ -40,7 +40,8 @@ export class Form {
   // What the fields start from when another way of giving them is chosen.
   follow(result: Result): void { this.result = result; }
 
-  show(state: State): void {
+  // Tells what is wrong with a field by itself; empty where nothing is.
+  show(state: State): string {
     const flat = state.requests[this.place];
     const kind = kindNamed(this.app, String(flat.get("request")));
     const structure = this.structureOf(state, kind, flat);
@@ -48,7 +49,8 @@ export class Form {
       this.structure = structure;
       this.build(kind, flat);
     }
-    for (const field of this.fields) field.show(flat);
+    const problems = this.fields.map((field) => field.show(flat));
+    return problems.find((problem) => problem !== "") ?? "";
   }
 
   // Puts a complaint beside the fields that it names; tells whether there was one.
@@ -186,6 +188,7 @@ export class Form {
           note.hidden = problem === "";
           note.textContent = problem;
         }
+        return problem === "" ? "" : `${place}, ${given.label}: ${problem}`;
       },
       complain: (text) => {
         note.dataset.told = text === "" ? "no" : "yes";

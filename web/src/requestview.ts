@@ -58,18 +58,16 @@ export class RequestView implements ViewPart {
   }
 
   show(state: State): void {
-    this.form.show(state);
-    const flat = state.requests[this.place];
-    const question = JSON.stringify([state.units, ...flat]);
-    if (question === this.asked) return;
+    const question = JSON.stringify([state.units, ...state.requests[this.place]]);
+    const changed = question !== this.asked;
+    // What was said of the request before does not hold for this one.
+    if (changed) this.form.complain("", "");
+    const problem = this.form.show(state);
+    if (!changed) return;
     this.asked = question;
-    this.ask(state);
-  }
-
-  // Asks again though nothing changed: the server is back.
-  again(): void {
-    this.asked = "";
-    this.show(this.app.store.state);
+    if (problem === "") return this.ask(state);
+    this.runs.stop();
+    this.refuse(problem, undefined, null);
   }
 
   private ask(state: State): void {
@@ -86,11 +84,12 @@ export class RequestView implements ViewPart {
 
   protected completed(request: NamedRequest): NamedRequest { return request; }
 
-  private refuse(text: string, code: number | undefined, key: string): void {
+  // `key` is that of a field which the calculation named; null where the field tells by itself.
+  private refuse(text: string, code: number | undefined, key: string | null): void {
     this.drawings.stop();
     this.element.classList.add("stale");
     const words = text.replace(/^Error: /, "");
-    this.form.complain(text, key);
+    if (key !== null) this.form.complain(text, key);
     this.status.bad(words, code, this.result !== null);
   }
 

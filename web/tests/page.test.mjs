@@ -7,14 +7,14 @@ import { after, before, beforeEach, afterEach, describe, test as anyTest } from 
 import puppeteer from "puppeteer-core";
 import { examples, folder, requestIn, runByCommand, Served } from "./program.mjs";
 
-const test = (name, check) => anyTest(name, { timeout: 20_000 }, check);
+const test = (name, check) => anyTest(name, { timeout: 60_000 }, check);
 
 const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 const cycles = ["basic", "heat-exchanger", "combined", "cascade", "rankine", "transcritical", "liquid-injection", "two-stage",
   "multi-stage", "minimal", "pumped-co2", "booster"];
 const properties = ["fluid-information", "saturation-table", "isoproperty-table", "state-point", "equilibrium-phases", "saturation-point"];
 
-let served, browser, page, faults, foreign, expected;
+let served, browser, context, page, faults, foreign, expected;
 
 before(async () => {
   served = await Served.start();
@@ -26,7 +26,9 @@ after(async () => {
 });
 
 beforeEach(async () => {
-  page = await browser.newPage();
+  // Each test has a browser of its own that remembers nothing.
+  context = await browser.createBrowserContext();
+  page = await context.newPage();
   await page.setViewport({ width: 1400, height: 900 });
   faults = [];
   foreign = [];
@@ -38,7 +40,7 @@ beforeEach(async () => {
   });
 });
 afterEach(async () => {
-  await page.close();
+  await context.close();
   assert.deepEqual(faults.filter((one) => !expected.test(one)), [], "nothing on the console");
   assert.deepEqual(foreign, [], "no request to another host");
 });
@@ -51,7 +53,7 @@ async function open(hash = "", view = "") {
 
 // Waits until a question of the page gives something else than "".
 async function until(what, text, ...args) {
-  return (await page.waitForFunction(what, { timeout: 15_000, polling: 30 }, ...args).catch(() => { throw new Error(`in vain: ${text}`); })).jsonValue();
+  return (await page.waitForFunction(what, { timeout: 30_000, polling: 30 }, ...args).catch(() => { throw new Error(`in vain: ${text}`); })).jsonValue();
 }
 
 // Until every question that is on its way is answered.
@@ -208,7 +210,7 @@ describe("files and links", () => {
     const client = await page.createCDPSession();
     const place = join(folder, `downloads-${ending}-${Date.now()}`);
     mkdirSync(place);
-    await client.send("Browser.setDownloadBehavior", { behavior: "allow", downloadPath: place });
+    await client.send("Browser.setDownloadBehavior", { behavior: "allow", downloadPath: place, browserContextId: context.id });
     await act();
     for (let i = 0; i < 100; ++i) {
       const found = existsSync(place) ? readdirSync(place).filter((one) => one.endsWith(`.${ending}`)) : [];
@@ -340,7 +342,7 @@ describe("compare and vary", () => {
     await requestChosen("transcritical");
     await settled();
     await page.click("[data-view=vary]");
-    const strong = await page.waitForSelector(".optimum strong", { timeout: 15_000 });
+    const strong = await page.waitForSelector(".optimum strong", { timeout: 30_000 });
     const best = await strong.evaluate((one) => ({ at: Number(one.dataset.at), value: Number(one.dataset.value) }));
     const request = requestIn(page.url());
     const cop = (pressure) => {
