@@ -1,17 +1,40 @@
-# What a prefix gets: the program with its modules, the library with its header, the data, the man page and the
-# completion of the shell. The program looks for its data in ../share/frigana and for its modules in ../lib beside it.
+# What a prefix gets: the library with its header and what others find it by, the program with its modules, the data, the
+# man page and the completion of the shell. The program looks for its data in ../share/frigana and for its modules in
+# ../lib/frigana beside it.
 include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
 
-install(TARGETS frigana_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(TARGETS frigana_shared LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES include/frigana.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS frigana_shared EXPORT FriganaTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library)
+set_target_properties(frigana_shared PROPERTIES EXPORT_NAME frigana)
+target_include_directories(frigana_shared INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+install(FILES include/frigana.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(DIRECTORY data/fluids data/mixtures DESTINATION ${CMAKE_INSTALL_DATADIR}/frigana COMPONENT data)
+install(FILES data/refrigerants.json DESTINATION ${CMAKE_INSTALL_DATADIR}/frigana COMPONENT data)
+
+# find_package(Frigana) gives the target Frigana::frigana and FRIGANA_DATA, the folder to be named in a call.
+set(friganaConfigFolder ${CMAKE_INSTALL_LIBDIR}/cmake/Frigana)
+set(friganaDataFolder ${CMAKE_INSTALL_DATADIR}/frigana)
+install(EXPORT FriganaTargets NAMESPACE Frigana:: DESTINATION ${friganaConfigFolder} COMPONENT development)
+configure_package_config_file(cmake/FriganaConfig.cmake.in ${CMAKE_BINARY_DIR}/FriganaConfig.cmake
+  INSTALL_DESTINATION ${friganaConfigFolder} PATH_VARS friganaDataFolder)
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/FriganaConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/FriganaConfig.cmake ${CMAKE_BINARY_DIR}/FriganaConfigVersion.cmake
+  DESTINATION ${friganaConfigFolder} COMPONENT development)
+configure_file(cmake/frigana.pc.in frigana.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/frigana.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+if(NOT FRIGANA_PROGRAM)
+  return()
+endif()
+install(TARGETS frigana_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
 foreach(module frigana_http frigana_rsvg)
   if(TARGET ${module})
-    install(TARGETS ${module} LIBRARY DESTINATION lib/frigana)
+    install(TARGETS ${module} LIBRARY DESTINATION lib/frigana COMPONENT program)
   endif()
 endforeach()
-install(DIRECTORY data/fluids data/mixtures DESTINATION ${CMAKE_INSTALL_DATADIR}/frigana)
-install(FILES data/refrigerants.json DESTINATION ${CMAKE_INSTALL_DATADIR}/frigana)
 
 # Both are written by the program, from its commands and the catalogue.
 function(frigana_words kind file folder)
@@ -21,7 +44,7 @@ function(frigana_words kind file folder)
     DEPENDS frigana_app VERBATIM)
   list(APPEND FRIGANA_WORDS ${written})
   set(FRIGANA_WORDS ${FRIGANA_WORDS} PARENT_SCOPE)
-  install(FILES ${written} DESTINATION ${folder})
+  install(FILES ${written} DESTINATION ${folder} COMPONENT program)
 endfunction()
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/share)
 frigana_words(man frigana.1 ${CMAKE_INSTALL_MANDIR}/man1)

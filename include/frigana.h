@@ -20,7 +20,8 @@
 #define FRIGANA_H
 
 #if defined(_WIN32)
-#define FRIGANA_API __declspec(dllexport)
+/* The C calling convention: the caller removes the arguments. frigana.def names what the library exports. */
+#define FRIGANA_API
 #else
 #define FRIGANA_API __attribute__((visibility("default")))
 #endif

@@ -7,6 +7,13 @@ namespace frigana {
 
 inline constexpr int longestPath = 1024;
 
+// What ends a line of a file that is written; both ends are read everywhere.
+#ifdef _WIN32
+inline constexpr std::string_view lineEnd = "\r\n";
+#else
+inline constexpr std::string_view lineEnd = "\n";
+#endif
+
 // Position (from 1) of the last folder separator, a backslash or a slash; 0 if there is none.
 //   Given     path      a path of either convention
 int lastSeparator(std::string_view path);

@@ -562,7 +562,7 @@ void writeRaw(int unit, std::string_view characters) {
 }
 
 void endLine(int unit) {
-    writeRaw(unit, "\n");
+    writeRaw(unit, lineEnd);
     if (OpenFile* file = fileOf(unit); file != nullptr) ++file->number;
 }
 

@@ -6,7 +6,10 @@
 #include <csignal>
 #include <cstdlib>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#else
 #include <pthread.h>
 #endif
 
@@ -26,7 +29,11 @@ namespace {
 volatile int numerator = 3;
 volatile int denominator = 0;
 volatile int quotient = 0;
+#ifdef _WIN32
+volatile bool dividing = false;
+#else
 volatile std::sig_atomic_t raisedByDivision = 0;
+#endif
 Leaving leaving = Leaving::bySignal;
 
 // Out of the routine that is contained in this thread; comes back where there is none.
@@ -42,6 +49,90 @@ void leaveRuns(Leaving way) {
     leaving = way;
 }
 
+#ifdef _WIN32
+
+namespace {
+
+// Jumps of the compiler itself: those of the run-time library unwind through the frames of the host.
+struct Containment {
+    void* here[5];
+    Containment* outer;
+};
+
+Containment* innermost = nullptr;
+std::atomic<DWORD> runner{0};
+
+void jumpOut() {
+    if (innermost != nullptr && runner.load() == GetCurrentThreadId()) __builtin_longjmp(innermost->here, 1);
+}
+
+// Where the thread goes on behind the trap.
+[[noreturn]] void leave() {
+    jumpOut();
+    std::abort();
+}
+
+// Comes before every handler of the host, and takes nothing but the division that ends a run. The thread goes on in
+// leave, outside the handling of exceptions, on the part of its stack below the trap.
+LONG CALLBACK onTrap(EXCEPTION_POINTERS* trap) {
+    if (trap->ExceptionRecord->ExceptionCode != EXCEPTION_INT_DIVIDE_BY_ZERO || !dividing ||
+        runner.load() != GetCurrentThreadId())
+        return EXCEPTION_CONTINUE_SEARCH;
+    dividing = false;
+#if defined(__x86_64__) || defined(__i386__)
+    constexpr auto redZone = 128, alignment = 16;
+    CONTEXT& thread = *trap->ContextRecord;
+#if defined(__x86_64__)
+    thread.Rip = reinterpret_cast<DWORD64>(leave);
+    thread.Rsp = (thread.Rsp - redZone) / alignment * alignment - sizeof(void*);
+#else
+    thread.Eip = reinterpret_cast<DWORD>(leave);
+    thread.Esp = (thread.Esp - redZone) / alignment * alignment - sizeof(void*);
+#endif
+#endif
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
+
+// A frame of its own, so that nothing that is read behind the jump lives in registers.
+__attribute__((noinline)) bool runWithRoadBack(void (*run)(void* context), void* context, Containment& containment) {
+    if (__builtin_setjmp(containment.here) != 0) return false;
+    run(context);
+    return true;
+}
+
+}  // namespace
+
+[[noreturn]] void divideByZero() {
+    if (leaving == Leaving::byJump) jumpOut();
+    dividing = true;
+    divide();
+    // Processors whose division gives 0 instead of a trap arrive here.
+    dividing = false;
+    leave();
+}
+
+void forgetContained() {
+    innermost = nullptr;
+}
+
+bool runContained(void (*run)(void* context), void* context) {
+    std::fenv_t environment;
+    std::fegetenv(&environment);
+    std::fesetenv(FE_DFL_ENV);
+    Containment containment;
+    containment.outer = innermost;
+    innermost = &containment;
+    runner = GetCurrentThreadId();
+    void* const handler = leaving == Leaving::bySignal ? AddVectoredExceptionHandler(1, onTrap) : nullptr;
+    const bool returned = runWithRoadBack(run, context, containment);
+    if (handler != nullptr) RemoveVectoredExceptionHandler(handler);
+    innermost = containment.outer;
+    std::fesetenv(&environment);
+    return returned;
+}
+
+#else
+
 [[noreturn]] void divideByZero() {
     if (leaving == Leaving::byJump) jumpOut();
     divide();
@@ -50,44 +141,6 @@ void leaveRuns(Leaving way) {
     std::raise(SIGFPE);
     std::abort();
 }
-
-#ifdef _WIN32
-
-namespace {
-std::jmp_buf* road = nullptr;
-void jumpOut() {
-    if (road != nullptr) std::longjmp(*road, 1);
-}
-void onTrap(int) {
-    jumpOut();
-}
-}  // namespace
-
-void forgetContained() {
-    road = nullptr;
-}
-
-bool runContained(void (*run)(void* context), void* context) {
-    std::fenv_t environment;
-    std::fegetenv(&environment);
-    std::fesetenv(FE_DFL_ENV);
-    std::jmp_buf here;
-    std::jmp_buf* const outer = road;
-    const bool bySignal = leaving == Leaving::bySignal;
-    const auto previous = bySignal ? std::signal(SIGFPE, onTrap) : SIG_DFL;
-    volatile bool returned = false;
-    if (setjmp(here) == 0) {
-        road = &here;
-        run(context);
-        returned = true;
-    }
-    road = outer;
-    if (bySignal) std::signal(SIGFPE, previous);
-    std::fesetenv(&environment);
-    return returned;
-}
-
-#else
 
 namespace {
 
