@@ -9,6 +9,7 @@
 #include "Message.h"
 #include "OPENFL.h"
 #include "Platform.h"
+#include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
@@ -180,6 +181,7 @@ void initListedMixture(SUBSTANCE& substance) {
     setReference(substance);
 
     double tc = 0, pc = 0, dc = 0;
+    adoptCriticalPoint(substance.ZMOL);
     CRITP(substance.ZMOL, tc, pc, dc, ierr, herr);
     check();
     storeCriticalPoint(substance, tc, pc, dc);
@@ -189,6 +191,7 @@ void initListedMixture(SUBSTANCE& substance) {
     limitsOfComponents(substance);
     setUp(substance, substance.NREFS, substance.REFSNAME);
     setReference(substance);
+    adoptCriticalPoint(substance.ZMOL);
 }
 
 void fillFailedPoint(STATEPT& bad) {

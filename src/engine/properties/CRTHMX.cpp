@@ -1,6 +1,7 @@
 // Critical point of a mixture from the critical lines of its binary pairs.
 #include <cmath>
 
+#include "CORE_PR.h"
 #include "DISPATCH.h"
 #include "MIX_HMX.h"
 #include "Message.h"
@@ -24,14 +25,24 @@ double lineValue(const Array1<double, 11>& c, double u, double w, double a, doub
     return u * a + w * b + u * w * (c[1] + u * first + w * second);
 }
 
-bool envelopeKnown(const Composition& x) {
-    if (!saturationSpline.SPLINEREADY) return false;
+bool sameComposition(const Composition& x, const Composition& known) {
     for (int i = 1; i <= modelTags.NC; ++i)
-        if (std::fabs(x[i] - saturationSpline.XSPLN[i]) > 1e-6) return false;
+        if (std::fabs(x[i] - known[i]) > 1e-6) return false;
     return true;
 }
 
+bool envelopeKnown(const Composition& x) {
+    return saturationSpline.SPLINEREADY && sameComposition(x, saturationSpline.XSPLN);
+}
+
+bool pointAdopted(const Composition& x) {
+    return adoptedCriticalPoint.known && modelTags.HEOS == "HMX" && !pengRobinsonSelected() &&
+           sameComposition(x, adoptedCriticalPoint.x);
+}
+
 }  // namespace
+
+AdoptedCriticalPoint adoptedCriticalPoint;
 
 bool criticalLineOf(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {
     ierr = 0;
@@ -59,6 +70,13 @@ bool criticalLineOf(const Composition& x, double& Tc, double& Pc, double& Dc, in
                 "coefficients",
                 nullCharacter);
         ERRMSG(ierr, herr);
+    }
+
+    if (pointAdopted(x)) {
+        Tc = adoptedCriticalPoint.T;
+        Pc = adoptedCriticalPoint.p;
+        Dc = adoptedCriticalPoint.D;
+        return true;
     }
 
     const int nc = modelTags.NC;

@@ -1,6 +1,6 @@
 // Density root at given temperature and pressure; critical point. With them come the limits of validity (LIMITS), the
 // solid boundary (MELTING) and the inverses of the ancillary equations (CORE_ANC_INVERSE).
-// State: none.
+// State: adoptedCriticalPoint.
 #pragma once
 
 #include "CORE_ANC_INVERSE.h"
@@ -37,6 +37,15 @@ void CRITP(const Composition& x, double& tcrit, double& pcrit, double& Dcrit, in
 // Critical point of a mixture from the critical lines of its pairs.
 //   Codes     1       no such model in use
 void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr);
+
+// The critical point of one composition, which stands in place of the lines of its pairs: their sum leaves out what
+// three components do together. Written by adoptCriticalPoint, cleared by SETUP and SETKTV, read by criticalLineOf.
+struct AdoptedCriticalPoint {
+    bool known = false;
+    Composition x{};
+    double T = 0.0, p = 0.0, D = 0.0;  // [K, kPa, mol/L]
+};
+extern AdoptedCriticalPoint adoptedCriticalPoint;
 
 // The two halves of CRTHMX, for a caller that can often do without the pressure, which takes the equation of state of
 // every component. The first returns true if the pressure is known with the rest; otherwise the second gives it.

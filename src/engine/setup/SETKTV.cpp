@@ -11,6 +11,7 @@
 #include "ReferenceState.h"
 #include "SETUP.h"
 #include "SaturationSpline.h"
+#include "TPRHO.h"
 #include "UTILITY.h"
 
 namespace frigana {
@@ -83,6 +84,7 @@ void SETKTV(int icomp, int jcomp, const Text3& hmodij, const MixNumbers& fij, Te
     referenceState.LREFDONE = false;
     forgetSaturation();
     saturationSpline.SPLINEREADY = false;  // an envelope belongs to its parameters
+    adoptedCriticalPoint.known = false;
 
     if (hmodij == "RST" || hmodij == "rst") {
         hfmix = parameters.HMFILE[0];

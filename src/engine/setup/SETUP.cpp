@@ -18,6 +18,7 @@
 #include "SAT_SUB_SPLIT.h"
 #include "SaturationExtrema.h"
 #include "SaturationSpline.h"
+#include "TPRHO.h"
 #include "UTILITY.h"
 
 namespace frigana {
@@ -235,6 +236,7 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
     modelTags.LMODDEFAULT = true;
     saturationSpline.SPLINEREADY = false;
     forgetSaturation();
+    adoptedCriticalPoint.known = false;
     mixingParameters.AMMONIAWATER = mixingParameters.IWATERCOMP = mixingParameters.IALCOHOLCOMP = 0;
     modelTags.IANC.fill(0);
     if (failed()) return;

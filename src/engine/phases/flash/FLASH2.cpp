@@ -639,8 +639,8 @@ void refineState(char letter, double given, double s, const Composition& z, doub
 // two alike, so that the pressure is found between bounds.
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FlashResult& r) {
     constexpr int mostSteps = 100;
-    constexpr double lowestPressure = 1e-10;                 // [kPa]
-    constexpr double closeToEnd = 1e-8, farFromRoot = 1e-3;  // in ln p; [J/mol]
+    constexpr double lowestPressure = 1e-10;               // [kPa]
+    constexpr double closeToEnd = 1e-4, farFromRoot = 10;  // in ln p; [J/mol]
     // The steps go on to the rounding of the value; what the inner flash can keep is enough where they end before.
     const double scale = std::max(1.0, std::abs(given));
     const double tolerance = 1e-13 * scale, closeEnough = 1e-8 * scale;

@@ -130,4 +130,11 @@ void SATSPLN(const Composition& x, int& ierr, Text255& herr);
 //   Source    M. L. Michelsen, Fluid Phase Equilib. 16 (1984) 57; R. A. Heidemann, A. M. Khalil, AIChE J. 26 (1980) 769
 void CRTPNT(const Composition& z, double& tc, double& pc, double& rhoc, int& ierr, Text255& herr);
 
+// Takes the critical point of a mixture that has been set up in place of the sum over the lines of its pairs, where
+// that sum misses it by more than 0.3 K or 1 % of the pressure; from here on CRITP of this composition answers it.
+//   Given     z       mole fractions
+//   Notes     Nothing changes where CRTPNT finds no point within a tenth of the estimate. The last points are kept over
+//             set-ups; one that no longer is at the limit of stability is looked for anew.
+void adoptCriticalPoint(const Composition& z);
+
 }  // namespace frigana

@@ -2,10 +2,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "CORE_PR.h"
+#include "FluidFiles.h"
 #include "Message.h"
 #include "PHIDERV.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB_NEWTON.h"
+#include "SaturationSpline.h"
+#include "SilentMessages.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 #include "UTILITY_NUMERICS.h"
@@ -352,6 +356,79 @@ void CRTPNT(const Composition& z, double& tc, double& pc, double& rhoc, int& ier
     } else {
         ERRMSG(ierr, herr);
     }
+}
+
+namespace {
+
+// A critical point that CRTPNT has found, by the components and the composition. Written by foundBefore and keep.
+struct FoundPoint {
+    int count = 0;
+    ComponentArray<Text12> cas;
+    Composition x{};
+    double T = 0.0, p = 0.0, D = 0.0;
+};
+constexpr int mostFound = 32;
+FoundPoint foundPoints[mostFound];
+int nextFound = 0;
+
+bool sameMixture(const FoundPoint& point, const Composition& z) {
+    if (point.count != modelTags.NC) return false;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (!(point.cas[i] == fluidFiles.HCAS[i]) || std::fabs(point.x[i] - z[i]) > 1e-12) return false;
+    return true;
+}
+
+// Other files or mixing parameters have moved the limit of stability.
+bool stillCritical(const FoundPoint& point, const Composition& z) {
+    constexpr double closeTo = 1e-6;
+    const Stability s = stabilityAt(Feed(z), point.T, point.D);
+    double p = 0.0;
+    PRESS(point.T, point.D, z, p);
+    return s.known && std::fabs(s.lambda) < closeTo && std::fabs(p / point.p - 1.0) < closeTo;
+}
+
+const FoundPoint* foundBefore(const Composition& z) {
+    for (const FoundPoint& point : foundPoints)
+        if (sameMixture(point, z) && stillCritical(point, z)) return &point;
+    return nullptr;
+}
+
+const FoundPoint* find(const Composition& z) {
+    if (const FoundPoint* known = foundBefore(z)) return known;
+    FoundPoint point;
+    point.count = modelTags.NC;
+    point.x = z;
+    for (int i = 1; i <= modelTags.NC; ++i) point.cas[i] = fluidFiles.HCAS[i];
+    int ierr = 0;
+    Text255 herr;
+    CRITP(z, point.T, point.p, point.D, ierr, herr);
+    if (ierr > 0) return nullptr;
+    CRTPNT(z, point.T, point.p, point.D, ierr, herr);
+    if (ierr != 0 || !(point.T > 0.0 && point.p > 0.0 && point.D > 0.0)) return nullptr;
+    FoundPoint& place = foundPoints[nextFound];
+    nextFound = (nextFound + 1) % mostFound;
+    place = point;
+    return &place;
+}
+
+}  // namespace
+
+void adoptCriticalPoint(const Composition& z) {
+    constexpr double closeInT = 0.3, closeInP = 0.01;  // [K], relative
+    constexpr double plausible = 0.1;                  // of the temperature
+    adoptedCriticalPoint.known = false;
+    int icomp = 0;
+    ISPURE(z, icomp);
+    if (icomp > 0 || !(modelTags.HEOS == "HMX") || pengRobinsonSelected() || saturationSpline.SPLINEREADY) return;
+    const SilentMessages quiet;
+    double Tc = 0.0, Pc = 0.0, Dc = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    CRITP(z, Tc, Pc, Dc, ierr, herr);
+    const FoundPoint* point = ierr > 0 ? nullptr : find(z);
+    if (point == nullptr || std::fabs(point->T / Tc - 1.0) > plausible) return;
+    if (std::fabs(point->T - Tc) < closeInT && std::fabs(point->p / Pc - 1.0) < closeInP) return;
+    adoptedCriticalPoint = {true, z, point->T, point->p, point->D};
 }
 
 }  // namespace frigana
