@@ -2,12 +2,8 @@
 
 import concurrent.futures
 import multiprocessing
-import os
-import pathlib
 import pickle
 import resource
-import shutil
-import subprocess
 import warnings
 
 import frigana
@@ -169,12 +165,3 @@ def test_memory_stays(r134a):
     before = peak()
     calls(30_000)
     assert peak() - before < 700_000
-
-
-def test_types_hold():
-    mypy = shutil.which("mypy", path="/usr/bin")
-    if mypy is None:
-        pytest.skip("mypy is not installed")
-    package = pathlib.Path(frigana.__file__).parent
-    told = subprocess.run([mypy, "--strict", "--cache-dir", os.devnull, package], capture_output=True, text=True)
-    assert told.returncode == 0, told.stdout

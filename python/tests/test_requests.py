@@ -10,7 +10,7 @@ import tomllib
 
 import frigana
 import pytest
-from conftest import TREE, basic
+from conftest import basic
 
 NAMES = [request["name"] for request in frigana.list_requests()]
 STORING = "store-blend"  # writes into the installation
@@ -70,10 +70,10 @@ def test_remarks_tell_what_is_wrong():
     assert all(remark.text and remark.name for remark in remarks)
 
 
-def test_charts():
+def test_charts(program):
     chart = frigana.run(basic()).chart("ph")
     assert chart._repr_svg_().startswith("<svg")
-    cascade = frigana.run(frigana_template_text("cascade"))
+    cascade = frigana.run(template(program, "cascade"))
     assert [one.circuit for one in cascade.charts("ts")] == ["high", "low"]
     assert cascade.chart(circuit="low").circuit == "low"
     with pytest.raises(KeyError):
@@ -82,13 +82,6 @@ def test_charts():
     assert frigana.chart("hs", "R32").svg.startswith("<svg")
     with pytest.raises(frigana.RequestError):
         frigana.chart("xy", "R134a")
-
-
-def frigana_template_text(name):
-    program = TREE / "build/release/bin/frigana"
-    import os
-
-    return template(os.environ.get("FRIGANA_PROGRAM", str(program)), name)
 
 
 def test_requests_that_cannot_be_read():

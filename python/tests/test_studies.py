@@ -90,7 +90,7 @@ def test_what_cannot_be_read():
 def test_dask_with_a_worker_that_is_killed():
     """A scheduler and two worker processes over TCP; one dies in the midst of it. No case is lost, none is there twice."""
     distributed = pytest.importorskip("distributed")
-    study = grid(600)
+    study = grid(300)
     right = list(frigana.study(study).rows())
     with distributed.LocalCluster(
         n_workers=2, threads_per_worker=1, processes=True, protocol="tcp://", dashboard_address=None, silence_logs=50
@@ -105,5 +105,5 @@ def test_dask_with_a_worker_that_is_killed():
 
         result = frigana.study(study, executor=client.get_executor(), chunk=25, progress=progress)
         assert victim not in client.run(os.getpid).values()
-    assert chunks[-1] == len(right) == 1200 and len(chunks) == 48
+    assert chunks[-1] == len(right) == 600 and len(chunks) == 24
     assert list(result.rows()) == right
