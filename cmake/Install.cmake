@@ -30,6 +30,10 @@ if(NOT FRIGANA_PROGRAM)
   return()
 endif()
 install(TARGETS frigana_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
+# The library for programs in C, with an engine of its own.
+install(TARGETS frigana_api
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
+install(FILES include/frigana_api.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 foreach(module frigana_http frigana_rsvg)
   if(TARGET ${module})
     install(TARGETS ${module} LIBRARY DESTINATION lib/frigana COMPONENT program)

@@ -18,8 +18,9 @@ from . import _frigana
 from ._errors import StudyError
 from ._result import table
 
-#: Chunks that are under way at once, for each worker that the executor tells of.
+#: Chunks that are under way at once: for each worker that the executor tells of, or in all where it tells of none.
 _CHUNKS_AHEAD = 4
+_CHUNKS_AHEAD_OF_MANY = 256
 _DEFAULT_CHUNK = 50
 
 
@@ -131,12 +132,12 @@ class StudyResult:
         return f"<frigana.StudyResult, {len(self)} cases, {len(self.refused)} refused>"
 
 
-def _workers_of(executor: Any) -> int:
+def _ahead_of(executor: Any) -> int:
     for name in ("_max_workers", "num_workers"):
         number = getattr(executor, name, None)
         if isinstance(number, int) and number > 0:
-            return number
-    return os.cpu_count() or 1
+            return _CHUNKS_AHEAD * number
+    return _CHUNKS_AHEAD_OF_MANY
 
 
 def study(
@@ -145,6 +146,7 @@ def study(
     executor: Any = None,
     jobs: int = 1,
     chunk: Optional[int] = None,
+    ahead: Optional[int] = None,
     progress: Any = None,
 ) -> StudyResult:
     """Runs a study.
@@ -152,12 +154,13 @@ def study(
     executor  anything with submit() that gives futures, as concurrent.futures: a pool of processes, a client of Dask, the
               executor of mpi4py; without it `jobs` processes of this machine (1: this process)
     chunk     cases that go together; the set-up of a fluid is paid once for each
+    ahead     chunks under way at once: four for each worker that the executor tells of, 256 where it tells of none
     progress  called with the number of cases done and of all cases
     """
     description = source if isinstance(source, Study) else Study(source)
     if executor is None and jobs > 1:
         with concurrent.futures.ProcessPoolExecutor(jobs) as pool:
-            return study(description, executor=pool, chunk=chunk, progress=progress)
+            return study(description, executor=pool, chunk=chunk, ahead=ahead, progress=progress)
     size = chunk if chunk is not None else max(1, min(_DEFAULT_CHUNK, -(-len(description) // (8 * max(jobs, 1)))))
     if size < 1:
         raise ValueError("a chunk has at least one case")
@@ -177,13 +180,13 @@ def study(
         for first, last in chunks:
             take(first, run_chunk(description.tasks(first, last)))
     else:
-        _spread(executor, description, chunks, take)
+        _spread(executor, description, chunks, ahead or _ahead_of(executor), take)
     if any(answer is None for answer in answers):
         raise StudyError("not all cases came back", "incomplete")
     return StudyResult(description, [answer for answer in answers if answer is not None])
 
 
-def _spread(executor: Any, description: Study, chunks: Iterator[Tuple[int, int]], take: Any) -> None:
+def _spread(executor: Any, description: Study, chunks: Iterator[Tuple[int, int]], ahead: int, take: Any) -> None:
     """Keeps a bounded number of chunks under way. Futures of any kind tell by a callback that they have ended."""
     import queue
 
@@ -195,7 +198,7 @@ def _spread(executor: Any, description: Study, chunks: Iterator[Tuple[int, int]]
         under_way[first] = future
         future.add_done_callback(lambda finished: ended.put((first, finished)))
 
-    for first, last in itertools.islice(chunks, _CHUNKS_AHEAD * _workers_of(executor)):
+    for first, last in itertools.islice(chunks, ahead):
         send(first, last)
     try:
         while under_way:
