@@ -251,6 +251,7 @@ class CycleDrawer {
             return;
         PlotLine line;
         line.look = Look::ideal;
+        line.number = look_ == Look::secondCycle ? 1 : 0;
         line.hover = "Isentropic";
         for (const State& state : path) line.points.push_back(plane_(state));
         plot_.lines.insert(plot_.lines.begin(), line);

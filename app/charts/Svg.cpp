@@ -20,7 +20,7 @@ svg{font-family:Arial,"Helvetica Neue","Liberation Sans","DejaVu Sans",sans-seri
 .isotherm{stroke:#c6511b}.isentrope{stroke:#007a5a;stroke-dasharray:9 2 2 2}.isochore{stroke:#0067a5;stroke-dasharray:6 3}
 .quality{stroke:#8a8a8a;stroke-dasharray:1 3;stroke-width:1}.isobar{stroke:#666}.isenthalp{stroke:#9a6a00;stroke-dasharray:12 3}
 .cycle,.secondCycle{stroke:#a3267f;stroke-width:2}.secondCycle{stroke:#d98300}
-.ideal{stroke:#a3267f;stroke-width:1;stroke-dasharray:3 3}
+.ideal{stroke:#a3267f;stroke-width:1;stroke-dasharray:3 3}.ideal.second{stroke:#d98300}
 .s0{stroke:#0067a5}.s1{stroke:#c6511b;stroke-dasharray:8 3}.s2{stroke:#007a5a;stroke-dasharray:2 2}.s3{stroke:#a3267f;stroke-dasharray:10 2 2 2}
 .s4{stroke:#9a6a00;stroke-dasharray:5 2}.s5{stroke:#444;stroke-dasharray:1 2}.series{stroke-width:1.6}
 .label{text-anchor:middle;paint-order:stroke;stroke:#fff;stroke-width:3px;stroke-linejoin:round}
@@ -30,7 +30,7 @@ svg{font-family:Arial,"Helvetica Neue","Liberation Sans","DejaVu Sans",sans-seri
 @media (prefers-color-scheme:dark){
 .ground{fill:#15171a}.frame,.ticks{stroke:#bbb}.text,.title,.axis{fill:#e4e4e4}.note{fill:#bbb}.dome{stroke:#ddd}
 .isotherm{stroke:#e9823f}.isentrope{stroke:#2fbf92}.isochore{stroke:#56b4e9}.quality{stroke:#888}.isobar{stroke:#aaa}.isenthalp{stroke:#d9a520}
-.cycle,.ideal{stroke:#e07cc0}.secondCycle{stroke:#f0b040}.s0{stroke:#56b4e9}.s1{stroke:#e9823f}.s2{stroke:#2fbf92}.s3{stroke:#e07cc0}.s4{stroke:#d9a520}.s5{stroke:#bbb}
+.cycle,.ideal{stroke:#e07cc0}.secondCycle,.ideal.second{stroke:#f0b040}.s0{stroke:#56b4e9}.s1{stroke:#e9823f}.s2{stroke:#2fbf92}.s3{stroke:#e07cc0}.s4{stroke:#d9a520}.s5{stroke:#bbb}
 .label{stroke:#15171a}.label.lisotherm,.t1{fill:#f0a070}.label.lisentrope,.t2{fill:#5ad0aa}.label.lisochore,.t0{fill:#8fcdf0}.label.lquality{fill:#aaa}
 .label.lisobar,.t5{fill:#ccc}.label.lisenthalp,.t4{fill:#e5bf5c}.label.lcycle,.t3{fill:#eea6d5}.label.lsecondCycle{fill:#f5c878}.label.ldome{fill:#ddd}
 .point{stroke:#15171a;fill:#e07cc0}.point.pdome{fill:#ddd}.point.psecondCycle{fill:#f0b040}}
@@ -44,6 +44,7 @@ std::string classOf(Look look, int number) {
                                                  "secondCycle", "ideal",    "series"};
     std::string name(names[static_cast<std::size_t>(look)]);
     if (look == Look::series) name += " s" + std::to_string(number % seriesLooks);
+    if (look == Look::ideal && number > 0) name += " second";
     return name;
 }
 std::string labelClassOf(Look look, int number) {
