@@ -4,12 +4,14 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <fstream>
 #include <string>
 #include <vector>
 
 #include "12_MyVariables.h"
 #include "Layout.h"
 #include "LineChart.h"
+#include "NamedRequest.h"
 #include "ResultChart.h"
 #include "Svg.h"
 #include "TemporaryFolder.h"
@@ -240,6 +242,69 @@ TEST(CycleCharts, AreRefusedWithoutAResult) {
     EXPECT_FALSE(charts::plotsOfResult(point, ChartKind::ph, {}, test::dataFolder, plots, why));
     EXPECT_EQ(why, "a result of this kind has no chart");
     EXPECT_FALSE(charts::plotsOfResult(solveExample("small_chiller"), ChartKind::pt, {}, test::dataFolder, plots, why));
+}
+
+// ---- fluids and blends beyond the table of the program
+// ----------------------------------------------------------------
+
+RunResult solveNamed(const std::string& toml) {
+    const catalogue::NamedRequest named =
+        catalogue::readNamed(toml, catalogue::NamedFormat::toml, catalogue::FluidNames::of(test::dataFolder));
+    for (const catalogue::Problem& problem : named.problems) ADD_FAILURE() << catalogue::message("request", problem);
+    return named.runs.empty() ? RunResult{} : catalogue::runFilled(named.runs.front(), {test::dataFolder});
+}
+
+void expectDrawn(const RunResult& result, ChartKind kind) {
+    ASSERT_TRUE(result.isDone());
+    const charts::ResultPlots plots = draw(result, kind);
+    EXPECT_TRUE(plots.remarks.empty()) << plots.remarks.front();
+    for (const charts::ResultPlot& one : plots.plots) {
+        expectPoints(result, one);
+        expectTidy(one.plot, 1200.0, 800.0);
+    }
+}
+
+TEST(FurtherCharts, RankineCyclesOfWorkingFluids) {
+    constexpr struct {
+        const char* fluid;
+        int boiler, condenser;  // [degC]
+    } rows[] = {{"TOLUENE", 250, 100}, {"MM", 200, 60},     {"MDM", 240, 100},    {"CYCLOPEN", 180, 50},
+                {"PENTANE", 150, 35},  {"R245FA", 110, 35}, {"R1233ZD", 120, 35}, {"R1336MZZ", 140, 40},
+                {"WATER", 300, 45},    {"ETHANOL", 200, 60}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.fluid);
+        const std::string toml = std::string("request = 'rankine'\nfluid = '") + row.fluid +
+                                 "'\n[boiler]\ntemperature = '" + std::to_string(row.boiler) +
+                                 " degC'\nsuperheat = '5 K'\nheat = '100 kW'\n[turbine]\nisentropic_efficiency = 0.8\n"
+                                 "[condenser]\ntemperature = '" +
+                                 std::to_string(row.condenser) +
+                                 " degC'\n[pump]\nisentropic_efficiency = 0.7\n"
+                                 "[heat_source]\ninlet_temperature = '320 degC'\noutlet_temperature = '300 degC'\n"
+                                 "[cooling_water]\ninlet_temperature = '20 degC'\noutlet_temperature = '27 degC'\n";
+        expectDrawn(solveNamed(toml), ChartKind::ts);
+    }
+}
+
+std::string basicToml(const std::string& fluid, double evaporation, double condensation) {
+    return "request = 'basic'\nfluid = '" + fluid + "'\n[evaporator]\ntemperature = '" + std::to_string(evaporation) +
+           " K'\nsuperheat = '20 K'\n[compressor]\nswept_volume = '0.0028 m3/s'\nisentropic_efficiency = 0.7\n"
+           "volumetric_efficiency = 0.85\n[condenser]\ntemperature = '" +
+           std::to_string(condensation) + " K'\nsubcooling = '3 K'\n";
+}
+
+// Every seventh blend that the program's own table does not have; tools/walk_charts draws all of them.
+TEST(FurtherCharts, BasicCyclesOfBlends) {
+    for (const char* blend :
+         {"R419B", "R427A", "R434A", "R442A", "R449C", "R455A", "R460B", "R469A", "R472A", "R513A", "R514A", "R516A"}) {
+        SCOPED_TRACE(blend);
+        std::ifstream file(std::string(test::dataFolder) + "/mixtures/" + blend + ".MIX");
+        std::string title;
+        double molarMass = 0.0, Tc = 0.0;
+        std::getline(file, title);
+        file >> molarMass >> Tc;
+        ASSERT_GT(Tc, 100.0);
+        expectDrawn(solveNamed(basicToml(blend, 0.75 * Tc, 0.9 * Tc)), ChartKind::ph);
+    }
 }
 
 // ---- tables ---------------------------------------------------------------------------------------------------------
