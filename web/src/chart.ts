@@ -34,6 +34,16 @@ function ticksOf(scale: Scale, logarithmic: boolean, room: number): { major: num
   };
 }
 
+// Dark for little, light for much, in this order in grey, too, and for every kind of sight: the stops of cividis
+// (Nunez, Anderton, Renslow, PLoS ONE 13 (2018) e0199239).
+const stops = [[0, 34, 78], [53, 69, 108], [102, 105, 112], [148, 142, 119], [200, 184, 102], [254, 232, 56]] as const;
+function colourOf(share: number): { fill: string; ink: string } {
+  const at = Math.max(0, Math.min(1, share)) * (stops.length - 1);
+  const i = Math.min(stops.length - 2, Math.floor(at));
+  const mixed = [0, 1, 2].map((k) => Math.round(stops[i]![k]! + (stops[i + 1]![k]! - stops[i]![k]!) * (at - i)));
+  return { fill: `rgb(${mixed.join(",")})`, ink: at < 2.1 ? "#ffffff" : "#000000" };
+}
+
 // What labels keep away from: small discs.
 class Room {
   private discs: [number, number, number][] = [];
@@ -170,7 +180,7 @@ export class ChartView {
     const room = new Room();
     const screen = chart.lines.map((line) => ({ line, spots: line.points.map((one): Spot => [this.x(one[0]), this.y(one[1])]) }));
     this.occupy(room, screen);
-    replace(this.plot, ...screen.map(({ line, spots }) => this.path(line, spots)),
+    replace(this.plot, ...this.cells(), ...screen.map(({ line, spots }) => this.path(line, spots)),
       ...chart.points.map((point) => this.point(point, room)), ...this.labels(room, screen));
     this.plot.setAttribute("clip-path", `url(#${this.clip})`);
     replace(this.svg,
@@ -179,6 +189,21 @@ export class ChartView {
       draw("rect", { class: "ground", width, height }), ...this.axes(), this.plot,
       draw("rect", { class: "border", x: margin.left, y: margin.top, width: this.plotWidth, height: this.plotHeight }));
     this.mark(this.marked);
+  }
+
+  // The fields of a map, with their numbers where they are large enough.
+  private cells(): SVGElement[] {
+    const cells = this.chart!.cells ?? [];
+    const values = cells.map((cell) => cell.value).filter((value) => !Number.isNaN(value));
+    const [least, most] = [Math.min(...values), Math.max(...values)];
+    return cells.filter((cell) => !Number.isNaN(cell.value)).flatMap((cell) => {
+      const [left, right] = [this.x(cell.x[0]), this.x(cell.x[1])], [bottom, top] = [this.y(cell.y[0]), this.y(cell.y[1])];
+      const { fill, ink } = colourOf((cell.value - least) / (most - least || 1));
+      const text = shown(cell.value, 4);
+      return [draw("rect", { class: "cell", x: left, y: top, width: right - left + 0.5, height: bottom - top + 0.5, fill }),
+        ...(right - left > 7.5 * text.length && bottom - top > 18
+          ? [draw("text", { class: "cell-value", x: (left + right) / 2, y: (top + bottom) / 2, dy: "0.35em", "text-anchor": "middle", fill: ink }, text)] : [])];
+    });
   }
 
   private path(line: ChartLine, spots: Spot[]): SVGElement {
@@ -241,7 +266,7 @@ export class ChartView {
     const [x, y] = [this.x(point.place[0]), this.y(point.place[1])];
     const group = draw("g", { class: `point ${point.look}`, "data-label": point.label }, draw("circle", { cx: x, cy: y, r: 3.5 }));
     if (point.label !== "") {
-      const long = 7 * point.label.length;
+      const long = 7.7 * point.label.length;
       const tries: [number, number, string][] = [[10, -9, "start"], [-10, -9, "end"], [10, 17, "start"], [-10, 17, "end"],
         [16, 4, "start"], [-16, 4, "end"], [0, -16, "middle"], [0, 24, "middle"], [14, -22, "start"], [-14, -22, "end"], [14, 30, "start"], [-14, 30, "end"]];
       const middleOf = ([dx, dy, anchor]: (typeof tries)[number]): Spot =>
@@ -320,6 +345,9 @@ export class ChartView {
     if (!this.inside(px, py, 0)) return this.look(null);
     const near = this.nearestPoint(px, py);
     this.look(near && near.label !== "" ? near.label.split(", ")[0]! : null);
+    const [x, y] = [this.x.invert(px), this.y.invert(py)];
+    const cell = chart.cells?.find((one) => x >= one.x[0] && x < one.x[1] && y >= one.y[0] && y < one.y[1]);
+    if (cell) return void (this.reading.textContent = cell.hover);
     const place = `${this.coordinate(chart.x, this.x.invert(px))}, ${this.coordinate(chart.y, this.y.invert(py))}`;
     this.reading.textContent = near ? near.hover : [this.nearestLine(px, py)?.hover, place].filter(Boolean).join("; ");
   }

@@ -103,7 +103,7 @@ export class Form {
     const before = circuit.key === "" ? "" : `${circuit.key}.`;
     const parts: (HTMLElement | null)[] = [fluidFields(this.app, this.place, flat, `${before}fluid`)];
     const parameters = circuit.parameters.filter((one) => one.absent !== "unused" && one.absent !== "derived"
-      && one.absent !== "optional" && one.options.length > 0);
+      && one.absent !== "optional" && one.options.some((option) => option.form !== "count"));
     parts.push(...this.groups(parameters.filter((one) => one.absent !== "zero"), flat));
     if (number === 0 && kind.stages) parts.push(...this.stages(kind, flat));
     const losses = parameters.filter((one) => one.absent === "zero");

@@ -149,7 +149,7 @@ async function start(): Promise<void> {
   const empty = new Map<string, string>();
   const store = new Store({
     view: "cycle", units, requests: { cycle: empty, properties: empty, lines: empty },
-    fluids: ["R134a", "R1234yf", "R290"], vary: { first: varied, second: varied, results: [] },
+    fluids: ["R134a", "R1234yf", "R290"], vary: { first: varied, second: varied, results: [], map: false },
   });
   let timer = 0;
   const app: App = {

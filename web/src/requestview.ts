@@ -226,5 +226,5 @@ export class RequestView implements ViewPart {
 }
 
 function labelOfPoint(point: { number: number; stage?: number }): string {
-  return point.stage ? `${point.number}.${point.stage}` : String(point.number);
+  return point.stage ? `${point.number}(${point.stage})` : String(point.number);
 }

@@ -18,12 +18,12 @@ export interface State {
   units: UnitSystem;
   requests: Readonly<Record<Place, Flat>>;
   fluids: readonly string[];  // that are compared
-  vary: { first: Varied; second: Varied; results: readonly string[] };
+  vary: { first: Varied; second: Varied; results: readonly string[]; map: boolean };
 }
 
 export function nameOf(state: State, place: Place): string { return String(state.requests[place].get("request")); }
 
-const beside = { view: "view", units: "page_units", fluids: "compare", first: "vary", second: "vary2", results: "results" };
+const beside = { view: "view", units: "page_units", fluids: "compare", first: "vary", second: "vary2", results: "results", map: "map" };
 
 function variedText(one: Varied): string { return [one.key, one.from, one.to, one.count].join("|"); }
 function variedIn(text: string | null): Varied | null {
@@ -40,6 +40,7 @@ export function addressOf(state: State): string {
     words.set(beside.first, variedText(state.vary.first));
     words.set(beside.second, variedText(state.vary.second));
     words.set(beside.results, state.vary.results.join(","));
+    if (state.vary.map) words.set(beside.map, "true");
   }
   for (const [key, value] of state.requests[placeOf(state.view)]) words.set(key, String(value));
   return `#${words.toString().replace(/%2C/g, ",").replace(/%7C/g, "|")}`;
@@ -69,6 +70,7 @@ export function stateIn(address: string, state: State): State | null {
     vary: {
       first: variedIn(words.get(beside.first)) ?? state.vary.first,
       second: variedIn(words.get(beside.second)) ?? state.vary.second,
+      map: words.get(beside.map) === "true",
       results: words.get(beside.results)?.split(",").filter((key) => key !== "") ?? state.vary.results,
     },
   };

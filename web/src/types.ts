@@ -128,6 +128,8 @@ export interface Chart {
   y: ChartAxis;
   lines: ChartLine[];
   points: ChartPoint[];
+  // Of a map: where each value holds.
+  cells?: { x: [number, number]; y: [number, number]; value: number; hover: string }[];
 }
 export type ChartKind = "ph" | "ts" | "hs" | "pT";
 

@@ -104,7 +104,7 @@ export class VaryView implements ViewPart {
   }
 
   // What stands in the state, or what may be asked first where that does not fit the request.
-  private question(state: State): { first: Varied; second: Varied; results: string[] } {
+  private question(state: State): { first: Varied; second: Varied; results: string[]; map: boolean } {
     const given = this.given(state);
     const usual = given.find((one) => /(condenser|gas_cooler)\.(temperature|pressure)$/.test(one.option.key)) ?? given[0]!;
     const known = (one: Varied) => given.some((other) => other.option.key === one.key);
@@ -112,6 +112,7 @@ export class VaryView implements ViewPart {
     const kind = kindNamed(this.app, String(state.requests.cycle.get("request")));
     const results = state.vary.results.filter((key) => keys.has(key));
     return {
+      map: state.vary.map,
       first: known(state.vary.first) ? state.vary.first : this.proposal(usual, "21"),
       second: known(state.vary.second) ? state.vary.second : { key: "", from: "", to: "", count: "" },
       results: results.length > 0 ? results : [kind.leading.find((key) => /cop_cooling|efficiency/.test(key)) ?? kind.leading[0]!],
@@ -128,7 +129,7 @@ export class VaryView implements ViewPart {
     if (given.length === 0 || !this.result) return;
     const question = this.question(state);
     const results = this.resultChoices(state);
-    const id = newId("result"), second = newId("result"), way = newId("way");
+    const id = newId("result"), second = newId("result"), way = newId("way"), picture = newId("picture");
     replace(this.form,
       this.axis(say("vary.first"), given, question.first, false, (first) => { this.put({ first }); this.rebuild(); }),
       this.axis(say("vary.second"), given, question.second, true, (other) => { this.put({ second: other }); this.rebuild(); }),
@@ -140,7 +141,10 @@ export class VaryView implements ViewPart {
           (key) => { this.put({ results: key === "" ? question.results.slice(0, 1) : [question.results[0]!, key] }); this.rebuild(); }),
         make("label", { for: way }, say("vary.optimum")),
         choices([{ value: "maximum", label: say("vary.maximum") }, { value: "minimum", label: say("vary.minimum") }], this.way, { id: way, "data-name": "optimum" },
-          (value) => { this.way = value as "maximum"; this.start(); })),
+          (value) => { this.way = value as "maximum"; this.start(); }),
+        question.second.key !== "" && make("label", { for: picture }, say("vary.picture")),
+        question.second.key !== "" && choices([{ value: "curves", label: say("vary.curves") }, { value: "map", label: say("vary.map") }],
+          question.map ? "map" : "curves", { id: picture, "data-name": "picture" }, (value) => { this.put({ map: value === "map" }); this.start(); })),
       make("div", { class: "buttons" }, make("button", { type: "submit", "data-act": "calculate" }, say("vary.run")),
         make("button", { type: "button", class: "quiet", "data-act": "cancel", click: () => this.cancel() }, say("vary.cancel")),
         make("button", { type: "button", class: "quiet", "data-format": "csv", click: () => this.saveCsv() }, ".csv"),
@@ -264,7 +268,9 @@ export class VaryView implements ViewPart {
     this.charts.forEach((chart, i) => {
       const part = chart.element.parentElement!;
       part.hidden = keys[i] === undefined || this.rows.length === 0;
-      if (!part.hidden) this.paintOne(chart, first, second, keys[i]!, i);
+      if (part.hidden) return;
+      if (second && this.app.store.state.vary.map) this.paintMap(chart, first, second, keys[i]!, i);
+      else this.paintOne(chart, first, second, keys[i]!, i);
     });
     this.showTable(first, second, keys);
   }
@@ -294,6 +300,29 @@ export class VaryView implements ViewPart {
       x: { title: title(first.label, first.unit), low: left, high: right > left ? right : left + 1, logarithmic: false },
       y: { title: title(name, value?.unit), low: low - air, high: high + air, logarithmic: false },
       lines, points: all.length <= 60 ? all.map((place) => ({ look: "case", label: "", hover: `${withUnit(shown(place[0]), first.unit)}, ${withUnit(shown(place[1]), value?.unit)}`, place })) : [],
+    });
+  }
+
+  // Each case is the middle of its field.
+  private paintMap(chart: ChartView, first: Given, second: Given, key: string, number: number): void {
+    const value = this.result?.values.find((one) => one.key === key);
+    const name = value ? fullName(value) : key;
+    const places = (at: (row: Outcome) => number) => [...new Set(this.rows.map(at))].sort((a, b) => a - b);
+    const [xs, ys] = [places((row) => row.inputs.at(-1)!), places((row) => row.inputs[0]!)];
+    const half = (all: number[]) => (all.length > 1 ? (all.at(-1)! - all[0]!) / (all.length - 1) / 2 : 0.5);
+    const [dx, dy] = [half(xs), half(ys)];
+    const axis = (one: Given, all: number[], d: number) => ({
+      title: shownUnit(one.unit) === "" ? one.label : `${one.label} / ${shownUnit(one.unit)}`, low: all[0]! - d, high: all.at(-1)! + d, logarithmic: false,
+    });
+    chart.show({
+      circuit: "", title: `${name}: ${first.label}, ${second.label}`, x: axis(first, xs, dx), y: axis(second, ys, dy), lines: [], points: [],
+      cells: this.rows.map((row) => {
+        const [x, y, result] = [row.inputs.at(-1)!, row.inputs[0]!, row.values[number]!];
+        return {
+          x: [x - dx, x + dx], y: [y - dy, y + dy], value: result,
+          hover: `${name} ${withUnit(shown(result), value?.unit)}; ${first.label} ${withUnit(shown(x), first.unit)}; ${second.label} ${withUnit(shown(y), second.unit)}`,
+        };
+      }),
     });
   }
 

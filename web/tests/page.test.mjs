@@ -358,6 +358,8 @@ describe("compare and vary", () => {
     await page.waitForSelector(".optimum strong");
     await choose("Second parameter", "evaporator.temperature");
     await until(() => document.querySelectorAll(".vary-charts svg.chart .line.series").length === 5, "five curves");
+    await choose("picture", "map");
+    await until(() => document.querySelectorAll(".vary-charts svg.chart .cell").length === 105, "a map of 105 fields");
     await setField("Parameter count", "5000");
     await page.keyboard.press("Tab");
     await until(() => /^\d+ of 25000/.test(document.querySelector("p.status").textContent), "progress");

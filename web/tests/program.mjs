@@ -62,7 +62,7 @@ export function runByCommand(request) {
 
 // The request that an address holds, as JSON.
 export function requestIn(address) {
-  const own = ["view", "page_units", "compare", "vary", "vary2", "results"];
+  const own = ["view", "page_units", "compare", "vary", "vary2", "results", "map"];
   const words = new URLSearchParams(new URL(address).hash.slice(1));
   const request = { units: words.get("page_units") };
   for (const [key, text] of words) {
