@@ -436,6 +436,69 @@ TEST_F(Forms, theModelsOfMethaneFollowTheirFormulas) {
     EXPECT_NEAR(TCX3BK(1, T, D), D * (0.001 + 0.0005 * v * v) + excess, 1e-12);
 }
 
+// The enhancement that goes with it, from slopes of the pressure and a viscosity of its own; every row counts.
+TEST_F(Forms, theEnhancementOfMethanesModelFollowsItsFormula) {
+    ASSERT_EQ(
+        setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n" +
+                               section("TCX", "TC2") + wideLimits +
+                               "NUL\n  0.5\n  300.0\n  0.2\n  1.5 -0.8\n  0.001 0.1 1.0 1e-4 0.01 0.5 0.02 1.0\nNUL\n"),
+        0)
+        << message();
+    // Rows 14 to 30, by their numbers.
+    const double c[31] = {0,   0.5, 300.0, 0.2, 0,   0,    0,    0,    0,    0,     0,   0,    0,   0,   12.0, 7.0,
+                          0.5, 1.3, 6.1,   0.9, 0.4, 0.05, 1.12, 168., -4.0, 100.0, 0.5, 10.0, 0.2, 5.0, 500.0};
+    for (int row = 14; row <= 30; ++row) conductivityTerms[1].CTCX[row - 1].c = c[row];
+    const double Tc = fluidConstants.TCRIT[1], Dc = fluidConstants.DCRIT[1], Pc = fluidConstants.PCRIT[1];
+    for (const double T : {1.01 * Tc, 1.2 * Tc})
+        for (const double D : {0.7 * Dc, 1.3 * Dc}) {
+            double dpdD = 0.0, dpdT = 0.0;
+            DPDDK(1, T, D, dpdD);
+            DPDTK(1, T, D, dpdT);
+            const double f = std::pow(Pc * D / (Dc * Dc * dpdD), c[16]);
+            const double slope = T * dpdT * Dc / D;  // [kPa]
+            const double A = c[17] * c[19] / (1000.0 * Pc) * 1e6 * slope * slope * f;
+            const double t = std::fabs(T - Tc) / Tc, d = (D - Dc) / Dc;
+            const double B = c[14] * std::pow(t, 4) + c[15] * std::pow(d, 4);
+            const double a = c[24] + c[25] / T, s = std::sqrt(D) * d, v = c[22] - std::log(T / c[23]);
+            const double eta = 1e-6 * (c[3] * std::sqrt(T) / (c[1] * c[1]) + D * (c[20] + c[21] * v * v) +
+                                       std::exp(a + (c[26] + c[27] / std::pow(T, 1.5)) * std::pow(D, 0.1) +
+                                                (c[28] + c[29] / T + c[30] / (T * T)) * s) -
+                                       std::exp(a));
+            const double expected = A * std::exp(-B) / (18.849555924 * c[18] * eta);
+            EXPECT_NEAR(TCX2CR(1, T, D), expected, 1e-10 * expected) << T << ' ' << D;
+        }
+}
+
+// The same form with rows, reducing values and viscosity of the fluid's own; a quotient below 0 stays as it is.
+TEST_F(Forms, theEnhancementByRowsFollowsItsFormula) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n"),
+              0)
+        << message();
+    EnhancementSection& s = conductivityTerms[1].enhancement;
+    const double c[7] = {0, 1.1, 6.1, 0.45, 12.0, 7.0, 0.9};
+    for (int row = 1; row <= 6; ++row) s.CTCK[row - 1].c = c[row];
+    const double Tr = s.TRTCK = 370.0, Dr = s.DRTCK = 4.9, Pr = s.PRTCK = 4100.0;
+    s.TXTCK = 1e4;
+    s.TCXRED = 0.7;
+    int negative = 0;
+    for (const double T : {330.0, 378.0, 450.0})
+        for (const double D : {2.0, 3.5, 6.5}) {
+            double dpdD = 0.0, dpdT = 0.0, eta = 0.0;
+            DPDDK(1, T, D, dpdD);
+            DPDTK(1, T, D, dpdT);
+            ETAK(1, T, D, eta, ierr, herr);
+            ASSERT_LE(ierr, 0) << message();
+            double f = Pr * D / (Dr * Dr * dpdD);
+            f > 0.0 ? f = std::pow(f, c[3]) : ++negative;
+            const double slope = T * dpdT * Dr / D, t = (T - Tr) / Tr, d = (D - Dr) / Dr;
+            const double A = c[1] * c[2] / Pr * slope * slope * f * 1e21;
+            const double expected =
+                A * std::exp(-c[4] * t * t - c[5] * std::pow(d, 4)) / (18.849555924 * c[6] * eta) * 0.7;
+            EXPECT_NEAR(TCX4CR(1, T, D), expected, 1e-10 * std::fabs(expected)) << T << ' ' << D;
+        }
+    EXPECT_GT(negative, 0);
+}
+
 // ---------------------------------------------------------------------------------------------- enhancement
 
 TEST_F(GeneralConductivity, aRationalEnhancementCountsATermWithoutDensity) {
