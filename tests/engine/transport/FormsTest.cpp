@@ -184,6 +184,36 @@ TEST_F(Forms, waterHasTheConductivityOfTheReleaseOf2011) {
     }
 }
 
+// Files up to version 8.1 add the enhancement of the older release, here in reduced quantities: 0.0013848 (t/d)^2 /
+// (eta0 eta1) (dp/dt)^2 chi^0.4678 d^0.5 exp(-18.66 (t - 1)^2 - (d - 1)^4), p over 22.115 MPa.
+//   Source    IAPS release of 1985; J. Kestin et al., J. Phys. Chem. Ref. Data 13 (1984) 175
+TEST_F(Forms, olderFilesOfWaterHaveTheEnhancementOfTheOlderRelease) {
+    ASSERT_EQ(setUpWith("R134A", waterViscosity + waterConductivity + "NUL\n"), 0) << message();
+    constexpr double Tr = 647.096, Dr = 17.87371, pr = 22115.0;
+    const double newer = fluidConstants.VERFL[1];
+    for (const double T : {300.0, 400.0})
+        for (const double D : {0.05, 2.0, 12.0}) {
+            double dpdD = 0.0, dpdT = 0.0, eta0 = 0.0, eta1 = 0.0;
+            DPDDK(1, T, D, dpdD);
+            DPDTK(1, T, D, dpdT);
+            if (dpdD <= 0.0) continue;
+            viscosityFactorsWater(1, T, D, eta0, eta1);
+            const double t = T / Tr, d = D / Dr, slope = dpdT * Tr / pr, chi = d / (dpdD * Dr / pr);
+            const double enhancement = 0.0013848 * std::pow(t / d, 2) / (eta0 * eta1) * slope * slope *
+                                       std::pow(chi, 0.4678) * std::sqrt(d) *
+                                       std::exp(-18.66 * std::pow(t - 1.0, 2) - std::pow(d - 1.0, 4));
+            fluidConstants.VERFL[1] = 9.0;
+            const double without = TCXH2O(1, T, D);
+            // The dilute viscosity has another unit in files above version 8.0.
+            for (const auto& [version, unit] : {std::pair{8.0, 1.0}, std::pair{8.05, 0.55071}}) {
+                fluidConstants.VERFL[1] = version;
+                EXPECT_NEAR(TCXH2O(1, T, D) - without, enhancement * unit * 0.001, 1e-10 * (without + enhancement))
+                    << T << ' ' << D << ' ' << version;
+            }
+        }
+    fluidConstants.VERFL[1] = newer;
+}
+
 TEST_F(Forms, heavyWaterHasTheConductivityOfTheRelease) {
     // IAPWS R4-84(2007), coefficients and table of check values in reduced units
     const std::string heavy = section("TCX", "TC0") + wideLimits +
