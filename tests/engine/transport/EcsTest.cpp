@@ -114,6 +114,24 @@ TEST(CorrespondingStates, outOfBoundsIsAWarning) {
         "[TRNECS error -1] one or more inputs are out of bounds");
 }
 
+TEST(CorrespondingStates, theBoundsThemselvesAreInside) {
+    ASSERT_EQ(setUp("R32"), 0);
+    const double low = fluidConstants.TMECST[1], high = 1.5 * fluidConstants.TXECST[1],
+                 dense = fluidConstants.DXECST[1];
+    const auto codeAt = [](double T, double D) {
+        Text255 herr;
+        int ierr = 0;
+        double eta = 0.0, tcx = 0.0;
+        TRNECS(T, D, unitComposition(1), eta, tcx, ierr, herr);
+        return ierr;
+    };
+    EXPECT_EQ(codeAt(low, dense), 0);
+    EXPECT_EQ(codeAt(high, 0.1), 0);
+    EXPECT_EQ(codeAt(std::nextafter(low, 0.0), dense), -1);
+    EXPECT_EQ(codeAt(std::nextafter(high, 1e9), 0.1), -1);
+    EXPECT_EQ(codeAt(low, std::nextafter(dense, 1e9)), -1);
+}
+
 TEST(CorrespondingStates, aViscosityWithoutMeaningIsRefusedAndTheConductivityStays) {
     ASSERT_EQ(setUp("R12"), 0);
     Text255 herr;
