@@ -16,12 +16,23 @@ struct Help {
     int code;
     std::string_view text;
 };
+constexpr std::string_view unusableReference =
+    "This fluid cannot have that reference state, whatever the message says of a default. Ask for DEF, that of the "
+    "fluid's file.";
 constexpr Help helps[] = {
     {201300,
-     "The compressor would discharge inside the two-phase region. Either the suction gas has too little superheat, or "
-     "the evaporating pressure has fallen out of the range of the fluid: below its triple point, or because the drops "
-     "of evaporator and suction line take more than there is. Give less drop, evaporate warmer, or give more "
-     "superheat."},
+     "The compressor would discharge inside the two-phase region. Either the suction gas has too little superheat "
+     "(fluids of large molecules, whose dew line leans over, want 10 K or more), or the evaporating pressure has "
+     "fallen "
+     "out of the range of the fluid: below its triple point, or because the drops of evaporator and suction line take "
+     "more than there is. Give more superheat, less drop, or evaporate warmer."},
+    {23, unusableReference},
+    {24, unusableReference},
+    {25, unusableReference},
+    {26, unusableReference},
+    {117,
+     "Nothing measured is known of a pair of these components, and no estimate serves with one of them. Mix others, or "
+     "leave that component out."},
     {202239, "The exchanger has a drop on its liquid side but exchanges nothing. Ask for a fall of the liquid."},
     {202240, "The vapor side of the exchanger would get colder: it has a drop but takes up too little heat."},
     {204201, "The lower circuit has no heat left to pass on: its discharge line cools below the condenser's outlet."},
@@ -36,6 +47,12 @@ bool isWetCompression(int code) {
     return code > lowestCycleCode && code % ofOneCycle == wetCompression;
 }
 
+// A property request whose values lie outside the range of the fluid: T SS C NN with T = 1 and C = 2.
+bool isBeyondFluid(int code) {
+    constexpr int lowest = 101000, highest = 106999, ofTool = 2;
+    return code >= lowest && code <= highest && code / 100 % 10 == ofTool;
+}
+
 class Helper {
   public:
     Helper(const RunResult& refused, const Circumstances& circumstances)
@@ -46,6 +63,7 @@ class Helper {
         std::string special;
         if (const auto* request = refused_.input.request; request != nullptr) {
             if (isWetCompression(code)) special = wetReason();
+            if (isBeyondFluid(code)) special = rangeOfFluid();
             if (request->name == "liquid-injection" && code == 209234) special = injectionReason();
             if (request->name == "booster") special = shareReason();
         }
@@ -120,6 +138,17 @@ class Helper {
                    " of saturation temperature, which leads out of the range of the fluid; one or two kelvins are "
                    "usual. Give less drop.";
         return {};
+    }
+
+    std::string rangeOfFluid() const {
+        if (refused_.input.blocks.empty()) return {};
+        const FluidFacts* facts = factsOf(refused_.input.blocks.front().fluid, circumstances_.dataFolder);
+        if (facts == nullptr || !std::isfinite(facts->lowestTemperature)) return {};
+        return "The equation of this fluid reaches from " + shown(facts->lowestTemperature, Quantity::temperature) +
+               " to " + shown(facts->highestTemperature, Quantity::temperature) + " and up to " +
+               shown(facts->highestPressure, Quantity::pressure) + "; its critical point is " +
+               shown(facts->criticalTemperature, Quantity::temperature) + ", " +
+               shown(facts->criticalPressure, Quantity::pressure) + '.';
     }
 
     std::string injectionReason() const {

@@ -278,6 +278,24 @@ TEST(Remarks, HelpNamesTheTriplePointBehindWetCompression) {
     EXPECT_NE(helpFor(drop).find("take 120 K of saturation temperature"), std::string::npos) << helpFor(drop);
 }
 
+TEST(Remarks, HelpTellsTheRangeOfTheFluidInTheUnitsOfTheReport) {
+    const RunResult refused = run(stateOf("R134A.FLD", 150.0, 100.0));
+    ASSERT_EQ(refused.report.IERR, 104201);
+    // 169.85 K to 455 K, 70 MPa; 374.21 K, 4.0593 MPa.
+    EXPECT_TRUE(helpFor(refused).starts_with("The equation of this fluid reaches from -103.3 °C to 181."))
+        << helpFor(refused);
+    EXPECT_TRUE(helpFor(refused).ends_with("up to 700 bar; its critical point is 101.1 °C, 40.59 bar."))
+        << helpFor(refused);
+}
+
+TEST(Remarks, HelpTellsAReferenceStateThatAFluidCannotHave) {
+    FilledRequest filled = requestOf("fluid-information", "CO2.FLD", {});
+    filled.blocks[0].fluid.referenceState = "NBP";
+    const RunResult refused = run(filled);
+    ASSERT_EQ(refused.report.IERR, 26);
+    EXPECT_NE(helpFor(refused).find("Ask for DEF"), std::string::npos);
+}
+
 TEST(Remarks, HelpTellsALimitThatNoInjectionHolds) {
     const RunResult refused = run(requestOf("liquid-injection", "R22.FLD", {{0, 16, 1, 303.15}}));
     ASSERT_EQ(refused.report.IERR, 209234);
