@@ -279,7 +279,7 @@ function pumped(): Layout {
 
 function booster(): Layout {
   return {
-    width: 790, height: 590,
+    width: 840, height: 590,
     devices: [
       { kind: "exchanger", place: "gas_cooler", x: 310, y: 60, label: "above" },
       { kind: "internal exchanger", place: "heat_exchanger", x: 310, y: 180, label: "above" },

@@ -25,7 +25,9 @@ export function fullName(value: Value): string {
   const place = /(?:^|\.)((?:\w+_)?(?:compressor|turbine|exchanger))\.(outlet|inlet)?/.exec(value.key);
   const own = place && !value.key.includes("performance.")
     ? `${place[1]!.replaceAll("_", " ")} ${place[2] ? `${place[2]} ` : ""}${value.name.toLowerCase()}` : value.name;
-  return capital(own);
+  // "Power" of one of two stages.
+  const part = /(?:^|\.)performance\.(\w+)\.power$/.exec(value.key)?.[1];
+  return capital(part ? `${part.replaceAll("_", " ")} ${value.name.toLowerCase()}` : own);
 }
 
 export function leadingFigures(kind: RequestKind, result: Result): HTMLElement {
