@@ -58,6 +58,16 @@ double heatOfInjectionLine(const Judge& judge) {
     return std::isfinite(heat) ? heat : 0.0;
 }
 
+std::string_view causeOfOpenBalance(const Judge& judge) {
+    if (judge.request.name == "multi-stage")
+        return "The feed of a lower tank is taken as saturated liquid at the pressure that the ratio of its stage "
+               "gives, "
+               "not at that of the tank above, and a zeotropic blend as having one composition everywhere.";
+    return "With a zeotropic blend the vapor and the liquid of a receiver or flash tank have other compositions than "
+           "the "
+           "blend; the calculation takes the blend everywhere.";
+}
+
 void judgeBalances(Judge& judge) {
     struct Balance {
         double taken = 0.0, given = 0.0;
@@ -79,9 +89,7 @@ void judgeBalances(Judge& judge) {
         judge.say("balance_open", circuit.empty() ? "performance" : circuit + "performance",
                   "What the circuit takes up and gives away differs by " + judge.shown(open, Quantity::power) + ", " +
                       catalogue::numberText(100.0 * open / balance.given, 2) + " % of what it gives away.",
-                  "With a zeotropic blend the vapor and the liquid of a receiver or flash tank have other compositions "
-                  "than the blend; "
-                  "the calculation takes the blend everywhere. Take the figures as that much uncertain.");
+                  std::string(causeOfOpenBalance(judge)) + " Take the figures as that much uncertain.");
     }
 }
 

@@ -20,7 +20,7 @@ constexpr Kind allKinds[] = {
     {"expansion_from_vapor",         Weight::wrong,    "the expansion device takes in vapor"},
     {"negative_capacity",            Weight::wrong,    "a capacity, power or coefficient of performance is negative"},
     {"meaningless_ratio",            Weight::wrong,    "a pressure ratio that does not belong to its pressures"},
-    {"balance_open",                 Weight::wrong,    "heat and power of a circuit do not add up within 0.1 %"},
+    {"balance_open",                 Weight::doubtful, "heat and power of a circuit do not add up within 0.1 %"},
     {"state_missing",                Weight::wrong,    "the equation gives no state at a place of the circuit"},
     {"figure_missing",               Weight::wrong,    "a main figure could not be computed"},
     {"negative_drop",                Weight::wrong,    "the pressure rises along the flow"},
