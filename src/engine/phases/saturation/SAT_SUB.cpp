@@ -44,6 +44,13 @@ bool remembers(const SaturationMemo::State& memo, const Composition& savedX, dou
     return true;
 }
 
+bool knownToBeMissing(const SaturationMemo::Missing& missing, double T, const Composition& x) {
+    if (!missing.valid || missing.T != T) return false;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (missing.x[i] != x[i]) return false;
+    return true;
+}
+
 // Density of the vapor on the sublimation line at T, p; a success of the density keeps the code of the line.
 void sublimationVapor(double T, double p, const Composition& x, double& rhov, int& ierr, Text255& herr) {
     const int lineCode = ierr;
@@ -323,11 +330,17 @@ void solveSATT(Method method, double T, const Composition& x, int kph, double& p
         PhasePair pair{T, p, rhol, rhov, 0.0, xliq, xvap};
         const PhasePair given = pair;
         Line line = Line::unknown;
-        if (method == Method::newton) line = newtonAtT(T, z, kph, critical, started, pair, ierr, herr);
+        const bool byAllMeans = method == Method::newton && !started;
+        SaturationMemo::Missing& missing = memo.missing[kph - bubblePoint];
+        if (byAllMeans && knownToBeMissing(missing, T, z))
+            line = Line::none;
+        else if (method == Method::newton)
+            line = newtonAtT(T, z, kph, critical, started, pair, ierr, herr);
         if (line == Line::none) nothingToFind(T, z, critical, pair, ierr, herr);
         if (line == Line::unknown) {
             if (started) pair = given;
             lineBySubstitution(method, pair, z, kph, started, critical, Dmax, 0.0, ierr, herr);
+            if (byAllMeans && ierr == (T > critical.T ? 121 : 128)) missing = {true, T, z};
         }
         const bool stable = ierr != 0 || kph != dewPoint || settleDewPoint(z, critical, pair);
         p = pair.p;

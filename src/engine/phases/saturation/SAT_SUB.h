@@ -10,8 +10,8 @@
 
 namespace frigana {
 
-// The last success of SATT and of SATP, which the solvers of cycles ask for again and again. Written by SATT and SATP,
-// cleared by resetSaturationMemo.
+// The last success of SATT and of SATP, and the last failures of SATT for a mixture, which the solvers of cycles ask
+// for again and again. Written by SATT and SATP, cleared by resetSaturationMemo.
 struct SaturationMemo {
     struct State {
         bool valid = false;
@@ -23,6 +23,15 @@ struct SaturationMemo {
     State atT, atP;
     Composition XSAVT{}, XLSAVT{}, XVSAVT{};  // composition of the call and those of the two phases, SATT
     Composition XSAVP{}, XLSAVP{}, XVSAVP{};  // ... SATP
+
+    // Where a mixture has no line that could be found: next to the hot end every method is tried, and a flash asks
+    // again at each of its steps.
+    struct Missing {
+        bool valid = false;
+        double T = 0.0;  // [K]
+        Composition x{};
+    };
+    Missing missing[2];  // bubble, dew point
 };
 
 extern SaturationMemo saturationMemo;
