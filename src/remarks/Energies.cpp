@@ -59,7 +59,7 @@ double heatOfInjectionLine(const Judge& judge) {
 }
 
 std::string_view causeOfOpenBalance(const Judge& judge) {
-    if (judge.request.name == "multi-stage")
+    if (judge.result.input.request != nullptr && judge.result.input.request->name == "multi-stage")
         return "The feed of a lower tank is taken as saturated liquid at the pressure that the ratio of its stage "
                "gives, "
                "not at that of the tank above, and a zeotropic blend as having one composition everywhere.";
