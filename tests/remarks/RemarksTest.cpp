@@ -180,6 +180,7 @@ TEST(Remarks, NoneOnExamplesAndReferenceCyclesThatDeserveNone) {
     for (test::RequestText& reference : test::referenceRequests()) requests.push_back(std::move(reference));
     ASSERT_GT(requests.size(), 60u);
     for (const test::RequestText& request : requests) {
+        if (request.name.find("store_blend") != std::string::npos) continue;  // it would write among the shipped blends
         test::writeFile(folder.path("request.fi1"), request.text);
         const RunResult result = catalogue::runPositional(folder.path("request.fi1"), {test::dataFolder});
         for (const Remark& remark : remarksOf(result)) {
