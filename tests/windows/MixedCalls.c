@@ -4,7 +4,8 @@
  *   mixed_calls LIBRARY DATA LIST CALLS
  *
  * LIST is a text file with the path of a request on each line; CALLS calls take them in turn. The host's vectored
- * handler must see its own divisions by zero and nothing else. Exit status 0 where all was as it must be.
+ * handler must see its own divisions by zero and nothing else, and its floating-point unit works in double precision
+ * before and after each call, as Windows sets it up. Exit status 0 where all was as it must be.
  */
 #include <signal.h>
 #include <stdio.h>
@@ -48,6 +49,15 @@ static __attribute__((noinline)) void ownTrap(void) {
     divide(); /* a call, so that the compiler expects a way back to the road */
 }
 
+/* Double precision, round to nearest, no traps. */
+static const unsigned short doublePrecision = 0x27f;
+
+static unsigned short controlWord(void) {
+    unsigned short word;
+    __asm__ volatile("fnstcw %0" : "=m"(word));
+    return word;
+}
+
 static int readList(const char* path) {
     FILE* list = fopen(path, "r");
     int count = 0;
@@ -81,12 +91,17 @@ int main(int argc, char** argv) {
 
     AddVectoredExceptionHandler(1, onException);
     signal(SIGFPE, onSignal);
+    __asm__ volatile("fldcw %0" : : "m"(doublePrecision));
     for (call = 0; call < calls; ++call) {
         const char* request = requests[call % count];
         char result[longestPath];
         FILE* answer;
         int first;
         frigana(request, installation, (int)strlen(request), (int)strlen(installation));
+        if (controlWord() != doublePrecision) {
+            fprintf(stderr, "call %d: the host's floating-point unit was set otherwise\n", call);
+            return 1;
+        }
         if (call % 3 == 0) {
             const int before = seen;
             ownTrap();
