@@ -2,7 +2,7 @@
 //
 // The run-time library there multiplies in double precision for a power with a whole exponent and is up to nine units
 // in the last place off; iterations that stop at a tolerance make more of that than a last digit. Its arc tangent comes
-// from the system. The linker puts these in their place: one power or arc tangent in a thousand then differs from that of
+// from the system. The linker puts these in their place: one power or arc tangent in about a thousand then differs from that of
 // Linux, by one unit, as those of exp and log do.
 #ifdef _WIN32
 
