@@ -181,6 +181,27 @@ TEST(PropertyPointEdges, SaturatedPhasesHaveHeatCapacitiesAndATwoPhaseStateHasNo
     EXPECT_EQ(p.Q, 0.5);
 }
 
+TEST(PropertyPointEdges, OnlySaturatedAndTwoPhaseStatesHaveASurfaceTension) {
+    SUBSTANCE& s = fluid("R134A.FLD");
+    STATEPT liquid{}, vapor{}, half{}, p{};
+    PROPSIMPLETQ(s, 300.0, 0.0, liquid);
+    PROPSIMPLETQ(s, 300.0, 1.0, vapor);
+    PROPSIMPLETQ(s, 300.0, 0.5, half);
+    EXPECT_GT(liquid.STN, 0.0);
+    EXPECT_EQ(vapor.STN, liquid.STN);
+    EXPECT_EQ(half.STN, liquid.STN);
+    for (double P : {500.0, 1000.0}) {  // a vapour and a liquid below the critical temperature
+        PROPSIMPLEPT(s, P, 300.0, p);
+        ASSERT_NE(p.H, missingValue);
+        EXPECT_EQ(p.STN, missingValue);
+        STATEPT again{};
+        PROPSIMPLEPH(s, P, p.H, again);
+        EXPECT_EQ(again.STN, missingValue);
+        PROPSIMPLETD(s, 300.0, p.D, again);
+        EXPECT_EQ(again.STN, missingValue);
+    }
+}
+
 TEST(PropertyPointEdges, AFailedPointShowsWhatWasAskedFor) {
     SUBSTANCE& s = fluid("R134A.FLD");
     STATEPT p{};
@@ -332,6 +353,20 @@ TEST(SubcoolingEdges, AboveTheBubbleTemperatureThereIsNoSubcooling) {
     EXPECT_NEAR(value, 5.0, 1e-9);
     SUPHEATDEGREE_TIN(s, 1000.0, bubble - 5.0, value);
     EXPECT_EQ(value, 0.0);
+    SUPHEATDEGREE_TIN(s, 1000.0, bubble + 5.0, value);  // a pure fluid: the dew point is the bubble point
+    EXPECT_NEAR(value, 5.0, 1e-9);
+}
+
+TEST(SubcoolingEdges, PartsOfAKelvinCount) {
+    SUBSTANCE& s = fluid("R134A.FLD");
+    double saturated = 0, value = -1;
+    SATTEMP_P(s, 1000.0, bubbleSide, saturated);
+    for (double part : {0.125, 0.5}) {
+        SUBCOOLDEGREE_TIN(s, 1000.0, saturated - part, value);
+        EXPECT_NEAR(value, part, 1e-9);
+        SUPHEATDEGREE_TIN(s, 1000.0, saturated + part, value);
+        EXPECT_NEAR(value, part, 1e-9);
+    }
 }
 
 TEST(SubcoolingEdges, AGivenSubcoolingIsNotHeldBack) {
