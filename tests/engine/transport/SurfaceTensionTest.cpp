@@ -48,6 +48,12 @@ TEST(SurfaceTension, isZeroAtTheCriticalTemperatureAndHasACodeAboveIt) {
         EXPECT_EQ(surft(tc + 0.5, x).sigma, 0.0);
         EXPECT_EQ(surft(tc + 0.5, x).ierr, 121);
     }
+    // five digits in twelve columns; of the blanks before a unit one is left
+    ASSERT_EQ(setUp("R134A"), 0);
+    const Composition x = unitComposition(1);
+    EXPECT_EQ(stn(400.0, 5.0, 5.0, x, x).message,
+              "[STN error 121] temperature input to surface tension routine is greater than critical temperature; T =  "
+              "400.00 K, Tcrit =  374.21 K.");
 }
 
 // Up to 0.999 of the critical temperature: the published series of R12 and R227EA pass zero 0.05 K below it.
@@ -251,6 +257,57 @@ TEST_F(TensionOfMixtures, liesBetweenItsComponents) {
             EXPECT_GT(t.sigma, 0.9 * std::min(low, high)) << model << ' ' << T;
             EXPECT_LT(t.sigma, 1.1 * std::max(low, high)) << model << ' ' << T;
         }
+    }
+}
+
+// The amplitude of the correlation length cancels: with w = (sigma_i / e)^1.5 / (sqrt(Tc_i) pc_i), e = tau^1.26 and the
+// critical point Tc', pc' of the mixture, sigma = (sqrt(Tc') pc' K)^(2/3) e, where K is the mean of w by the fractions
+// of mass of both phases (STH) or of fugacity (STM), or a sum over pairs of these (STX).
+TEST_F(TensionOfMixtures, followsFromItsComponentsByTheClosedForm) {
+    for (const double T : {240.0, 300.0}) {
+        double Dl = 0.0, Dv = 0.0, tc = 0.0, pc = 0.0, dc = 0.0;
+        Composition xv{}, f{};
+        const Composition x = of(0.35);
+        ASSERT_TRUE(bubblePoint(T, x, Dl, Dv, xv));
+        int ierr = 0;
+        Text255 herr;
+        CRITP(x, tc, pc, dc, ierr, herr);
+        ASSERT_EQ(ierr, 0);
+        const FluidConstants& fluid = fluidConstants;
+        const double tau = 1.0 - T / tc, e = std::pow(tau, 1.26);
+        double w[3] = {};
+        for (const int i : {1, 2}) {
+            double own = 0.0;
+            STNK(i, tau, own, ierr, herr);
+            w[i] = std::pow(own / e, 1.5) / (std::sqrt(fluid.TCRIT[i]) * fluid.PCRIT[i]);
+        }
+        const auto closedForm = [&](double K, double Tc, double Pc) {
+            return std::pow(std::sqrt(Tc) * Pc * K, 2.0 / 3.0) * e;
+        };
+
+        const Composition z = of((x[1] * Dl + xv[1] * Dv) / (Dl + Dv));
+        const double mass = z[1] * fluid.WMAS[1] / (z[1] * fluid.WMAS[1] + z[2] * fluid.WMAS[2]);
+        CRITP(z, tc, pc, dc, ierr, herr);
+        modelTags.HSTNTOP = "STH";
+        EXPECT_NEAR(stn(T, Dl, Dv, x, xv).sigma / closedForm(mass * w[1] + (1.0 - mass) * w[2], tc, pc), 1.0, 1e-12);
+
+        FGCTY2(T, Dl, x, f, ierr, herr);
+        ASSERT_EQ(ierr, 0);
+        const double share[] = {0.0, f[1] / (f[1] + f[2]), f[2] / (f[1] + f[2])};
+        const Composition zeta = of(share[1]);
+        Composition start = x;
+        CRITF(zeta, start, tc, pc, dc, ierr, herr);
+        ASSERT_EQ(ierr, 0) << words(herr);
+        modelTags.HSTNTOP = "STM";
+        EXPECT_NEAR(stn(T, Dl, Dv, x, xv).sigma / closedForm(share[1] * w[1] + share[2] * w[2], tc, pc), 1.0, 1e-12);
+        double K = 0.0, squares = 0.0;
+        for (const int i : {1, 2}) {
+            K += share[i] * share[i] * w[i];
+            squares += share[i] * share[i] * fluid.PCRIT[i];
+        }
+        K += (pc - squares) * std::sqrt(w[1] * w[2] / (fluid.PCRIT[1] * fluid.PCRIT[2]));
+        modelTags.HSTNTOP = "STX";
+        EXPECT_NEAR(stn(T, Dl, Dv, x, xv).sigma / closedForm(K, tc, pc), 1.0, 1e-12);
     }
 }
 
