@@ -596,6 +596,100 @@ TEST(Crossover, ofAmmoniaHasItsOwnCriticalTemperature) {
     EXPECT_LT(TCCNH3(1, 410.4, 13.2), 0.3);
 }
 
+// R. Tufeu, D. Y. Ivanov, Y. Garrabos, B. Le Neindre, Ber. Bunsenges. Phys. Chem. 88 (1984) 422, in states on both
+// sides of every bound: within a kelvin of the critical temperature the distance counts as 0.002 where the density is
+// far from the critical one, and below 0.6 of the critical density the value falls with the square of the density.
+TEST(Crossover, ofAmmoniaFollowsItsFormulaOnBothSidesOfItsBounds) {
+    ASSERT_EQ(setUp("AMMONIA"), 0);
+    const double M = fluidConstants.WMAS[1], dc = fluidConstants.DCRIT[1];
+    for (const double T : {330.0, 404.0, 404.4, 404.5, 405.0, 406.4, 406.5, 410.4, 470.0})
+        for (const double D : {0.1, 5.0, 0.599 * dc, 0.601 * dc, 9.5, 9.6, 13.2, 18.0, 18.1, 30.0}) {
+            const double rho = D * M, e = std::fabs(T - 405.4) / 405.4;
+            const bool near = T > 404.4 && T < 406.5 && (D < 9.6 || D > 18.0);
+            const double distance = near ? 0.0020000000949949026 : e;
+            const double slope = 1e5 * (2.18 - 0.12 * std::exp(-17.8 * e));
+            const double viscosity = 1e-5 * (2.6 + 1.6 * e);
+            const double length = 1.34e-10 * std::pow(distance, -0.63) * (1.0 + std::sqrt(e));
+            const double compressibility = 4.23e-9 * std::pow(distance, -1.24) * (1.0 + 1.429 * std::sqrt(e));
+            const double highest = 1.656792e-23 * std::pow(T * slope, 2) * compressibility * std::exp(-36.0 * e * e) /
+                                   (18.84954071044922 * viscosity * length);
+            const double width = std::pow(143.35 + 16.5 * std::log(distance), 2);
+            const double expected = D < 0.6 * dc ? highest * width / (width + 84.6 * 84.6) * std::pow(rho / 141.0, 2)
+                                                 : highest * width / (width + std::pow(rho - 225.6, 2));
+            EXPECT_NEAR(TCCNH3(1, T, D) / expected, 1.0, 1e-11) << T << ' ' << D;
+        }
+}
+
+// D. G. Friend, J. F. Ely, H. Ingham, J. Phys. Chem. Ref. Data 18 (1989) 583: also between the spinodals, where
+// the compressibility is negative.
+TEST(Crossover, ofMethaneFollowsItsFormula) {
+    ASSERT_EQ(setUp("METHANE"), 0);
+    const double tc = fluidConstants.TCRIT[1], dc = fluidConstants.DCRIT[1], R = fluidConstants.REOS[1];
+    bool unstable = false;
+    for (const double T : {0.7 * tc, 0.9 * tc, 1.02 * tc, 1.3 * tc, 2.0 * tc})
+        for (const double D : {0.01 * dc, 0.5 * dc, dc, 1.5 * dc, 2.4 * dc}) {
+            double dpdD = 0.0, dpdT = 0.0, eta = 0.0;
+            int ierr = 0;
+            Text255 herr;
+            DPDDK(1, T, D, dpdD);
+            DPDTK(1, T, D, dpdT);
+            ETAK(1, T, D, eta, ierr, herr);
+            ASSERT_EQ(ierr, 0) << words(herr);
+            unstable = unstable || dpdD < 0.0;
+            const double compressibility = dpdD < 0.0 ? 1e5 : 0.28631 * (D / dc) * tc * R / dpdD;
+            const double far = 1.0 - D / dc;
+            const double expected =
+                0.091855 / eta * std::pow(T / tc * dpdT / (R * D), 2) * std::pow(compressibility, 0.4681) *
+                std::exp(0.637 * far - 2.678 * far * far - 2.646 * std::sqrt(std::fabs(1.0 - T / tc)));
+            EXPECT_NEAR(TCCCH4(1, T, D) / expected, 1.0, 1e-11) << T << ' ' << D;
+        }
+    EXPECT_TRUE(unstable);
+}
+
+// IAPWS R15-11; a correlation length below 1.5e-12 m takes the series of Z. The length itself follows
+// IAPWS R12-08.
+TEST(Crossover, ofWaterFollowsTheReleaseInBothForms) {
+    ASSERT_EQ(setUp("WATER"), 0);
+    constexpr double M = 18.015268, Tc = 647.096, rhoc = 322.0, pc = 22064.0, pi = 3.14159265358979323846;
+    const double qd = 1.0 / 0.4e-9;
+    int series = 0, closed = 0;
+    for (const double T : {500.0, 640.0, 650.0, 700.0, 800.0, 900.0})
+        for (const double D : {0.02, 0.1, 1.0, 5.0, 18.0, 30.0, 40.0, 50.0}) {
+            double slope = 0.0, slopeRef = 0.0, eta = 0.0;
+            int ierr = 0;
+            Text255 herr;
+            DPDDK(1, T, D, slope);
+            DPDDK(1, 1.5 * Tc, D, slopeRef);
+            if (slope <= 0.0) continue;
+            const double difference = D * M / rhoc * pc * M / rhoc * (1.0 / slope - 1.5 * Tc / T / slopeRef);
+            const double xi = difference > 0.0 ? 0.13e-9 * std::pow(difference / 0.06, 0.63 / 1.239) : 0.0;
+            EXPECT_NEAR(XI_FUN(1, T, D), xi, 1e-8 * xi) << T << ' ' << D;
+            if (xi == 0.0) {
+                EXPECT_EQ(TCCR_2010(T, D, qd), 0.0);
+                continue;
+            }
+            ETAK(1, T, D, eta, ierr, herr);
+            ASSERT_EQ(ierr, 0) << words(herr);
+            double p, e, h, s, cv, cp, w, jt;
+            THERM(T, D, unitComposition(1), p, e, h, s, cv, cp, w, jt);
+            const double y = XI_FUN(1, T, D) * qd, k = cv / cp, r2 = std::pow(D * M / rhoc, 2);
+            const bool small = xi <= 1.5e-12;
+            ++(small ? series : closed);
+            const double Z =
+                small ? 2.0 / pi *
+                            (0.5 * y + (k / 3.0 - 0.5) * std::pow(y, 2) +
+                             (1.0 / (3.0 * r2) + 1.0 / 24.0) * std::pow(y, 3) -
+                             (1.0 / (3.0 * r2) + 0.2 * k - 0.025) * std::pow(y, 4) +
+                             (1.0 / (6.0 * r2) + 0.003703703703703704) * std::pow(y, 5))
+                      : 2.0 / (pi * y) *
+                            ((1.0 - k) * std::atan(y) + k * y + std::expm1(-1.0 / (1.0 / y + y * y / (3.0 * r2))));
+            const double expected = 0.1778514 * (D * M / rhoc) * (cp / (0.46151805 * M)) * (T / Tc) * Z / eta;
+            EXPECT_NEAR(TCCR_2010(T, D, qd) / expected, 1.0, 1e-9) << T << ' ' << D;
+        }
+    EXPECT_GT(series, 0);
+    EXPECT_GT(closed, 5);
+}
+
 TEST(Crossover, ofMethaneIsPositiveAndVanishes) {
     ASSERT_EQ(setUp("NITROGEN"), 0);
     const double tc = fluidConstants.TCRIT[1], dc = fluidConstants.DCRIT[1];
