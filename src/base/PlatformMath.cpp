@@ -2,8 +2,8 @@
 //
 // The run-time library there multiplies in double precision for a power with a whole exponent and is up to nine units
 // in the last place off; iterations that stop at a tolerance make more of that than a last digit. Its arc tangent comes
-// from the system. The linker puts these in their place: one power or arc tangent in about a thousand then differs from that of
-// Linux, by one unit, as those of exp and log do.
+// from the system. The linker puts these in their place: one power or arc tangent in about a thousand then differs from
+// that of Linux, by one unit, as those of exp and log do.
 #ifdef _WIN32
 
 #include <cmath>
@@ -16,8 +16,8 @@ double __wrap_atan(double x);
 
 namespace {
 
-// The rounding of 64 bits grows with the exponent: to a hundredth of the last of 53 bits for the power of 20, to half of
-// it for this one.
+// The rounding of 64 bits grows with the exponent: to a hundredth of the last of 53 bits for the power of 20, to half
+// of it for this one.
 constexpr double largestProduct = 1024.0;
 
 long double product(long double base, unsigned exponent) {
