@@ -9,6 +9,13 @@ namespace {
 
 using namespace test;
 
+// A run that ends at an error leaves by a jump, where the sanitizer reads from the heap how far the stack reaches.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool jumpsAllocate = true;
+#else
+constexpr bool jumpsAllocate = false;
+#endif
+
 TEST(Allocation, NoRequestTakesMemoryFromTheHeap) {
     auto refused = basicParameters();
     refused[0].option = 3;
@@ -16,6 +23,7 @@ TEST(Allocation, NoRequestTakesMemoryFromTheHeap) {
         const char* name;
         std::string bytes;
         bool answered;
+        bool jumps = false;
     };
     const Row rows[] = {
         {"basic cycle", cycleRequest(1, basicParameters()).text(), true},
@@ -23,9 +31,9 @@ TEST(Allocation, NoRequestTakesMemoryFromTheHeap) {
         {"state point", propertyRequest(4, "1 300 2 101.325").text(), true},
         {"saturation table", propertyRequest(2, "1 250 300 5").text(), true},
         {"fluid information", propertyRequest(1, "").text(), true},
-        {"refused", cycleRequest(1, refused).text(), true},
-        {"no such fluid", cycleRequest(1, basicParameters(), "NOTHING.FLD").text(), true},
-        {"malformed", "2\ntitle\nR134A.FLD\n2 DEF\nx\n", false},
+        {"refused", cycleRequest(1, refused).text(), true, true},
+        {"no such fluid", cycleRequest(1, basicParameters(), "NOTHING.FLD").text(), true, true},
+        {"malformed", "2\ntitle\nR134A.FLD\n2 DEF\nx\n", false, true},
     };
     for (const Row& row : rows) {
         Plant run;
@@ -37,7 +45,9 @@ TEST(Allocation, NoRequestTakesMemoryFromTheHeap) {
         counting = false;
         const long requests = allocations;
         if (!row.answered) testing::internal::GetCapturedStderr();
-        EXPECT_EQ(requests, 0) << row.name;
+        if (!row.jumps || !jumpsAllocate) {
+            EXPECT_EQ(requests, 0) << row.name;
+        }
         EXPECT_EQ(run.hasResult(), row.answered) << row.name;
     }
     // The counter does count.

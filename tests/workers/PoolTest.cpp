@@ -150,7 +150,9 @@ class BadEnds : public PoolTest, public testing::WithParamInterface<BadEnd> {};
 TEST_P(BadEnds, AreAnswersAndTheNextRequestIsAnswered) {
     const BadEnd& bad = GetParam();
     Limits limits;
-    limits.time = 300ms;
+    // The sanitizer writes its report about the thousands of calls of an exhausted stack before it ends the process.
+    const bool reports = sanitized && bad.end == End::died;
+    limits.time = reports ? 10s : 300ms;
     limits.memory = std::size_t{256} << 20;
     limits.file = std::size_t{8} << 20;
     limits.request = 10'000;
@@ -163,7 +165,7 @@ TEST_P(BadEnds, AreAnswersAndTheNextRequestIsAnswered) {
         const Answer answer = pool.run(request);
         EXPECT_EQ(nameOf(answer.end), nameOf(bad.end)) << answer.text;
         EXPECT_NE(answer.text.find(bad.text), std::string::npos) << answer.text << '\n' << answer.where;
-        EXPECT_LT(Clock::now() - start, 3s);
+        EXPECT_LT(Clock::now() - start, reports ? 13s : 3s);
         EXPECT_EQ(pool.run("echo next").text, "next");
     }
     EXPECT_EQ(pool.run("names").text, "");
