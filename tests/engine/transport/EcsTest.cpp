@@ -73,6 +73,26 @@ TEST(ConformalState, theSearchOverDensityFindsTheSame) {
     EXPECT_EQ(words(herr), "[CONFD error 58] ECS-transport routines did not converge");
 }
 
+// Only below the start: above it a second state of less density has the same energy and compressibility.
+TEST(ConformalState, theSearchOverDensityLooksNoMoreThanAFifthBelowItsStart) {
+    ASSERT_EQ(setUp("R227EA"), 0);
+    const double T = 0.7 * fluidConstants.TCRIT[0], density = 2.4 * fluidConstants.DCRIT[0];
+    const Target target = targetOf(0, T, density);
+    for (const double ratio : {0.7, 0.75, 0.82, 0.9, 1.1}) {  // of the density to its start
+        double found = T, start = density / ratio;
+        int ierr = 0;
+        Text255 herr;
+        CONFD(0, target.A, target.Z, found, start, ierr, herr);
+        if (ratio > 0.8) {
+            EXPECT_EQ(ierr, 0) << ratio << ' ' << words(herr);
+            EXPECT_NEAR(found / T, 1.0, 1e-5) << ratio;
+            EXPECT_NEAR(start / density, 1.0, 1e-5) << ratio;
+        } else {
+            EXPECT_EQ(ierr, -58) << ratio;
+        }
+    }
+}
+
 TEST(ConformalState, aFluidIsConformalToItself) {
     // R134A with the parameters of corresponding states: its reference fluid is itself, with psi = chi = 1
     ASSERT_TRUE(setUpForced("R134A", "ECS", "ECS"));
