@@ -96,12 +96,15 @@ const char* fluidOf(const CycleKind& kind, const CodeCase& row) {
     return row.fluid == nullptr ? kind.fluid : row.fluid;
 }
 
-std::string textWith(const CycleKind& kind, const CodeCase& a, const CodeCase& b) {
+// The result with the changes of some rows; those of a row take the place of those of the rows before it.
+std::string textWith(const CycleKind& kind, std::initializer_list<const CodeCase*> rows) {
     auto parameters = kind.parameters;
-    for (const CodeCase* row : {&b, &a})
+    for (const CodeCase* row : rows)
         for (const auto& [k, given] : row->changes) parameters[static_cast<std::size_t>(k - 1)] = given;
+    const char* fluid = fluidOf(kind, **rows.begin());
     Plant plant;
-    plant(cycleRequest(kind.sub, parameters, fluidOf(kind, a)));
+    if (!kind.before.empty()) plant(cycleRequest(kind.sub, kind.before, fluid));
+    plant(cycleRequest(kind.sub, parameters, fluid));
     return plant.hasResult() ? plant.resultText() : std::string();
 }
 
@@ -134,15 +137,13 @@ void checkCodes(const CycleKind& kind, std::span<const CodeCase> rows, std::span
                 int count) {
     for (const CodeCase& row : rows) {
         SCOPED_TRACE(row.code);
-        auto parameters = kind.parameters;
-        for (const auto& [k, given] : row.changes) parameters[static_cast<std::size_t>(k - 1)] = given;
-        Plant plant;
-        plant(cycleRequest(kind.sub, parameters, row.fluid == nullptr ? kind.fluid : row.fluid));
-        EXPECT_EQ(plant.hasResult() ? plant.resultText() : "", failure(row.code, row.text));
+        EXPECT_EQ(textWith(kind, {&row}), failure(row.code, row.text));
     }
     const int pairs = expectEarlierCheckWins(
         rows, [&](const CodeCase& a, const CodeCase& b) { return canBeJoined(kind, a, b); },
-        [&](const CodeCase& a, const CodeCase& b) { return textWith(kind, a, b); },
+        [&](const CodeCase& a, const CodeCase& b) {
+            return textWith(kind, {&b, &a});
+        },
         [](const CodeCase& row) { return failure(row.code, row.text); }, isExcused);
     std::printf("cycle %d: %d pairs of checks\n", kind.sub, pairs);
     std::set<std::string> names;

@@ -21,8 +21,9 @@ struct CycleKind {
     int sub;
     const char* fluid;
     std::vector<Parameter> parameters;
-    int lines;                // of the whole result
-    std::vector<int> levels{};  // parameters that move every state
+    int lines;                        // of the whole result
+    std::vector<int> levels{};        // parameters that move every state
+    std::vector<Parameter> before{};  // of another run in the same folder that comes first; none where empty
 
     std::vector<Parameter> with(Changes changes) const {
         auto all = parameters;

@@ -2,9 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "40_RangeChecks.h"
 #include "CycleRequests.h"
@@ -186,9 +189,35 @@ TEST(RangeChecks, TheFirstBadParameterInTheOrderOfCheckingIsReported) {
     }
 }
 
-TEST(RangeChecks, AValueIsReportedBeforeTheOptionOfALaterParameter) {
-    const Refusal refusal = checkWith(1, {{1, 1, 1, 99}, {1, 2, 7, 0}});
-    EXPECT_EQ(refusal.code, 201102);
+TEST(RangeChecks, OfTwoBadParametersTheEarlierInTheOrderOfCheckingIsReported) {
+    // A spoilt option and, where there are limits, a spoilt value of either.
+    const auto spoilt = [](const ParameterCase& row) {
+        std::vector<std::pair<Change, Refusal::Kind>> all{
+            {{row.record, row.k, row.lastOption + 1, 0.0}, Refusal::option}};
+        for (const LimitCase& limit : row.limits)
+            if (limit.option > 0) all.push_back({{row.record, row.k, limit.option, limit.upper + 1.0}, Refusal::value});
+        return all;
+    };
+    int pairs = 0;
+    const ParameterCase* end = std::end(parameterCases);
+    for (const ParameterCase* row = std::begin(parameterCases); row != end; ++row)
+        for (const ParameterCase* later = row + 1; later != end && later->reqsub == row->reqsub; ++later) {
+            // Another number of stages or another run would move the earlier check itself.
+            const auto sets = [&](int k) { return row->setting[0].k == k || row->setting[1].k == k; };
+            if ((row->reqsub == 11 && row->k >= 16) || sets(later->k)) continue;
+            for (const auto& [earlier, kind] : spoilt(*row))
+                for (const auto& [other, otherKind] : spoilt(*later)) {
+                    CycleRequest request = passingRequest(row->reqsub);
+                    for (const Change& change : later->setting) request.set(change);
+                    for (const Change& change : row->setting) request.set(change);
+                    request.set(other);
+                    request.set(earlier);
+                    expectRefused(request, *row, kind);
+                    ++pairs;
+                }
+        }
+    std::printf("%d pairs of checks\n", pairs);
+    EXPECT_GT(pairs, 10000);
 }
 
 TEST(RangeChecks, ABadOptionIsReportedBeforeItsValueIsLookedAt) {
