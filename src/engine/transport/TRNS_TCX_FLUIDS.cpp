@@ -84,7 +84,8 @@ double TCXD2O(int icomp, double T, double D) {
 }
 
 // Water: the factors of dilute gas and finite density, and in files up to version 8.1 the enhancement of the older
-// formulation. Newer files name TK3, which is TCCR_2010.
+// formulation, whose slope and compressibility are those of reduced pressure, temperature and density. Newer files name
+// TK3, which is TCCR_2010.
 //   Source    IAPWS R15-11; for older files the IAPS release of 1985, J. Kestin et al., J. Phys. Chem. Ref. Data 13
 //             (1984) 175
 double TCXH2O(int icomp, double T, double D) {

@@ -214,6 +214,81 @@ TEST_F(Forms, olderFilesOfWaterHaveTheEnhancementOfTheOlderRelease) {
     fluidConstants.VERFL[1] = newer;
 }
 
+// Check values of IAPWS R15-11, table 5: conductivity with the critical enhancement at 647.35 K [kg/m3, mW/(m K)], the
+// viscosity without its own enhancement.
+struct NearCriticalWater {
+    double rho, lambda;
+};
+constexpr NearCriticalWater nearCriticalWater[] = {{1.0, 51.9298924},   {122.0, 130.922885}, {222.0, 367.787459},
+                                                   {272.0, 757.959776}, {322.0, 1443.75556}, {372.0, 650.319402},
+                                                   {422.0, 448.883487}, {750.0, 600.961346}};
+
+TEST(WaterConductivity, hasTheEnhancementOfTheReleaseOf2011) {
+    ASSERT_TRUE(setUpForced("WATER", "NBS", "NBS"));
+    for (const auto& [rho, lambda] : nearCriticalWater) {
+        const double D = rho / fluidConstants.WMAS[1];
+        EXPECT_NEAR(1000.0 * transport(647.35, D).tcx / lambda, 1.0, 1e-8) << rho;
+    }
+}
+
+// The release of 2008 with the dilute gas in 100 uPa s, as the files give it; the rest as in waterViscosity.
+const std::string viscosityOf2008 = [] {
+    std::string text = waterViscosity;
+    const std::string fine =
+        "647.096 17.87371 1.0\n"
+        "  0.0167752 0 0 0 0\n  0.0220462 1 0 0 0\n  0.006366564 2 0 0 0\n  -0.00241605 3 0 0 0\n";
+    text.replace(text.find(fine), fine.size(),
+                 "647.096 17.87371 100.0\n"
+                 "  1.67752 0 0 0 0\n  2.20462 1 0 0 0\n  0.6366564 2 0 0 0\n  -0.241605 3 0 0 0\n");
+    return text;
+}();
+
+// The releases of the International Association for the Properties of Steam of 1985 on the viscosity and the
+// conductivity of water, as a file of format 8.0 holds them.
+//   Source    J. V. Sengers, J. T. R. Watson, J. Phys. Chem. Ref. Data 15 (1986) 1291
+const std::string viscosityOf1985 = section("ETA", "VS0") + wideLimits +
+                                    "H2O\n  0 4 19 0 0 0 0\n  647.226 17.6385394 55.071\n"
+                                    "  1.0 0 0 0 0\n  0.978197 1 0 0 0\n  0.579829 2 0 0 0\n  -0.202354 3 0 0 0\n"
+                                    "  0.5132047 0 0 0 0\n  0.3205656 1 0 0 0\n  -0.7782567 4 0 0 0\n"
+                                    "  0.1885447 5 0 0 0\n  0.2151778 0 1 0 0\n  0.7317883 1 1 0 0\n"
+                                    "  1.241044 2 1 0 0\n  1.476783 3 1 0 0\n  -0.2818107 0 2 0 0\n"
+                                    "  -1.070786 1 2 0 0\n  -1.263184 2 2 0 0\n  0.1778064 0 3 0 0\n"
+                                    "  0.4605040 1 3 0 0\n  0.2340379 2 3 0 0\n  -0.4924179 3 3 0 0\n"
+                                    "  -0.0417661 0 4 0 0\n  0.1600435 3 4 0 0\n  -0.01578386 1 5 0 0\n"
+                                    "  -0.003629481 3 6 0 0\nNUL\n";
+const std::string conductivityOf1985 = section("TCX", "TC0") + wideLimits +
+                                       "H2O\n  4 0 24 0\n  647.226 17.6385394 0.4945\n"
+                                       "  1.0 0 0 0 0\n  6.978267 1 0 0 0\n  2.599096 2 0 0 0\n  -0.998254 3 0 0 0\n"
+                                       "  1.3293046 0 0 0 0\n  -0.40452437 0 1 0 0\n  0.24409490 0 2 0 0\n"
+                                       "  0.018660751 0 3 0 0\n  -0.12961068 0 4 0 0\n  0.044809953 0 5 0 0\n"
+                                       "  1.7018363 1 0 0 0\n  -2.2156845 1 1 0 0\n  1.6511057 1 2 0 0\n"
+                                       "  -0.76736002 1 3 0 0\n  0.37283344 1 4 0 0\n  -0.11203160 1 5 0 0\n"
+                                       "  5.2246158 2 0 0 0\n  -10.124111 2 1 0 0\n  4.9874687 2 2 0 0\n"
+                                       "  -0.27297694 2 3 0 0\n  -0.43083393 2 4 0 0\n  0.13333849 2 5 0 0\n"
+                                       "  8.7127675 3 0 0 0\n  -9.5000611 3 1 0 0\n  4.3786606 3 2 0 0\n"
+                                       "  -0.91783782 3 3 0 0\n  -1.8525999 4 0 0 0\n  0.93404690 4 1 0 0\nNUL\n";
+
+// Both releases describe the same measurements: they differ by 0.1 % in water at room conditions and, at 647.35 K, by
+// up to 7 % where the enhancement is several times the rest. With dp/dT in kPa/K over 22115 kPa in place of the reduced
+// slope the enhancement would be 4e5 times too small, and the conductivity at 322 kg/m3 an eighth.
+TEST_F(Forms, olderFilesOfWaterComeNearTheNewerReleaseAtTheCriticalPoint) {
+    struct File {
+        double version;
+        const std::string& viscosity;
+    };
+    // Files above version 8.0 hold the viscosity of the release of 2008, in 100 uPa s.
+    for (const File& file : {File{8.0, viscosityOf1985}, File{8.05, viscosityOf2008}}) {
+        ASSERT_EQ(setUpWith("WATER", file.viscosity + conductivityOf1985), 0) << message();
+        fluidConstants.VERFL[1] = file.version;
+        const double M = fluidConstants.WMAS[1];
+        EXPECT_NEAR(1000.0 * TCXH2O(1, 298.15, 998.0 / M) / 607.712868, 1.0, 1e-3);  // table 4 of the newer release
+        for (const auto& [rho, lambda] : nearCriticalWater)
+            EXPECT_NEAR(1000.0 * TCXH2O(1, 647.35, rho / M) / lambda, 1.0, 0.08) << rho << ' ' << file.version;
+        fluidConstants.VERFL[1] = 8.2;  // without the enhancement
+        EXPECT_LT(1000.0 * TCXH2O(1, 647.35, 322.0 / M), 200.0);
+    }
+}
+
 TEST_F(Forms, heavyWaterHasTheConductivityOfTheRelease) {
     // IAPWS R4-84(2007), coefficients and table of check values in reduced units
     const std::string heavy = section("TCX", "TC0") + wideLimits +
