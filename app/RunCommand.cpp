@@ -61,7 +61,9 @@ class Runner {
             if (!file.ends_with(".fi1")) continue;
             for (const std::string& around : filesAround(file, {})) inputs.push_back(around);
         }
-        return clashOf(inputs, {options_.json, options_.csv, options_.fi1, options_.fo1});
+        std::vector<std::string> outputs = options_.chart.pictures;
+        outputs.insert(outputs.end(), {options_.json, options_.csv, options_.fi1, options_.fo1});
+        return clashOf(inputs, outputs);
     }
 
     bool keeping() const { return !options_.fi1.empty() || !options_.fo1.empty(); }

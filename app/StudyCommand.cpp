@@ -36,13 +36,11 @@ struct Options {
 };
 
 constexpr int mostJobs = 256;
-constexpr int interrupted = 130;  // exit status after Ctrl-C, as shells know it
+constexpr int endedBySignal = 128;  // and the signal's number: exit status, as shells know it
 
-// ---- the description
-// --------------------------------------------------------------------------------------------------
+// ---- the description ------------------------------------------------------------------------------------------------
 
-std::string readBeside(const fs::path& description, const std::string& name) {
-    const fs::path path = description.parent_path() / name;
+std::string readBeside(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     std::ostringstream content;
     content << file.rdbuf();
@@ -50,7 +48,11 @@ std::string readBeside(const fs::path& description, const std::string& name) {
     return content.str();
 }
 
-std::unique_ptr<studies::Study> readStudy(const std::string& file, int& status) {
+// Given     file    the description
+// Returned  status  exit status where the study cannot be read
+//           inputs  every file that was read
+std::unique_ptr<studies::Study> readStudy(const std::string& file, int& status, std::vector<std::string>& inputs) {
+    inputs.push_back(file);
     std::string text;
     if (!readInput(file, text)) {
         status = runtimeError;
@@ -61,8 +63,11 @@ std::unique_ptr<studies::Study> readStudy(const std::string& file, int& status) 
         kindOf(file, text) == FileKind::json ? catalogue::readJson(text, tree) : catalogue::readToml(text, tree);
     try {
         if (problems.empty())
-            return std::make_unique<studies::Study>(
-                tree, [&](const std::string& name) { return readBeside(fs::absolute(file), name); });
+            return std::make_unique<studies::Study>(tree, [&](const std::string& name) {
+                const fs::path path = fs::absolute(file).parent_path() / name;
+                inputs.push_back(path.string());
+                return readBeside(path);
+            });
     } catch (const studies::Faulty& faulty) {
         problems = faulty.problems;
     }
@@ -71,8 +76,7 @@ std::unique_ptr<studies::Study> readStudy(const std::string& file, int& status) 
     return nullptr;
 }
 
-// ---- progress
-// ---------------------------------------------------------------------------------------------------------
+// ---- progress -------------------------------------------------------------------------------------------------------
 
 std::string shownTime(double seconds) {
     const long whole = std::lround(seconds);
@@ -111,8 +115,7 @@ class Progress {
     Clock::time_point start_ = Clock::now(), shown_ = start_;
 };
 
-// ---- files
-// ------------------------------------------------------------------------------------------------------------
+// ---- files ----------------------------------------------------------------------------------------------------------
 
 // A file of rows that is begun, or gone on with behind those that it has.
 class RowFile {
@@ -166,8 +169,7 @@ class RowFile {
     std::ostream* out_ = nullptr;
 };
 
-// ---- chart
-// ------------------------------------------------------------------------------------------------------------
+// ---- chart ----------------------------------------------------------------------------------------------------------
 
 // Columns for a chart, kept as numbers while the study runs.
 class ChartColumns {
@@ -259,8 +261,7 @@ class ChartColumns {
     std::vector<charts::Column> lines_;
 };
 
-// ---- the run
-// ----------------------------------------------------------------------------------------------------------
+// ---- the run --------------------------------------------------------------------------------------------------------
 
 std::string folderOfData;  // of the workers
 
@@ -268,15 +269,23 @@ std::string calculate(std::string_view task) {
     return studies::runCase(task, folderOfData);
 }
 
-// Told by the handler of Ctrl-C.
+// Told by the handler of the signals that end a study.
 workers::Flag* stopFlag = nullptr;
+volatile std::sig_atomic_t endingSignal = 0;
 
 void stopOnSignals(workers::Flag& flag) {
     stopFlag = &flag;
     struct sigaction action = {};
-    action.sa_handler = [](int) { stopFlag->raise(); };
+    action.sa_handler = [](int number) {
+        endingSignal = number;
+        stopFlag->raise();
+    };
     action.sa_flags = SA_RESTART | SA_RESETHAND;  // a second Ctrl-C ends the program at once
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction former = {};
+        sigaction(number, nullptr, &former);
+        if (former.sa_handler != SIG_IGN) sigaction(number, &action, nullptr);  // nohup tells it to live on
+    }
 }
 
 class StudyRun {
@@ -341,13 +350,17 @@ class StudyRun {
         if (!options_.quiet)
             std::cerr << "frigana: " << done << " of " << study_.cases() << " cases, " << refused_
                       << " of them refused, " << catalogue::numberText(rate, 3) << " per second\n";
-        if (done < study_.cases())
-            return complain(interrupted, options_.csv.empty() && options_.jsonLines.empty()
-                                             ? "interrupted"
-                                             : "interrupted; the same command with --resume goes on");
+        if (done < study_.cases()) return interrupted();
         if (chart_.wanted())
             if (const int status = chart_.draw(study_, options_.charts)) return status;
         return refused_ == study_.cases() ? refused : 0;
+    }
+
+    int interrupted() const {
+        if (endingSignal == 0) return complain(runtimeError, "the processes that calculate have ended");
+        const bool goesOn = !options_.csv.empty() || !options_.jsonLines.empty();
+        return complain(endedBySignal + endingSignal,
+                        goesOn ? "interrupted; the same command with --resume goes on" : "interrupted");
     }
 
     const Options& options_;
@@ -361,7 +374,8 @@ class StudyRun {
 
 int runStudy(const Options& options) {
     int status = 0;
-    const std::unique_ptr<studies::Study> study = readStudy(options.file, status);
+    std::vector<std::string> inputs;
+    const std::unique_ptr<studies::Study> study = readStudy(options.file, status, inputs);
     if (study == nullptr) return status;
     if (options.resume && options.csv.empty() && options.jsonLines.empty())
         return complain(usageError, "--resume goes on with the file of --csv or --json-lines");
@@ -371,8 +385,9 @@ int runStudy(const Options& options) {
             return complain(usageError, picture + ": a picture has the extension .svg, .png or .pdf");
     }
     std::vector<std::string> outputs = options.charts;
-    outputs.insert(outputs.end(), {options.csv, options.jsonLines});
-    if (const std::string clash = clashOf({options.file}, outputs); !clash.empty())
+    const bool rowsHere = options.csv.empty() && options.jsonLines.empty();
+    outputs.insert(outputs.end(), {rowsHere ? "-" : options.csv, options.jsonLines});
+    if (const std::string clash = clashOf(inputs, outputs); !clash.empty())
         return complain(usageError, clash + " would be written over");
     StudyRun run(options, *study);
     if (const int wrong = run.prepare()) return wrong;

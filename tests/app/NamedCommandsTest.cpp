@@ -321,6 +321,8 @@ TEST_F(Named, NoOutputIsWrittenOverARequestOrAnotherOne) {
           "run " + quoted + " --json '" + other + "' --fo1 '" + folder.path("./x.json") + "'",
           "run " + quoted + " --json - --csv -", "run '" + positional + "' --json '" + folder.path("plant.fo1") + "'",
           "run '" + positional + "' " + quoted + " --csv '" + positional + "'",
+          "run " + quoted + " --chart '" + folder.path("a.svg") + "' --chart '" + folder.path("./a.svg") + "'",
+          "run " + quoted + " --chart '" + folder.path("a.svg") + "' --csv '" + folder.path("a.svg") + "'",
           "convert " + quoted + " --out " + quoted,
           "chart ph R134a --out '" + folder.path("a.svg") + "' --out '" + folder.path("./a.svg") + "'",
           "'" + positional + "' --chart '" + folder.path("a.svg") + "' --chart '" + folder.path("a.svg") + "'"}) {

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cmath>
 #include <csignal>
+#include <filesystem>
 #include <sstream>
 #include <thread>
 
@@ -105,6 +106,85 @@ TEST(StudyCommand, GoesOnAfterAnInterruptionAsIfThereHadBeenNone) {
     EXPECT_EQ(test::readFile(jsonLines), test::readFile(folder.path("whole.jsonl")));
     // A file of another study is not gone on with.
     EXPECT_EQ(run(example("grid.toml") + " --resume --csv " + csv), 2);
+}
+
+// A study of many cases that writes rows.csv, begun in a process of its own with some signal ignored.
+struct Begun {
+    test::TemporaryFolder folder;
+    std::string csv = folder.path("rows.csv");
+    pid_t process = 0;
+
+    explicit Begun(int cases, int ignored = 0) {
+        test::writeFile(folder.path("chiller.toml"), test::readFile(example("chiller.toml")));
+        test::writeFile(folder.path("study.toml"),
+                        "request = \"chiller.toml\"\n[vary]\n"
+                        "condenser.temperature = { from = \"30 °C\", to = \"60 °C\", count = " +
+                            std::to_string(cases) + " }\n[results]\nkeys = [\"performance.cop_cooling\"]\n");
+        process = fork();
+        if (process != 0) return;
+        close(STDERR_FILENO);
+        if (ignored != 0) std::signal(ignored, SIG_IGN);
+        execl(FRIGANA_PROGRAM, "frigana", "study", folder.path("study.toml").c_str(), "--jobs", "1", "--csv",
+              csv.c_str(), nullptr);
+        _exit(127);
+    }
+    // The exit status after a signal that is sent once there are rows.
+    int after(int signal) const {
+        std::error_code none;
+        for (int wait = 0; wait < 3000; ++wait) {
+            if (const auto size = std::filesystem::file_size(csv, none); !none && size > 1000) break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        kill(process, signal);
+        int status = 0;
+        waitpid(process, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+};
+
+TEST(StudyCommand, EndsByASignalWithWholeRowsAlone) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const Begun study(1'000'000);
+        EXPECT_EQ(study.after(signal), 128 + signal);
+        const auto rows = rowsOf(study.csv);
+        ASSERT_GT(rows.size(), 10u);
+        for (const auto& row : rows) EXPECT_EQ(row.size(), rows.front().size());
+        EXPECT_TRUE(test::readFile(study.csv).ends_with('\n'));
+        int files = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(study.folder.path())) {
+            (void)entry;
+            ++files;
+        }
+        EXPECT_EQ(files, 3);
+    }
+}
+
+TEST(StudyCommand, LivesThroughASignalThatItIsToldToIgnore) {
+    const Begun study(1000, SIGHUP);
+    EXPECT_EQ(study.after(SIGHUP), 0);
+    EXPECT_EQ(rowsOf(study.csv).size(), 1001u);
+}
+
+TEST(StudyCommand, WritesOverNothingThatItReadsOrWrites) {
+    test::TemporaryFolder folder;
+    const std::string request = test::readFile(example("chiller.toml"));
+    test::writeFile(folder.path("chiller.toml"), request);
+    test::writeFile(folder.path("cases.csv"), "condenser.temperature [°C]\n40\n45\n");
+    const std::string description =
+        "request = \"chiller.toml\"\n[cases]\nfile = \"cases.csv\"\n[results]\nkeys = [\"performance.cop_cooling\"]\n";
+    test::writeFile(folder.path("study.toml"), description);
+    const std::string study = folder.path("study.toml");
+    for (const char* name : {"chiller.toml", "cases.csv", "study.toml", "./chiller.toml"}) {
+        EXPECT_EQ(run(study + " --csv " + folder.path(name)), 1) << name;
+        EXPECT_EQ(run(study + " --json-lines " + folder.path(name)), 1) << name;
+    }
+    EXPECT_EQ(run(study + " --csv " + folder.path("a") + " --json-lines " + folder.path("a")), 1);
+    EXPECT_EQ(run(study + " --chart " + folder.path("a.svg") + " --chart " + folder.path("a.svg")), 1);
+    EXPECT_EQ(run(study + " --csv - --json-lines -"), 1);
+    EXPECT_EQ(test::readFile(folder.path("chiller.toml")), request);
+    EXPECT_EQ(test::readFile(study), description);
+    EXPECT_EQ(run(study + " --csv " + folder.path("rows.csv")), 0);
+    EXPECT_EQ(rowsOf(folder.path("rows.csv")).size(), 3u);
 }
 
 // The optimum against all values of a fine grid: not worse than the best of them, and not far from its place.
