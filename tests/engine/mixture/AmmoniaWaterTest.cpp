@@ -309,5 +309,67 @@ TEST_F(AmmoniaWater, PhaseEquilibriumOfThePublishedMixture) {
     }
 }
 
+// The liquid is so far from ideal that plain exchanges of the fractions swing to and fro or stop short of the
+// equilibrium; over the whole breadth of the mixture each line is found from temperature and from pressure, and both
+// phases between them. What proves a state is the equality of its fugacities, which the differences give to about 1e-8.
+class AmmoniaWaterRange : public AmmoniaWater, public testing::WithParamInterface<double> {
+  protected:
+    // The largest difference of the logarithms of the fugacities, of the vapor's pressure, and of the liquid's density:
+    // the pressure of a cold liquid drowns in the rounding of that.
+    double disequilibrium(double T, double p, double rhol, const Composition& x, double rhov, const Composition& y) {
+        Composition fl, fv;
+        double pl = 0.0, slope = 0.0, pv = 0.0;
+        FGCTY2(T, rhol, x, fl, ierr, herr);
+        FGCTY2(T, rhov, y, fv, ierr, herr);
+        PRESS(T, rhol, x, pl);
+        DPDD(T, rhol, x, slope);
+        PRESS(T, rhov, y, pv);
+        return larger({std::fabs(std::log(fl[1] / fv[1])), std::fabs(std::log(fl[2] / fv[2])),
+                       std::fabs((pl - p) / (slope * rhol)), std::fabs(std::log(pv / p))});
+    }
+};
+
+TEST_P(AmmoniaWaterRange, LinesAndBothPhasesAreFound) {
+    constexpr double equal = 1e-6;
+    ASSERT_LE(setUpPublished(false), 0) << message();
+    double worstLine = 0.0, worstBetween = 0.0, worstBack = 0.0;
+    const double T = GetParam();
+    for (int tenth = 1; tenth <= 9; ++tenth) {
+        const Composition z = ofAmmonia(0.1 * tenth, false);
+        BubblePoint line[2];
+        for (const int kph : {1, 2}) {
+            SCOPED_TRACE("kph " + std::to_string(kph) + ", tenths of ammonia " + std::to_string(tenth));
+            BubblePoint& at = line[kph - 1];
+            SATT(T, z, kph, at.p, at.rhol, at.rhov, at.liquid, at.vapor, ierr, herr);
+            ASSERT_EQ(ierr, 0) << message();
+            EXPECT_GT(at.vapor[1], at.liquid[1]);
+            worstLine = larger({worstLine, disequilibrium(T, at.p, at.rhol, at.liquid, at.rhov, at.vapor)});
+
+            BubblePoint back{};
+            SATP(at.p, z, kph, back.T, back.rhol, back.rhov, back.liquid, back.vapor, ierr, herr);
+            ASSERT_EQ(ierr, 0) << message();
+            worstBack = larger({worstBack, std::fabs(back.T - T)});
+        }
+        ASSERT_GT(line[0].p, line[1].p);
+        for (const double part : {0.03, 0.2, 0.4, 0.6, 0.8, 0.97}) {
+            SCOPED_TRACE("between the lines " + std::to_string(part) + ", tenths of ammonia " + std::to_string(tenth));
+            const double p = line[1].p * std::pow(line[0].p / line[1].p, part);
+            double given = T, D, Dl, Dv, q, e, h, s, cv, cp, w;
+            Composition x, y;
+            TPFLSH(given, p, z, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w, ierr, herr);
+            ASSERT_EQ(ierr, 0) << message();
+            EXPECT_GT(q, 0.0);
+            EXPECT_LT(q, 1.0);
+            EXPECT_NEAR(x[1] + q * (y[1] - x[1]), z[1], 1e-9);
+            worstBetween = larger({worstBetween, disequilibrium(T, p, Dl, x, Dv, y)});
+        }
+    }
+    std::printf("%.0f K: lines %.1e, between %.1e, back by pressure %.1e K\n", T, worstLine, worstBetween, worstBack);
+    EXPECT_LT(worstLine, equal);
+    EXPECT_LT(worstBetween, equal);
+    EXPECT_LT(worstBack, 1e-4);
+}
+INSTANTIATE_TEST_SUITE_P(Temperatures, AmmoniaWaterRange, testing::Values(280.0, 320.0, 360.0, 400.0));
+
 }  // namespace
 }  // namespace frigana::test

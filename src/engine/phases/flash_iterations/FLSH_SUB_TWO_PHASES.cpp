@@ -8,6 +8,7 @@
 #include "PhaseCheck.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_MIXTURE.h"
+#include "SAT_SUB_MIXTURE_RATIOS.h"
 #include "SAT_SUB_NEWTON.h"
 #include "UTILITY.h"
 
@@ -54,7 +55,11 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
             PhasePair pair = start;
             const NewtonEnd end = countedNewton(pair, z, 0, kguess, ierr, herr);
             if (end == NewtonEnd::found) return take(pair);
-            if (end == NewtonEnd::noDerivatives) break;
+            if (end == NewtonEnd::noDerivatives) {
+                pair = start;
+                if (exchangeByRatios(z, pair) && isEquilibrium(pair, criticalPointOf(z).p)) return take(pair);
+                break;
+            }
         }
         ++saturationCounts.substitutions;
     }

@@ -5,9 +5,11 @@
 #include "LIMITS.h"
 #include "Message.h"
 #include "ModelTags.h"
+#include "PHIDERV.h"
 #include "PhaseCheck.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_LINES.h"
+#include "SAT_SUB_MIXTURE_RATIOS.h"
 #include "SaturationBricks.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
@@ -33,6 +35,15 @@ namespace {
 // end stands.
 bool checked() {
     return modelTags.HEOS == "HMX" && !pengRobinsonSelected();
+}
+
+bool withoutCompositionDerivatives(const Composition& z, const CriticalPoint& critical) {
+    const SilentMessages quiet;
+    Composition dalpha, dnalpha;
+    int code = 0;
+    Text255 text;
+    PHIDERV(1, critical.T, critical.D, z, dalpha, dnalpha, code, text);
+    return code == 191;
 }
 
 void refuse(int& ierr, Text255& herr) {
@@ -123,9 +134,21 @@ void lineBySubstitution(Method method, PhasePair& pair, const Composition& z, in
     else
         mixtureAtPressure(pair.p, z, kph - 2, critical, highestDensity, pair.T, pair.Dl, pair.Dv, pair.x, pair.y, ierr,
                           herr);
-    if (ierr != 0 || !checked()) return;
-    bool good = !(pair.T < coldest) && isEndOfSubstitution(pair, critical.p);
+    if (!checked()) return;
+    const bool byParts = withoutCompositionDerivatives(z, critical);
+    if (ierr != 0 && !byParts) return;
+    bool good = ierr == 0 && !(pair.T < coldest) && isEndOfSubstitution(pair, critical.p);
     if (good && method == Method::newton) good = goOnByNewton(pair, z, kph, critical.p);
+    if (byParts && !(good && isEquilibrium(pair, critical.p))) {
+        PhasePair closer = pair;
+        const bool found = givenT ? lineByParts(closer, z, kph) : lineByTemperatures(closer, z, kph - 2, critical);
+        if (found && !(closer.T < coldest) && isEquilibrium(closer, critical.p)) {
+            pair = closer;
+            good = true;
+            ierr = 0;
+            herr.clear();
+        }
+    }
     if (good) return;
     if (givenT)
         notConvergedAtTemperature(128, given, ierr, herr);
