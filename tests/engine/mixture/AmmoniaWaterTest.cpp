@@ -369,7 +369,7 @@ TEST_P(AmmoniaWaterRange, LinesAndBothPhasesAreFound) {
     EXPECT_LT(worstBetween, equal);
     EXPECT_LT(worstBack, 1e-4);
 }
-INSTANTIATE_TEST_SUITE_P(Temperatures, AmmoniaWaterRange, testing::Values(280.0, 320.0, 360.0, 400.0));
+INSTANTIATE_TEST_SUITE_P(Temperatures, AmmoniaWaterRange, testing::Values(280.0, 300.0, 320.0, 340.0, 360.0, 400.0));
 
 }  // namespace
 }  // namespace frigana::test
