@@ -68,6 +68,7 @@ const Change changes[] = {
     {6, "# 5 °C\nsuperheat° = \"5 K\"",
      "a.toml:7: this is no TOML: a value with a sign such as ° stands in quotes, as in \"-5 °C\"\n"},
     {5, "temperature = ", "a.toml:5: this is no TOML: %"},
+    {5, "temperature = 4m\"0 °C\"", "a.toml:5: this is no TOML: %"},
     {4, "[evaporator", "a.toml:4: this is no TOML: %"},
     {5, "temperature = \"-5 °C", "a.toml:5: this is no TOML: %"},
     {6, "temperature = \"5 °C\"", "a.toml:6: this is no TOML: %"},
