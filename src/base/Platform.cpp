@@ -304,7 +304,7 @@ int openFileToRead(const char* native) {
     const int handle = openRegular(native, O_RDONLY);
     if (handle >= 0 || errno != ENOENT) return handle;
     char corrected[longestPath + 1];
-    std::strcpy(corrected, native);
+    std::memcpy(corrected, native, std::strlen(native) + 1);
     return correctCase(corrected) ? openRegular(corrected, O_RDONLY) : -1;
 }
 

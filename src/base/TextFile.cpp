@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
 
 namespace frigana {
@@ -32,7 +33,7 @@ struct OpenFile {
 };
 
 OpenFile files[mostOpenUnits];
-signed char fileOfUnit[largestUnit + 1];  // index + 1 into files; 0 where the unit is closed
+std::int8_t fileOfUnit[largestUnit + 1];  // index + 1 into files; 0 where the unit is closed
 
 OpenFile* fileOf(int unit) {
     if (unit < 1 || unit > largestUnit || fileOfUnit[unit] == 0) return nullptr;
@@ -123,7 +124,7 @@ void removeNow(const OpenFile& file) {
 bool giveName(const OpenFile& file) {
     char native[longestPath + 1], beside[longestPath + 3];
     if (!nativePath(std::string_view(file.path, static_cast<std::size_t>(file.pathLength)), native)) return false;
-    std::strcpy(beside, native);
+    std::memcpy(beside, native, std::strlen(native) + 1);
     nameUntilWhole(file, beside);
     return renameFile(beside, native);
 }
@@ -149,7 +150,7 @@ bool openUnitAtOnce(int unit, std::string_view path, bool writing, Writing how) 
     file.failed = file.atEnd = file.tooLong = false;
     file.first = file.last = file.number = file.lineLength = 0;
     file.byte = 0;
-    fileOfUnit[unit] = static_cast<signed char>(free - files + 1);
+    fileOfUnit[unit] = static_cast<std::int8_t>(free - files + 1);
     return true;
 }
 

@@ -185,7 +185,7 @@ std::vector<std::string> FluidNames::near(std::string_view name) const {
 
 std::string FluidNames::shownName(std::string_view file) const {
     tables_->readAliases();
-    const std::string stem = stemOf(file);
+    std::string stem = stemOf(file);
     const auto designation = tables_->designations.find(uppercase(stem));
     if (designation == tables_->designations.end()) return stem;
     // R-717 and ammonia are both usual; the name of the file says which one this installation prefers.

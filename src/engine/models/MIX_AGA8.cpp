@@ -372,7 +372,7 @@ void SETAG(const Composition& x) {
 
 void aga8Sums(const Aga8Fractions& fraction) {
     cache.t = cache.reduced = 0.0;
-    int present[aga8Components], count = 0;
+    int present[aga8Components]{}, count = 0;
     for (int i = 1; i <= aga8Components; ++i)
         if (fraction[i] > 0.0) present[count++] = i;
 
