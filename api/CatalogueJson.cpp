@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Catalogue.h"
+#include "Climate.h"
 #include "Listing.h"
 #include "NamedRequest.h"
 #include "Names.h"
@@ -101,12 +102,19 @@ Json quantitiesJson() {
     return all;
 }
 
+void addParts(const app::ListedFluid& fluid, Json& json) {
+    for (const app::ListedFluid::Part& part : fluid.parts)
+        json["components"].push_back({{"name", part.component}, {"mass_fraction", part.massFraction}});
+    if (!fluid.fault.empty()) json["fault"] = fluid.fault;
+}
+
 Json fluidJson(const app::ListedFluid& fluid, bool blend, const FluidNames& names) {
     Json json = {{"file", fluid.file},
                  {"name", names.nameFor(fluid.file)},
                  {"shown", names.shownName(fluid.file)},
                  {"full_name", fluid.name},
                  {"blend", blend},
+                 {"own", false},
                  {"potential", fluid.ownPotential},
                  {"safety_class", fluid.ownClass}};
     if (const Refrigerant* known = fluid.known) {
@@ -116,9 +124,24 @@ Json fluidJson(const app::ListedFluid& fluid, bool blend, const FluidNames& name
         for (std::size_t report = 0; report < climateReports.size(); ++report)
             if (known->gwp[report]) json["gwp100"][std::string(climateReports[report])] = *known->gwp[report];
     }
-    for (const app::ListedFluid::Part& part : fluid.parts)
-        json["components"].push_back({{"name", part.component}, {"mass_fraction", part.massFraction}});
-    if (!fluid.fault.empty()) json["fault"] = fluid.fault;
+    addParts(fluid, json);
+    return json;
+}
+
+Json ownBlendJson(const app::ListedFluid& blend, const std::string& dataFolder) {
+    Json json = {{"file", blend.file},
+                 {"name", blend.file},
+                 {"shown", blend.file},
+                 {"full_name", ""},
+                 {"blend", true},
+                 {"own", true},
+                 {"potential", blend.ownPotential},
+                 {"safety_class", ""}};
+    addParts(blend, json);
+    if (!blend.fault.empty()) return json;
+    for (std::size_t report = 0; report < climateReports.size(); ++report)
+        if (const auto figure = climateOf(*blend.own, dataFolder, report).gwp)
+            json["gwp100"][std::string(climateReports[report])] = *figure;
     return json;
 }
 
@@ -144,10 +167,11 @@ std::string requestsJson() {
 std::string fluidsJson(const std::string& dataFolder) {
     const FluidNames& names = FluidNames::of(dataFolder);
     app::Listing listing;
-    app::listData(dataFolder, listing);
+    app::listData(dataFolder, personalFolder(), listing);
     Json all = Json::array();
     for (const app::ListedFluid& fluid : listing.fluids) all.push_back(fluidJson(fluid, false, names));
     for (const app::ListedFluid& blend : listing.blends) all.push_back(fluidJson(blend, true, names));
+    for (const app::ListedFluid& blend : listing.ownBlends) all.push_back(ownBlendJson(blend, dataFolder));
     return written({{"fluids", std::move(all)}});
 }
 

@@ -10,8 +10,8 @@ namespace frigana::programs {
 // with its units: value in the inner unit = (number + shift) * factor.
 std::string requestsJson();
 
-// {"fluids": [...]}: what a request may name, with designation, potential, safety class and components. Reads all
-// fluids: a worker's business.
+// {"fluids": [...]}: what a request may name, with designation, potential, safety class and components, the blends of
+// the person who runs the program included ("own"). Reads all fluids: a worker's business.
 std::string fluidsJson(const std::string& dataFolder);
 
 }  // namespace frigana::programs

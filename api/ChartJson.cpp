@@ -9,6 +9,7 @@
 #include "OPENFL.h"
 #include "ResultChart.h"
 #include "RunResult.h"
+#include "StoredBlends.h"
 #include "Svg.h"
 #include "Tree.h"
 
@@ -135,24 +136,21 @@ std::vector<diagrams::FluidSelection> Drawing::fluidsNamed() {
     const FluidNames& names = FluidNames::of(dataFolder_);
     std::vector<diagrams::FluidSelection> fluids;
     for (const Node* node : named) {
-        const FoundFluid found = names.find(node->kind == Node::Kind::text ? node->text : "");
-        if (found.file.empty()) {
-            problem("fluid = " + node->shown() + ": " + found.problem);
-            continue;
-        }
-        using Kind = diagrams::FluidSelection::Kind;
-        diagrams::FluidSelection fluid;
-        fluid.kind = found.blend ? Kind::mixtureFile : Kind::pure;
-        fluid.name = names.shownName(found.file);
-        fluid.files = {found.file};
-        fluid.reference = reference;
-        fluids.push_back(std::move(fluid));
+        Fluid fluid;
+        fluid.referenceState = reference;
+        const std::string unknown =
+            findFluid(node->kind == Node::Kind::text ? node->text : "", names, personalFolder(), fluid);
+        if (unknown.empty())
+            fluids.push_back(charts::selectionOf(fluid, names));
+        else
+            problem("fluid = " + node->shown() + ": " + unknown);
     }
     return fluids;
 }
 
 void Drawing::drawResult(const Node& request) {
-    const NamedRequest named = readNamed(studies::jsonOf(request), NamedFormat::json, FluidNames::of(dataFolder_));
+    const NamedRequest named =
+        readNamed(studies::jsonOf(request), NamedFormat::json, FluidNames::of(dataFolder_), personalFolder());
     problems = named.problems;
     if (problems.empty() && named.runs.size() != 1) problem("a chart has one request");
     if (!problems.empty()) return;

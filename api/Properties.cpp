@@ -17,6 +17,7 @@
 #include "NamedRequest.h"
 #include "SETUP.h"
 #include "StateQuery.h"
+#include "StoredBlends.h"
 #include "TPRHO.h"
 #include "TRNSP.h"
 #include "UTILITY.h"
@@ -456,13 +457,14 @@ std::string PropertyFluid::open(std::string_view description, const std::string&
             return key + ": a fluid has fluid, fractions, blend_name, reference_state and reference_of";
     question["request"] = "fluid-information";
     const catalogue::FluidNames& names = catalogue::FluidNames::of(dataFolder);
-    const catalogue::NamedRequest named = catalogue::readNamed(
-        question.dump(-1, ' ', false, Json::error_handler_t::replace), catalogue::NamedFormat::json, names);
+    const catalogue::NamedRequest named =
+        catalogue::readNamed(question.dump(-1, ' ', false, Json::error_handler_t::replace),
+                             catalogue::NamedFormat::json, names, catalogue::personalFolder());
     if (!named.problems.empty()) return named.problems.front().text;
     static long opened = 0;
     fluid_ = named.runs.front().blocks.front().fluid;
     dataFolder_ = dataFolder;
-    name_ = fluid_.kind == 3 ? fluid_.blendName : names.shownName(fluid_.file);
+    name_ = catalogue::shownName(fluid_, names);
     number_ = ++opened;
     std::string problem;
     if (!load(problem)) return problem;

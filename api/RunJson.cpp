@@ -7,6 +7,7 @@
 #include "11_MainFrigana.h"
 #include "NamedRequest.h"
 #include "Report.h"
+#include "StoredBlends.h"
 #include "Study.h"
 
 namespace frigana::programs {
@@ -31,11 +32,12 @@ catalogue::NamedFormat formatOf(std::string_view body) {
 }
 
 JsonAnswer runJson(std::string_view body, const RunRules& rules) {
+    const std::string blends = catalogue::personalFolder();
     const catalogue::NamedRequest named =
-        catalogue::readNamed(body, rules.format, catalogue::FluidNames::of(rules.dataFolder));
+        catalogue::readNamed(body, rules.format, catalogue::FluidNames::of(rules.dataFolder), blends);
     if (!named.problems.empty()) return refusal("bad_request", named.problems);
     if (!rules.mayStore && studies::storesInInstallation(*named.request))
-        return refusal("not_here", {{0, "The server stores nothing in its installation."}});
+        return refusal("not_here", {{0, "The server stores nothing."}});
     if (named.runs.size() > rules.mostPoints)
         return refusal("too_many_points", {{0, "A request has at most " + std::to_string(rules.mostPoints) +
                                                    " points; a study has more."}});
@@ -47,7 +49,7 @@ JsonAnswer runJson(std::string_view body, const RunRules& rules) {
     int status = 0;
     for (const catalogue::FilledRequest& filled : named.runs) {
         clearRecords();
-        results.push_back({catalogue::runFilled(filled, {rules.dataFolder, false}), style});
+        results.push_back({catalogue::runFilled(filled, {rules.dataFolder, false, {}, blends}), style});
         app::addRemarks(results.back().result, style);
         status = std::max(status, app::exitStatus(results.back().result));
     }

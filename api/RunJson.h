@@ -14,7 +14,7 @@ namespace frigana::programs {
 struct RunRules {
     std::string dataFolder;                                            // holds the folders fluids and mixtures
     std::size_t mostPoints = std::numeric_limits<std::size_t>::max();  // of one request
-    bool mayStore = true;                                              // blends in the installation
+    bool mayStore = true;                                              // blends, among those of the person
     catalogue::NamedFormat format = catalogue::NamedFormat::json;
 };
 

@@ -9,6 +9,7 @@
 #include "Outputs.h"
 #include "Picture.h"
 #include "StateChart.h"
+#include "StoredBlends.h"
 #include "Units.h"
 
 namespace frigana::app {
@@ -38,15 +39,11 @@ int readTemperature(const std::string& text, catalogue::UnitSystem units, const 
 int findFluids(const ChartOptions& options, std::vector<diagrams::FluidSelection>& selections) {
     const catalogue::FluidNames& names = catalogue::FluidNames::of(options.data);
     for (const std::string& name : options.fluids) {
-        const catalogue::FoundFluid found = names.find(name);
-        if (found.file.empty()) return complain(usageError, name + ' ' + found.problem);
-        diagrams::FluidSelection selection;
-        using Kind = diagrams::FluidSelection::Kind;
-        selection.kind = found.blend ? Kind::mixtureFile : Kind::pure;
-        selection.name = names.shownName(found.file);
-        selection.files = {found.file};
-        selection.reference = options.reference;
-        selections.push_back(std::move(selection));
+        catalogue::Fluid fluid;
+        fluid.referenceState = options.reference;
+        const std::string unknown = catalogue::findFluid(name, names, catalogue::personalFolder(), fluid);
+        if (!unknown.empty()) return complain(usageError, name + ' ' + unknown);
+        selections.push_back(charts::selectionOf(fluid, names));
     }
     return 0;
 }

@@ -7,6 +7,7 @@
 #include "Commands.h"
 #include "Listing.h"
 #include "Names.h"
+#include "StoredBlends.h"
 
 namespace frigana::app {
 
@@ -18,19 +19,22 @@ struct Options {
 };
 
 int listOneFluid(const Options& options) {
-    const catalogue::FoundFluid found = catalogue::FluidNames::of(options.folder).find(options.what);
-    if (found.file.empty()) return complain(runtimeError, found.problem);
-    const ListedFluid fluid = listOne(options.folder, found.file, found.blend);
+    catalogue::Fluid named;
+    const std::string unknown = catalogue::findFluid(options.what, catalogue::FluidNames::of(options.folder),
+                                                     catalogue::personalFolder(), named);
+    if (!unknown.empty()) return complain(runtimeError, options.what + ' ' + unknown);
+    const ListedFluid fluid = named.kind == 3 ? listOwn(options.folder, {named.blendName, named, {}})
+                                              : listOne(options.folder, named.file, named.kind == 2);
     if (options.json)
-        printOneJson(std::cout, fluid);
+        printOneJson(std::cout, fluid, options.folder);
     else
-        printOne(std::cout, fluid);
+        printOne(std::cout, fluid, options.folder);
     return 0;
 }
 
 int listAll(const Options& options) {
     Listing listing;
-    if (!listData(options.folder, listing))
+    if (!listData(options.folder, catalogue::personalFolder(), listing))
         return complain(runtimeError, options.folder + ": there is no folder fluids in it");
     const auto report = std::find(catalogue::climateReports.begin(), catalogue::climateReports.end(), options.report);
     if (options.json)

@@ -9,9 +9,11 @@
 #include "21_InitSubstance.h"
 #include "31_FluidInformation.h"
 #include "54_Find_Refigerant.h"
+#include "Climate.h"
 #include "Folders.h"
 #include "OPENFL.h"
 #include "SETUP.h"
+#include "StateQuery.h"
 #include "TextTable.h"
 #include "UTILITY.h"
 
@@ -67,6 +69,17 @@ ListedFluid fluidOf(const std::string& file) {
     return listed;
 }
 
+// Components and fractions of a fluid that the engine holds.
+void readParts(SUBSTANCE& substance, ListedFluid& listed) {
+    double molarMass = 0.0;
+    XMASS(substance.ZMOL, substance.ZKG, molarMass);
+    for (int i = 1; i <= substance.NMIX; ++i) {
+        const std::string component = plainText(substance.REFSNAMEMIX[i].view());
+        listed.parts.push_back({component.substr(0, component.find_last_of('.')), substance.ZKG[i]});
+    }
+    lookUp(substance, listed);
+}
+
 ListedFluid blendOf(const std::string& file) {
     ListedFluid listed;
     listed.file = file;
@@ -82,18 +95,13 @@ ListedFluid blendOf(const std::string& file) {
         listed.fault = reason(herr);
         return listed;
     }
-    double sum = 0.0, molarMass = 0.0;
+    double sum = 0.0;
     CHECKCOMPOSITION(substance.REFSNAMEMIX, substance.ZMOL, substance.NMIX, sum, ierr, herr);
     if (ierr > 0) {
         listed.fault = reason(herr);
         return listed;
     }
-    XMASS(substance.ZMOL, substance.ZKG, molarMass);
-    for (int i = 1; i <= substance.NMIX; ++i) {
-        const std::string component = plainText(substance.REFSNAMEMIX[i].view());
-        listed.parts.push_back({component.substr(0, component.find_last_of('.')), substance.ZKG[i]});
-    }
-    lookUp(substance, listed);
+    readParts(substance, listed);
     return listed;
 }
 
@@ -132,7 +140,7 @@ std::string designationOf(const ListedFluid& fluid) {
 
 Columns columnsOf(const Listing& listing) {
     Columns columns{5, 11};
-    for (const std::vector<ListedFluid>* rows : {&listing.fluids, &listing.blends})
+    for (const std::vector<ListedFluid>* rows : {&listing.fluids, &listing.blends, &listing.ownBlends})
         for (const ListedFluid& row : *rows) {
             columns.file = std::max(columns.file, row.file.size());
             columns.designation = std::max(columns.designation, designationOf(row).size());
@@ -149,7 +157,14 @@ void printLine(std::ostream& out, const Columns& columns, const std::string& fil
     out << trimRight(line) << '\n';
 }
 
-void printRow(std::ostream& out, const Columns& columns, const ListedFluid& row, std::size_t report) {
+// Potential in a report, as lists show it.
+std::string potentialOf(const ListedFluid& row, std::size_t report, const std::string& folder) {
+    if (row.own) return catalogue::potentialText(catalogue::climateOf(*row.own, folder, report));
+    return row.known != nullptr ? catalogue::shownPotential(*row.known, report) : "-";
+}
+
+void printRow(std::ostream& out, const Columns& columns, const ListedFluid& row, std::size_t report,
+              const std::string& folder) {
     const std::string own = row.ownPotential == "n/a" ? "" : row.ownPotential;
     if (!row.fault.empty()) {
         printLine(out, columns, row.file, "", "-", "-", "", "cannot be used: " + row.fault);
@@ -158,9 +173,8 @@ void printRow(std::ostream& out, const Columns& columns, const ListedFluid& row,
     const std::string safetyClass = row.known != nullptr   ? row.known->safetyClass
                                     : row.ownClass != "NA" ? row.ownClass
                                                            : "";
-    const std::string potential = row.known != nullptr ? catalogue::shownPotential(*row.known, report) : "-";
-    printLine(out, columns, row.file, designationOf(row), safetyClass.empty() ? "-" : safetyClass, potential, own,
-              row.parts.empty() ? row.name : composition(row));
+    printLine(out, columns, row.file, designationOf(row), safetyClass.empty() ? "-" : safetyClass,
+              potentialOf(row, report, folder), own, row.parts.empty() ? row.name : composition(row));
 }
 
 // Digits of a name count as numbers: R22 stands before R114.
@@ -193,7 +207,7 @@ void printFamily(std::ostream& out, const Columns& columns, std::string_view fam
         if (own != family) continue;
         if (!any) out << '\n' << (family.empty() ? "without a family" : family) << '\n';
         any = true;
-        printRow(out, columns, fluid, report);
+        printRow(out, columns, fluid, report, listing.folder);
     }
 }
 
@@ -208,10 +222,27 @@ Json textOrNull(const std::string& text) {
     return text.empty() ? Json() : Json(text);
 }
 
-Json jsonOf(const ListedFluid& fluid, bool blend) {
+// Of a blend of one's own the figures are sums by mass.
+void addPotential(const ListedFluid& fluid, std::size_t k, const std::string& folder, Json& object) {
+    const std::string report(catalogue::climateReports[k]);
+    const catalogue::Refrigerant none, &known = fluid.known != nullptr ? *fluid.known : none;
+    std::optional<double> figure = known.gwp[k];
+    std::vector<std::string> leftOut = known.gwpLeftOut[k];
+    if (fluid.own && fluid.fault.empty()) {
+        const catalogue::Climate climate = catalogue::climateOf(*fluid.own, folder, k);
+        figure = climate.gwp;
+        leftOut = climate.leftOut;
+    }
+    object["gwp100"][report] = numberOrNull(figure);
+    if (known.gwpBelow[k]) object["gwp100_below"][report] = *known.gwpBelow[k];
+    if (!leftOut.empty()) object["gwp100_left_out"][report] = leftOut;
+}
+
+Json jsonOf(const ListedFluid& fluid, bool blend, const std::string& folder) {
     Json object;
     object["file"] = fluid.file;
     object["kind"] = blend ? "blend" : "pure";
+    object["own"] = fluid.own.has_value();
     object["name"] = textOrNull(fluid.name);
     const catalogue::Refrigerant none, &known = fluid.known != nullptr ? *fluid.known : none;
     object["family"] = textOrNull(known.family);
@@ -220,12 +251,7 @@ Json jsonOf(const ListedFluid& fluid, bool blend) {
     object["cas"] = textOrNull(known.cas);
     object["safety_class"] = textOrNull(known.safetyClass);
     object["odp"] = numberOrNull(known.odp);
-    for (std::size_t k = 0; k < catalogue::climateReports.size(); ++k) {
-        const std::string report(catalogue::climateReports[k]);
-        object["gwp100"][report] = numberOrNull(known.gwp[k]);
-        if (known.gwpBelow[k]) object["gwp100_below"][report] = *known.gwpBelow[k];
-        if (!known.gwpLeftOut[k].empty()) object["gwp100_left_out"][report] = known.gwpLeftOut[k];
-    }
+    for (std::size_t k = 0; k < catalogue::climateReports.size(); ++k) addPotential(fluid, k, folder, object);
     object["note"] = textOrNull(known.note);
     object["in_results"]["gwp"] =
         fluid.ownPotential == "n/a" || fluid.ownPotential.empty() ? Json() : Json(std::stoi(fluid.ownPotential));
@@ -249,16 +275,38 @@ ListedFluid listOne(const std::string& folder, const std::string& file, bool ble
     return listed;
 }
 
-bool listData(const std::string& folder, Listing& listing) {
+ListedFluid listOwn(const std::string& folder, const catalogue::StoredBlend& blend) {
+    ListedFluid listed;
+    listed.file = blend.name;
+    listed.own = blend.fluid;
+    listed.fault = blend.problem;
+    if (!listed.fault.empty()) return listed;
+    static SUBSTANCE substance;
+    listed.fault = catalogue::loadFluid(blend.fluid, folder, substance);
+    if (!listed.fault.empty()) return listed;
+    // As requests use it: for their time it is a predefined blend.
+    substance.FLUIDKIND = 2;
+    substance.FLUIDNAME.assign(blend.name);
+    readParts(substance, listed);
+    std::vector<std::string> components;
+    for (const ListedFluid::Part& part : listed.parts) components.push_back(part.component);
+    listed.estimates = catalogue::estimatedProperties(folder, "", components);
+    return listed;
+}
+
+bool listData(const std::string& folder, const std::string& blendFolder, Listing& listing) {
     listing = Listing{};
     listing.folder = folder;
+    listing.blendFolder = blendFolder;
     std::error_code error;
     if (!fs::is_directory(fs::path(folder) / "fluids", error)) return false;
     for (const std::string& file : filesOf(fs::path(folder) / "fluids", ".FLD"))
         listing.fluids.push_back(listOne(folder, file, false));
     for (const std::string& file : filesOf(fs::path(folder) / "mixtures", ".MIX"))
         listing.blends.push_back(listOne(folder, file, true));
-    for (std::vector<ListedFluid>* rows : {&listing.fluids, &listing.blends})
+    for (const catalogue::StoredBlend& blend : catalogue::storedBlends(blendFolder, catalogue::FluidNames::of(folder)))
+        listing.ownBlends.push_back(listOwn(folder, blend));
+    for (std::vector<ListedFluid>* rows : {&listing.fluids, &listing.blends, &listing.ownBlends})
         std::sort(rows->begin(), rows->end(),
                   [](const ListedFluid& a, const ListedFluid& b) { return comesBefore(a.file, b.file); });
     return true;
@@ -272,15 +320,20 @@ void printListing(std::ostream& out, const Listing& listing, std::size_t report)
     for (const std::string_view family : catalogue::fluidFamilies) printFamily(out, columns, family, listing, report);
     printFamily(out, columns, "", listing, report);
     out << '\n';
-    if (listing.blends.empty()) {
+    const auto printBlends = [&](const char* heading, const std::vector<ListedFluid>& blends) {
+        printLine(out, columns, heading, "designation", "class", potential, "result", "components, % by mass");
+        for (const ListedFluid& blend : blends) printRow(out, columns, blend, report, listing.folder);
+    };
+    if (listing.blends.empty())
         out << "  There are no blends.\n";
-        return;
-    }
-    printLine(out, columns, "Blend", "designation", "class", potential, "result", "components, % by mass");
-    for (const ListedFluid& blend : listing.blends) printRow(out, columns, blend, report);
+    else
+        printBlends("Blend", listing.blends);
+    if (listing.ownBlends.empty()) return;
+    out << "\nYour own blends, in " << listing.blendFolder << "\n\n";
+    printBlends("Blend", listing.ownBlends);
 }
 
-void printOne(std::ostream& out, const ListedFluid& fluid) {
+void printOne(std::ostream& out, const ListedFluid& fluid, const std::string& folder) {
     constexpr std::size_t labels = 22;
     const auto line = [&](const std::string& label, const std::string& text) {
         if (!text.empty()) out << "  " << padRight(label, labels) << text << '\n';
@@ -303,14 +356,18 @@ void printOne(std::ostream& out, const ListedFluid& fluid) {
         line("CAS number", known->cas);
         line("safety class", known->safetyClass.empty() ? "not classified or not certain" : known->safetyClass);
         line("ozone depletion", known->odp ? decimal(*known->odp) : "not known");
+    }
+    if (fluid.own) line("kind", "your own blend");
+    if (fluid.known != nullptr || fluid.own)
         for (std::size_t k = 0; k < catalogue::climateReports.size(); ++k) {
-            std::string text = catalogue::shownPotential(*known, k);
+            std::string text = potentialOf(fluid, k, folder);
             if (text == "-") text = "no figure";
-            if (!known->gwpLeftOut[k].empty()) text += " (no figure for " + joined(known->gwpLeftOut[k]) + ")";
+            const std::vector<std::string> leftOut =
+                fluid.own ? catalogue::climateOf(*fluid.own, folder, k).leftOut : fluid.known->gwpLeftOut[k];
+            if (!leftOut.empty()) text += " (no figure for " + joined(leftOut) + ")";
             line("GWP, 100 a, " + std::string(catalogue::climateReports[k]), text);
         }
-        line("note", known->note);
-    }
+    if (fluid.known != nullptr) line("note", fluid.known->note);
     line("GWP in results", fluid.ownPotential == "n/a" ? "none" : fluid.ownPotential);
     line("class in results", fluid.ownClass == "NA" ? "none" : fluid.ownClass);
     if (!fluid.parts.empty()) line("components, % by mass", composition(fluid));
@@ -321,13 +378,14 @@ void printListingJson(std::ostream& out, const Listing& listing) {
     Json root;
     root["folder"] = listing.folder;
     root["fluids"] = Json::array();
-    for (const ListedFluid& fluid : listing.fluids) root["fluids"].push_back(jsonOf(fluid, false));
-    for (const ListedFluid& blend : listing.blends) root["fluids"].push_back(jsonOf(blend, true));
+    for (const ListedFluid& fluid : listing.fluids) root["fluids"].push_back(jsonOf(fluid, false, listing.folder));
+    for (const std::vector<ListedFluid>* blends : {&listing.blends, &listing.ownBlends})
+        for (const ListedFluid& blend : *blends) root["fluids"].push_back(jsonOf(blend, true, listing.folder));
     out << root.dump(1) << '\n';
 }
 
-void printOneJson(std::ostream& out, const ListedFluid& fluid) {
-    out << jsonOf(fluid, !fluid.parts.empty()).dump(1) << '\n';
+void printOneJson(std::ostream& out, const ListedFluid& fluid, const std::string& folder) {
+    out << jsonOf(fluid, !fluid.parts.empty(), folder).dump(1) << '\n';
 }
 
 }  // namespace frigana::app

@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "NamedRequest.h"
+#include "StoredBlends.h"
 
 namespace frigana::app {
 
@@ -35,12 +36,12 @@ Command addNew(CLI::App& program) {
                                     options->name + ": there is no such request; frigana explain lists them");
                 if (const int status = findDataFolder(program, options->data, " with --data")) return status;
                 const FluidNames& names = FluidNames::of(options->data);
-                FoundFluid fluid;
+                std::optional<Fluid> fluid;
                 if (!options->fluid.empty()) {
-                    fluid = names.find(options->fluid);
-                    if (fluid.file.empty()) return complain(usageError, options->fluid + ' ' + fluid.problem);
+                    const std::string problem = findFluid(options->fluid, names, personalFolder(), fluid.emplace());
+                    if (!problem.empty()) return complain(usageError, options->fluid + ' ' + problem);
                 }
-                const FilledRequest typical = typicalRequest(*request, fluid.file, fluid.blend);
+                const FilledRequest typical = typicalRequest(*request, fluid);
                 const WritingStyle style{*unitSystemOf(options->units), true, true};
                 return writeOutput(options->out, namedText(typical, names, style)) ? 0 : runtimeError;
             }};

@@ -6,6 +6,7 @@
 #include "Commands.h"
 #include "NamedRequest.h"
 #include "StateQuery.h"
+#include "StoredBlends.h"
 
 namespace frigana::app {
 
@@ -27,8 +28,10 @@ std::string shown(double value, Quantity quantity, UnitSystem units) {
 }
 
 int run(const Options& options) {
-    const FoundFluid found = FluidNames::of(options.data).find(options.fluid);
-    if (found.file.empty()) return complain(usageError, options.fluid + ' ' + found.problem);
+    const FluidNames& names = FluidNames::of(options.data);
+    Fluid fluid;
+    const std::string unknown = findFluid(options.fluid, names, personalFolder(), fluid);
+    if (!unknown.empty()) return complain(usageError, options.fluid + ' ' + unknown);
     const UnitSystem units = *unitSystemOf(options.units);
     GivenProperty given[2]{};
     for (int i = 0; i < 2; ++i) {
@@ -36,13 +39,10 @@ int run(const Options& options) {
         if (!problem.empty()) return complain(usageError, problem);
     }
     if (given[0].property == given[1].property) return complain(usageError, "a state needs two different properties");
-    Fluid fluid;
-    fluid.kind = found.blend ? 2 : 1;
-    fluid.file = found.file;
     const StateAnswer answer = stateOf(fluid, options.data, given[0], given[1]);
     if (!answer.problem.empty()) return complain(refused, answer.problem);
     const STATEPT& point = answer.point;
-    std::string line = FluidNames::of(options.data).shownName(found.file);
+    std::string line = shownName(fluid, names);
     for (const StateProperty& property : stateProperties()) {
         const double value = point.*property.field;
         // Outside the dome a quality has no meaning, whatever the mark of the engine.

@@ -49,7 +49,7 @@ FRIGANA_CALL void frigana_free(char* text);
 
 /* ---- requests ---------------------------------------------------------------------------------------------------- */
 
-/* Runs a named request.
+/* Runs a named request. A blend is stored among the person's own, from where every call knows it by name.
  *   Given     request  a named request as in docs/requests.md: JSON where it begins with {, else TOML
  *   Returned  answer   JSON: as `frigana run --json` writes it (FRIGANA_DONE, FRIGANA_REFUSED), or
  *                      {"error": {"code", "text", "problems": [{"line", "text", "key", "allowed"}]}} (FRIGANA_FAULTY);
@@ -64,7 +64,8 @@ FRIGANA_CALL int frigana_run(const char* request, char** answer);
  */
 FRIGANA_CALL int frigana_chart(const char* chart, char** answer);
 
-/* Lists as JSON: the requests with their keys, options and limits; the fluids and blends of the data folder. */
+/* Lists as JSON: the requests with their keys, options and limits; the fluids and blends of the data folder, and after
+ * them the person's own blends. */
 FRIGANA_CALL int frigana_list_requests(char** answer);
 FRIGANA_CALL int frigana_list_fluids(char** answer);
 

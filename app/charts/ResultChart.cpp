@@ -142,30 +142,6 @@ void addMixedPoints(const RunResult& result, int stages, Points& points) {
     }
 }
 
-diagrams::FluidSelection selectionOf(const catalogue::Fluid& fluid, const std::string& dataFolder) {
-    const catalogue::FluidNames& names = catalogue::FluidNames::of(dataFolder);
-    using Kind = diagrams::FluidSelection::Kind;
-    diagrams::FluidSelection selection;
-    selection.reference = fluid.referenceState;
-    selection.referenceMode = fluid.referenceOf;
-    if (fluid.kind == 3) {
-        selection.kind = Kind::listed;
-        selection.name = fluid.blendName.empty() ? "Blend" : fluid.blendName;
-        selection.byMass = fluid.byMass;
-        double sum = 0.0;
-        for (const auto& component : fluid.components) sum += component.fraction;
-        for (const auto& component : fluid.components) {
-            selection.files.push_back(component.file);
-            selection.fractions.push_back(component.fraction / sum);
-        }
-        return selection;
-    }
-    selection.kind = fluid.kind == 1 ? Kind::pure : Kind::mixtureFile;
-    selection.name = names.shownName(fluid.file);
-    selection.files = {fluid.file};
-    return selection;
-}
-
 // The figures that a report leads with, as many as a line holds, and the measure of merit first.
 std::string figuresOf(const RunResult& result, catalogue::UnitSystem units) {
     constexpr std::size_t most = 4;
@@ -287,7 +263,7 @@ bool chartFor(const catalogue::Fluid& choice, diagrams::ChartKind kind, const Ch
               const std::string& dataFolder, const std::vector<State>& shown, diagrams::ChartFluid& fluid,
               ResultPlot& result, std::string& why) {
     SETPATH(dataFolder);
-    if (!fluid.load(selectionOf(choice, dataFolder), why)) return false;
+    if (!fluid.load(selectionOf(choice, catalogue::FluidNames::of(dataFolder)), why)) return false;
     diagrams::ChartRequest request;
     request.kind = kind;
     request.scales = scalesOf(style.units);

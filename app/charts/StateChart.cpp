@@ -164,6 +164,29 @@ catalogue::Quantity quantityOf(Property property) {
     }
 }
 
+diagrams::FluidSelection selectionOf(const catalogue::Fluid& fluid, const catalogue::FluidNames& names) {
+    using Kind = diagrams::FluidSelection::Kind;
+    diagrams::FluidSelection selection;
+    selection.reference = fluid.referenceState;
+    selection.referenceMode = fluid.referenceOf;
+    if (fluid.kind == 3) {
+        selection.kind = Kind::listed;
+        selection.name = fluid.blendName.empty() ? "Blend" : fluid.blendName;
+        selection.byMass = fluid.byMass;
+        double sum = 0.0;
+        for (const auto& component : fluid.components) sum += component.fraction;
+        for (const auto& component : fluid.components) {
+            selection.files.push_back(component.file);
+            selection.fractions.push_back(component.fraction / sum);
+        }
+        return selection;
+    }
+    selection.kind = fluid.kind == 1 ? Kind::pure : Kind::mixtureFile;
+    selection.name = names.shownName(fluid.file);
+    selection.files = {fluid.file};
+    return selection;
+}
+
 diagrams::Scales scalesOf(UnitSystem units) {
     diagrams::Scales scales;
     scales.temperature = scaleOf(Quantity::temperature, units);

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "FilledRequest.h"
 #include "FluidChart.h"
+#include "Names.h"
 #include "Plot.h"
 #include "Units.h"
 
@@ -16,6 +18,9 @@ struct ChartStyle {
     std::optional<catalogue::UnitSystem> otherUnits;  // of a second pair of axes
     double width = 1200.0, height = 800.0;            // of the picture [px]
 };
+
+// The fluid of a request as a chart loads it.
+diagrams::FluidSelection selectionOf(const catalogue::Fluid& fluid, const catalogue::FluidNames& names);
 
 // Name of a kind of chart as the command line writes it: ph, ts, hs, pT.
 std::optional<diagrams::ChartKind> kindOf(const std::string& name);

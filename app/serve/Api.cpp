@@ -8,6 +8,7 @@
 #include "Complaint.h"
 #include "OpenApi.h"
 #include "Page.h"
+#include "StoredBlends.h"
 #include "Study.h"
 #include "StudyStream.h"
 
@@ -177,13 +178,16 @@ http::Answer Api::openApi(const http::Request&) {
     return {200, std::string(jsonType), all, {{"Cache-Control", "no-store"}}, {}};
 }
 
-// The fluids of the installation are the same as long as the server runs.
+// The fluids of the installation are the same as long as the server runs; blends of one's own come and go.
 http::Answer Api::fluids(const http::Request&) {
     const std::lock_guard lock(mutex_);
-    if (fluids_.body.empty()) {
+    std::error_code error;
+    const auto changed = std::filesystem::last_write_time(catalogue::personalFolder(), error);
+    if (fluids_.body.empty() || changed != blendsChanged_) {
         http::Answer answer = calculated(fluidsTask, "");
         if (answer.status != 200) return answer;
         fluids_ = std::move(answer);
+        blendsChanged_ = changed;
     }
     return fluids_;
 }

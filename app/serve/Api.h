@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <filesystem>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -49,6 +50,7 @@ class Api {
     std::atomic<int> runningStudies_ = 0;
     std::mutex mutex_;
     http::Answer fluids_;  // once it is known
+    std::filesystem::file_time_type blendsChanged_{};
 };
 
 // Headers of every answer: nothing is loaded from elsewhere, nothing inline runs, nobody frames the page.

@@ -9,6 +9,7 @@
 #include "ChartJson.h"
 #include "Conversion.h"
 #include "RunJson.h"
+#include "StoredBlends.h"
 
 namespace frigana::serve {
 
@@ -25,6 +26,7 @@ std::string replaceAll(std::string text, const std::string& from, const std::str
 // Answers tell no folders of the machine.
 std::string withoutFolders(std::string text) {
     text = replaceAll(std::move(text), folderOfData, "data");
+    text = replaceAll(std::move(text), catalogue::personalFolder(), "blends");
     return replaceAll(std::move(text), std::filesystem::current_path().string() + "/", "");
 }
 

@@ -6,6 +6,7 @@
 #include "CaseRun.h"
 #include "NamedRequest.h"
 #include "RunResult.h"
+#include "StoredBlends.h"
 #include "Tree.h"
 
 namespace frigana::serve {
@@ -38,7 +39,7 @@ class Conversion {
 };
 
 void Conversion::readNamedText(const std::string& text, NamedFormat format) {
-    const NamedRequest named = readNamed(text, format, names_);
+    const NamedRequest named = readNamed(text, format, names_, personalFolder());
     problems = named.problems;
     if (!problems.empty()) return;
     if (named.runs.size() != 1) return problem("a request of several points has no other form");
@@ -48,7 +49,7 @@ void Conversion::readNamedText(const std::string& text, NamedFormat format) {
 void Conversion::readTemplate(const Node& name) {
     const Request* request = findRequest(name.text);
     if (request == nullptr) return problem("template = " + name.shown() + ": there is no such request");
-    filled_ = typicalRequest(*request, "", false);
+    filled_ = typicalRequest(*request);
 }
 
 void Conversion::readPlaces(const Node& text) {

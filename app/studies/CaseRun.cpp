@@ -9,6 +9,7 @@
 #include "NamedRequest.h"
 #include "RunResult.h"
 #include "Search.h"
+#include "StoredBlends.h"
 #include "Tree.h"
 
 namespace frigana::studies {
@@ -39,8 +40,8 @@ struct Outcome {
 };
 
 Outcome outcomeOf(std::string_view request, const std::string& dataFolder) {
-    const catalogue::NamedRequest named =
-        catalogue::readNamed(request, catalogue::NamedFormat::json, catalogue::FluidNames::of(dataFolder));
+    const catalogue::NamedRequest named = catalogue::readNamed(
+        request, catalogue::NamedFormat::json, catalogue::FluidNames::of(dataFolder), catalogue::personalFolder());
     const auto refused = [](const Json& error) { return Outcome{std::nullopt, catalogue::UnitSystem::SI, error}; };
     if (!named.problems.empty()) return refused(refusal("bad_request", named.problems.front().text));
     if (named.runs.size() != 1) return refused(refusal("bad_request", "a case of a study is one request"));

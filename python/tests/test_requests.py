@@ -13,7 +13,7 @@ import pytest
 from conftest import basic
 
 NAMES = [request["name"] for request in frigana.list_requests()]
-STORING = "store-blend"  # writes into the installation
+STORING = "store-blend"  # writes among the blends of the person
 
 
 def template(program, name):
@@ -55,6 +55,24 @@ def test_values_points_and_devices():
     devices = result.devices
     assert devices.loc[("", "COMPRESSOR", "Outlet"), "pressure"] == result["compressor.outlet.pressure"]
     assert pickle.loads(pickle.dumps(result)).values_by_key == pytest.approx(result.values_by_key, nan_ok=True)
+
+
+def test_own_blends_are_stored_and_used(program, tmp_path, monkeypatch):
+    monkeypatch.setenv("XDG_DATA_HOME", str(tmp_path))
+    frigana.store_blend(fluid={"R32": 0.5, "R125": 0.5}, blend_name="Half")
+    assert (tmp_path / "frigana" / "Half.toml").exists()
+    half, shipped = frigana.Fluid("half"), frigana.Fluid("R410A")
+    assert half.name == "Half"
+    # The shipped file rounds its mole fractions.
+    assert half.d(T=300, p=1000) == pytest.approx(shipped.d(T=300, p=1000), rel=1e-6)
+    result = frigana.run(basic("half"))
+    assert result["performance.cop_cooling"] == pytest.approx(frigana.run(basic("R410A"))["performance.cop_cooling"], rel=1e-6)
+    assert result.chart("ph").svg.startswith("<svg") and frigana.chart("ts", "half").svg.startswith("<svg")
+    assert frigana.list_fluids()[-1]["name"] == "Half"
+    study = frigana.study({"request": basic(), "vary": {"fluid": ["half", "R134a"]}, "results": {"keys": ["performance.cop_cooling"]}})
+    assert study.refused == [] and study.row(0)[1] == result["performance.cop_cooling"]
+    said = subprocess.run([program, "state", "half", "T=300K", "P=10bar"], capture_output=True, text=True).stdout
+    assert said.startswith("Half  T = ")
 
 
 def test_missing_values_are_not_numbers():

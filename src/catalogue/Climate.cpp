@@ -69,21 +69,25 @@ std::optional<std::size_t> climateReportOf(std::string_view name) {
     return std::nullopt;
 }
 
-Climate climateOf(const RunResult& result, std::size_t circuit, const std::string& dataFolder, std::size_t report) {
+Climate climateOf(const Fluid& fluid, const std::string& dataFolder, std::size_t report) {
     Climate climate;
-    const Fluid& fluid = result.input.blocks[circuit].fluid;
     if (fluid.kind == 3) {
         climate.name = fluid.blendName;
         addComponents(fluid, dataFolder, report, climate);
-    } else {
-        climate.name = FluidNames::of(dataFolder).shownName(fluid.file);
-        if (const Refrigerant* known = Refrigerants::of(dataFolder).find(fluid.file)) {
-            climate.safetyClass = known->safetyClass;
-            climate.gwp = known->gwp[report] ? known->gwp[report] : known->gwpBelow[report];
-            climate.below = !known->gwp[report] && known->gwpBelow[report];
-            climate.leftOut = known->gwpLeftOut[report];
-        }
+        return climate;
     }
+    climate.name = FluidNames::of(dataFolder).shownName(fluid.file);
+    if (const Refrigerant* known = Refrigerants::of(dataFolder).find(fluid.file)) {
+        climate.safetyClass = known->safetyClass;
+        climate.gwp = known->gwp[report] ? known->gwp[report] : known->gwpBelow[report];
+        climate.below = !known->gwp[report] && known->gwpBelow[report];
+        climate.leftOut = known->gwpLeftOut[report];
+    }
+    return climate;
+}
+
+Climate climateOf(const RunResult& result, std::size_t circuit, const std::string& dataFolder, std::size_t report) {
+    Climate climate = climateOf(result.input.blocks[circuit].fluid, dataFolder, report);
     climate.ofResultFile = figureOfResult(result, circuit);
     return climate;
 }

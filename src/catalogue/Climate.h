@@ -24,7 +24,9 @@ struct Climate {
     std::optional<double> ofResultFile;  // of the library's own table
 };
 
-// Of a circuit (0 or 1) of a result. A blend listed by its components has the sum of theirs by mass.
+// Of a fluid, without a figure of a result file. A blend listed by its components has the sum of theirs by mass.
+Climate climateOf(const Fluid& fluid, const std::string& dataFolder, std::size_t report);
+// Of a circuit (0 or 1) of a result.
 Climate climateOf(const RunResult& result, std::size_t circuit, const std::string& dataFolder, std::size_t report);
 
 // "1530", "<1", or "-" where the report has none.

@@ -323,19 +323,8 @@ class Reader {
 
     // A name of the installation, or else of a blend that the person has stored.
     void readFluidName(const Leaf& leaf, Fluid& fluid) {
-        FoundFluid found = names_.find(leaf.node->text);
-        if (found.file.empty()) {
-            if (const auto stored = storedBlend(leaf.node->text, blends_, names_, found.problem)) {
-                fluid.kind = stored->kind;
-                fluid.components = stored->components;
-                fluid.byMass = stored->byMass;
-                fluid.blendName = stored->blendName;
-                return;
-            }
-            fail(leaf, found.problem);
-        }
-        fluid.kind = found.blend ? 2 : 1;
-        fluid.file = found.file;
+        const std::string problem = findFluid(leaf.node->text, names_, blends_, fluid);
+        if (!problem.empty()) fail(leaf, problem);
     }
 
     Fluid readFluid(const std::string& prefix) {
@@ -793,15 +782,15 @@ std::string limitsText(const Limits& limits, Quantity quantity, const Unit& unit
     return lower == upper ? lower : lower + " to " + upper;
 }
 
-FilledRequest typicalRequest(const Request& request, const std::string& fluid, bool blend) {
+FilledRequest typicalRequest(const Request& request, const std::optional<Fluid>& fluid) {
     FilledRequest filled;
     filled.request = &request;
     for (const Circuit& circuit : request.circuits) {
         Block block;
         block.title = circuit.title;
-        const std::string file = fluid.empty() ? std::string(circuit.fluid) : fluid;
-        block.fluid.file = file;
-        block.fluid.kind = fluid.empty() ? (file.ends_with(".MIX") ? 2 : 1) : blend ? 2 : 1;
+        block.fluid.file = circuit.fluid;
+        block.fluid.kind = circuit.fluid.ends_with(".MIX") ? 2 : 1;
+        if (fluid) block.fluid = *fluid;
         if (request.type == 2)
             for (const Parameter& parameter : circuit.parameters)
                 block.settings.push_back({parameter.typical.option, parameter.typical.value});
@@ -849,8 +838,7 @@ FilledRequest typicalRequest(const Request& request, const std::string& fluid, b
                 break;
         }
     }
-    if (request.sub == storeBlend) {
-        Fluid& own = filled.blocks.front().fluid;
+    if (Fluid& own = filled.blocks.front().fluid; request.sub == storeBlend && own.kind != 3) {
         own.kind = 3;
         own.components = {{"R32.FLD", 0.689}, {"R1234YF.FLD", 0.311}};
         own.blendName = "MyBlend";

@@ -2,6 +2,7 @@
 // written from them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +48,8 @@ struct WritingStyle {
 std::string namedText(const FilledRequest& filled, const FluidNames& names, const WritingStyle& style);
 
 // A request with the typical values of the catalogue.
-//   Given     fluid  file name in place of the typical fluids; empty for these
-FilledRequest typicalRequest(const Request& request, const std::string& fluid, bool blend);
+//   Given     fluid  in place of the typical ones, where wanted
+FilledRequest typicalRequest(const Request& request, const std::optional<Fluid>& fluid = std::nullopt);
 
 // The keys of a file that stand beside those of the parameters, with what they mean.
 struct GeneralKey {

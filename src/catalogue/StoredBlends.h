@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "FilledRequest.h"
 #include "Names.h"
@@ -24,6 +25,24 @@ std::string personalFolder();
 //             problem  what is wrong with a file of that name, which then is no blend
 std::optional<Fluid> storedBlend(std::string_view name, const std::string& folder, const FluidNames& names,
                                  std::string& problem);
+
+// The fluid that a person means by a name: of the installation, or else a blend that the person has stored.
+//   Returned  fluid    kind with file, or with components and the name that the blend was stored under
+//             (value)  what is wrong with the name; empty where it is known
+std::string findFluid(std::string_view name, const FluidNames& names, const std::string& folder, Fluid& fluid);
+
+// A file of the folder that holds a blend, or should.
+struct StoredBlend {
+    std::string name;     // as a request may say it
+    Fluid fluid;          // where there is no problem
+    std::string problem;  // as of storedBlend()
+};
+
+// All blends of a folder, by name.
+std::vector<StoredBlend> storedBlends(const std::string& folder, const FluidNames& names);
+
+// How people call a fluid: R134a, or the name of a blend that is listed by its components.
+std::string shownName(const Fluid& fluid, const FluidNames& names);
 
 // Stores a blend in place of an earlier one of that name in any case.
 //   Returned  path     of the file

@@ -113,6 +113,37 @@ TEST(Api, AnswersRequestsAsTheProgramDoes) {
     EXPECT_EQ(compared, 19);
 }
 
+// What is stored by the interface is the person's, for every call and for the program.
+TEST(Api, StoresBlendsWhereThePersonHasThem) {
+    test::TemporaryFolder folder;
+    setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
+    const Answered stored =
+        run(R"({"request": "store-blend", "fluid": {"R32": 0.5, "R125": 0.5}, "blend_name": "Half"})");
+    EXPECT_EQ(stored.status, FRIGANA_DONE) << stored.text;
+    EXPECT_TRUE(std::ifstream(folder.path("frigana/Half.toml")).good());
+    EXPECT_FALSE(std::ifstream(std::string(test::dataFolder) + "/mixtures/Half.mix").good());
+    const Fluid half("half"), shipped("R410A");
+    ASSERT_EQ(half.status, FRIGANA_DONE) << frigana_last_error();
+    // The shipped file rounds its mole fractions.
+    const double density = shipped.value("TP", 300.0, 1000.0, FRIGANA_DENSITY);
+    EXPECT_NEAR(half.value("TP", 300.0, 1000.0, FRIGANA_DENSITY), density, 1e-6 * density);
+    EXPECT_EQ(run(basicRequest("half", "-5 °C")).status, FRIGANA_DONE);
+    char* answer = nullptr;
+    for (const char* chart : {R"({"kind": "ph", "fluid": "half"})", R"({"kind": "pT", "fluids": ["half", "R32"]})"}) {
+        EXPECT_EQ(frigana_chart(chart, &answer), FRIGANA_DONE) << answer;
+        frigana_free(answer);
+    }
+    ASSERT_EQ(frigana_list_fluids(&answer), FRIGANA_DONE);
+    const Json listed = Json::parse(answer)["fluids"].back();
+    frigana_free(answer);
+    unsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(listed["name"], "Half");
+    EXPECT_EQ(listed["own"], true);
+    // 0.5 x 771 + 0.5 x 3740
+    EXPECT_NEAR(listed["gwp100"]["AR6"].get<double>(), 2255.5, 1e-9);
+    EXPECT_NE(Fluid("half").status, FRIGANA_DONE);
+}
+
 TEST(Api, TellsWhyARequestIsRefused) {
     const Answered refused = run(basicRequest("R134a", "200 °C"));
     EXPECT_EQ(refused.status, FRIGANA_REFUSED);

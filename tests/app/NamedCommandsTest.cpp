@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 
 #include "Catalogue.h"
@@ -268,6 +269,70 @@ TEST_F(OwnBlends, AreStoredBesideNobodyAndServeByTheirComposition) {
     const Outcome converted = run("convert " + quoted);
     EXPECT_EQ(converted.status, 0);
     EXPECT_TRUE(contains(converted.said, "R1234YF.FLD\n0.56\n")) << converted.said;
+}
+
+// A blend as the shipped R410A, half of R32 and half of R125 by mass, and commands that take a fluid.
+TEST_F(OwnBlends, EveryCommandKnowsThem) {
+    ASSERT_EQ(run("run " + quoted).status, 0);
+    writeFile(request, "request = \"store-blend\"\nfluid = { R32 = 0.5, R125 = 0.5 }\nblend_name = \"Half\"\n");
+    ASSERT_EQ(run("run " + quoted).status, 0);
+
+    const Outcome own = run("state half T=25C P=10bar"), shipped = run("state R410A T=25C P=10bar");
+    ASSERT_EQ(own.status, 0) << own.said;
+    EXPECT_EQ(own.said.substr(own.said.find("  T")), shipped.said.substr(shipped.said.find("  T")));
+    EXPECT_TRUE(own.said.starts_with("Half  T")) << own.said;
+
+    const std::string picture = folder.path("half.svg");
+    EXPECT_EQ(run("chart ph half --out '" + picture + "'").said, "");
+    EXPECT_TRUE(contains(test::readFile(picture), ">Half, log p-h chart<"));
+    EXPECT_EQ(run("chart pT half Mine R134a --out '" + picture + "'").said, "");
+    EXPECT_TRUE(contains(test::readFile(picture), "Mine"));
+
+    writeFile(request, run("new basic --fluid half").said);
+    const Outcome solved = run("run " + quoted);
+    EXPECT_EQ(solved.status, 0) << solved.said;
+    EXPECT_TRUE(contains(solved.said, "Global warming potential of Half")) << solved.said;
+
+    writeFile(folder.path("study.toml"),
+              "request = \"request.toml\"\n[vary]\nfluid = [\"half\", \"R410A\", \"mine\"]\n"
+              "[results]\nkeys = [\"performance.cop_cooling\"]\n");
+    writeFile(folder.path("request.toml"), withFluid("\"R134a\""));
+    const Outcome study = run("study --quiet --csv - '" + folder.path("study.toml") + "'");
+    EXPECT_EQ(study.status, 0) << study.said;
+    std::istringstream lines(study.said);
+    std::string heading, first, second, third;
+    std::getline(lines, heading);
+    std::getline(lines, first);
+    std::getline(lines, second);
+    std::getline(lines, third);
+    const auto cop = [](const std::string& line) { return std::stod(line.substr(line.find(',') + 1)); };
+    // The shipped file rounds its mole fractions.
+    EXPECT_NEAR(cop(first), cop(second), 1e-6) << study.said;
+    EXPECT_GT(std::abs(cop(third) - cop(second)), 0.01) << study.said;
+}
+
+// 0.56 x 0.501 + 0.44 x 1530 = 673.5 (AR6, R1234yf 0.501); 0.44 x 1430 = 629.2 (AR4, which has no R1234yf);
+// 0.44 x 1300 = 572 by the table of the results.
+TEST_F(OwnBlends, AreListed) {
+    EXPECT_FALSE(contains(run("list").said, "Your own blends"));
+    ASSERT_EQ(run("run " + quoted).status, 0);
+    writeFile(blends + "/Other.toml", "request = \"fluid-information\"\nfluid = \"R134a\"\n");
+    const std::string all = run("list").said;
+    const std::string ours = all.substr(std::min(all.size(), all.find("\nYour own blends, in " + blends + "\n")));
+    EXPECT_TRUE(contains(ours, "\n  Mine ")) << ours;
+    EXPECT_TRUE(contains(ours, "  673.5     572  R1234YF 56, R134A 44\n")) << ours;
+    EXPECT_TRUE(contains(ours, "cannot be used: is a stored blend that lists no components")) << ours;
+    const Outcome one = run("list mine");
+    EXPECT_EQ(one.status, 0);
+    for (const char* part :
+         {"Mine\n", "  kind                  your own blend\n", "  GWP, 100 a, AR6       673.5\n",
+          "  GWP, 100 a, AR4       629.2 (no figure for R1234yf)\n", "  components, % by mass R1234YF 56, R134A 44\n"})
+        EXPECT_TRUE(contains(one.said, part)) << part << one.said;
+    const auto json = nlohmann::json::parse(run("list mine --json").said);
+    EXPECT_EQ(json["own"], true);
+    EXPECT_NEAR(json["gwp100"]["AR6"].get<double>(), 0.56 * 0.501 + 0.44 * 1530.0, 1e-9);
+    EXPECT_EQ(nlohmann::json::parse(run("list --json").said)["fluids"].size(), 88u + 123u + 2u);
+    EXPECT_TRUE(contains(run("list R1334a").said, "R1334a is no fluid or blend"));
 }
 
 TEST_F(OwnBlends, OneOfTheSameNameInAnyCaseIsReplaced) {

@@ -1,11 +1,26 @@
 #include "Program.h"
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
+
+#include "TemporaryFolder.h"
 
 namespace frigana::test {
+
+namespace {
+
+// What these tests store is nobody's, and what somebody has stored is not theirs.
+struct NobodysData : testing::Environment {
+    TemporaryFolder folder;
+    void SetUp() override { setenv("XDG_DATA_HOME", folder.path().c_str(), 1); }
+};
+[[maybe_unused]] const testing::Environment* const nobody = testing::AddGlobalTestEnvironment(new NobodysData);
+
+}  // namespace
 
 const char* const programPath = FRIGANA_PROGRAM;
 

@@ -162,7 +162,7 @@ TEST(NamedRequest, ATypicalRequestOfEveryKindIsSolved) {
     const RunOptions options{installation.folder.path(), false};
     for (const Request& request : requests()) {
         const std::string text =
-            namedText(typicalRequest(request, "", false), names(), {UnitSystem::metric, true, true});
+            namedText(typicalRequest(request), names(), {UnitSystem::metric, true, true});
         const NamedRequest named = readNamed(text, NamedFormat::toml, names());
         ASSERT_EQ(allProblems(named), "") << request.name << '\n' << text;
         const RunResult result = runFilled(named.runs.front(), options);

@@ -44,8 +44,12 @@ void PrintTo(const Deserving& row, std::ostream* out) {
 }
 
 FilledRequest requestOf(const char* name, const char* fluid, const std::vector<Change>& changes) {
-    const std::string file(fluid);
-    FilledRequest filled = catalogue::typicalRequest(*catalogue::findRequest(name), file, file.ends_with(".MIX"));
+    std::optional<catalogue::Fluid> given;
+    if (const std::string file(fluid); !file.empty()) {
+        given.emplace().file = file;
+        given->kind = file.ends_with(".MIX") ? 2 : 1;
+    }
+    FilledRequest filled = catalogue::typicalRequest(*catalogue::findRequest(name), given);
     for (const Change& change : changes)
         filled.blocks[static_cast<std::size_t>(change.circuit)].settings[static_cast<std::size_t>(change.k) - 1] = {
             change.option, change.value};

@@ -33,7 +33,7 @@ const catalogue::FluidNames& names() {
 
 // The typical request as JSON.
 std::string typical(const catalogue::Request& request) {
-    const std::string toml = catalogue::namedText(catalogue::typicalRequest(request, "", false), names(), {});
+    const std::string toml = catalogue::namedText(catalogue::typicalRequest(request), names(), {});
     catalogue::Node tree;
     EXPECT_TRUE(catalogue::readToml(toml, tree).empty()) << toml;
     return studies::jsonOf(tree);
@@ -64,20 +64,24 @@ struct Requests : testing::Test {
     static void SetUpTestSuite() {
         folder = new test::TemporaryFolder;
         setenv("TMPDIR", folder->path().c_str(), 1);
+        home = new test::TemporaryFolder;
+        setenv("XDG_DATA_HOME", home->path().c_str(), 1);
         program = new ServedProgram({"--jobs", "2", "--data", test::dataFolder});
         unsetenv("TMPDIR");
+        unsetenv("XDG_DATA_HOME");
     }
     static void TearDownTestSuite() {
         delete program;
         delete folder;
+        delete home;
     }
     void SetUp() override { ASSERT_GT(port(), 0) << program->said(); }
     static int port() { return program->port(); }
 
-    static test::TemporaryFolder* folder;
+    static test::TemporaryFolder *folder, *home;  // the second with the blends of who serves
     static ServedProgram* program;
 };
-test::TemporaryFolder* Requests::folder = nullptr;
+test::TemporaryFolder *Requests::folder = nullptr, *Requests::home = nullptr;
 ServedProgram* Requests::program = nullptr;
 
 TEST_F(Requests, EveryOneIsAnsweredAsWithoutTheServer) {
@@ -338,6 +342,57 @@ TEST_F(Requests, AStudyGivesTheValuesOfItsRequests) {
         }
     std::getline(lines, line);
     EXPECT_EQ(json::parse(line)["refused"], 3);
+}
+
+// The blends of who serves, as those of the installation; a file that is none tells no folder.
+TEST_F(Requests, OwnBlendsAreKnownByName) {
+    const auto fluids = [&] { return json::parse(test::ask(port(), "GET", "/api/fluids").body)["fluids"]; };
+    const std::size_t before = fluids().size();
+    fs::create_directories(home->path("frigana"));
+    test::writeFile(home->path("frigana/Half.toml"),
+                    "request = \"store-blend\"\nfluid = { R32 = 0.5, R125 = 0.5 }\nblend_name = \"Half\"\n");
+    test::writeFile(home->path("frigana/None.toml"), "request = \"basic\"\n");
+    const json all = fluids();
+    ASSERT_EQ(all.size(), before + 2);
+    EXPECT_EQ(all[before]["name"], "Half");
+    EXPECT_EQ(all[before]["own"], true);
+    EXPECT_EQ(all[before]["components"][0]["mass_fraction"], 0.5);
+    EXPECT_TRUE(all[before + 1].contains("fault"));
+
+    json request = json::parse(typical(*catalogue::findRequest("basic")));
+    request["fluid"] = json{{"R32", 0.5}, {"R125", 0.5}};
+    request["blend_name"] = "Half";
+    const json listed = json::parse(post(port(), "/api/run", request.dump()).body);
+    request.erase("blend_name");
+    request["fluid"] = "half";
+    const json named = json::parse(post(port(), "/api/run", request.dump()).body);
+    EXPECT_EQ(named["values"], listed["values"]);
+    ASSERT_GT(named["values"].size(), 100u);
+
+    for (const json& chart : {json{{"kind", "ph"}, {"request", request}}, json{{"kind", "ts"}, {"fluid", "half"}},
+                              json{{"kind", "pT"}, {"fluids", {"half", "R32"}}}}) {
+        const Reply reply = post(port(), "/api/chart", chart.dump());
+        EXPECT_EQ(reply.status, 200) << reply.body;
+    }
+    const Reply converted = post(port(), "/api/convert", json{{"request", request}}.dump());
+    EXPECT_EQ(json::parse(converted.body)["request"]["fluid"], (json{{"R32", 0.5}, {"R125", 0.5}})) << converted.body;
+    const json study = {{"request", request},
+                        {"vary", {{"fluid", {"half", "R32"}}}},
+                        {"results", {{"keys", {"performance.cop_cooling"}}}}};
+    std::istringstream lines(post(port(), "/api/study", study.dump()).body);
+    std::string heading, first;
+    std::getline(lines, heading);
+    std::getline(lines, first);
+    ASSERT_TRUE(json::parse(first).contains("values")) << first;
+    const auto cop = std::ranges::find_if(named["values"],
+                                          [](const json& value) { return value["key"] == "performance.cop_cooling"; });
+    EXPECT_EQ(json::parse(first)["values"][0], (*cop)["value"]);
+
+    request["fluid"] = "none";
+    const Reply none = post(port(), "/api/run", request.dump());
+    EXPECT_EQ(none.status, 400);
+    EXPECT_NE(none.body.find("blends/None.toml"), std::string::npos) << none.body;
+    EXPECT_EQ(none.body.find(home->path()), std::string::npos);
 }
 
 }  // namespace
