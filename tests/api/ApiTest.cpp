@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "Samples.h"
 #include "StateQuery.h"
 #include "TemporaryFolder.h"
 #include "TreeFolders.h"
@@ -267,6 +268,7 @@ TEST(ApiStates, EveryPairLeadsBackToTheState) {
     for (const char* name : {"R134a", "propane", "CO2", "ammonia", "R410A", "R407C"}) {
         const Fluid fluid(name);
         for (const double quality : {0.0, 0.01, 0.4, 0.99, 1.0}) {
+            if (test::sanitized && (quality == 0.01 || quality == 0.99)) continue;
             // Cold enough that the enthalpy of the saturated vapor still rises with temperature.
             constexpr double T = 235.0;
             std::array<double, 6> state{};

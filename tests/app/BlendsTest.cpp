@@ -147,7 +147,12 @@ TEST_F(Blends, AFileThatCannotBeUsedIsListedWithItsReason) {
               "  TWICE.MIX                  -           -          cannot be used: Error: The mixture holds R32.FLD "
               "twice!");
     EXPECT_NE(lineOf(outcome.said, "LESS.MIX").find("The fraction of R125.FLD is negative"), std::string::npos);
-    const Outcome checked = run("check-data '" + installation + "'");
+    // The same blends with only the fluids that they hold.
+    std::filesystem::create_directories(folder.path("few/fluids"));
+    for (const char* name : {"/fluids/R32.FLD", "/fluids/R125.FLD", "/fluids/HMX.BNC"})
+        std::filesystem::copy(installation + name, folder.path("few") + name);
+    std::filesystem::create_directory_symlink(installation + "/mixtures", folder.path("few/mixtures"));
+    const Outcome checked = run("check-data '" + folder.path("few") + "'");
     EXPECT_EQ(checked.status, 4);
     EXPECT_NE(checked.said.find("TWICE.MIX: it holds R32.FLD twice"), std::string::npos) << checked.said;
     for (const char* part :

@@ -163,8 +163,11 @@ TEST_F(Program, AReportThatCannotBeWrittenIsToldSo) {
 
 TEST_F(Program, OutputThatCannotBeWrittenExitsWithThree) {
     writeFile(request, example());
-    for (const std::string& arguments : {quoted, quoted + " --json -", quoted + " --csv -", std::string("list"),
-                                         std::string("check-data"), "--data '" + folder.path("none") + "' list"}) {
+    std::filesystem::create_directories(folder.path("one/fluids"));
+    std::filesystem::copy(std::string(test::dataFolder) + "/fluids/R32.FLD", folder.path("one/fluids/R32.FLD"));
+    for (const std::string& arguments :
+         {quoted, quoted + " --json -", quoted + " --csv -", std::string("list"),
+          "check-data '" + folder.path("one") + "'", "--data '" + folder.path("none") + "' list"}) {
         for (const char* nowhere : {" >/dev/full 2>/dev/null #", " >&- 2>/dev/null #"}) {
             if (!std::filesystem::exists("/dev/full")) continue;
             EXPECT_EQ(run(arguments + nowhere).status, 3) << arguments << nowhere;

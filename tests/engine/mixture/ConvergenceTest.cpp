@@ -6,6 +6,7 @@
 #include "Equilibrium.h"
 #include "LIMITS.h"
 #include "PHIDERV.h"
+#include "Samples.h"
 
 namespace frigana::equilibria {
 namespace {
@@ -126,7 +127,7 @@ TEST(Convergence, BubbleAndDewPointsOfEveryBlend) {
         Sample sample;
         ASSERT_TRUE(sample.use(blend));
         const Composition& z = sample.z;
-        constexpr int temperatures = 12;
+        constexpr int temperatures = test::samples(12, 5);
         double before[2] = {0.0, 0.0};
         for (int k = 0; k < temperatures; ++k) {
             const double T = sample.temperature(k, temperatures);
@@ -157,8 +158,9 @@ TEST(Convergence, BubbleAndDewPointsOfEveryBlend) {
             }
         }
     }
-    EXPECT_EQ(states, 123 * 2 * 12);
-    EXPECT_LT(splitting, states / 2 / 15);
+    EXPECT_EQ(states, 123 * 2 * test::samples(12, 5));
+    // nearly all of them at the lowest temperatures, which every sample has
+    EXPECT_LT(splitting, test::samples(98, 60));
     std::printf("%d of %d temperatures with two liquids\n", splitting, states / 2);
     std::printf("%d saturation states: fugacities differ by %.1e (%s), T back within %.1e (%s)\n", 2 * states,
                 unequal.value, unequal.where.c_str(), back.value, back.where.c_str());
@@ -177,10 +179,11 @@ TEST(Convergence, TwoPhaseFlashesOfEveryBlend) {
         ASSERT_TRUE(sample.use(blend));
         const Composition& z = sample.z;
         // away from the lowest temperature, where a liquid of some blends splits
-        constexpr int temperatures = 4;
+        constexpr int temperatures = test::samples(4, 3);
         for (int k = 1; k < temperatures; ++k) {
             const double T = sample.temperature(k, temperatures);
             for (const double q : {0.1, 0.6}) {
+                if (test::sanitized && (q > 0.5) == (k == 1)) continue;
                 SCOPED_TRACE(testing::Message() << blend << ' ' << T << " K, q " << q);
                 const FlashState s = flash("TQ", T, q, z);
                 EXPECT_EQ(s.ierr, 0) << words(s.herr);
@@ -218,7 +221,7 @@ TEST(Convergence, TwoPhaseFlashesOfEveryBlend) {
         }
     }
     EXPECT_EQ(blends, 122);
-    EXPECT_EQ(states, blends * 3 * 2 * 5);
+    EXPECT_EQ(states, blends * test::samples(3 * 2, 2) * 5);
     std::printf("%d flashes: fugacities differ by %.1e (%s), balance %.1e (%s), T back within %.1e (%s), q %.1e (%s)\n",
                 states, unequal.value, unequal.where.c_str(), balance.value, balance.where.c_str(), back.value,
                 back.where.c_str(), share.value, share.where.c_str());

@@ -11,6 +11,7 @@
 #include "FLASH2.h"
 #include "FlashState.h"
 #include "PROP_SUB_FUGACITY.h"
+#include "Samples.h"
 
 namespace frigana::equilibria {
 namespace {
@@ -507,6 +508,7 @@ TEST(FalseRoot, FlashesBetweenTheTrueAndTheEstimatedCriticalPressure) {
     CRITP(z, Tc, pc, Dc, ierr, herr);
     modelTags.IPRINTERR = 0;
     for (const double share : {0.9, 0.93, 0.95, 0.98, 0.995}) {
+        if (test::sanitized && (share == 0.93 || share == 0.98)) continue;
         for (const double fromCritical : {-35.0, -15.0, -6.0, -4.5, -3.0, 1.0, 10.0, 25.0}) {
             const double T = Tc + fromCritical, p = share * pc;
             SCOPED_TRACE(testing::Message() << T << " K, " << share << " pc");
