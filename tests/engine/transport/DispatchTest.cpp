@@ -256,6 +256,29 @@ TEST_F(Mixtures, pairParametersAllowThemAll) {
     }
 }
 
+// Parameters with an earlier component do not count: the second of three has none with the third.
+TEST(MixturesOfThree, everyComponentNeedsPairParametersWithALaterOne) {
+    ASSERT_EQ(setUp({"AMMONIA", "PROPANE", "R134A"}), 0);
+    for (int i = 1; i <= 3; ++i)
+        for (int j = 1; j <= 3; ++j) mixingParameters.pair[i][j] = {};
+    mixingParameters.pair[1][2].XKIJ = mixingParameters.pair[2][1].XKIJ = 1e-6;
+    mixingParameters.AMMONIAWATER = 1;
+    const auto code = [](double a, double b, double c) {
+        Composition x{};
+        x[1] = a;
+        x[2] = b;
+        x[3] = c;
+        return transport(400.0, 0.1, x).ierr;
+    };
+    EXPECT_EQ(code(0.3, 0.3, 0.4), 50);
+    EXPECT_NE(code(0.5, 0.5, 0.0), 50);
+    EXPECT_EQ(code(0.5, 0.0, 0.5), 50);
+    mixingParameters.pair[2][3].XKIJ = mixingParameters.pair[3][2].XKIJ = 1e-6;
+    EXPECT_NE(code(0.3, 0.3, 0.4), 50);
+    mixingParameters.AMMONIAWATER = 0;
+    modelTags.LFORCESETUP = true;
+}
+
 // Values of the table in J. O. Hirschfelder, C. F. Curtiss, R. B. Bird, Molecular Theory of Gases and Liquids, Wiley
 // 1954, table I-M. The closed form without its oscillating terms follows them within 1.5 %.
 TEST(CollisionIntegral, theClosedFormFollowsTheTable) {

@@ -123,6 +123,44 @@ TEST_F(Forms, anUnknownFluidSpecificViscosityHasCode49) {
     }
 }
 
+// The method of Chung et al. for a molecule with all four properties, with the constants as handbooks print them, which
+// have four digits.
+//   Source    B. E. Poling, J. M. Prausnitz, J. P. O'Connell, The Properties of Gases and Liquids, 5th ed., eq. 9-6.16
+//             to 9-6.22, table 9-5
+TEST_F(Forms, theMethodOfChungFollowsItsFormula) {
+    constexpr double sigma = 0.5, epsilon = 300.0, acentric = 0.4, dipole = 0.9, association = 0.07;
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS5") + wideLimits +
+                                     "  0 0 0 0 0 0\nCI0\n  0.5\n  300.0\n  1.0 1.0\n  0 1.0 1.0\n"
+                                     "  0.4 0.9 0.07 0\nNUL\n"),
+              0)
+        << message();
+    constexpr double table[10][4] = {{6.324, 50.412, -51.680, 1189.0},   {1.210e-3, -1.154e-3, -6.257e-3, 0.03728},
+                                     {5.283, 254.209, -168.48, 3898.0},  {6.623, 38.096, -8.464, 31.42},
+                                     {19.745, 7.630, -14.354, 31.53},    {-1.900, -12.537, 4.985, -18.15},
+                                     {24.275, 3.450, -11.291, 69.35},    {0.7972, 1.117, 0.01235, -4.117},
+                                     {-0.2382, 0.06770, -0.8163, 4.025}, {0.06863, 0.3479, 0.5926, -0.727}};
+    const double dipole4 = std::pow(dipole, 4), M = fluidConstants.WMAS[1];
+    double E[11] = {};
+    for (int k = 0; k < 10; ++k)
+        E[k + 1] = table[k][0] + table[k][1] * acentric + table[k][2] * dipole4 + table[k][3] * association;
+    const double Vc = std::pow(10.0 * sigma / 0.809, 3), Tc = 1.2593 * epsilon;
+    const double shape = 1.0 - 0.2756 * acentric + 0.059035 * dipole4 + association;
+    for (const double T : {250.0, 400.0}) {
+        const double reduced = 1.2593 * T / Tc, omega = OMEGAS(2, 2, reduced);
+        const double gas = 4.0785 * shape * std::sqrt(M * T) / (std::pow(Vc, 2.0 / 3.0) * omega);  // [uPa s]
+        EXPECT_NEAR(ETA5DG(1, T) / gas, 1.0, 1e-4) << T;
+        for (const double D : {0.5, 5.0, 10.0}) {
+            const double y = D * Vc / 6000.0, G1 = (1.0 - 0.5 * y) / std::pow(1.0 - y, 3);
+            const double G2 = (E[1] * (1.0 - std::exp(-E[4] * y)) / y + E[2] * G1 * std::exp(E[5] * y) + E[3] * G1) /
+                              (E[1] * E[4] + E[2] + E[3]);
+            const double dense = E[7] * y * y * G2 * std::exp(E[8] + E[9] / reduced + E[10] / (reduced * reduced));
+            const double star = std::sqrt(reduced) / omega * shape * (1.0 / G2 + E[6] * y) + dense;
+            const double eta = 3.6344 * star * std::sqrt(M * Tc) / std::pow(Vc, 2.0 / 3.0);
+            EXPECT_NEAR((ETA5DG(1, T) + ETA5RS(1, T, D)) / eta, 1.0, 1e-3) << T << ' ' << D;
+        }
+    }
+}
+
 // ------------------------------------------------------------------------------------------------ water
 
 const std::string waterViscosity =
@@ -223,14 +261,6 @@ constexpr NearCriticalWater nearCriticalWater[] = {{1.0, 51.9298924},   {122.0, 
                                                    {272.0, 757.959776}, {322.0, 1443.75556}, {372.0, 650.319402},
                                                    {422.0, 448.883487}, {750.0, 600.961346}};
 
-TEST(WaterConductivity, hasTheEnhancementOfTheReleaseOf2011) {
-    ASSERT_TRUE(setUpForced("WATER", "NBS", "NBS"));
-    for (const auto& [rho, lambda] : nearCriticalWater) {
-        const double D = rho / fluidConstants.WMAS[1];
-        EXPECT_NEAR(1000.0 * transport(647.35, D).tcx / lambda, 1.0, 1e-8) << rho;
-    }
-}
-
 // The release of 2008 with the dilute gas in 100 uPa s, as the files give it; the rest as in waterViscosity.
 const std::string viscosityOf2008 = [] {
     std::string text = waterViscosity;
@@ -311,6 +341,13 @@ TEST_F(Forms, heavyWaterHasTheConductivityOfTheRelease) {
         EXPECT_NEAR(TCXD2O(1, row.tau * 643.847, row.del * 17.87533) / (0.000742128 * row.lambda), 1.0, 1e-9)
             << row.tau;
     }
+    ConductivitySlot& slot = conductivityTerms[1];
+    slot.TRDBKT = 0.0;
+    EXPECT_EQ(TCXD2O(1, 300.0, 1.0), 0.0);
+    slot.TRDBKT = 1.0;
+    EXPECT_NE(TCXD2O(1, 2.0, 1.0), 0.0);
+    slot.NBKNUM = 40 - 10 - slot.NDGNUM + 1;  // the ten rows behind would stand beyond the table
+    EXPECT_EQ(TCXD2O(1, 2.0, 1.0), 0.0);
 }
 
 // --------------------------------------------------------------------------------------- conductivity, TC1
@@ -453,6 +490,70 @@ TEST(EthyleneAlternative, isNearTheNewerCorrelation) {
     modelTags.LFORCESETUP = true;
 }
 
+// P. M. Holland, B. E. Eaton, H. J. M. Hanley, J. Phys. Chem. Ref. Data 12 (1983) 917, without the enhancement.
+TEST(EthyleneAlternative, followsItsFormula) {
+    ASSERT_EQ(setUp("ETHYLENE"), 0);
+    constexpr double gas[9] = {-2.903423528e5,  4.680624952e5,  -1.8954783215e5, -4.8262235392e3, 2.243409372e4,
+                               -6.6206354818e3, 8.9937717078e2, -6.0559143718e1, 1.6370306422};
+    constexpr double j[8] = {0.0,          -1.304503323e1,   1.8214616599e1, 9.903022496e3,
+                             7.42052164e2, -3.0083271933e-1, 9.6456068829e1, 1.350256962e4};
+    for (const double T : {120.0, 300.0, 480.0})
+        for (const double rho : {0.0, 0.05, 0.221, 0.6}) {  // [g/cm3]
+            double lambda = 0.0;
+            for (int k = 0; k < 9; ++k) lambda += gas[k] * std::pow(T, (k - 3) / 3.0);
+            const double theta = (rho - 0.221) / 0.221;
+            lambda +=
+                std::exp(j[1] + j[4] / T) * (std::exp(std::pow(rho, 0.1) * (j[2] - j[3] / std::pow(T, 1.5)) +
+                                                      theta * std::sqrt(rho) * (j[5] + j[6] / T + j[7] / (T * T))) -
+                                             1.0);
+            const double D = 1000.0 * rho / fluidConstants.WMAS[1];
+            EXPECT_NEAR(1000.0 * TCXETY(1, T, D) / lambda, 1.0, 1e-8) << T << ' ' << rho;
+        }
+}
+
+// Z. Shan, S. G. Penoncello, R. T. Jacobsen, ASHRAE Trans. 106 (2000) 757: gas, liquid and enhancement, with the
+// constants of the paper.
+TEST(TrifluoromethaneConductivity, followsItsFormula) {
+    ASSERT_EQ(setUp("R23"), 0);
+    constexpr double liquidDensity = 68.345, Tc = 299.2793, Dc = 7.5114;
+    for (const double T : {150.0, 298.5, 299.2793, 301.0, 450.0})
+        for (const double D : {0.0, 0.01, 6.0, 7.5114, 9.0, 20.0}) {
+            const double gap = liquidDensity - D, share = 0.94215;
+            const double gas = -2.5370 + 0.05366 * T;
+            const double liquid = 0.14914 * liquidDensity * liquidDensity / gap * std::sqrt(T) *
+                                  std::exp(D / gap * 2508.58 / (8.31451 * T));
+            const double enhancement =
+                4.0 * 25.0 / ((std::exp(D - Dc) + std::exp(Dc - D)) * (std::exp(T - Tc) + std::exp(Tc - T)));
+            const double lambda =
+                std::pow(gap / liquidDensity, share) * gas + std::pow(D / liquidDensity, share) * liquid + enhancement;
+            EXPECT_NEAR(1000.0 * TCXR23(1, T, D) / lambda, 1.0, 1e-12) << T << ' ' << D;
+        }
+    // Both forms of the paper end at the density of the hypothetical liquid, and need all their rows.
+    EXPECT_EQ(TCXR23(1, 300.0, liquidDensity), 0.0);
+    EXPECT_EQ(ETAR23(1, 300.0, 32.174), 0.0);
+    EXPECT_GT(ETAR23(1, 300.0, 5.0), 0.0);
+    conductivityTerms[1].NBKNUM = 6;
+    EXPECT_EQ(TCXR23(1, 300.0, 5.0), 0.0);
+    viscosityTerms[1].NPOLY = 4;
+    EXPECT_EQ(ETAR23(1, 300.0, 5.0), 0.0);
+    modelTags.LFORCESETUP = true;
+}
+
+// A slot without reducing values holds no correlation; 1 K is a reducing temperature like others.
+TEST(FluidConductivities, areZeroWithoutReducingValues) {
+    ASSERT_EQ(setUp("WATER"), 0);
+    ConductivitySlot& slot = conductivityTerms[1];
+    const ConductivitySlot kept = slot;
+    for (const auto correlation : {TCXH2O, TCXHE}) {
+        slot.TRDBKT = 0.0;
+        EXPECT_EQ(correlation(1, 300.0, 0.1), 0.0);
+        slot.TRDBKT = 1.0;
+        EXPECT_NE(correlation(1, 300.0, 0.1), 0.0);
+        slot = kept;
+    }
+    modelTags.LFORCESETUP = true;
+}
+
 // Helium at 300 K and zero density: 155.3 mW/(m K), B. A. Hands, V. D. Arp, Cryogenics 21 (1981) 697.
 TEST_F(Forms, heliumHasTheDiluteGasOfItsCorrelation) {
     ASSERT_EQ(setUpWith("R134A", section("TCX", "TC0") + wideLimits +
@@ -491,6 +592,33 @@ TEST_F(Forms, hydrogenBlendsItsTwoRanges) {
     // normal hydrogen (c10 = 0.25) without density: the table of the gas
     EXPECT_NEAR(TCXH2(1, 300.0, 0.0), 0.187 * (0.9715160001069307 + 7.058800110826269e-5 * 300.0), 1e-12);
     EXPECT_NEAR(TCXH2(1, 420.0, 0.0), 0.2425 * (0.9715160001069307 + 7.058800110826269e-5 * 420.0), 1e-12);
+}
+
+// The low range with all its parts and the high one above its table, for a mixture of both kinds of hydrogen.
+//   Source    R. D. McCarty, L. A. Weber, Natl. Bur. Stand. (U.S.) Tech. Note 617 (1972)
+TEST_F(Forms, hydrogenFollowsItsFormulas) {
+    std::string text = hydrogen;
+    text.replace(text.find("0.25 0 0"), 4, "1.00");  // parahydrogen
+    ASSERT_EQ(setUpWith("NITROGEN", text), 0) << message();
+    const double D = 4.0;
+    for (const double T : {64.0, 68.0}) {
+        const double gas = 2.0 * std::pow(T, 2.0 / 3.0) + 0.5 * T;
+        const double b = std::pow(D, 0.1), x = std::pow(D, (D - 15.0) / 15.0);
+        const double E =
+            -3.0 + 0.1 * x + 0.5 * b + 2.0 * x / (T * T) + 5.0 * b / std::pow(T, 1.5) + 20.0 / T + 1.0 * x / T;
+        const double excess = (std::exp(E) - std::exp(-3.0 + 20.0 / T)) / 10.0;
+        const double line = D - 15.556 - 0.008228999562561512 * std::pow(T - 32.938, 1.5);
+        const double critical = 1000.0 * (0.00635363 - 5.863e-05 * T) * std::exp(-std::pow(0.138 * line, 2));
+        EXPECT_NEAR(TCXH2(1, T, D), (gas + 1000.0 * excess + critical) / 1000.0, 1e-12) << T;
+        EXPECT_GT(critical, 1e-3 * gas);
+    }
+    for (const double T : {410.0, 450.0}) {
+        const double n = 0.238 + 0.00045 * (T - 410.0), p = 0.237 + 0.0004 * (T - 410.0);
+        const double dense =
+            0.001584312604 * D + (1.066433014e-7 * T + 3.861103193e-5) *
+                                     (std::exp(2.0999999046325684 * std::pow(D, 0.36000001430511475)) - 1.0);
+        EXPECT_NEAR(TCXH2(1, T, D), n * (0.9715160001069307 + 7.058800110826269e-5 * T) + (p - n) + dense, 1e-12) << T;
+    }
 }
 
 TEST_F(Forms, deuteriumIsCapped) {

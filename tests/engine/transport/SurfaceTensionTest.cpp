@@ -1,6 +1,7 @@
 // Surface tension of pure fluids and mixtures.
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "FluidWith.h"
 #include "PROP_SUB_FUGACITY.h"
@@ -97,6 +98,17 @@ TEST(SurfaceTension, findsThePhasesItself) {
     EXPECT_NEAR(liquid / Dl, 1.0, 1e-9);
     EXPECT_NEAR(vapor / Dv, 1.0, 1e-9);
     EXPECT_EQ(xv[1], 1.0);
+
+    // one of them not given
+    for (const auto& [givenLiquid, givenVapor] : {std::pair{Dl, 0.0}, std::pair{0.0, Dv}}) {
+        liquid = givenLiquid;
+        vapor = givenVapor;
+        SURTEN(300.0, liquid, vapor, xl, xv, sigma, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_NEAR(sigma / direct.sigma, 1.0, 1e-12);
+        EXPECT_NEAR(liquid / Dl, 1.0, 1e-9);
+        EXPECT_NEAR(vapor / Dv, 1.0, 1e-9);
+    }
 }
 
 TEST(SurfaceTension, tellsTemperaturesOutOfRange) {
