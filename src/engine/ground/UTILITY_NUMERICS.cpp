@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 
 #include "Message.h"
@@ -103,7 +104,7 @@ void LUDECOMP(int n, double* a, int rowLength, double* c, int& ierr, Text255& he
         ERRMSG(ierr, herr);
     };
     if (n < 1 || n > largestSystem) return fail();
-    const auto row = [a, rowLength](int i) { return a + order[i] * rowLength; };
+    const auto row = [a, rowLength](int i) { return a + std::ptrdiff_t{order[i]} * rowLength; };
 
     // Crout's factors, row by row in the order of the pivots: L below the diagonal with ones on it, U from it on
     if (request != solveWithStoredFactors) {

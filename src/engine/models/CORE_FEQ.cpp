@@ -143,7 +143,7 @@ void evaluateTerms(FeqSlot& f, double tau, double del) {
         const double del2 = del * del;
         const double byProducts[5] = {0.0, del, del2, del2 * del, del2 * del2};
         for (int r = 1; r <= f.NLPF; ++r) {
-            const int power = f.lengthPower[r];
+            const int power = f.lengthPower[r];  // NOLINT(bugprone-signed-char-misuse,cert-str34-c): no letter
             f.DELLI[r] = f.GIF2[r] * (power <= 4 ? byProducts[power] : std::pow(del, f.DLPOWR[r]));
         }
         for (int k = 1; k <= f.NTERMF; ++k) f.lengthTerm[k] = f.DLIF[k] * f.DELLI[f.ILPF[k]];
@@ -162,7 +162,7 @@ void evaluateTerms(FeqSlot& f, double tau, double del) {
     exponentials(exponent, exponential, terms);
     double sum = 0.0;
     for (int k = 1; k <= terms; ++k) {
-        const double e = exponent[k - 1];
+        const double e = exponent[k - 1];  // NOLINT(clang-analyzer-core.uninitialized.Assign): filled above
         f.PHISVF[k] = e < largestExponent && e > smallestExponent ? f.AFEQ[k] * exponential[k - 1] : 0.0;
         sum += f.PHISVF[k];
     }
