@@ -59,10 +59,11 @@ int walkFluid(const std::string& file, bool blend, int stride) {
         const bool closed = !chart.criticalShown || test::domeIsClosed(chart);
         faults += walk.faults() + (closed ? 0 : 1);
         std::printf(
-            "%-14s %s %7.1f ms  %3d curves %5d points, again within %.1e; outside %d apart %d changed %d "
+            "%-14s %s %7.1f ms  %3d curves %5d points, again within %.1e, last piece %.3f; outside %d apart %d changed "
+            "%d "
             "different %d unanswered %d turning %d broken %d%s  %s\n",
-            file.c_str(), names[static_cast<int>(kind)], ms, walk.curves, walk.points, walk.worst, walk.outside,
-            walk.apart, walk.changed, walk.different, walk.unanswered, walk.turning, walk.broken,
+            file.c_str(), names[static_cast<int>(kind)], ms, walk.curves, walk.points, walk.worst, walk.last,
+            walk.outside, walk.apart, walk.changed, walk.different, walk.unanswered, walk.turning, walk.broken,
             closed ? "" : " dome open", walk.first.c_str());
         std::fflush(stdout);
     }

@@ -453,6 +453,17 @@ State between(const State& a, const State& b, Property property, double value) {
 
 }  // namespace
 
+// A point at a place, or where there is none, beside the critical point of a pure fluid, at one nearer to a known
+// place.
+bool Dome::reach(double u, double known, DomePoint& point) const {
+    constexpr int mostHalvings = 20;
+    for (int halving = 0; halving <= mostHalvings; ++halving, u = 0.5 * (u + known)) {
+        if (at(u, point)) return true;
+        if (!fluid_->pure()) return false;
+    }
+    return false;
+}
+
 std::vector<DomePoint> Dome::crossings(Property property, double value) const {
     std::vector<DomePoint> found;
     for (std::size_t i = 1; i < points_.size(); ++i) {
@@ -474,7 +485,7 @@ std::vector<DomePoint> Dome::crossings(Property property, double value) const {
         const double close = 1e-12 * (std::fabs(value) + 1e-3);
         for (int step = 1, side = 0; step <= mostSteps && least > close && std::fabs(ub - ua) >= 1e-15; ++step) {
             DomePoint next;
-            if (!at((ua * fb - ub * fa) / (fb - fa), next)) break;
+            if (!reach((ua * fb - ub * fa) / (fb - fa), std::fabs(ua) > std::fabs(ub) ? ua : ub, next)) break;
             const double f = valueOf(next.state, property) - value;
             if (std::fabs(f) < least) {
                 least = std::fabs(f);

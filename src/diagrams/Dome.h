@@ -54,6 +54,7 @@ class Dome {
 
     bool tracePure(std::string& why);
     bool traceBlend(std::string& why);
+    bool reach(double u, double known, DomePoint& point) const;
     bool pureAt(double u, DomePoint& point) const;
     bool blendAt(double u, DomePoint& point) const;
     bool findCritical(const std::vector<DomePoint>& dew, const std::vector<DomePoint>& bubble);

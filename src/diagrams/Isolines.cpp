@@ -45,6 +45,7 @@ void IsolineMaker::make(Property property, double value, std::vector<Curve>& cur
     } else {
         crossings_ = dome_.crossings(property, value);
         singlePhaseParts();
+        if (property == Property::pressure) belowGreatestDensity();
         twoPhaseParts();
     }
     for (Polyline& line : joined()) curves.push_back({Curve::Role::isoline, property, value, std::move(line)});
@@ -127,6 +128,28 @@ void IsolineMaker::singlePhaseParts() {
     if (liquid > ends.back().place && liquid < last) ends.push_back({liquid});
     if (last > ends.back().place) ends.push_back({last});
     for (std::size_t i = 1; i < ends.size(); ++i) singlePhasePart(ends[i - 1], ends[i]);
+}
+
+// Water expands again when it is cooled below 4 degrees Celsius, under pressure below less: an isobar over density ends
+// there, or just before, and goes on over temperature.
+void IsolineMaker::belowGreatestDensity() {
+    const State* densest = nullptr;
+    for (const Polyline& part : parts_)
+        for (const State* end : {&part.front(), &part.back()})
+            if (densest == nullptr || end->D > densest->D) densest = end;
+    constexpr double border = 1e-6;
+    if (densest == nullptr || bounds_.depth(*densest) < border) return;
+    const State from = *densest;
+    for (const DomePoint& crossing : crossings_)
+        if (distance(plane_(crossing.state), plane_(from)) < border) return;
+    constexpr int intervals = 8;
+    traceParts(evenly(plane_.coldest, from.T, intervals), [&, this](double T, State& state) {
+        state = from;
+        if (T == from.T) return true;
+        if (!fluid_.atPressure(T, value_, -1, state)) return false;
+        state = fluid_.settled(T, value_, state.D / fluid_.molarMass());
+        return true;
+    });
 }
 
 // Whether the curve is inside the dome between two densities.

@@ -53,6 +53,7 @@ class IsolineMaker {
     bool singleState(double lnD, State& state);
     bool twoPhases(const End& thin, const End& dense);
     void singlePhaseParts();
+    void belowGreatestDensity();
     void singlePhasePart(const End& thin, const End& dense);
     void twoPhaseParts();
     void twoPhasePart(const End& cold, const End& hot);

@@ -69,9 +69,11 @@ void judgeEvaporators(Judge& judge) {
     for (const std::string& device : judge.devicesNamed("evaporator")) {
         const double quality = judge.at(device, "outlet.quality");
         if (!isLoop(device) && quality < 1.0)
-            judge.say("evaporator_outlet_wet", device,
-                      "The " + inWords(device) + " ends with a quality of " + catalogue::numberText(quality, 3) + '.',
-                      "Its superheat counts from the dew point at the mean pressure. Give it more, or a smaller drop.");
+            judge.say(
+                "evaporator_outlet_wet", device,
+                "The " + inWords(device) + " ends with a quality of " + catalogue::numberText(quality, 3) + '.',
+                "What enters it may be liquid that is colder than the evaporator: let the liquid before the expansion "
+                "device be warmer.");
     }
 }
 

@@ -150,6 +150,9 @@ const Deserving deserving[] = {
     {"potential_unknown",         "fluid",                        "rankine",          "TOLUENE.FLD", {}},
     {"class_unknown",             "fluid",                        "rankine",          "TOLUENE.FLD", {}},
     {"viscosity_estimated",       "pipes",                        "line-sizing",      "R161.FLD",    {}},
+    // Liquid that is colder than the evaporator is liquid in it too.
+    {"wet_compressor_inlet",      "compressor",                   "transcritical",    "CO2.FLD",     {{0, 18, 1, 230.0}}},
+    {"evaporator_outlet_wet",     "evaporator",                   "transcritical",    "CO2.FLD",     {{0, 18, 1, 230.0}}},
     {"wet_turbine_inlet",         "turbine",                      "rankine",          "R245FA.FLD",  {{0, 2, 2, 0.0}}},
     {"liquid_condenser_inlet",    "condenser",                    "liquid-injection", "R22.FLD",     {{0, 16, 1, 318.15}}},
     {"figure_missing",            "performance.cycle_efficiency", "rankine",          "R245FA.FLD",  {{0, 6, 1, 0.0}}},

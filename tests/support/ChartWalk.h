@@ -21,6 +21,7 @@ struct ChartWalk {
     int turning = 0;     // isotherms on which pressure turns with density
     int broken = 0;      // ends within the window that are no end of the fluid's range
     double worst = 0.0;  // largest relative difference of a state evaluated again
+    double last = 0.0;   // longest of the straight pieces that end in the critical point, as share of the window
     std::string first;   // of the faults, in words
 
     int faults() const { return outside + apart + changed + different + turning + broken; }
@@ -128,6 +129,7 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
             };
             const bool last = curve.constant == Property::quality && (critical(state) || critical(points[i - 1]));
             const double step = distance(place, chart.plane(points[i - 1]));
+            if (last) result.last = std::max(result.last, step);
             if (step > (last ? longestLast : longestStep) * (1.0 + edge))
                 detail::fault(result, result.apart, "apart", curve, state, step);
             if (isoline && curve.constant == Property::temperature) {
