@@ -100,9 +100,15 @@ inline void evaluateAgain(ChartWalk& walk, const diagrams::ChartFluid& fluid, co
 
 }  // namespace detail
 
-//   Given     stride  every how many points a state is evaluated again: a flash of a blend beside its critical point is
-//                     slow
-inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidChart& chart, int stride = 1) {
+// The longest piece to the critical point, where the equation of a fluid has its own elsewhere: the top of the dome is
+// a straight line then, and so is the end of what runs into it.
+inline constexpr double longestStraightTop = 0.1;
+
+//   Given     stride       every how many points a state is evaluated again: a flash of a blend beside its critical
+//                          point is slow
+//             longestLast  piece of the boundary and of lines of quality to the critical point
+inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidChart& chart, int stride = 1,
+                      double longestLast = diagrams::longestStep) {
     using namespace diagrams;
     ChartWalk result;
     for (const Curve& curve : chart.curves) {
@@ -122,8 +128,6 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
                 detail::fault(result, result.changed, "changed", curve, state, constant / curve.value - 1.0);
             if (result.points % stride == 0) detail::evaluateAgain(result, fluid, chart, curve, state);
             if (i == 0) continue;
-            // The last piece of the boundary and of lines of quality, to the critical point, is straight.
-            constexpr double longestLast = 0.1;
             const auto critical = [&](const State& s) {
                 return distance(chart.plane(s), chart.plane(chart.critical)) < edge;
             };
@@ -133,7 +137,7 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
             if (step > (last ? longestLast : longestStep) * (1.0 + edge))
                 detail::fault(result, result.apart, "apart", curve, state, step);
             if (isoline && curve.constant == Property::temperature) {
-                constexpr double rounding = sameState;
+                constexpr double rounding = 1e-10;
                 if (state.p > points[i - 1].p * (1.0 + rounding)) ++rises;
                 if (state.p < points[i - 1].p * (1.0 - rounding)) ++falls;
             }
