@@ -523,7 +523,7 @@ def check_fluid(c, d, path):
 
 # ---- mixtures --------------------------------------------------------------------------------
 
-def check_mixture_parameters(c, path, pairs, functions, critical, estimated):
+def check_mixture_parameters(c, path, pairs, functions, critical, known_estimates):
     t = Text(path)
     c.same("BNC model", t.text(3), "HMX")
     c.same("BNC version", int(t.text(2)) > 0, True)
@@ -562,15 +562,19 @@ def check_mixture_parameters(c, path, pairs, functions, critical, estimated):
                     cas = line[:26].strip() or cas
                     assert "/" in cas
                     fields[line[26:29]] = [float(w) for w in line[29:].split()[:6]]
+    published = {frozenset(p["cas"]) for p in pairs["pairs"]}
+    estimated = [cas for cas in critical if frozenset(cas.split("/")) not in published]
     c.same("pairs", len(records), len(pairs["pairs"]) + len(estimated))
-    for p in estimated:
-        cas = "/".join(p["cas"])
+    for cas in estimated:
         citation, fields = records[cas]
         c.same(cas + " rest", fields["LJ6"][1:], [0.0, 0.0, 1.0, 1.0, 0.0])
-        c.same(cas + " zeta", "%.6g" % fields["LJ6"][0], "%.6g" % p["estimate"]["F1_K"])
         for tag in ("TC1", "VC1"):
-            c.same(cas + " " + tag, fields[tag], critical.get(cas, {}).get(tag, [0.0] * 6))
+            c.same(cas + " " + tag, fields[tag], critical[cas][tag])
         c.same(cas + " source", "have been estimated" in citation, True)
+    for p in known_estimates:
+        for cas in ("/".join(p["cas"]), "/".join(reversed(p["cas"]))):
+            if cas in records:
+                c.same(cas + " zeta", "%.6g" % records[cas][1]["LJ6"][0], "%.6g" % p["estimate"]["F1_K"])
     for p in pairs["pairs"]:
         cas = "/".join(p["cas"])
         citation, fields = records[cas]
@@ -589,10 +593,12 @@ def check_mixture_parameters(c, path, pairs, functions, critical, estimated):
                 [f["counts"][k] for k in ("n1", "c1", "f", "n2", "c2")], f["polynomial"], f["exponential"]])
 
 
-def check_blend(c, path, blend, fluids):
+def check_blend(c, path, blend, fluids, points):
     t = Text(path)
     c.same("name", t.line(), blend["name"])
     head = t.reals(4)
+    if blend["name"] in points:
+        c.same("critical point", head[1:], points[blend["name"]])
     n = t.integers(1)[0]
     files = [t.line() for _ in range(n)]
     x = [t.reals(1)[0] for _ in range(n)]
@@ -612,6 +618,10 @@ def check_blend(c, path, blend, fluids):
 def load(*path):
     with open(os.path.join(HERE, "fluid_tables", *path), encoding="utf-8") as f:
         return json.load(f)
+
+
+def load_optional(name):
+    return load(name) if os.path.exists(os.path.join(HERE, "fluid_tables", name)) else {}
 
 
 def guarded(c, check, *args):
@@ -641,17 +651,17 @@ def main():
         b, k = report(n, c)
         bad, numbers = bad + b, numbers + k
     c = Compare()
-    critical = "critical_lines.json"
     guarded(c, check_mixture_parameters, os.path.join(data, "fluids", "HMX.BNC"),
             load("mixtures", "binary_pairs.json"), load("mixtures", "departure_functions.json"),
-            load(critical) if os.path.exists(os.path.join(HERE, "fluid_tables", critical)) else {},
+            load_optional("critical_lines.json"),
             load("mixtures", "blends.json")["pairs_without_data"])
     b, k = report("HMX.BNC", c)
     bad, numbers = bad + b, numbers + k
     blends = load("mixtures", "blends.json")["blends"]
+    points = load_optional("blend_critical_points.json")
     for blend in blends:
         c = Compare()
-        guarded(c, check_blend, os.path.join(data, "mixtures", blend["file"]), blend, fluids)
+        guarded(c, check_blend, os.path.join(data, "mixtures", blend["file"]), blend, fluids, points)
         b, k = report(blend["name"], c)
         bad, numbers = bad + b, numbers + k
     print("%d fluids, %d blends, %d numbers compared, %d differences" % (len(names), len(blends), numbers, bad))

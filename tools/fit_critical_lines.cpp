@@ -1,50 +1,325 @@
-// Fits the critical lines of the binary pairs, the numbers TC1 and VC1 of the file of mixing parameters, to critical
-// points that CRTPNT finds, and writes them as JSON to the standard output:
+// Fits the critical lines of the binary pairs, the numbers TC1 and VC1 of the file of mixing parameters, to the
+// critical points of the pairs that CRTPNT finds, and writes them as JSON to the standard output:
 //
-//   fit_critical_lines [DATA FOLDER] > tools/fluid_tables/critical_lines.json
+//   fit_critical_lines DATA_FOLDER [--only] [FLUID...] > tools/fluid_tables/critical_lines.json
+//   fit_critical_lines DATA_FOLDER --blends > tools/fluid_tables/blend_critical_points.json
 //
-// The pairs are those that have a record, and those that the predefined blends need. Every line is fitted to its own
-// critical points; those of the pairs of blends are moved a little to serve the blends as well, since the sum over
-// pairs by which CRTHMX combines the lines leaves out what three components do together. The deviation of every pair,
-// and of CRTHMX from CRTPNT for the blends with the parameters that are in the folder now, goes to the standard error.
+// The pairs are those that have a record, and those among the named fluids whose parameters the engine estimates;
+// with --only, none but those among the named fluids. Every line is fitted to its own points from 5 to 95 %, whatever
+// the blends need: the sum over pairs by which CRTHMX combines the lines leaves out what three components do together,
+// and where it misses the point of a blend, the set-up takes that of CRTPNT, which for the predefined blends --blends
+// writes. The volumes are those at which the line's own temperature gives the critical pressure, as far as they stay
+// near the true ones.
 //
-// The lines in tools/fluid_tables/critical_lines.json are those of an earlier fit, of the pairs of blends all together
-// by least squares: it keeps every blend within 0.2 K and 0.5 % but lets the lines of its pairs swing by several kelvin
-// between the blends. This one follows the pairs, and misses blends by up to 3 K; no set of lines has been found yet
-// that keeps both.
+// A line whose six powers cannot follow the points says by how much it misses them ("beyond"); a pair whose points do
+// not run from one component to the other has none. What every line keeps goes to the standard error.
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <map>
-#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "MIX_HMX.h"
 #include "OPENFL.h"
+#include "PROP_SUB.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
+#include "SilentMessages.h"
 #include "TPRHO.h"
 
 namespace {
 
 using namespace frigana;
 
-std::string text(const Text255& field) {
-    const std::string_view view = field.view();
-    return std::string(trimRight(view.substr(0, view.find('\0'))));
-}
-
-struct CriticalPoint {
-    double x = 0.0, T = 0.0, p = 0.0, D = 0.0;
+struct Point {
+    double x = 0.0, T = 0.0, p = 0.0, D = 0.0;  // mole fraction of the first component; K, kPa, mol/L
 };
 
-// Names without extension of the files of a folder with an extension.
-std::vector<std::string> filesOf(const std::filesystem::path& folder, const std::string& extension) {
+Composition compositionOf(double x) {
+    Composition z{};
+    z[1] = x;
+    z[2] = 1.0 - x;
+    return z;
+}
+
+// ---- critical points along a line ---------------------------------------------------------------------------------
+
+bool criticalPoint(double x, double Tstart, double pstart, Point& point) {
+    int ierr = 0;
+    Text255 herr;
+    point = {x, Tstart, pstart, 0.0};
+    CRTPNT(compositionOf(x), point.T, point.p, point.D, ierr, herr);
+    return ierr == 0 && point.T > 0.0 && point.p > 0.0 && point.D > 0.0;
+}
+
+// The next point at x behind two known ones; where it is not found or lies far from where they point to, by shorter
+// steps.
+bool advance(const Point& before, const Point& last, double x, int deepest, Point& next) {
+    constexpr double farInT = 0.01, farInD = 0.06;  // relative
+    const double ahead = (x - last.x) / (last.x - before.x);
+    const double T = last.T + ahead * (last.T - before.T);
+    const double p = last.p * std::exp(ahead * std::log(last.p / before.p));
+    const double D = last.D * std::exp(ahead * std::log(last.D / before.D));
+    const auto near = [&](const Point& point) {
+        return std::fabs(point.T / T - 1.0) < farInT + 0.5 * std::fabs(T / last.T - 1.0) &&
+               std::fabs(std::log(point.D / D)) < farInD + 0.5 * std::fabs(std::log(D / last.D));
+    };
+    for (const double warmer : {1.0, 1.002, 0.998, 1.006})  // another point of the equation may lie beside the line
+        if (criticalPoint(x, warmer * T, p, next) && near(next)) return true;
+    if (deepest == 0) return false;
+    Point middle;
+    return advance(before, last, 0.5 * (last.x + x), deepest - 1, middle) &&
+           advance(last, middle, x, deepest - 1, next);
+}
+
+constexpr int points = 40;  // intervals of a line
+
+// The points from one component on, in the order of the walk, as far as they run without a jump.
+std::vector<Point> walk(bool fromFirst) {
+    constexpr int deepest = 4;
+    constexpr double beginning = 1e-4;  // mole fraction beside the component
+    const FluidConstants& c = fluidConstants;
+    const int from = fromFirst ? 1 : 2;
+    const auto along = [&](double distance) { return fromFirst ? 1.0 - distance : distance; };
+    Point before{along(0.0), c.TCRIT[from], c.PCRIT[from], c.DCRIT[from]};
+    std::vector<Point> line;
+    Point last;
+    if (!criticalPoint(along(beginning), before.T, before.p, last) || std::fabs(last.T / before.T - 1.0) > 0.01)
+        return line;
+    for (double distance = 4.0 * beginning; distance < 0.9 / points; distance *= 4.0) {
+        Point next;
+        if (!advance(before, last, along(distance), deepest, next)) return line;
+        before = last;
+        last = next;
+    }
+    for (int k = 1; k < points; ++k) {
+        Point next;
+        if (!advance(before, last, along(static_cast<double>(k) / points), deepest, next)) return line;
+        line.push_back(next);
+        before = last;
+        last = next;
+    }
+    return line;
+}
+
+// The points of a line; fewer than there are where it does not run from one component to the other. Where the walks
+// from both ends meet on two branches, the critical point is the hotter one.
+std::vector<Point> criticalLine() {
+    const auto complete = [](const std::vector<Point>& line) { return line.size() == points - 1; };
+    std::vector<Point> fromSecond = walk(false);
+    if (complete(fromSecond)) return fromSecond;
+    std::vector<Point> fromFirst = walk(true);
+    std::reverse(fromFirst.begin(), fromFirst.end());
+    if (complete(fromFirst) || fromFirst.empty()) return fromFirst;
+    std::vector<Point> line = fromSecond;
+    for (const Point& point : fromFirst) {
+        const auto same = std::find_if(line.begin(), line.end(),
+                                       [&](const Point& other) { return std::fabs(other.x - point.x) < 1e-9; });
+        if (same == line.end())
+            line.push_back(point);
+        else if (point.T > same->T)
+            *same = point;
+    }
+    const bool meet = complete(line) && fromSecond.size() + fromFirst.size() > points;
+    return meet ? line : fromSecond.size() > fromFirst.size() ? fromSecond : fromFirst;
+}
+
+// ---- fit ----------------------------------------------------------------------------------------------------------
+
+constexpr std::size_t unknowns = 6;
+using Coefficients = std::array<double, unknowns>;
+
+// One condition on the coefficients: row . c = wanted, in units of what may be missed.
+struct Condition {
+    Coefficients row{};
+    double wanted = 0.0, weight = 1.0;
+    bool bounded = true;  // its largest miss counts
+
+    double miss(const Coefficients& c) const {
+        double sum = -wanted;
+        for (std::size_t k = 0; k < unknowns; ++k) sum += row[k] * c[k];
+        return std::fabs(sum);
+    }
+};
+
+// The functions of the fit: u (1 - u) times Chebyshev's polynomials over the line, of which no two look alike.
+Coefficients functionsAt(double u) {
+    Coefficients f{};
+    const double s = 2.0 * u - 1.0;
+    f[0] = u * (1.0 - u);
+    f[1] = s * f[0];
+    for (std::size_t k = 2; k < unknowns; ++k) f[k] = 2.0 * s * f[k - 1] - f[k - 2];
+    return f;
+}
+
+double valueOf(const Coefficients& c, double u) {
+    const Coefficients f = functionsAt(u);
+    double sum = 0.0;
+    for (std::size_t k = 0; k < unknowns; ++k) sum += c[k] * f[k];
+    return sum;
+}
+
+// The same line in powers of u behind u (1 - u), as the file has it.
+Coefficients powersOf(const Coefficients& c) {
+    std::array<Coefficients, unknowns> T{};
+    T[0][0] = 1.0;
+    T[1] = {-1.0, 2.0};
+    for (std::size_t k = 2; k < unknowns; ++k)
+        for (std::size_t i = 0; i < unknowns; ++i)
+            T[k][i] = -2.0 * T[k - 1][i] - T[k - 2][i] + (i > 0 ? 4.0 * T[k - 1][i - 1] : 0.0);
+    Coefficients powers{};
+    for (std::size_t k = 0; k < unknowns; ++k)
+        for (std::size_t i = 0; i < unknowns; ++i) powers[i] += c[k] * T[k][i];
+    return powers;
+}
+
+// Least squares by normal equations and elimination; the functions are chosen so that this does no harm.
+Coefficients leastSquares(const std::vector<Condition>& conditions) {
+    std::array<std::array<double, unknowns + 1>, unknowns> a{};
+    for (const Condition& condition : conditions)
+        for (std::size_t i = 0; i < unknowns; ++i) {
+            for (std::size_t j = 0; j < unknowns; ++j)
+                a[i][j] += condition.weight * condition.row[i] * condition.row[j];
+            a[i][unknowns] += condition.weight * condition.row[i] * condition.wanted;
+        }
+    for (std::size_t k = 0; k < unknowns; ++k)
+        for (std::size_t r = 0; r < unknowns; ++r) {
+            if (r == k) continue;
+            const double factor = a[r][k] / a[k][k];
+            for (std::size_t c = k; c <= unknowns; ++c) a[r][c] -= factor * a[k][c];
+        }
+    Coefficients x{};
+    for (std::size_t k = 0; k < unknowns; ++k) x[k] = a[k][unknowns] / a[k][k];
+    return x;
+}
+
+// The best coefficients; where they miss more than allowed, those of the least largest miss, by weights that grow where
+// it is large.
+//   Source  C. L. Lawson, Contributions to the Theory of Linear Least Maximum Approximation, Los Angeles (1961)
+Coefficients fit(std::vector<Condition> conditions) {
+    constexpr int mostRounds = 60;
+    constexpr double good = 0.7;  // of what may be missed
+    Coefficients best{};
+    double least = 0.0;
+    for (int round = 1; round <= mostRounds; ++round) {
+        const Coefficients c = leastSquares(conditions);
+        double worst = 0.0, sum = 0.0;
+        std::size_t count = 0;
+        for (const Condition& condition : conditions)
+            if (condition.bounded) worst = std::max(worst, condition.miss(c));
+        if (round == 1 || worst < least) {
+            least = worst;
+            best = c;
+        }
+        if (least < good) break;
+        for (Condition& condition : conditions) {
+            if (!condition.bounded) continue;
+            condition.weight *= condition.miss(c) / worst + 1e-3;
+            sum += condition.weight;
+            ++count;
+        }
+        for (Condition& condition : conditions)
+            if (condition.bounded) condition.weight *= static_cast<double>(count) / sum;
+    }
+    return best;
+}
+
+constexpr double boundT = 0.3, boundP = 0.01;     // [K], relative
+constexpr double fitFrom = 0.049, fitTo = 0.951;  // mole fractions between which a line has to hold
+
+struct Line {
+    Coefficients T{}, V{};  // over the functions of the fit
+
+    double temperature(double u) const {
+        const FluidConstants& c = fluidConstants;
+        return u * c.TCRIT[1] + (1.0 - u) * c.TCRIT[2] + valueOf(T, u);
+    }
+    double volume(double u) const {
+        const FluidConstants& c = fluidConstants;
+        return u / c.DCRIT[1] + (1.0 - u) / c.DCRIT[2] + valueOf(V, u);
+    }
+};
+
+bool counts(const Point& point) {
+    return point.x > fitFrom && point.x < fitTo;
+}
+
+void fitTemperature(const std::vector<Point>& line, Line& fitted) {
+    std::vector<Condition> conditions;
+    for (const Point& point : line) {
+        if (!counts(point)) continue;
+        Condition& condition = conditions.emplace_back();
+        condition.row = functionsAt(point.x);
+        for (double& f : condition.row) f /= boundT;
+        condition.wanted = (point.T - fitted.temperature(point.x)) / boundT;
+    }
+    fitted.T = fit(conditions);
+}
+
+double logPressure(double T, double v, double x) {
+    constexpr double lowest = 1e-3;  // [kPa], of an isotherm that has sunk below zero
+    double p = 0.0;
+    PRESS(T, 1.0 / v, compositionOf(x), p);
+    return std::log(std::max(p, lowest));
+}
+
+// By pressures at the temperatures of the fitted line, in rounds since they are not linear in the volume.
+void fitVolume(const std::vector<Point>& line, Line& fitted) {
+    constexpr int rounds = 6;
+    constexpr double plausible = 0.03;  // of the volume, which the pressure hardly tells where the isotherm is flat
+    for (int round = 1; round <= rounds; ++round) {
+        std::vector<Condition> conditions;
+        for (const Point& point : line) {
+            if (!counts(point)) continue;
+            const double x = point.x, T = fitted.temperature(x), trueV = 1.0 / point.D;
+            const double linear = fitted.volume(x) - valueOf(fitted.V, x);
+            const double v = round == 1 ? trueV : std::clamp(fitted.volume(x), 0.9 * trueV, 1.1 * trueV);
+            const double step = 1e-5 * v;
+            const double slope = (logPressure(T, v + step, x) - logPressure(T, v - step, x)) / (2.0 * step);
+            const Coefficients f = functionsAt(x);
+            Condition& pressure = conditions.emplace_back();
+            for (std::size_t k = 0; k < unknowns; ++k) pressure.row[k] = slope * f[k] / boundP;
+            pressure.wanted = (std::log(point.p) - logPressure(T, v, x) + slope * (v - linear)) / boundP;
+            Condition& volume = conditions.emplace_back();
+            volume.bounded = false;
+            for (std::size_t k = 0; k < unknowns; ++k) volume.row[k] = f[k] / (plausible * trueV);
+            volume.wanted = (trueV - linear) / (plausible * trueV);
+        }
+        fitted.V = fit(conditions);
+    }
+}
+
+struct Misses {
+    double T = 0.0, medianT = 0.0, p = 0.0, v = 0.0;
+
+    bool beyond() const { return T > boundT || p > boundP; }
+};
+
+Misses missesOf(const std::vector<Point>& line, const Line& fitted) {
+    Misses misses;
+    std::vector<double> ofT;
+    for (const Point& point : line) {
+        if (!counts(point)) continue;
+        const double T = fitted.temperature(point.x), v = fitted.volume(point.x);
+        ofT.push_back(std::fabs(T - point.T));
+        misses.T = std::max(misses.T, ofT.back());
+        misses.p = std::max(misses.p, std::fabs(std::exp(logPressure(T, v, point.x)) / point.p - 1.0));
+        misses.v = std::max(misses.v, std::fabs(v * point.D - 1.0));
+    }
+    std::nth_element(ofT.begin(), ofT.begin() + static_cast<std::ptrdiff_t>(ofT.size() / 2), ofT.end());
+    misses.medianT = ofT[ofT.size() / 2];
+    return misses;
+}
+
+// ---- pairs --------------------------------------------------------------------------------------------------------
+
+// Names without extension of the files of a folder.
+std::vector<std::string> namesOf(const std::filesystem::path& folder, const char* extension) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder))
         if (entry.path().extension() == extension) names.push_back(entry.path().stem().string());
@@ -52,333 +327,26 @@ std::vector<std::string> filesOf(const std::filesystem::path& folder, const std:
     return names;
 }
 
-bool setUpPair(const std::string& a, const std::string& b, int& ierr) {
-    FileNames files{};
-    files[1].assign(a + ".FLD");
-    files[2].assign(b + ".FLD");
-    Text3 reference("DEF");
-    Text255 herr;
-    SETUP(2, files, Text255("HMX.BNC"), reference, ierr, herr);
-    return ierr <= 0 || ierr == 22 || ierr == 23;  // the reference state does not matter here
-}
-
-bool criticalPoint(double x1, double Tstart, double pstart, CriticalPoint& point) {
-    Composition x{};
-    x[1] = x1;
-    x[2] = 1.0 - x1;
-    int ierr = 0;
-    Text255 herr;
-    point = {x1, Tstart, pstart, 0.0};
-    CRTPNT(x, point.T, point.p, point.D, ierr, herr);
-    return ierr == 0 && point.T > 0.0 && point.p > 0.0;
-}
-
-constexpr int points = 40;                        // the ends of the line among them
-constexpr double fitFrom = 0.049, fitTo = 0.951;  // mole fractions between which a line has to hold
-
-// The points of a critical line that runs from one component to the other without a jump; fewer where there is none.
-std::vector<CriticalPoint> criticalLine() {
-    const FluidConstants& c = fluidConstants;
-    std::vector<CriticalPoint> line;
-    double T = c.TCRIT[2], p = c.PCRIT[2], D = c.DCRIT[2], slope = (c.TCRIT[1] - c.TCRIT[2]) / points;
-    for (int k = 1; k < points; ++k) {
-        CriticalPoint point;
-        if (!criticalPoint(static_cast<double>(k) / points, T + slope, p, point)) break;
-        const double jump = 0.02 * T + 2.0 * std::fabs(slope);
-        if (std::fabs(point.T - T) > jump || std::fabs(std::log(point.D / D)) > 0.15) break;
-        slope = point.T - T;
-        T = point.T;
-        p = point.p;
-        D = point.D;
-        line.push_back(point);
-    }
-    return line;
-}
-
-constexpr std::size_t unknowns = 6;
-using Coefficients = std::array<double, unknowns>;
-
-double value(const Coefficients& c, double u) {
-    double sum = 0.0, power = u * (1.0 - u);
-    for (const double coefficient : c) {
-        sum += coefficient * power;
-        power *= u;
-    }
-    return sum;
-}
-
-// Solves a linear system by elimination with pivoting; the matrix is symmetric and not far from diagonal.
-std::vector<double> solve(std::vector<std::vector<double>> a, std::vector<double> x) {
-    const std::size_t n = x.size();
-    for (std::size_t k = 0; k < n; ++k) {
-        std::size_t pivot = k;
-        for (std::size_t r = k + 1; r < n; ++r)
-            if (std::fabs(a[r][k]) > std::fabs(a[pivot][k])) pivot = r;
-        std::swap(a[k], a[pivot]);
-        std::swap(x[k], x[pivot]);
-        for (std::size_t r = k + 1; r < n; ++r) {
-            const double factor = a[r][k] / a[k][k];
-            if (factor == 0.0) continue;
-            for (std::size_t c = k; c < n; ++c) a[r][c] -= factor * a[k][c];
-            x[r] -= factor * x[k];
-        }
-    }
-    for (std::size_t k = n; k-- > 0;) {
-        for (std::size_t c = k + 1; c < n; ++c) x[k] -= a[k][c] * x[c];
-        x[k] /= a[k][k];
-    }
-    return x;
-}
-
-struct Constants {
-    std::string cas;
-    double T = 0.0, v = 0.0;  // critical temperature [K], volume [L/mol]
-};
-std::map<std::string, Constants> constantsOf;
-
-using Names = std::pair<std::string, std::string>;
-
 struct Pair {
-    Names names;
-    std::vector<CriticalPoint> line;
-    bool inBlend = false, isBlend = false;
-    Coefficients T{}, V{};
+    std::string first, second;
+    bool record = false, estimated = false;
+
+    bool setUp() {
+        FileNames files{};
+        files[1].assign(first + ".FLD");
+        files[2].assign(second + ".FLD");
+        Text3 reference("DEF");
+        int ierr = 0;
+        Text255 herr;
+        SETUP(2, files, Text255("HMX.BNC"), reference, ierr, herr);
+        if (ierr > 0 && ierr != 22 && ierr != 23) return false;  // the reference state does not matter here
+        record = !mixingParameters.HMFILE[1].startsWith("estimated");
+        estimated = mixingParameters.HBIN[1].view().find("have been estimated") != std::string_view::npos;
+        return true;
+    }
+    // The numbers belong to the order of the record, whose citation begins with both names.
+    bool inOrderOfRecord() const { return !mixingParameters.HBIN[1].startsWith(second + " + "); }
 };
-
-struct Blend {
-    std::string name;
-    std::vector<std::string> fluids;
-    std::vector<double> x;
-    CriticalPoint point;
-};
-
-// How much a point may be missed: as the weights begin, of a pair and of a blend, and at most, above which a weight is
-// raised.
-struct Tolerances {
-    double pair, blend, pairLimit, blendLimit;
-};
-
-// Line and constants as temperature [K] or as volume, relative.
-struct Temperature {
-    static constexpr Tolerances tolerances{0.1, 0.3, 0.27, 0.27};
-    static double of(const CriticalPoint& point) { return point.T; }
-    static double of(const Constants& constants) { return constants.T; }
-    static double scale(const CriticalPoint&) { return 1.0; }
-    static Coefficients& coefficients(Pair& pair) { return pair.T; }
-};
-struct Volume {
-    static constexpr Tolerances tolerances{0.005, 0.01, 0.015, 0.015};
-    static double of(const CriticalPoint& point) { return 1.0 / point.D; }
-    static double of(const Constants& constants) { return constants.v; }
-    static double scale(const CriticalPoint& point) { return 1.0 / point.D; }
-    static Coefficients& coefficients(Pair& pair) { return pair.V; }
-};
-
-// The line of one pair in polynomials that are orthonormal over its own weighted points, so that the powers, which are
-// nearly dependent, do no harm: deviations are Q y - t, coefficients c of the powers R c = y.
-struct Basis {
-    std::vector<std::array<double, unknowns>> Q;
-    std::vector<double> share;  // weight of the points
-    std::array<std::array<double, unknowns>, unknowns> R{};
-    std::vector<double> t;
-    std::array<double, unknowns> own{}, y{};  // the pair's own best fit, and the one that serves the blends as well
-    double weight = 1.0;
-    double limit = 0.0;  // of the deviation; more where the line's own fit is not better
-
-    double worst() const {
-        double largest = 0.0;
-        for (std::size_t k = 0; k < Q.size(); ++k) {
-            double off = -t[k];
-            for (std::size_t c = 0; c < unknowns; ++c) off += Q[k][c] * y[c];
-            largest = std::max(largest, std::fabs(off));
-        }
-        return largest;
-    }
-    Coefficients powers() const {
-        Coefficients c{};
-        for (std::size_t i = unknowns; i-- > 0;) {
-            c[i] = y[i];
-            for (std::size_t j = i + 1; j < unknowns; ++j) c[i] -= R[i][j] * c[j];
-            c[i] /= R[i][i];
-        }
-        return c;
-    }
-};
-
-// Gram and Schmidt's method, twice for the rounding; then the best fit.
-void orthonormalize(Basis& basis) {
-    basis.R = {};
-    const std::size_t n = basis.Q.size();
-    for (std::size_t c = 0; c < unknowns; ++c) {
-        for (int round = 0; round < 2; ++round)
-            for (std::size_t d = 0; d < c; ++d) {
-                double dot = 0.0;
-                for (std::size_t k = 0; k < n; ++k) dot += basis.share[k] * basis.Q[k][c] * basis.Q[k][d];
-                basis.R[d][c] += dot;
-                for (auto& row : basis.Q) row[c] -= dot * row[d];
-            }
-        double norm = 0.0;
-        for (std::size_t k = 0; k < n; ++k) norm += basis.share[k] * basis.Q[k][c] * basis.Q[k][c];
-        basis.R[c][c] = std::sqrt(norm);
-        for (auto& row : basis.Q) row[c] /= basis.R[c][c];
-        basis.own[c] = 0.0;
-        for (std::size_t k = 0; k < n; ++k) basis.own[c] += basis.share[k] * basis.Q[k][c] * basis.t[k];
-    }
-    basis.y = basis.own;
-}
-
-// A line that six powers do not follow within the limit has its largest deviation made as small as they can, by weights
-// that grow where the deviation is large.
-//   Source  C. L. Lawson, Contributions to the Theory of Linear Least Maximum Approximation, Los Angeles (1961)
-template <class Quantity>
-Basis basisOf(const Pair& pair) {
-    constexpr int mostRounds = 40;
-    const Constants &a = constantsOf[pair.names.first], &b = constantsOf[pair.names.second];
-    Basis basis;
-    std::vector<std::array<double, unknowns>> powers;
-    for (const CriticalPoint& point : pair.line) {
-        const double u = point.x, scale = Quantity::scale(point);
-        if (u < fitFrom || u > fitTo) continue;
-        std::array<double, unknowns>& row = powers.emplace_back();
-        double power = u * (1.0 - u) / scale;
-        for (std::size_t c = 0; c < unknowns; ++c, power *= u) row[c] = power;
-        basis.t.push_back((Quantity::of(point) - u * Quantity::of(a) - (1.0 - u) * Quantity::of(b)) / scale);
-    }
-    basis.share.assign(powers.size(), 1.0);
-    Basis best;
-    for (int round = 1; round <= mostRounds; ++round) {
-        basis.Q = powers;
-        orthonormalize(basis);
-        if (round == 1 || basis.worst() < best.worst()) best = basis;
-        if (best.worst() < 0.8 * Quantity::tolerances.pairLimit) break;
-        double sum = 0.0;
-        for (std::size_t k = 0; k < powers.size(); ++k) {
-            double off = -basis.t[k];
-            for (std::size_t c = 0; c < unknowns; ++c) off += basis.Q[k][c] * basis.y[c];
-            basis.share[k] *= std::fabs(off) / basis.worst() + 1e-3;
-            sum += basis.share[k];
-        }
-        for (double& share : basis.share) share *= static_cast<double>(powers.size()) / sum;
-    }
-    best.limit = std::max(Quantity::tolerances.pairLimit, 1.05 * best.worst());
-    return best;
-}
-
-// The part of a pair in the equation of a blend, over the coefficients y of its line.
-struct BlendTerm {
-    std::size_t pair;
-    std::array<double, unknowns> row{};
-};
-struct BlendEquation {
-    std::vector<BlendTerm> terms;
-    double wanted = 0.0, weight = 1.0;
-};
-
-// The equation of a blend, in units of its own value, as CRTHMX combines the lines of its pairs.
-template <class Quantity>
-BlendEquation equationOf(const Blend& blend, const std::vector<Basis>& bases,
-                         const std::map<Names, std::size_t>& pairOf) {
-    BlendEquation equation;
-    double weightOfAll = 0.0, linear = 0.0;
-    const std::size_t n = blend.fluids.size();
-    for (std::size_t i = 0; i < n; ++i)
-        for (std::size_t j = i + 1; j < n; ++j) weightOfAll += blend.x[i] * blend.x[j];
-    const double scale = Quantity::scale(blend.point);
-    for (std::size_t i = 0; i < n; ++i)
-        for (std::size_t j = 0; j < n; ++j) {
-            const auto found = pairOf.find({blend.fluids[i], blend.fluids[j]});
-            if (found == pairOf.end()) continue;
-            const double u = (blend.x[i] + 1.0 - blend.x[j]) / 2.0, share = blend.x[i] * blend.x[j] / weightOfAll;
-            const auto& R = bases[found->second].R;
-            BlendTerm term{found->second, {}};
-            double power = share * u * (1.0 - u) / scale;
-            for (std::size_t c = 0; c < unknowns; ++c, power *= u) {
-                term.row[c] = power;
-                for (std::size_t d = 0; d < c; ++d) term.row[c] -= term.row[d] * R[d][c];
-                term.row[c] /= R[c][c];
-            }
-            equation.terms.push_back(term);
-            linear += share * (u * Quantity::of(constantsOf[blend.fluids[i]]) +
-                               (1.0 - u) * Quantity::of(constantsOf[blend.fluids[j]]));
-        }
-    equation.wanted = (Quantity::of(blend.point) - linear) / scale;
-    return equation;
-}
-
-double deviationOf(const BlendEquation& equation, const std::vector<Basis>& bases) {
-    double off = -equation.wanted;
-    for (const BlendTerm& term : equation.terms)
-        for (std::size_t c = 0; c < unknowns; ++c) off += term.row[c] * bases[term.pair].y[c];
-    return off;
-}
-
-// Every line is moved from its own fit in the direction that the blends ask for, as far as the weights say.
-void serveBlends(std::vector<Basis>& bases, const std::vector<BlendEquation>& blends) {
-    const std::size_t n = blends.size();
-    std::vector<std::vector<double>> a(n, std::vector<double>(n));
-    std::vector<double> right(n);
-    for (Basis& basis : bases) basis.y = basis.own;
-    for (std::size_t i = 0; i < n; ++i) {
-        right[i] = -deviationOf(blends[i], bases);
-        a[i][i] = 1.0 / blends[i].weight;
-        for (std::size_t j = 0; j < n; ++j)
-            for (const BlendTerm& s : blends[i].terms)
-                for (const BlendTerm& t : blends[j].terms) {
-                    if (s.pair != t.pair) continue;
-                    double dot = 0.0;
-                    for (std::size_t c = 0; c < unknowns; ++c) dot += s.row[c] * t.row[c];
-                    a[i][j] += dot / bases[s.pair].weight;
-                }
-    }
-    const std::vector<double> pull = solve(a, right);
-    for (std::size_t i = 0; i < n; ++i)
-        for (const BlendTerm& term : blends[i].terms)
-            for (std::size_t c = 0; c < unknowns; ++c)
-                bases[term.pair].y[c] += pull[i] * term.row[c] / bases[term.pair].weight;
-}
-
-template <class Quantity>
-void fit(std::vector<Pair>& pairs, const std::vector<Blend>& blends) {
-    constexpr Tolerances tolerances = Quantity::tolerances;
-    constexpr int mostRounds = 80;
-    constexpr double raise = 1.4;
-    // where both cannot be had, a blend comes before the lines of its pairs
-    constexpr double heaviestPair = 1e5, heaviestBlend = 1e12;
-    std::map<Names, std::size_t> pairOf;
-    std::vector<Basis> bases;
-    for (Pair& pair : pairs) {
-        pairOf.emplace(pair.names, bases.size());
-        bases.push_back(basisOf<Quantity>(pair));
-        bases.back().weight = 1.0 / (tolerances.pair * tolerances.pair);
-    }
-    std::vector<BlendEquation> equations;
-    for (const Blend& blend : blends) {
-        equations.push_back(equationOf<Quantity>(blend, bases, pairOf));
-        equations.back().weight = 1.0 / (tolerances.blend * tolerances.blend);
-    }
-    for (int round = 1; round <= mostRounds; ++round) {
-        serveBlends(bases, equations);
-        bool raised = false;
-        for (Basis& basis : bases) {
-            if (basis.worst() <= basis.limit || basis.weight > heaviestPair) continue;
-            basis.weight *= raise;
-            raised = true;
-        }
-        for (BlendEquation& equation : equations) {
-            if (std::fabs(deviationOf(equation, bases)) <= tolerances.blendLimit || equation.weight > heaviestBlend)
-                continue;
-            equation.weight *= raise;
-            raised = true;
-        }
-        if (!raised) break;
-    }
-    for (std::size_t k = 0; k < pairs.size(); ++k) Quantity::coefficients(pairs[k]) = bases[k].powers();
-    for (std::size_t k = 0; k < blends.size(); ++k) {
-        const double off = deviationOf(equations[k], bases);
-        if (std::fabs(off) > tolerances.blendLimit)
-            std::fprintf(stderr, "%-6s is missed by %.4f with the new lines\n", blends[k].name.c_str(), off);
-    }
-}
 
 // Eight significant digits; the fit is not better.
 void printNumbers(const char* tag, const Coefficients& c) {
@@ -387,106 +355,88 @@ void printNumbers(const char* tag, const Coefficients& c) {
     std::printf("]");
 }
 
-void printPair(const Pair& pair, bool first) {
-    const Constants &a = constantsOf[pair.names.first], &b = constantsOf[pair.names.second];
-    double worstT = 0.0, worstV = 0.0;
-    for (const CriticalPoint& point : pair.line) {
-        const double u = point.x, w = 1.0 - u;
-        if (u < fitFrom || u > fitTo) continue;
-        worstT = std::max(worstT, std::fabs(u * a.T + w * b.T + value(pair.T, u) - point.T));
-        worstV = std::max(worstV, std::fabs(u * a.v + w * b.v + value(pair.V, u) - 1.0 / point.D) * point.D);
+void fitPair(const Pair& pair, int& fitted) {
+    const std::vector<Point> found = criticalLine();
+    if (found.size() + 1 < points) {
+        std::fprintf(stderr, "%-8s + %-8s no line: %zu of %d points%s\n", pair.first.c_str(), pair.second.c_str(),
+                     found.size(), points - 1, pair.estimated ? " (estimated)" : "");
+        return;
     }
-    std::fprintf(stderr, "%-8s + %-8s largest deviation %.4f K, %.3f %% of volume%s\n", pair.names.first.c_str(),
-                 pair.names.second.c_str(), worstT, 100.0 * worstV,
-                 pair.isBlend   ? " (a blend)"
-                 : pair.inBlend ? " (in blends)"
-                                : "");
-    std::printf("%s\n \"%s/%s\": {", first ? "" : ",", a.cas.c_str(), b.cas.c_str());
-    printNumbers("TC1", pair.T);
+    Line line;
+    fitTemperature(found, line);
+    fitVolume(found, line);
+    const Misses misses = missesOf(found, line);
+    constexpr double mostT = 10.0, mostV = 0.2;  // [K], relative; beyond them the points were not those of one line
+    if (misses.T > mostT || misses.v > mostV) {
+        std::fprintf(stderr, "%-8s + %-8s no line: misses its points by %.1f K, %.1f %% of volume\n",
+                     pair.first.c_str(), pair.second.c_str(), misses.T, 100.0 * misses.v);
+        return;
+    }
+    std::fprintf(stderr, "%-8s + %-8s %8.4f K (median %.4f K), %7.3f %% of pressure, %7.3f %% of volume%s%s\n",
+                 pair.first.c_str(), pair.second.c_str(), misses.T, misses.medianT, 100.0 * misses.p, 100.0 * misses.v,
+                 misses.beyond() ? " BEYOND" : "", pair.estimated ? " (estimated)" : "");
+    std::printf("%s\n \"%s/%s\": {", fitted++ == 0 ? "" : ",", std::string(fluidFiles.HCAS[1].trimmed()).c_str(),
+                std::string(fluidFiles.HCAS[2].trimmed()).c_str());
+    printNumbers("TC1", powersOf(line.T));
     std::printf(", ");
-    printNumbers("VC1", pair.V);
+    printNumbers("VC1", powersOf(line.V));
+    if (misses.beyond()) std::printf(", \"beyond\": {\"K\": %.2f, \"percent\": %.1f}", misses.T, 100.0 * misses.p);
     std::printf("}");
 }
 
-std::string stem(const Text255& file) {
-    return std::filesystem::path(text(file)).stem().string();
-}
-
-std::vector<Blend> readBlends(const std::filesystem::path& folder) {
-    std::vector<Blend> blends;
-    double worstT = 0.0, worstP = 0.0;
-    for (const std::string& name : filesOf(folder / "mixtures", ".MIX")) {
-        int nc = 0, ierr = 0;
+void printBlends(const std::filesystem::path& folder) {
+    int printed = 0;
+    std::printf("{");
+    for (const std::string& name : namesOf(folder / "mixtures", ".MIX")) {
+        int count = 0, ierr = 0;
         FileNames files{};
-        Composition x{};
+        Composition z{};
         Text3 reference("DEF");
         Text255 herr;
-        SETMIX(Text255(name + ".MIX"), Text255("HMX.BNC"), reference, nc, files, x, ierr, herr);
-        Blend blend{name, {}, {}, {}};
-        for (int i = 1; i <= nc; ++i) {
-            blend.fluids.push_back(stem(files[i]));
-            blend.x.push_back(x[i]);
-        }
-        double Tc, Pc, Dc;
-        CRTHMX(x, Tc, Pc, Dc, ierr, herr);
-        double T = Tc, p = Pc, D = Dc;
-        CRTPNT(x, T, p, D, ierr, herr);
-        blend.point = {0.0, T, p, D};
-        std::fprintf(stderr, "%-6s CRTPNT %9.4f K %9.3f kPa %8.5f mol/L; CRTHMX now %+8.4f K %+7.3f %% %+7.3f %%%s\n",
-                     name.c_str(), T, p, D, Tc - T, 100.0 * (Pc / p - 1.0), 100.0 * (Dc / D - 1.0),
-                     ierr == 0 ? "" : text(herr).c_str());
-        if (ierr == 0) blends.push_back(blend);
-        worstT = std::max(worstT, std::fabs(Tc - T));
-        worstP = std::max(worstP, std::fabs(Pc / p - 1.0));
+        SETMIX(Text255(name + ".MIX"), Text255("HMX.BNC"), reference, count, files, z, ierr, herr);
+        Point line, point;
+        CRITP(z, line.T, line.p, line.D, ierr, herr);
+        point = line;
+        CRTPNT(z, point.T, point.p, point.D, ierr, herr);
+        std::fprintf(stderr, "%-6s %9.4f K %9.3f kPa; by the lines %+8.4f K %+7.3f %%%s\n", name.c_str(), point.T,
+                     point.p, line.T - point.T, 100.0 * (line.p / point.p - 1.0), ierr == 0 ? "" : " NOT FOUND");
+        if (ierr == 0)
+            std::printf("%s\n \"%s\": [%.12f, %.12f, %.12f]", printed++ == 0 ? "" : ",", name.c_str(), point.T, point.p,
+                        point.D);
     }
-    std::fprintf(stderr, "largest deviation of a blend now: %.4f K, %.3f %% of pressure\n", worstT, 100.0 * worstP);
-    return blends;
+    std::printf("\n}\n");
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::filesystem::path folder = argc > 1 ? argv[1] : FRIGANA_DATA;
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const bool only = arguments.size() > 1 && arguments[1] == "--only";
+    const std::vector<std::string> named(arguments.begin() + std::min<std::ptrdiff_t>(argc - 1, only ? 2 : 1),
+                                         arguments.end());
+    const std::filesystem::path folder = arguments.empty() ? FRIGANA_DATA : arguments[0];
     SETPATH(folder.string());
-    const std::vector<std::string> fluids = filesOf(folder / "fluids", ".FLD");
-    const std::vector<Blend> blends = readBlends(folder);
-
-    std::set<Names> needed, binary;
-    for (const Blend& blend : blends)
-        for (const std::string& a : blend.fluids)
-            for (const std::string& b : blend.fluids) {
-                needed.emplace(a, b);
-                if (blend.fluids.size() == 2) binary.emplace(a, b);
-            }
-
-    std::vector<Pair> pairs;
+    const SilentMessages quiet;
+    if (arguments.size() == 2 && arguments[1] == "--blends") {
+        printBlends(folder);
+        return 0;
+    }
+    const auto isNamed = [&](const std::string& fluid) {
+        return std::find(named.begin(), named.end(), fluid) != named.end();
+    };
+    const std::vector<std::string> fluids = only ? named : namesOf(folder / "fluids", ".FLD");
+    int fitted = 0;
+    std::printf("{");
     for (std::size_t i = 0; i < fluids.size(); ++i)
         for (std::size_t j = i + 1; j < fluids.size(); ++j) {
-            int ierr = 0;
-            Names names{fluids[i], fluids[j]};
-            if (!setUpPair(names.first, names.second, ierr)) continue;
-            const bool record = !mixingParameters.HMFILE[1].startsWith("estimated");
-            if (!record && needed.count(names) == 0) continue;
-            // the numbers belong to the order of the record, whose citation begins with both names
-            if (mixingParameters.HBIN[1].startsWith(names.second + " + ")) {
-                std::swap(names.first, names.second);
-                if (!setUpPair(names.first, names.second, ierr)) continue;
+            Pair pair{fluids[i], fluids[j]};
+            if (!pair.setUp() || !(pair.record || (isNamed(pair.first) && isNamed(pair.second)))) continue;
+            if (!pair.inOrderOfRecord()) {
+                std::swap(pair.first, pair.second);
+                if (!pair.setUp()) continue;
             }
-            for (int k = 1; k <= 2; ++k)
-                constantsOf[k == 1 ? names.first : names.second] = {
-                    std::string(fluidFiles.HCAS[k].trimmed()), fluidConstants.TCRIT[k], 1.0 / fluidConstants.DCRIT[k]};
-            Pair pair{names, criticalLine(), needed.count(names) > 0, binary.count(names) > 0, {}, {}};
-            if (pair.line.size() + 1 < points) {
-                std::fprintf(stderr, "%-8s + %-8s no line: %zu of %d points\n", names.first.c_str(),
-                             names.second.c_str(), pair.line.size(), points - 1);
-                continue;
-            }
-            pairs.push_back(pair);
+            fitPair(pair, fitted);
         }
-    fit<Temperature>(pairs, blends);
-    fit<Volume>(pairs, blends);
-    std::printf("{");
-    for (std::size_t k = 0; k < pairs.size(); ++k) printPair(pairs[k], k == 0);
     std::printf("\n}\n");
-    std::fprintf(stderr, "%zu pairs fitted\n", pairs.size());
+    std::fprintf(stderr, "%d lines\n", fitted);
 }

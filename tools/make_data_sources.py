@@ -143,7 +143,7 @@ def mixture_section(s, critical):
     functions = load("mixtures", "departure_functions.json")["functions"]
     blends = load("mixtures", "blends.json")
     out = ["", "## Mixtures", "",
-           "`data/fluids/HMX.BNC` holds %d published binary pairs among the %d fluids, estimates for the blends below, and %d departure functions."
+           "`data/fluids/HMX.BNC` holds %d published binary pairs among the %d fluids, estimates for the blends below and for the other pairs of the library's fluids, and %d departure functions."
            % (len(pairs["pairs"]), len(ORDER), len(functions)), "", "| Source of the pair's parameters | Pairs |", "|---|---|"]
     for key, c in pairs["citations"].items():
         out.append(row(s.ref(c), sum(p["citation"] == key for p in pairs["pairs"])))

@@ -5,6 +5,7 @@
 #include "23_SpecificPoints.h"
 #include "FLASH2.h"
 #include "OPENFL.h"
+#include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "UTILITY.h"
 
@@ -110,6 +111,7 @@ std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTAN
     if (ierr > 0) return reasonOf(herr);
     SETREF(reference, fluid.referenceOf, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
     if (ierr > 0) return reasonOf(herr);
+    adoptCriticalPoint(substance.ZMOL);
     substance.WM = WMOL(substance.ZMOL);
     substance.NMIX = count;
     for (int i = 1; i <= count; ++i) substance.REFSNAMEMIX[i] = files[i];

@@ -9,6 +9,7 @@
 #include "LIMITS.h"
 #include "MELTING.h"
 #include "PROP_SUB.h"
+#include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
@@ -76,6 +77,7 @@ bool ChartFluid::load(const FluidSelection& selection, std::string& why) {
         XMOLE(byMass, z_, meanMass);
     }
     if (ierr <= 0) SETREF(reference, selection.referenceMode, z_, 0.0, 0.0, 0.0, 0.0, ierr, herr);
+    if (ierr <= 0) adoptCriticalPoint(z_);
     if (ierr <= 0) CRITP(z_, critical_.T, critical_.p, critical_.D, ierr, herr);
     if (ierr > 0) {
         why = reason(herr);

@@ -148,6 +148,7 @@ void initPredefinedMixture(SUBSTANCE& substance) {
     setReference(substance);
 
     double tc = 0, pc = 0, dc = 0;
+    adoptCriticalPoint(substance.ZMOL);
     CRTHMX(substance.ZMOL, tc, pc, dc, ierr, herr);
     check();
     storeCriticalPoint(substance, tc, pc, dc);
@@ -155,6 +156,7 @@ void initPredefinedMixture(SUBSTANCE& substance) {
     limitsOfComponents(substance);
     setUpMixtureFile(substance);  // the engine holds the last component
     setReference(substance);
+    adoptCriticalPoint(substance.ZMOL);
 }
 
 void initListedMixture(SUBSTANCE& substance) {

@@ -5,6 +5,7 @@
 #include "CORE_ANC.h"
 #include "CORE_FEQ.h"
 #include "CORE_PR.h"
+#include "CriticalPoint.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "MIX_HMX.h"
@@ -15,6 +16,7 @@
 #include "ReferenceState.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_HOTTEST.h"
+#include "SAT_SUB_NEWTON.h"
 #include "SAT_SUB_SPLIT.h"
 #include "SaturationExtrema.h"
 #include "SaturationSpline.h"
@@ -319,12 +321,12 @@ void SETUP0(int nc, const FixedText<10000>& hfld, const Text255& hfm, Text3& hrf
 namespace {
 
 // The items of a mixture file in their order; false at the first that cannot be read.
-bool readMixture(int unit, const Text255& hfmix, int& nc, FileNames& hfiles, Composition& x, int& updated, int& ierr,
-                 Text255& herr) {
+bool readMixture(int unit, const Text255& hfmix, int& nc, FileNames& hfiles, Composition& x, CriticalPoint& critical,
+                 int& updated, int& ierr, Text255& herr) {
     Text255 name;
-    double molarMass = 0.0, tc = 0.0, pc = 0.0, Dc = 0.0;
+    double molarMass = 0.0;
     if (!readTextLine(unit, "name of the mixture", ierr, herr, name) ||
-        !readRecord(unit, "molar mass and critical point", ierr, herr, molarMass, tc, pc, Dc) ||
+        !readRecord(unit, "molar mass and critical point", ierr, herr, molarMass, critical.T, critical.p, critical.D) ||
         !readCount(unit, "number of components", ncmax, nc, ierr, herr))
         return false;
     for (int i = 1; i <= nc; ++i) {
@@ -344,10 +346,11 @@ void SETMIX(const Text255& hmxnme, const Text255& hfmix, Text3& hrf, int& nc, Fi
     hfiles.fill(Text255{});
     x.fill(0.0);
     int unit = 12, updated = 0;
+    CriticalPoint critical;
     Text255 name = hmxnme;
     OPENFL(unit, name, 2, ierr, herr);
     if (ierr == 0) {
-        readMixture(unit, hfmix, nc, hfiles, x, updated, ierr, herr);
+        readMixture(unit, hfmix, nc, hfiles, x, critical, updated, ierr, herr);
         closeUnit(unit);
     }
     if (ierr != 0) {
@@ -376,6 +379,7 @@ void SETMIX(const Text255& hmxnme, const Text255& hfmix, Text3& hrf, int& nc, Fi
                 nullCharacter);
     }
     SETUP(nc, hfiles, hfmix, hrf, ierr, herr);
+    if (ierr <= 0) noteCriticalPoint(x, critical.T, critical.p, critical.D);
     if (ierr == 0 && kept.ierr != 0) {
         ierr = kept.ierr;
         herr = kept.herr;

@@ -38,7 +38,7 @@ inline std::string words(const Text255& field) {
     return std::string(trimRight(view.substr(0, view.find('\0'))));
 }
 
-// Sets a predefined blend up; its composition is x.
+// Sets a predefined blend up with its critical point, as programs do; its composition is x.
 inline testing::AssertionResult setUpBlend(std::string_view name, Composition& x) {
     SETPATH(test::dataFolder);
     FileNames files{};
@@ -46,6 +46,7 @@ inline testing::AssertionResult setUpBlend(std::string_view name, Composition& x
     int nc = 0, ierr = 0;
     Text255 herr;
     SETMIX(Text255(std::string(name) + ".MIX"), Text255("HMX.BNC"), reference, nc, files, x, ierr, herr);
+    adoptCriticalPoint(x);
     RESETA();
     saturationSpline.SPLINEREADY = false;
     if (ierr > 0) return testing::AssertionFailure() << name << ": " << ierr << ' ' << words(herr);

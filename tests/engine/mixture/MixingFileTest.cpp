@@ -674,7 +674,7 @@ TEST_F(MixingFile, TheCubicEquationHasOnlyTheLinearRules) {
 // ---- estimates --------------------------------------------------------------------------------------------------
 
 TEST_F(MixingFile, APairWithoutARecordRunsWithItsEstimate) {
-    ASSERT_EQ(setUp({"R227EA", "CF3I"}), -117);
+    ASSERT_EQ(setUp({"R227EA", "R236EA"}), -117);
     EXPECT_EQ(message(), estimateText);
     EXPECT_EQ(origin(), "estimated by ESTBNC");
     EXPECT_EQ(citation(),
@@ -690,7 +690,7 @@ TEST_F(MixingFile, APairWithoutARecordRunsWithItsEstimate) {
 }
 
 TEST_F(MixingFile, OnePairWithoutARecordIsEnoughForTheWarning) {
-    ASSERT_EQ(setUp({"R32", "R227EA", "CF3I"}), -117);
+    ASSERT_EQ(setUp({"R32", "R227EA", "R236EA"}), -117);
     EXPECT_EQ(message(), estimateText);
     EXPECT_EQ(origin(1), dataFile("HMX.BNC"));
     EXPECT_EQ(origin(2), dataFile("HMX.BNC"));

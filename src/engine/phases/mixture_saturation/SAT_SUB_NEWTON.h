@@ -137,4 +137,10 @@ void CRTPNT(const Composition& z, double& tc, double& pc, double& rhoc, int& ier
 //             set-ups; one that no longer is at the limit of stability is looked for anew.
 void adoptCriticalPoint(const Composition& z);
 
+// Remembers what the file of a mixture that has been set up says of its critical point, so that adoptCriticalPoint need
+// not search for it; a point that is not at the limit of stability is of no consequence.
+//   Given     z        mole fractions
+//             T, p, D  [K, kPa, mol/L]
+void noteCriticalPoint(const Composition& z, double T, double p, double D);
+
 }  // namespace frigana

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "CORE_PR.h"
+#include "CriticalPoint.h"
 #include "FluidFiles.h"
 #include "Message.h"
 #include "PHIDERV.h"
@@ -360,7 +361,8 @@ void CRTPNT(const Composition& z, double& tc, double& pc, double& rhoc, int& ier
 
 namespace {
 
-// A critical point that CRTPNT has found, by the components and the composition. Written by foundBefore and keep.
+// A critical point that CRTPNT has found, now or for the file of the mixture, by the components and the composition.
+// Written by keep.
 struct FoundPoint {
     int count = 0;
     ComponentArray<Text12> cas;
@@ -393,25 +395,38 @@ const FoundPoint* foundBefore(const Composition& z) {
     return nullptr;
 }
 
-const FoundPoint* find(const Composition& z) {
-    if (const FoundPoint* known = foundBefore(z)) return known;
-    FoundPoint point;
+const FoundPoint* keep(const Composition& z, double T, double p, double D) {
+    FoundPoint& point = foundPoints[nextFound];
+    nextFound = (nextFound + 1) % mostFound;
     point.count = modelTags.NC;
     point.x = z;
     for (int i = 1; i <= modelTags.NC; ++i) point.cas[i] = fluidFiles.HCAS[i];
+    point.T = T;
+    point.p = p;
+    point.D = D;
+    return &point;
+}
+
+const FoundPoint* find(const Composition& z) {
+    if (const FoundPoint* known = foundBefore(z)) return known;
+    CriticalPoint point;
     int ierr = 0;
     Text255 herr;
     CRITP(z, point.T, point.p, point.D, ierr, herr);
     if (ierr > 0) return nullptr;
     CRTPNT(z, point.T, point.p, point.D, ierr, herr);
     if (ierr != 0 || !(point.T > 0.0 && point.p > 0.0 && point.D > 0.0)) return nullptr;
-    FoundPoint& place = foundPoints[nextFound];
-    nextFound = (nextFound + 1) % mostFound;
-    place = point;
-    return &place;
+    return keep(z, point.T, point.p, point.D);
 }
 
 }  // namespace
+
+void noteCriticalPoint(const Composition& z, double T, double p, double D) {
+    if (!(T > 0.0 && p > 0.0 && D > 0.0)) return;
+    for (const FoundPoint& point : foundPoints)
+        if (point.T == T && sameMixture(point, z)) return;
+    keep(z, T, p, D);
+}
 
 void adoptCriticalPoint(const Composition& z) {
     constexpr double closeInT = 0.3, closeInP = 0.01;  // [K], relative
