@@ -160,6 +160,32 @@ TEST(Api, ATooSlowRequestEndsItsConnection) {
     EXPECT_TRUE(silent.closedWithin(1s));
 }
 
+// A connection that stays open serves so many requests, the last of which says so, and waits so long for the next one.
+TEST(Api, AConnectionEndsAfterItsShareOfRequestsOrOfSilence) {
+    http::Settings settings;
+    settings.requestsPerConnection = 3;
+    settings.idle = 400ms;
+    Server server(settings);
+    const std::string asked = requestText(server.port(), "GET", "/api/health");
+    Client busy(server.port());
+    for (int count = 1; count <= 3; ++count) {
+        ASSERT_TRUE(busy.send(asked)) << count;
+        const Reply reply = busy.receive();
+        EXPECT_EQ(reply.status, 200) << count;
+        EXPECT_EQ(reply.header("Connection") == "close", count == 3) << count;
+    }
+    EXPECT_TRUE(busy.closedWithin(200ms));
+    Client idle(server.port());
+    idle.send(asked);
+    EXPECT_EQ(idle.receive().status, 200);
+    EXPECT_FALSE(idle.closedWithin(150ms));
+    idle.send(asked);
+    EXPECT_EQ(idle.receive().status, 200);
+    const auto since = std::chrono::steady_clock::now();
+    EXPECT_TRUE(idle.closedWithin(2s));
+    EXPECT_GT(std::chrono::steady_clock::now() - since, 300ms);
+}
+
 TEST(Api, WhoDoesNotReadDoesNotHoldTheServer) {
     http::Settings settings;
     settings.departure = 200ms;
