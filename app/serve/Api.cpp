@@ -98,6 +98,7 @@ constexpr Api::Route Api::routes[] = {
     {"GET",  "/api/fluids",       &Api::fluids},
     {"POST", "/api/run",          &Api::run},
     {"POST", "/api/chart",        &Api::chart},
+    {"POST", "/api/state",        &Api::state},
     {"POST", "/api/convert",      &Api::convert},
     {"POST", "/api/study",        &Api::study},
     // clang-format on
@@ -198,6 +199,10 @@ http::Answer Api::run(const http::Request& request) {
 
 http::Answer Api::chart(const http::Request& request) {
     return calculated(chartTask, request.body);
+}
+
+http::Answer Api::state(const http::Request& request) {
+    return calculated(stateTask, request.body);
 }
 
 http::Answer Api::convert(const http::Request& request) {

@@ -41,6 +41,7 @@ class Api {
     http::Answer openApi(const http::Request& request);
     http::Answer run(const http::Request& request);
     http::Answer chart(const http::Request& request);
+    http::Answer state(const http::Request& request);
     http::Answer convert(const http::Request& request);
     http::Answer study(const http::Request& request);
     http::Answer calculated(std::string_view task, std::string_view about);

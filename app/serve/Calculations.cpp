@@ -9,6 +9,7 @@
 #include "ChartJson.h"
 #include "Conversion.h"
 #include "RunJson.h"
+#include "StateJson.h"
 #include "StoredBlends.h"
 
 namespace frigana::serve {
@@ -49,6 +50,12 @@ std::string chart(std::string_view body) {
     return answer(problems.empty() ? programs::JsonAnswer{200, json} : programs::refusal("bad_chart", problems));
 }
 
+std::string state(std::string_view body) {
+    std::string json;
+    const auto problems = programs::stateJson(body, folderOfData, json);
+    return answer(problems.empty() ? programs::JsonAnswer{200, json} : programs::refusal("bad_state", problems));
+}
+
 std::string convert(std::string_view body) {
     clearRecords();
     std::string json;
@@ -64,6 +71,7 @@ struct Task {
 constexpr Task tasks[] = {
     {runTask, run},
     {chartTask, chart},
+    {stateTask, state},
     {convertTask, convert},
     {caseTask, [](std::string_view body) { return withoutFolders(studies::runCase(body, folderOfData)); }},
     {fluidsTask, [](std::string_view) { return answer(200, programs::fluidsJson(folderOfData)); }},

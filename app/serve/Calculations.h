@@ -21,6 +21,7 @@ inline constexpr workers::Limits workerLimits = {.time = std::chrono::seconds(30
 // Words of the tasks.
 inline constexpr std::string_view runTask = "run";
 inline constexpr std::string_view chartTask = "chart";
+inline constexpr std::string_view stateTask = "state";
 inline constexpr std::string_view convertTask = "convert";
 inline constexpr std::string_view caseTask = "case";
 inline constexpr std::string_view fluidsTask = "fluids";

@@ -344,6 +344,46 @@ TEST_F(Requests, AStudyGivesTheValuesOfItsRequests) {
     EXPECT_EQ(json::parse(line)["refused"], 3);
 }
 
+// Every pair leads back to the state that temperature and pressure give, or temperature and quality.
+TEST_F(Requests, AStateIsFoundFromAnyTwoProperties) {
+    const auto state = [](const json& body) { return json::parse(post(port(), "/api/state", body.dump()).body); };
+    constexpr std::pair<const char*, const char*> names[] = {{"T", "temperature"}, {"P", "pressure"}, {"D", "density"},
+                                                             {"H", "enthalpy"},    {"S", "entropy"},  {"Q", "quality"}};
+    int pairs = 0;
+    for (const json& start : {json{{"fluid", "R134a"}, {"T", "60 °C"}, {"P", "10 bar"}},
+                              json{{"fluid", "R407C"}, {"T", 280.0}, {"Q", 0.4}, {"reference_state", "IIR"}}}) {
+        const json found = state(start);
+        ASSERT_TRUE(found.contains("entropy")) << found;
+        const bool wet = !found["quality"].is_null();
+        EXPECT_EQ(wet, start.contains("Q"));
+        for (std::size_t i = 0; i < std::size(names); ++i)
+            for (std::size_t j = 0; j < i; ++j) {
+                if (!wet && names[i].first == std::string("Q")) continue;
+                // At one temperature the enthalpy and entropy of a vapor may belong to a second, denser state.
+                json body = {{"fluid", start["fluid"]}, {"reference_state", start.value("reference_state", "DEF")}};
+                body[names[i].first] = found[names[i].second];
+                body[names[j].first] = found[names[j].second];
+                const json again = state(body);
+                ASSERT_TRUE(again.contains("density")) << body << again;
+                EXPECT_NEAR(again["temperature"].get<double>(), found["temperature"].get<double>(), 1e-4) << body;
+                EXPECT_NEAR(again["pressure"].get<double>() / found["pressure"].get<double>(), 1.0, 1e-5) << body;
+                EXPECT_NEAR(again["density"].get<double>() / found["density"].get<double>(), 1.0, 1e-5) << body;
+                ++pairs;
+            }
+    }
+    EXPECT_EQ(pairs, 10 + 15);
+    for (const char* body :
+         {R"({})", R"([])", R"(1)", R"({"fluid": "R134a"})", R"({"fluid": "R134a", "T": 300})",
+          R"({"fluid": "R134a", "T": 300, "P": 100, "D": 3})", R"({"fluid": "R999", "T": 300, "P": 1})",
+          R"({"fluid": "R134a", "T": "300 bar", "P": 100})", R"({"fluid": "R134a", "T": {}, "P": 100})",
+          R"({"fluid": "R134a", "T": 300, "Q": 2})", R"({"fluid": "R134a", "T": 3000, "P": 100})",
+          R"({"fluid": "R134a", "T": 300, "P": 100, "out": "/tmp/x"})"}) {
+        const Reply reply = post(port(), "/api/state", body);
+        EXPECT_EQ(reply.status, 400) << body << reply.body;
+        EXPECT_EQ(json::parse(reply.body)["error"]["code"], "bad_state") << body;
+    }
+}
+
 // The blends of who serves, as those of the installation; a file that is none tells no folder.
 TEST_F(Requests, OwnBlendsAreKnownByName) {
     const auto fluids = [&] { return json::parse(test::ask(port(), "GET", "/api/fluids").body)["fluids"]; };
