@@ -1,7 +1,9 @@
 #include "CORE_ANC.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "Exponentials.h"
 #include "FluidConstants.h"
 #include "ModelTags.h"
 #include "ReaderReport.h"
@@ -165,6 +167,41 @@ void valueOfComponent(const Line& line, std::string_view routine, int icomp, dou
     if (serves(line, routine, icomp, t, value, ierr, herr)) value = evaluate(line, t);
 }
 
+// The sum S and its derivative in ln x, x = 1 - t/Tr, all powers by one logarithm.
+struct PlainSum {
+    double value, slope;
+};
+PlainSum plainSum(const Line& line, double x) {
+    constexpr double smallestExponent = -600.0;
+    const double root = equationType(line) % 2 != 0 ? 1.0 : line.pressure ? 0.5 : 1.0 / 3.0;
+    const double lnTheta = root * std::log(x);
+    double exponents[largestAncTerms], powers[largestAncTerms];
+    for (int k = 1; k <= line.count; ++k) exponents[k - 1] = std::max(line.e[k] * lnTheta, smallestExponent);
+    exponentials(exponents, powers, line.count);
+    PlainSum s{0.0, 0.0};
+    for (int k = 1; k <= line.count; ++k) {
+        const double term = line.a[k] * powers[k - 1];
+        s.value += term;
+        s.slope += root * line.e[k] * term;
+    }
+    return s;
+}
+
+// True where an equation can be used without codes: inside its range and not at the very end of it.
+bool servesPlainly(const Line& line, double t) {
+    constexpr double leastDistance = 1e-9;  // [Tr] from the critical point
+    return t >= line.tmin && t < line.reducingT * (1.0 - leastDistance) && equationType(line) != 0 && line.count > 0;
+}
+
+double plainDensity(const Line& line, double t) {
+    const double S = plainSum(line, 1.0 - t / line.reducingT).value;
+    const int n = equationType(line);
+    if (n <= 2) return line.reducingValue * (1.0 + S);
+    if (n <= 4) return line.reducingValue * std::exp(S);
+    if (n <= 6) return line.reducingValue * std::exp(line.reducingT / t * S);
+    return line.reducingValue * S;
+}
+
 template <void (*component)(int, double, double&, int&, Text255&)>
 void mean(double t, const Composition& x, double& value, int& ierr, Text255& herr) {
     int pure = 0;
@@ -290,6 +327,42 @@ void DLSATT(double t, const Composition& x, double& d, int& ierr, Text255& herr)
 }
 void DVSATT(double t, const Composition& x, double& d, int& ierr, Text255& herr) {
     mean<DVSATK>(t, x, d, ierr, herr);
+}
+
+bool densitiesByAncillaries(int icomp, double t, double& Dl, double& Dv) {
+    const Line liquid = liquidDensity(icomp), vapor = vaporDensity(icomp);
+    if (!servesPlainly(liquid, t) || !servesPlainly(vapor, t)) return false;
+    Dl = plainDensity(liquid, t);
+    Dv = plainDensity(vapor, t);
+    return true;
+}
+
+bool temperatureByAncillary(int icomp, double p, double& t) {
+    // Newton's method in Tr/t, over which the logarithm of the pressure is nearly straight
+    constexpr int mostSteps = 12;
+    constexpr double closeEnough = 1e-4;  // last step of Tr/t; the error after it is of the order of its square
+    constexpr double longest = 0.5;       // of the way of Tr/t - 1 that is left
+    const Line line = vaporPressure(icomp);
+    const int n = equationType(line);
+    const double tr = line.reducingT, lnP = std::log(p / line.reducingValue);
+    if (n < 3 || n > 6 || !(lnP < 0.0)) return false;  // pressures are given by their logarithm as a rule
+    // two thirds of the usual slope of ln p over Tr/t: the start is too cold rather than beyond the critical point
+    double tau = 1.0 - lnP / 7.0;
+    for (int step = 1; step <= mostSteps; ++step) {
+        const double x = 1.0 - 1.0 / tau;
+        const PlainSum s = plainSum(line, x);
+        const double factor = n <= 4 ? 1.0 : tau;
+        // ln x derived in tau is 1/(tau^2 x)
+        const double slope = (n <= 4 ? 0.0 : s.value) + factor * s.slope / (tau * tau * x);
+        double change = (lnP - factor * s.value) / slope;
+        if (!std::isfinite(change)) return false;
+        change = std::max(change, -longest * (tau - 1.0));
+        tau += change;
+        if (std::fabs(change) > closeEnough * (tau - 1.0)) continue;
+        t = tr / tau;
+        return servesPlainly(line, t);
+    }
+    return false;
 }
 
 }  // namespace frigana

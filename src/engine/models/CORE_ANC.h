@@ -74,4 +74,13 @@ void PLSATT(double t, const Composition& x, double& p, int& ierr, Text255& herr)
 void DLSATT(double t, const Composition& x, double& d, int& ierr, Text255& herr);
 void DVSATT(double t, const Composition& x, double& d, int& ierr, Text255& herr);
 
+// Where Newton's methods of pure fluids begin: the same equations without codes and texts, by one logarithm each.
+//   Given     icomp   component slot
+//             t, p    [K, kPa]
+//   Returned  Dl, Dv  densities of DLSATK and DVSATK but for the rounding [mol/L]
+//             t       temperature at which PSATK is p, to about 1e-6
+//             (value) false where one of the equations is missing, or t lies outside of them
+bool densitiesByAncillaries(int icomp, double t, double& Dl, double& Dv);
+bool temperatureByAncillary(int icomp, double p, double& t);
+
 }  // namespace frigana

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "CORE_PR.h"
 #include "FLSH_SUB.h"
@@ -838,6 +839,17 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
             solved = accepted();
         } else {
             solved = byPressure = twoPhaseByPressure(given, s, z, p1, energy, r);
+            // A trace of the other phase is what the rounding leaves of a cold liquid on its line.
+            constexpr double trace = 1e-7;
+            if (solved && std::min(r.q, 1 - r.q) < trace) {
+                const double kept[] = {r.T, r.p, r.D, r.Dl, r.Dv, r.q, r.e, r.h, r.s};
+                r.D = r.q < 0.5 ? r.Dl : r.Dv;
+                byPressure = !accepted();
+                if (byPressure) {
+                    double* const restored[] = {&r.T, &r.p, &r.D, &r.Dl, &r.Dv, &r.q, &r.e, &r.h, &r.s};
+                    for (std::size_t i = 0; i < std::size(kept); ++i) *restored[i] = kept[i];
+                }
+            }
         }
     }
     if (icomp == 0 && solveMixtureByEntropy(given, s, z, {Tc, Pc, Dc}, energy, r)) {

@@ -64,6 +64,10 @@ bool stateOnLine(int line, double T, const Composition& x, LineState& state, int
         SATTP(temperature, at.p, x, retrogradeVaporLine, 0, D, at.Dl, at.Dv, at.x, at.y, at.q, ierr, herr);
     } else {
         SATT(T, x, line, at.p, at.Dl, at.Dv, at.x, at.y, ierr, herr);
+        // what is remembered of a temperature beside this one belongs to that: next to the critical point densities
+        // tell the two apart
+        const SaturationMemo::State& solved = saturationMemo.atT;
+        if (ierr == 0 && solved.valid && std::fabs(solved.input - T) < 1e-9) at.T = solved.input;
     }
     state.rho = line == liquidLine || line == meltingLine ? at.Dl : at.Dv;
     return ierr <= 0;

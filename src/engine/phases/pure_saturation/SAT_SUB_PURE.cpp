@@ -8,6 +8,7 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "SAT_SUB_PURE_NEWTON.h"
 #include "SAT_SUB_SPINODAL.h"
 #include "SaturationBricks.h"
 #include "TPRHO.h"
@@ -138,6 +139,10 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
                        double liquidEstimate, double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr,
                        Text255& herr) {
     ierr = 0;
+    if (newtonPureAtTemperature(T, icomp, critical, p, rhol, rhov)) {
+        herr.clear();
+        return;
+    }
     const auto nearCritical = [&] {
         betweenSpinodals(T, x, critical, liquidEstimate, vaporEstimate, p, rhol, rhov, ierr, herr);
     };
@@ -240,6 +245,11 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
 
 void pureAtPressure(double p, const Composition& x, int icomp, int kph, const CriticalPoint& critical, double acentric,
                     double& T, double& rhol, double& rhov, int& ierr, Text255& herr) {
+    if (newtonPureAtPressure(p, icomp, critical, T, rhol, rhov)) {
+        ierr = 0;
+        herr.clear();
+        return;
+    }
     // starting values
     int kguess = 0;
     const double reduced = p / critical.p;

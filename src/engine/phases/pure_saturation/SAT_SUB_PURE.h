@@ -11,8 +11,9 @@ struct PureEstimates {
 };
 PureEstimates estimatesAtTemperature(double T, double acentric, const CriticalPoint& critical);
 
-// Saturation of a pure fluid at given temperature: successive pressures with the densities of both phases, and close to
-// the critical point, or where that fails, densities held between the spinodals.
+// Saturation of a pure fluid at given temperature: Newton's method in both densities, and where that does not end,
+// successive pressures with the densities of both phases; close to the critical point, or where these fail, densities
+// held between the spinodals.
 //   Given     T, x, icomp, kph   as SATT; T below the critical temperature
 //             critical           critical point
 //             liquidEstimate, vaporEstimate  [mol/L]
@@ -23,8 +24,9 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
                        double liquidEstimate, double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr,
                        Text255& herr);
 
-// Saturation of a pure fluid at given pressure: successive temperatures with the densities of both phases; where that
-// fails, a secant on the pressure of a temperature.
+// Saturation of a pure fluid at given pressure: Newton's method in temperature and both densities, and where that does
+// not end, successive temperatures with the densities of both phases; where these fail, a secant on the pressure of a
+// temperature.
 //   Given     p, x, icomp, kph   as SATP; p below the critical pressure
 //             acentric           acentric factor
 //   Returned  T, rhol, rhov      [K, mol/L]
