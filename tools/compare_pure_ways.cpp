@@ -3,10 +3,11 @@
 //
 //   compare_pure_ways [--states n] [--seed n] [--list] [fluid ...]
 //
-// A state differs where one way answers with another code, or where a temperature, a pressure or a density is another
-// one by more than 1e-12 and more than the iterations leave open; unless the short way's is the closer one, by its
-// disequilibrium.
-// Exit status 1 if states differ.
+// A saturated state differs where one way answers with another code, or where a temperature, a pressure or a density is
+// another one by more than 1e-12 and more than the iterations leave open; unless the short way's is the closer one, by
+// its disequilibrium. A state of a flash differs where code, text or phase are others, or temperature by more than
+// 1e-8, or where the short way meets its inputs less well than the iterations and than the rounding. Exit status 1 if
+// states differ.
 //   --states  random states of every fluid and question (1000)
 //   --list    prints the states that differ
 #include <algorithm>
@@ -19,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include "FlashState.h"
 #include "FurtherFluids.h"
 #include "LIMITS.h"
 #include "PROP_SUB.h"
@@ -29,6 +31,7 @@
 namespace {
 
 using namespace frigana;
+using frigana::test::FlashState;
 
 const Composition z = unitComposition(1);
 
@@ -165,6 +168,110 @@ void compare(const char* fluid, bool atTemperature, double given, const Options&
         shortWay.Dl, told.Dl, shortWay.Dv, told.Dv, off, allowed, disequilibrium(shortWay), disequilibrium(told));
 }
 
+// How well a state meets the inputs of its flash: the property, in units of the larger of it and 1, and of one phase
+// the pressure, by the density that it asks for.
+double missed(char letter, double p, double b, const FlashState& state) {
+    const bool two = state.twoPhase();
+    const auto at = [&](double D) {
+        FlashState one;
+        double jouleThomson = 0;
+        // another state in between, so that none of the memories of this one answers
+        THERM(0.9 * state.T, D, z, one.p, one.e, one.h, one.s, one.cv, one.cp, one.w, jouleThomson);
+        THERM(state.T, D, z, one.p, one.e, one.h, one.s, one.cv, one.cp, one.w, jouleThomson);
+        return one;
+    };
+    if (two) {
+        FlashState liquid = at(state.Dl), vapor = at(state.Dv);
+        const double mean = (1 - state.q) * liquid[letter] + state.q * vapor[letter];
+        return std::abs(mean - b) / std::max(1.0, std::abs(b));
+    }
+    FlashState one = at(state.D);
+    double slope = 0;
+    DPDD(state.T, state.D, z, slope);
+    return std::max(std::abs(one[letter] - b) / std::max(1.0, std::abs(b)),
+                    std::abs(one.p - p) / (std::abs(slope) * state.D + p));
+}
+
+void compareFlash(const char* fluid, const std::string& pair, double p, double b, const Options& options,
+                  Count& count) {
+    ++count.states;
+    const auto solve = [&](bool shortWay) {
+        pureNewtonControl.enabled = shortWay;
+        resetSaturationMemo();
+        const double start = seconds();
+        FlashState state = frigana::test::flash(pair, p, b, z);
+        count.seconds[shortWay ? 0 : 1] += seconds() - start;
+        pureNewtonControl.enabled = true;
+        return state;
+    };
+    const FlashState shortWay = solve(true), told = solve(false);
+    const auto phaseOf = [](double q) { return q < 0 ? -1 : q <= 1 ? 0 : q > 998.5 ? 2 : 1; };
+    const double off = std::abs(shortWay.T / told.T - 1);
+    const bool same =
+        shortWay.ierr == told.ierr && shortWay.herr.view() == told.herr.view() &&
+        (phaseOf(shortWay.q) == phaseOf(told.q) || std::min(std::abs(told.q), std::abs(told.q - 1)) < 1e-8);
+    const double mine = missed(pair[1], p, b, shortWay), theirs = missed(pair[1], p, b, told);
+    if (same && told.ierr > 0) return;
+    // the functions of the ideal gas take two temperatures for one that differ by less than 1e-8 K
+    double cv = 0, cp = 0;
+    CVCP(told.T, told.twoPhase() ? told.Dl : told.D, z, cv, cp);
+    const double rounding = 2e-12 + 1e-8 * (pair[1] == 'S' ? cp / told.T : cp) / std::max(1.0, std::abs(b));
+    count.worstOpen = std::max(count.worstOpen, mine);
+    if (same && off < 1e-8 && (mine <= theirs || mine < rounding)) return;
+    if (same && mine <= theirs) {
+        ++count.closer;
+        if (off > count.worst) {
+            count.worst = off;
+            count.worstAt = p;
+        }
+        return;
+    }
+    ++count.differ;
+    if (!options.list) return;
+    std::printf("  %s %s %.12g %.12g: code %d %d, T %.14g %.14g D %.14g %.14g q %.8g %.8g missed %.1e %.1e %s | %s\n",
+                fluid, pair.c_str(), p, b, shortWay.ierr, told.ierr, shortWay.T, told.T, shortWay.D, told.D, shortWay.q,
+                told.q, mine, theirs, std::string(shortWay.herr.trimmed()).c_str(),
+                std::string(told.herr.trimmed()).c_str());
+}
+
+// Random states of one phase over temperature and the logarithm of pressure, and of two; a third of them close to the
+// line.
+long compareFlashes(const std::string& name, const std::string& pair, const Options& options) {
+    std::mt19937_64 generator(options.seed + 7);
+    std::uniform_real_distribution<double> uniform(0, 1);
+    double tmin, tmax, Dmax, pmax;
+    LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
+    const double Tc = fluidConstants.TCRIT[1];
+    const double coldest = std::max(tmin, fluidConstants.TTPN[1]) + 0.001, hottest = std::min(tmax, 1.8 * Tc);
+    Count count;
+    while (count.states < options.states) {
+        const double T = coldest + uniform(generator) * (hottest - coldest);
+        FlashState state;
+        const double kind = uniform(generator);
+        const double share = uniform(generator);
+        if (kind < 0.3 && T < Tc) {
+            state = frigana::test::flash("TQ", T, share, z);
+        } else if (kind < 0.6 && T < Tc) {
+            const FlashState line = frigana::test::flash("TQ", T, 0.0, z);
+            const double away = std::pow(10.0, -8 + 7 * share) * (kind < 0.45 ? 1 : -1);
+            state = frigana::test::flash("TP", T, line.p * (1 + away), z);
+        } else {
+            state = frigana::test::flash("TP", T, 0.01 * std::pow(pmax / 0.01, share), z);
+        }
+        if (state.ierr != 0) {
+            ++count.open;
+            if (count.open > 100 * options.states) break;
+            continue;
+        }
+        compareFlash(name.c_str(), pair, state.p, state[pair[1]], options, count);
+    }
+    std::printf("%-9s %s: %ld states, %ld differ, inputs met to %.1e, %ld closer (%.1e at %.8g); %.2f us, %.2f us\n",
+                name.c_str(), pair.c_str(), count.states, count.differ, count.worstOpen, count.closer, count.worst,
+                count.worstAt, 1e6 * count.seconds[0] / static_cast<double>(count.states),
+                1e6 * count.seconds[1] / static_cast<double>(count.states));
+    return count.differ;
+}
+
 long compareFluid(const std::string& name, const Options& options) {
     if (frigana::test::setUp(name) > 0) {
         std::printf("%-9s no set-up\n", name.c_str());
@@ -202,6 +309,7 @@ long compareFluid(const std::string& name, const Options& options) {
             1e6 * count.seconds[1] / static_cast<double>(count.states));
         differ += count.differ;
     }
+    for (const char* pair : {"PH", "PS", "PE"}) differ += compareFlashes(name, pair, options);
     return differ;
 }
 

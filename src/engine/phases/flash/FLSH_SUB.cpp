@@ -6,6 +6,7 @@
 #include "CORE_ANC.h"
 #include "CORE_PR.h"
 #include "FLASH2.h"
+#include "FLSH_SUB_PURE.h"
 #include "FLSH_SUB_STABILITY.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
@@ -724,6 +725,19 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         return;
     }
     const EosLimits limits = limitsAt(-1, 0, p, z);
+    const auto checkLimits = [&] {
+        const EosLimits found = limitsAt(T, D, p, z);
+        ierr = 0;
+        herr.clear();
+        if (found.code == 0) return;
+        ierr = found.code;
+        message(herr, "[", ab, "FLSH error", Integer{3, found.code}, "]; ", innerText(found.text), nullCharacter);
+        ERRMSG(ierr, herr);
+    };
+    if (icomp > 0 && flashPureOnIsobar(letter, p, b, icomp, z, critical, limits, r)) {
+        checkLimits();
+        return;
+    }
 
     // Range of the given property.
     double highest = propertyByLetter(letter, 1.5 * limits.tmax, 1e-6, z);
@@ -768,15 +782,6 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         }
         fillSinglePhase(T, D, z, r);
         return true;
-    };
-    const auto checkLimits = [&] {
-        const EosLimits found = limitsAt(T, D, p, z);
-        ierr = 0;
-        herr.clear();
-        if (found.code == 0) return;
-        ierr = found.code;
-        message(herr, "[", ab, "FLSH error", Integer{3, found.code}, "]; ", innerText(found.text), nullCharacter);
-        ERRMSG(ierr, herr);
     };
 
     // Supercritical, or a vapor beyond any doubt.
