@@ -7,6 +7,7 @@
 
 #include "CORE_PR.h"
 #include "FLSH_SUB.h"
+#include "FLSH_SUB_PURE.h"
 #include "FLSH_SUB_STABILITY.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
@@ -813,7 +814,12 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     // find, and next to its critical point not found at all: it is solved on its isentrope at once.
     bool solved = false;
     bool byPressure = false;
-    if (icomp > 0) {
+    if (icomp > 0 && !energy) {
+        const PureState state = flashPureAtEntropy(given, s, icomp, z, {Tc, Pc, Dc}, tmin, tmax, r);
+        solved = state == PureState::bothPhases || (state == PureState::onePhase && accepted());
+        byPressure = state == PureState::bothPhases;
+    }
+    if (icomp > 0 && !solved) {
         int nroot = 0, k1 = 0, k2 = 0, code = 0;
         double t1 = 0, p1 = 0, d1 = 0, t2 = 0, p2 = 0, d2 = 0, s1 = 0, s2 = 0;
         {
@@ -839,17 +845,17 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
             solved = accepted();
         } else {
             solved = byPressure = twoPhaseByPressure(given, s, z, p1, energy, r);
-            // A trace of the other phase is what the rounding leaves of a cold liquid on its line.
-            constexpr double trace = 1e-7;
-            if (solved && std::min(r.q, 1 - r.q) < trace) {
-                const double kept[] = {r.T, r.p, r.D, r.Dl, r.Dv, r.q, r.e, r.h, r.s};
-                r.D = r.q < 0.5 ? r.Dl : r.Dv;
-                byPressure = !accepted();
-                if (byPressure) {
-                    double* const restored[] = {&r.T, &r.p, &r.D, &r.Dl, &r.Dv, &r.q, &r.e, &r.h, &r.s};
-                    for (std::size_t i = 0; i < std::size(kept); ++i) *restored[i] = kept[i];
-                }
-            }
+        }
+    }
+    // A trace of the other phase is what the rounding leaves of a cold liquid on its line.
+    constexpr double trace = 1e-6;
+    if (icomp > 0 && solved && byPressure && std::min(r.q, 1 - r.q) < trace) {
+        const double kept[] = {r.T, r.p, r.D, r.Dl, r.Dv, r.q, r.e, r.h, r.s};
+        r.D = r.q < 0.5 ? r.Dl : r.Dv;
+        byPressure = !accepted();
+        if (byPressure) {
+            double* const restored[] = {&r.T, &r.p, &r.D, &r.Dl, &r.Dv, &r.q, &r.e, &r.h, &r.s};
+            for (std::size_t i = 0; i < std::size(kept); ++i) *restored[i] = kept[i];
         }
     }
     if (icomp == 0 && solveMixtureByEntropy(given, s, z, {Tc, Pc, Dc}, energy, r)) {

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "CORE_ANC.h"
 #include "FluidConstants.h"
+#include "PROP_SUB.h"
 #include "PureOnePhase.h"
 #include "SAT_SUB_PURE_NEWTON.h"
 #include "TPRHO.h"
@@ -141,6 +143,110 @@ bool flashPureOnIsobar(char letter, double p, double b, int icomp, const Composi
     r.q = q;
     fillTwoPhase(line.T, r);
     return true;
+}
+
+namespace {
+
+// Both saturated phases of a temperature, with what an isentrope needs of them.
+struct SaturatedState {
+    SaturatedPair line;
+    double hl = 0, sl = 0, sv = 0;
+
+    bool solve(double T, const Composition& z) {
+        const SilentMessages quiet;
+        saturationAtT(T, z, 2, line);
+        if (line.ierr != 0 || !(line.Dl > line.Dv && line.Dv > 0.0)) return false;
+        ENTRO(T, line.Dv, z, sv);
+        ENTRO(T, line.Dl, z, sl);
+        ENTHAL(T, line.Dl, z, hl);
+        return sv > sl;
+    }
+    double share(double s) const { return (s - sl) / (sv - sl); }
+    double enthalpy(double s) const { return hl + line.T * (s - sl); }
+    // dh/dT along the isentrope
+    double slope(double s) const {
+        const double vl = 1 / line.Dl, vv = 1 / line.Dv;
+        return (vl + share(s) * (vv - vl)) * (sv - sl) / (vv - vl);
+    }
+};
+
+// The isentrope of the given enthalpy.
+struct Isentrope {
+    double h, s;
+    const Composition& z;
+    const CriticalPoint& critical;
+    double tmin, tmax;
+
+    // A stable single phase, from a state on its side.
+    bool onePhase(double T, double D, FlashResult& r) const {
+        if (!newtonAtEnthalpyAndEntropy(h, s, z, T, D) || !(T >= tmin && T <= tmax)) return false;
+        if (T < critical.T) {
+            SaturatedPair line;
+            const SilentMessages quiet;
+            saturationAtT(T, z, 2, line);
+            if (line.ierr != 0 || (D < line.Dl && D > line.Dv)) return false;
+        }
+        r.T = T;
+        r.D = D;
+        return true;
+    }
+};
+
+}  // namespace
+
+PureState flashPureAtEntropy(double h, double s, int icomp, const Composition& z, const CriticalPoint& critical,
+                             double tmin, double tmax, FlashResult& r) {
+    if (!pureNewtonControl.enabled || !hasPlainHelmholtzEnergy(icomp)) return PureState::none;
+    constexpr int mostSteps = 25;
+    constexpr double start = 0.8, besideCritical = 0.985, beyondCritical = 1.05;  // [Tc]
+    constexpr double lastStep = 1e-7;  // [T] after it the error is of the order of its square
+    const Isentrope isentrope{h, s, z, critical, tmin, tmax};
+    double lower = std::max(tmin, fluidConstants.TTPN[icomp]), upper = critical.T;
+    double T = start * critical.T;
+    if (!(T > lower)) T = 0.5 * (lower + upper);
+    bool liquidTried = false, vaporTried = false, denseTried = false, last = false;
+    SaturatedState at;
+    for (int step = 1; step <= mostSteps && upper - lower > 1e-12 * upper; ++step) {
+        if (!at.solve(T, z)) return PureState::none;
+        const double q = at.share(s);
+        double next = 0.5 * (lower + T);
+        if (q < 0) {
+            upper = std::min(upper, T);
+            if (!std::exchange(liquidTried, true) && isentrope.onePhase(T, at.line.Dl, r)) return PureState::onePhase;
+            double cv = 0, cp = 0;
+            CVCP(T, at.line.Dl, z, cv, cp);
+            next = T * std::exp((s - at.sl) / cp);
+        } else if (q > 1) {
+            upper = std::min(upper, T);
+            if (!std::exchange(vaporTried, true) && isentrope.onePhase(T, at.line.Dv, r)) return PureState::onePhase;
+        } else {
+            if (last) {
+                r.T = T;
+                r.p = at.line.p;
+                r.Dl = at.line.Dl;
+                r.Dv = at.line.Dv;
+                r.q = q;
+                fillTwoPhase(T, r);
+                return PureState::bothPhases;
+            }
+            const double missing = h - at.enthalpy(s), byT = missing / at.slope(s);
+            (missing > 0 ? lower : upper) = T;
+            next = T + byT;
+            last = std::fabs(byT) < lastStep * T;
+            if (next > besideCritical * critical.T && !last) {
+                if (!std::exchange(denseTried, true) && isentrope.onePhase(beyondCritical * critical.T, critical.D, r))
+                    return PureState::onePhase;
+            }
+            if (last) {
+                T = next;
+                continue;
+            }
+        }
+        last = false;
+        if (!(next > lower && next < upper)) next = 0.5 * (lower + upper);
+        T = next;
+    }
+    return PureState::none;
 }
 
 }  // namespace frigana
