@@ -1,8 +1,5 @@
 // frigana REQUEST.fi1: one positional request, with its result beside it.
-#include <stdlib.h>
-
 #include <csignal>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -13,6 +10,7 @@
 #include "Commands.h"
 #include "Folders.h"
 #include "Outputs.h"
+#include "PrivateFolder.h"
 #include "Report.h"
 #include "ScratchFiles.h"
 #include "TextFile.h"
@@ -24,26 +22,6 @@ namespace {
 struct Options {
     std::string request, data, json, csv, output, climateReport;
     ChartOutput chart;
-};
-
-// What --output - needs: a folder that lives as long as the run.
-class PrivateFolder {
-  public:
-    PrivateFolder() {
-        std::error_code none;
-        std::string pattern = (std::filesystem::temp_directory_path(none) / "frigana-XXXXXX").string();
-        if (mkdtemp(pattern.data()) != nullptr) path_ = pattern;
-    }
-    ~PrivateFolder() {
-        std::error_code ignored;
-        if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-    }
-    PrivateFolder(const PrivateFolder&) = delete;
-    PrivateFolder& operator=(const PrivateFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
 };
 
 using Print = void (*)(std::ostream&, const RunResult&, const ReportStyle&);
@@ -104,9 +82,10 @@ int runPositional(const CLI::App& program, Options& options) {
     if (!fits(address)) return complain(usageError, data + ": the path is too long");
 
     removeOnSignals();
-    std::optional<PrivateFolder> own;
+    // The result goes to standard output from a folder that lives as long as the run.
+    std::optional<catalogue::PrivateFolder> own;
     if (output == "-") own.emplace();
-    const std::string& folder = own ? own->path() : output;
+    const std::string folder = own ? own->path() : output;
     if (own && folder.empty()) return complain(runtimeError, "no folder for temporary files can be made");
     if (!fits(folder)) return complain(usageError, folder + ": the path is too long");
 

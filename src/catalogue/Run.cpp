@@ -1,13 +1,11 @@
 // Running a request: in a private folder for named ones, beside its file for positional ones.
-#include <atomic>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <sstream>
 
 #include "11_MainFrigana.h"
 #include "Platform.h"
+#include "PrivateFolder.h"
 #include "RunResult.h"
 #include "StoredBlends.h"
 
@@ -16,54 +14,6 @@ namespace frigana::catalogue {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A folder of this run alone, gone with all that is in it when the run is over.
-class PrivateFolder {
-  public:
-    PrivateFolder() {
-        static std::atomic<unsigned> counter{0};
-        static const unsigned process = std::random_device{}();
-        std::error_code error;
-        for (const auto parent : {toldFolder, memoryFolder, systemFolder})
-            for (int attempt = 0; attempt < 100; ++attempt) {
-                const fs::path candidate =
-                    parent() / ("frigana-" + std::to_string(process) + '-' + std::to_string(++counter));
-                if (fs::create_directory(candidate, error)) {
-                    fs::permissions(candidate, fs::perms::owner_all, error);
-                    path_ = candidate;
-                    return;
-                }
-                if (error) break;
-            }
-    }
-    ~PrivateFolder() {
-        if (path_.empty()) return;
-        std::error_code error;
-        // Most runs leave these two alone; to look for others takes three times as many calls of the system.
-        for (const char* name : {"request.fo1", "request.fi1"}) fs::remove(path_ / name, error);
-        if (!fs::remove(path_, error)) fs::remove_all(path_, error);
-    }
-    PrivateFolder(const PrivateFolder&) = delete;
-    PrivateFolder& operator=(const PrivateFolder&) = delete;
-
-    bool exists() const { return !path_.empty(); }
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
-
-  private:
-    // Where the person says, else in memory, else where the system says.
-    static fs::path toldFolder() {
-        const char* told = std::getenv("TMPDIR");
-        return told != nullptr && *told != '\0' ? fs::path(told) : memoryFolder();
-    }
-    static fs::path memoryFolder() { return "/dev/shm"; }
-    static fs::path systemFolder() {
-        std::error_code error;
-        const fs::path system = fs::temp_directory_path(error);
-        return error ? memoryFolder() : system;
-    }
-
-    fs::path path_;
-};
 
 std::string contentOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -120,12 +70,19 @@ bool storeListedBlend(const FilledRequest& filled, const Fluid& fluid, const Pri
     return false;
 }
 
+// A file or folder of the real installation under a path of this one: a link, or where the system gives none to
+// everybody, as on Windows, a copy.
+void lend(const fs::path& real, const fs::path& path, std::error_code& error) {
+    fs::create_symlink(real, path, error);
+    if (error) fs::copy(real, path, fs::copy_options::recursive, error);
+}
+
 bool makeInstallation(const FilledRequest& filled, const std::string& dataFolder, const PrivateFolder& folder,
                       RunResult& result) {
     const fs::path installation = folder / "data", real = fs::absolute(dataFolder);
     std::error_code error;
     fs::create_directories(installation / "mixtures", error);
-    fs::create_directory_symlink(real / "fluids", installation / "fluids", error);
+    lend(real / "fluids", installation / "fluids", error);
     if (error) {
         failWith(result, "the private folder cannot be written");
         return false;
@@ -133,8 +90,7 @@ bool makeInstallation(const FilledRequest& filled, const std::string& dataFolder
     const std::string address = (installation / "frigana").string();
     for (const Block& block : filled.blocks) {
         if (block.fluid.kind == 2)
-            fs::create_symlink(real / "mixtures" / block.fluid.file, installation / "mixtures" / block.fluid.file,
-                               error);
+            lend(real / "mixtures" / block.fluid.file, installation / "mixtures" / block.fluid.file, error);
         if (block.fluid.kind == 3 && filled.hasListedBlend() &&
             !storeListedBlend(filled, block.fluid, folder, address, result))
             return false;
