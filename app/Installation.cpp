@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "Module.h"
+
 namespace frigana::app {
 
 namespace fs = std::filesystem;
@@ -16,9 +18,7 @@ std::string installationOf(const fs::path& file) {
 }
 
 std::string defaultInstallation() {
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    return error ? std::string() : installationOf(program);
+    return installationOf(modules::programFile());
 }
 
 }  // namespace frigana::app

@@ -8,9 +8,16 @@ namespace {
 
 // In the order of the help.
 constexpr frigana::app::Command (*commands[])(CLI::App& program) = {
-    frigana::app::addRun,     frigana::app::addStudy,     frigana::app::addNew,        frigana::app::addExplain,
-    frigana::app::addConvert, frigana::app::addState,     frigana::app::addChart,      frigana::app::addList,
-    frigana::app::addSchema,  frigana::app::addCheckData, frigana::app::addCompletion, frigana::app::addServe,
+    frigana::app::addRun,
+#ifdef FRIGANA_PROCESSES
+    frigana::app::addStudy,
+#endif
+    frigana::app::addNew,    frigana::app::addExplain,   frigana::app::addConvert,
+    frigana::app::addState,  frigana::app::addChart,     frigana::app::addList,
+    frigana::app::addSchema, frigana::app::addCheckData, frigana::app::addCompletion,
+#ifdef FRIGANA_PROCESSES
+    frigana::app::addServe,
+#endif
 };
 
 int run(int argc, char** argv) {
@@ -38,6 +45,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     frigana::holdStandardHandles();
+    frigana::writeUtf8();
     const int status = run(argc, argv);
     // What could not be written was not said.
     std::cout.flush();

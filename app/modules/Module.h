@@ -1,10 +1,14 @@
 // Modules of the program: shared objects beside it that are loaded when they are needed, so that no other command pays
-// for their libraries.
+// for their libraries. There are none on Windows.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace frigana::modules {
+
+// The file of the running program; empty where the system does not tell.
+std::filesystem::path programFile();
 
 // Whether a module is installed: in the folder lib beside that of the program, or in lib/frigana.
 //   Given     file  name of the module, as frigana_http.so

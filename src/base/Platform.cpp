@@ -89,6 +89,9 @@ void writeStandardError(std::string_view text) {
 #ifdef _WIN32
 
 void holdStandardHandles() {}
+void writeUtf8() {
+    SetConsoleOutputCP(CP_UTF8);
+}
 
 namespace {
 
@@ -349,6 +352,8 @@ void holdStandardHandles() {
     while (handle >= 0 && handle < lastOfThem);
     if (handle > lastOfThem) close(handle);
 }
+
+void writeUtf8() {}
 
 long readFile(int handle, char* bytes, long count) {
     long done;

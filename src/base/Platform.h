@@ -69,6 +69,8 @@ void writeStandardError(std::string_view text);
 // Where a program was started without standard input, output or error, their numbers are taken, so that no file that is
 // opened later gets what is written there. Writing to them fails as before.
 void holdStandardHandles();
+// Tells the console that what the program writes is UTF-8; elsewhere it is so.
+void writeUtf8();
 
 bool removeFile(std::string_view path);
 bool fileExists(std::string_view path);
