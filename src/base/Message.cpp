@@ -5,6 +5,8 @@
 #include <cstring>
 #include <limits>
 
+#include "NumberText.h"
+
 namespace frigana {
 
 namespace {
@@ -46,8 +48,7 @@ struct Significant {
 Significant significant(double value, int count) {
     Significant result{};
     char text[mostDecimals + 16];
-    const auto end =
-        std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::scientific, count - 1);
+    const auto end = toText(text, text + sizeof text, std::fabs(value), std::chars_format::scientific, count - 1);
     // d.ddde+xx, or de+xx for one digit
     char* at = text;
     int n = 0;
@@ -63,7 +64,7 @@ Significant significant(double value, int count) {
 
 void putFixed(Digits& out, double value, int decimals) {
     char text[longestNumber];
-    const auto end = std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::fixed, decimals);
+    const auto end = toText(text, text + sizeof text, std::fabs(value), std::chars_format::fixed, decimals);
     if (value < 0.0) out.put('-');
     out.put(std::string_view(text, static_cast<std::size_t>(end.ptr - text)));
     if (decimals == 0) out.put('.');

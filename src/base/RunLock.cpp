@@ -5,7 +5,7 @@
 #ifdef _WIN32
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
-#else
+#elif !defined(__EMSCRIPTEN__)
 #include <pthread.h>
 #include <cerrno>
 #endif
@@ -34,6 +34,16 @@ bool beginRun() {
 void endRun() {
     running = false;
     ReleaseMutex(turn());
+}
+
+#elif defined(__EMSCRIPTEN__)
+
+// One thread.
+bool beginRun() {
+    return running.exchange(true);
+}
+void endRun() {
+    running = false;
 }
 
 #else

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "NumberText.h"
+
 namespace frigana {
 
 namespace {
@@ -232,7 +234,7 @@ bool parseReal(std::string_view item, double& value) {
         }
     }
     double read = 0.0;
-    const auto end = std::from_chars(text, text + length, read);
+    const auto end = fromText(text, text + length, read);
     if (end.ptr != text + length) return false;
     if (end.ec == std::errc::result_out_of_range) {
         // Too small is zero, too large is an error.

@@ -9,7 +9,7 @@
 #ifdef _WIN32
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
-#else
+#elif !defined(__EMSCRIPTEN__)
 #include <pthread.h>
 #endif
 
@@ -25,6 +25,7 @@ namespace frigana {
 
 namespace {
 
+#ifndef __EMSCRIPTEN__
 // Volatile, so that no compiler proves what the division does.
 volatile int numerator = 3;
 volatile int denominator = 0;
@@ -34,14 +35,17 @@ volatile bool dividing = false;
 #else
 volatile std::sig_atomic_t raisedByDivision = 0;
 #endif
+#endif
 Leaving leaving = Leaving::bySignal;
 
 // Out of the routine that is contained in this thread; comes back where there is none.
 void jumpOut();
 
+#ifndef __EMSCRIPTEN__
 FRIGANA_DELIBERATE_DIVISION void divide() {
     quotient = numerator / denominator;
 }
+#endif
 
 }  // namespace
 
@@ -128,6 +132,47 @@ bool runContained(void (*run)(void* context), void* context) {
     if (handler != nullptr) RemoveVectoredExceptionHandler(handler);
     innermost = containment.outer;
     std::fesetenv(&environment);
+    return returned;
+}
+
+#elif defined(__EMSCRIPTEN__)
+
+// A division by zero ends a WebAssembly module for good, and there are neither signals nor threads: a run is left by
+// the jump in its place.
+namespace {
+
+struct Containment {
+    std::jmp_buf here;
+    Containment* outer;
+};
+
+Containment* innermost = nullptr;
+
+void jumpOut() {
+    if (innermost != nullptr) std::longjmp(innermost->here, 1);
+}
+
+}  // namespace
+
+[[noreturn]] void divideByZero() {
+    jumpOut();
+    std::abort();
+}
+
+void forgetContained() {
+    innermost = nullptr;
+}
+
+bool runContained(void (*run)(void* context), void* context) {
+    Containment containment;
+    containment.outer = innermost;
+    innermost = &containment;
+    volatile bool returned = false;
+    if (setjmp(containment.here) == 0) {
+        run(context);
+        returned = true;
+    }
+    innermost = containment.outer;
     return returned;
 }
 

@@ -4,8 +4,9 @@
 // never "tidied". A tab, a wrong parameter number or a missing word in a text must stay as it stands.
 #pragma once
 
-#include <bit>
 #include <string_view>
+
+#include "Bits.h"
 
 namespace frigana::requestchecks {
 
@@ -88,7 +89,7 @@ inline constexpr ValueLimits temperatureDifferenceOrQuality{{within(100, 600), w
 // Fall that must act: strictly inside its limits.
 inline constexpr ValueLimits openDifference{{inside(0, 200)}};
 // Outlet temperature; rise. The upper limit of the rise is the bit pattern of the integer 200, so only 0 passes.
-inline constexpr ValueLimits idealSuctionLine{{within(100, 350), within(0, std::bit_cast<float>(200))}};
+inline constexpr ValueLimits idealSuctionLine{{within(100, 350), within(0, bitCast<float>(200))}};
 // Outlet temperature, held to the limits of a capacity; fall. A quirk that must stay.
 inline constexpr ValueLimits turbineOutletLine{{within(0.2f, 800000), within(0, 200)}};
 // Pressure drop.

@@ -2,8 +2,9 @@
 // a call and without a branch, the compiler takes several terms at once.
 #pragma once
 
-#include <bit>
 #include <cstdint>
+
+#include "Bits.h"
 
 namespace frigana {
 
@@ -30,8 +31,7 @@ inline void exponentials(const double* exponents, double* results, int count) {
             1.0 / 6 + r2 * (1.0 / 120 +
                             r2 * (1.0 / 5040 + r2 * (1.0 / 362880 + r2 * (1.0 / 39916800 + r2 * (1.0 / 6227020800)))));
         const double series = 1.0 + (r + r2 * (even + r * odd));
-        const double power =
-            std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) << 52U) + (std::uint64_t{1023} << 52U));
+        const double power = bitCast<double>((bitCast<std::uint64_t>(shifted) << 52U) + (std::uint64_t{1023} << 52U));
         results[i] = series * power;
     }
 }
