@@ -9,13 +9,14 @@ import sys
 import zipfile
 
 TREE = pathlib.Path(__file__).resolve().parent.parent
-FROM_BUILD = {"bin/frigana.dll": "frigana.dll", "bin/host.exe": "host.exe", "lib/libfrigana.dll.a": "lib/libfrigana.dll.a"}
+FROM_BUILD = {"bin/frigana.dll": "frigana.dll", "bin/frigana.exe": "frigana.exe", "bin/host.exe": "host.exe",
+               "lib/libfrigana.dll.a": "lib/libfrigana.dll.a"}
 FROM_TREE = {"src/frontend/frigana.def": "lib/frigana.def", "include/frigana.h": "include/frigana.h",
-             "docs/windows.md": "README.md", "docs/hosts.md": "docs/hosts.md", "CHANGELOG.md": "CHANGELOG.md",
-             "examples/host.c": "examples/host.c"}
+             "docs/windows.md": "README.md", "CHANGELOG.md": "CHANGELOG.md", "examples/host.c": "examples/host.c"}
 # A stored blend would change the installation that it is tried on.
-PATTERNS = ["data/fluids/*", "data/mixtures/*", "examples/*.fi1"]
-LEFT_OUT = {"store_blend.fi1"}
+PATTERNS = ["data/fluids/*", "data/mixtures/*", "data/refrigerants.json", "examples/*.fi1", "examples/*.toml",
+            "docs/*.md", "docs/*.svg"]
+LEFT_OUT = {"store_blend.fi1", "windows.md"}
 
 
 def members(build):
