@@ -11,6 +11,7 @@ import {
 } from "./figures";
 import { fileName, requestFormats, save, saveAs } from "./files";
 import { Form } from "./form";
+import { OtherPair } from "./otherpair";
 import { componentsOf, isCycle, nested, type Flat } from "./request";
 import type { Place, State } from "./state";
 import type { Chart, ChartKind, ChartQuestion, NamedRequest, RequestKind, Result } from "./types";
@@ -23,6 +24,7 @@ export class RequestView implements ViewPart {
   protected result: Result | null = null;
   protected readonly attention = new Attention();
   protected readonly form: Form;
+  private readonly otherPair: OtherPair;
   private readonly status = new Status();
   private readonly circuit: CircuitDrawing;
   private readonly chart: ChartView;
@@ -42,6 +44,7 @@ export class RequestView implements ViewPart {
 
   constructor(protected readonly app: App, protected readonly place: Place, offered: RequestKind[], name: string) {
     this.form = new Form(app, place, offered);
+    this.otherPair = new OtherPair(app, place);
     this.circuit = new CircuitDrawing(this.attention, (state) => describePoint(state, this.result ? unitsOfPoints(this.result) : {}));
     this.chart = new ChartView((label) => this.attention.turn(this.keyOf(label)));
     this.attention.listen((key) => this.chart.mark(this.labelOf(key)));
@@ -53,7 +56,7 @@ export class RequestView implements ViewPart {
       this.chart.element, this.chartNote);
     this.middle = make("div", { class: "middle" }, this.circuit.element, this.chartPart);
     this.element = make("div", { class: "view request-view" }, make("h2", { class: "unseen" }, name),
-      make("div", { class: "left" }, this.form.element), this.middle,
+      make("div", { class: "left" }, this.form.element, this.otherPair.element), this.middle,
       make("div", { class: "right", id: `result-${place}` }, this.status.element, this.figures), this.tables);
   }
 
@@ -63,6 +66,7 @@ export class RequestView implements ViewPart {
     // What was said of the request before does not hold for this one.
     if (changed) this.form.complain("", "");
     const problem = this.form.show(state);
+    this.otherPair.show(state);
     if (!changed) return;
     this.asked = question;
     if (problem === "") return this.ask(state);

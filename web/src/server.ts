@@ -1,7 +1,8 @@
 // The calculation behind a server.
 import { Refusal, type Calculation, type ConversionQuestion } from "./calculation";
 import type {
-  Catalogue, Chart, ChartQuestion, Conversion, FluidFacts, NamedRequest, Result, StudyCase, StudyQuestion,
+  Catalogue, Chart, ChartQuestion, Conversion, FluidFacts, FoundState, NamedRequest, Result, StateQuestion, StudyCase,
+  StudyQuestion,
 } from "./types";
 import { say } from "./words";
 
@@ -55,6 +56,8 @@ export class ServerCalculation implements Calculation {
   async chart(question: ChartQuestion, signal?: AbortSignal) {
     return (await json<{ charts: Chart[] }>("/api/chart", question, signal)).charts;
   }
+
+  state(question: StateQuestion, signal?: AbortSignal) { return json<FoundState>("/api/state", question, signal); }
 
   convert(question: ConversionQuestion, signal?: AbortSignal) {
     return json<Conversion>("/api/convert", question, signal);

@@ -66,6 +66,20 @@ export interface FluidFacts {
   fault?: string;
 }
 
+// Two of T, P, D, H, S, Q, each as a text with its unit.
+export type StateQuestion = { fluid: string | Record<string, number> } & Partial<Record<
+  "fractions" | "reference_state" | "reference_of" | "T" | "P" | "D" | "H" | "S" | "Q", string>>;
+
+// In K, kPa, kg/m3, kJ/kg, kJ/(kg K).
+export interface FoundState {
+  temperature: number;
+  pressure: number;
+  density: number;
+  enthalpy: number;
+  entropy: number;
+  quality: number | null;  // by mass; null in a single phase
+}
+
 // A request as JSON: tables of texts, numbers and truths.
 export type Json = string | number | boolean | null | Json[] | { [key: string]: Json };
 export type NamedRequest = { [key: string]: Json };

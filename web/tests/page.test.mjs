@@ -152,6 +152,34 @@ describe("requests", () => {
     await asCommand();
   });
 
+  test("a state point from enthalpy and pressure", async () => {
+    await open("", "properties");
+    await choose("request", "state-point");
+    await requestChosen("state-point");
+    await settled();
+    await page.click(".other-pair > summary");
+    const give = (i, text) => setField(`other value ${i}`, text);
+    await give(0, "10");
+    await give(1, "450");
+    await page.click('[data-act="state.find"]');
+    await page.waitForFunction(() => !location.hash.includes("temperature=26.85"));
+    await settled();
+    const vapor = await asCommand();
+    assert.ok(Math.abs(vapor.enthalpy - 450) < 1e-6 && Math.abs(vapor.pressure - 10) < 1e-9);
+    // Between liquid and vapor the density stands for the pressure.
+    await give(1, "300");
+    await page.click('[data-act="state.find"]');
+    await page.waitForFunction(() => location.hash.includes("density="));
+    await settled();
+    const wet = await asCommand();
+    assert.ok(Math.abs(wet.enthalpy - 300) < 1e-5 && Math.abs(wet.pressure - 10) < 1e-5);
+    await choose("other property 1", "Q");
+    await give(1, "2");
+    await page.click('[data-act="state.find"]');
+    assert.match(await until(() => document.querySelector(".other-pair .complaint").textContent, "a complaint"), /quality/);
+    expected = /status of 400/;
+  });
+
   test("a wrong name of a refrigerant is told", async () => {
     await open();
     await setField("fluid", "R999");
