@@ -199,7 +199,8 @@ PureState flashPureAtEntropy(double h, double s, int icomp, const Composition& z
     if (!pureNewtonControl.enabled || !hasPlainHelmholtzEnergy(icomp)) return PureState::none;
     constexpr int mostSteps = 25;
     constexpr double start = 0.8, besideCritical = 0.985, beyondCritical = 1.05;  // [Tc]
-    constexpr double lastStep = 1e-7;  // [T] after it the error is of the order of its square
+    constexpr double lastStep = 1e-7;    // [T] after it the error is of the order of its square
+    constexpr double insideLine = 0.97;  // [T] a little colder than where the isentrope leaves the bubble line
     const Isentrope isentrope{h, s, z, critical, tmin, tmax};
     double lower = std::max(tmin, fluidConstants.TTPN[icomp]), upper = critical.T;
     double T = start * critical.T;
@@ -215,7 +216,7 @@ PureState flashPureAtEntropy(double h, double s, int icomp, const Composition& z
             if (!std::exchange(liquidTried, true) && isentrope.onePhase(T, at.line.Dl, r)) return PureState::onePhase;
             double cv = 0, cp = 0;
             CVCP(T, at.line.Dl, z, cv, cp);
-            next = T * std::exp((s - at.sl) / cp);
+            next = insideLine * T * std::exp((s - at.sl) / cp);
         } else if (q > 1) {
             upper = std::min(upper, T);
             if (!std::exchange(vaporTried, true) && isentrope.onePhase(T, at.line.Dv, r)) return PureState::onePhase;

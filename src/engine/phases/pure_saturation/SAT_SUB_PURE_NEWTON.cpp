@@ -47,7 +47,7 @@ struct Pair {
 
     Pair(double Dl, double Dv, double Dr) : liquid(Dl / Dr), vapor(Dv / Dr), firstLiquid(liquid), firstVapor(vapor) {}
 
-    bool plausible() const { return vapor > 1e-10 && liquid > vapor && liquid < 1e3; }
+    bool plausible() const { return vapor > 1e-40 && liquid > vapor && liquid < 1e3; }
 
     // Both densities a step further; a long one is taken in the logarithm.
     void move(double byLiquid, double byVapor) {
