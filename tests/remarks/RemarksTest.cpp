@@ -259,6 +259,7 @@ TEST(Remarks, TellEstimatedMixingParametersAndCriticalPoints) {
     const Remark* pair = find(said, "mixing_parameters_estimated");
     ASSERT_NE(pair, nullptr) << listOf(said);
     EXPECT_NE(pair->text.find("R13 + R22"), std::string::npos) << pair->text;
+    EXPECT_EQ(find(said, "critical_point_estimated"), nullptr) << listOf(said);
     // The critical points of propane and water lie on no line from one to the other.
     const std::vector<Remark> apart = remarksOf(run(stateOf({{"PROPANE.FLD", 0.5}, {"WATER.FLD", 0.5}}, 450.0, 10.0)));
     EXPECT_NE(find(apart, "critical_point_estimated"), nullptr) << listOf(apart);

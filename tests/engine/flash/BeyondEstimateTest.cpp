@@ -56,18 +56,21 @@ double disequilibrium(const FlashState& s) {
 struct WideBlend {
     const char *first, *second;
     double x1;
+    Critical estimate;  // in the place of CRITP's own: that of R32/BUTANE is 4.5 K and 430 kPa too low
 };
 
 // Two-phase states above the critical temperature or pressure of the estimate, by every pair of inputs.
 TEST(BeyondEstimate, RetrogradeStatesByEveryPairAgreeWithTemperatureAndPressure) {
     constexpr double agreement = 1e-6;
-    const WideBlend blends[] = {{"CO2", "BUTANE", 0.7}, {"R32", "BUTANE", 0.5}};
+    const WideBlend blends[] = {{"CO2", "BUTANE", 0.7, {351.250568, 8253.499, 7.05721}},
+                                {"R32", "BUTANE", 0.5, {374.202683, 5315.3002, 5.75368}}};
     int states = 0, flashes = 0;
     double worst = 0;
     for (const WideBlend& blend : blends) {
         ASSERT_LE(test::setUp({blend.first, blend.second}), 0);
         const Composition z = binary(blend.x1);
-        const Critical c = criticalPoint(z);
+        const Critical& c = blend.estimate;
+        adoptedCriticalPoint = {true, z, c.T, c.p, c.D};
         int here = 0;
         for (const double reducedT : {0.96, 1.003, 1.02})
             for (const double reducedP : {0.75, 0.9, 1.005, 1.1}) {
