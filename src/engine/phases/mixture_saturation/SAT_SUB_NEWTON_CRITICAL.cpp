@@ -421,6 +421,16 @@ const FoundPoint* find(const Composition& z) {
 
 }  // namespace
 
+namespace {
+
+// A positive number to so many significant digits.
+double rounded(double value, int digits) {
+    const double unit = std::pow(10.0, digits - 1 - std::floor(std::log10(value)));
+    return std::round(value * unit) / unit;
+}
+
+}  // namespace
+
 void noteCriticalPoint(const Composition& z, double T, double p, double D) {
     if (!(T > 0.0 && p > 0.0 && D > 0.0)) return;
     for (const FoundPoint& point : foundPoints)
@@ -443,7 +453,9 @@ void adoptCriticalPoint(const Composition& z) {
     const FoundPoint* point = ierr > 0 ? nullptr : find(z);
     if (point == nullptr || std::fabs(point->T / Tc - 1.0) > plausible) return;
     if (std::fabs(point->T - Tc) < closeInT && std::fabs(point->p / Pc - 1.0) < closeInP) return;
-    adoptedCriticalPoint = {true, z, point->T, point->p, point->D};
+    // the digits that the search supports, so that the order of the components and its start tell nothing
+    constexpr int ofT = 9, ofP = 8, ofD = 7;
+    adoptedCriticalPoint = {true, z, rounded(point->T, ofT), rounded(point->p, ofP), rounded(point->D, ofD)};
 }
 
 }  // namespace frigana
