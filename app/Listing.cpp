@@ -25,13 +25,11 @@ namespace fs = std::filesystem;
 
 // Potential and class, as the results tell them.
 void lookUp(SUBSTANCE& substance, ListedFluid& listed) {
-    static PureFluidTable pureFluids;
-    LOADPUREFLUIDS(pureFluids);
     FNDFLDFLAG = 'N';
     substance.SAFETYCLASS = "NA";
     FLUIDGWP(substance);
     if (substance.FLUIDKIND == 1 && FNDFLDFLAG == 'Y')
-        substance.SAFETYCLASS = pureFluids.rows[libraryLookup.POSPUREREFEXT[1]].SAFETYCLASS;
+        substance.SAFETYCLASS = pureFluidLibrary().rows[libraryLookup.POSPUREREFEXT[1]].SAFETYCLASS;
     listed.ownPotential = substance.GWP == static_cast<int>(missingValue) ? "n/a" : std::to_string(substance.GWP);
     listed.ownClass = plainText(substance.SAFETYCLASS.view());
 }

@@ -33,10 +33,8 @@ constexpr const char* notWritten =
 
 // Whether the library comes with a mixture of that name; the names of its table have an extension.
 bool isOfLibrary(std::string_view name) {
-    static MixtureTable table;
-    LOADMIXTURES(table);
-    for (int i = 1; i <= table.count; ++i) {
-        const std::string_view file = table.rows[i].NAME.trimmed();
+    for (int i = 1; i <= mixtureCount; ++i) {
+        const std::string_view file = mixtureLibrary().rows[i].NAME.trimmed();
         if (sameLetters(file.substr(0, file.rfind('.')), name)) return true;
     }
     return std::any_of(std::begin(furtherMixtures), std::end(furtherMixtures),

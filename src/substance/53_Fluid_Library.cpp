@@ -122,14 +122,12 @@ constexpr MixtureRow mixtureRows[] = {
 static_assert(std::size(pureFluidRows) == pureFluidCount);
 static_assert(std::size(mixtureRows) == mixtureCount);
 
-}  // namespace
-
-void LOADPUREFLUIDS(PureFluidTable& table) {
+PureFluidTable pureFluidTable() {
+    PureFluidTable table;
     table.count = pureFluidCount;
     for (int i = 1; i <= pureFluidCount; ++i) {
         const PureFluidRow& row = pureFluidRows[i - 1];
         PUREFLUID& fluid = table.rows[i];
-        fluid = {};
         fluid.NAME = row.name;
         fluid.NCOMP = 1;
         fluid.ZKG[1] = 1.0;
@@ -137,14 +135,15 @@ void LOADPUREFLUIDS(PureFluidTable& table) {
         fluid.GWP = row.GWP;
         fluid.SAFETYCLASS = row.safetyClass;
     }
+    return table;
 }
 
-void LOADMIXTURES(MixtureTable& table) {
+MixtureTable mixtureTable() {
+    MixtureTable table;
     table.count = mixtureCount;
     for (int i = 1; i <= mixtureCount; ++i) {
         const MixtureRow& row = mixtureRows[i - 1];
         MIXTURE& mixture = table.rows[i];
-        mixture = {};
         mixture.NAME = row.name;
         mixture.NCOMP = row.count;
         for (int j = 1; j <= row.count; ++j) {
@@ -153,6 +152,27 @@ void LOADMIXTURES(MixtureTable& table) {
         }
         mixture.SAFETYCLASS = row.safetyClass;
     }
+    return table;
+}
+
+}  // namespace
+
+const PureFluidTable& pureFluidLibrary() {
+    static const PureFluidTable table = pureFluidTable();
+    return table;
+}
+
+const MixtureTable& mixtureLibrary() {
+    static const MixtureTable table = mixtureTable();
+    return table;
+}
+
+void LOADPUREFLUIDS(PureFluidTable& table) {
+    table = pureFluidLibrary();
+}
+
+void LOADMIXTURES(MixtureTable& table) {
+    table = mixtureLibrary();
 }
 
 }  // namespace frigana

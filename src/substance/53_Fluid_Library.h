@@ -37,6 +37,10 @@ struct MixtureTable {
     Array1<MIXTURE, mixtureCount> rows{};
 };
 
+// The rows, filled when they are first asked for: they are half a megabyte of blanks around a few names.
+const PureFluidTable& pureFluidLibrary();
+const MixtureTable& mixtureLibrary();
+
 // Write every row and the count.
 void LOADPUREFLUIDS(PureFluidTable& table);
 void LOADMIXTURES(MixtureTable& table);

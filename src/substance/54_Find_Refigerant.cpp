@@ -12,10 +12,6 @@ namespace {
 
 constexpr double fractionTolerance = static_cast<double>(0.02f);
 
-// The rows never change, so that both lookups read the same ones.
-PureFluidTable pureFluids;
-MixtureTable mixtures;
-
 std::string_view withoutExtension(const Text255& name) {
     const std::string_view text = name.trimmed();
     const auto dot = text.rfind('.');
@@ -37,10 +33,10 @@ bool rowHolds(const MIXTURE& row, const Text255& name, double massFraction) {
 
 void checkKnown(const SUBSTANCE& substance) {
     if (substance.FLUIDKIND == 1) {
-        FINDPUREFLUID(substance, pureFluids, substance.NREFS, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
+        FINDPUREFLUID(substance, pureFluidLibrary(), substance.NREFS, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
         if (FNDFLDFLAG != 'Y') ERRORCONTROL(100123, "Fluid cannot be selected!!!");
     } else if (substance.FLUIDKIND == 2) {
-        FINDPREDEFINEDMIXTURE(substance, mixtures, libraryLookup.mixtureRow, FNDFLDFLAG);
+        FINDPREDEFINEDMIXTURE(substance, mixtureLibrary(), libraryLookup.mixtureRow, FNDFLDFLAG);
         if (FNDFLDFLAG != 'Y') ERRORCONTROL(100124, "Mixture cannot be selected!!!");
     }
 }
@@ -88,24 +84,20 @@ void FINDPREDEFINEDMIXTURE(const SUBSTANCE& substance, const MixtureTable& table
 }
 
 void CHECKREF_PROPERTIES(const SUBSTANCE& substance) {
-    LOADPUREFLUIDS(pureFluids);
-    LOADMIXTURES(mixtures);
     FNDFLDFLAG = 'N';  // what the last look-up found is no finding of this one
     if (substance.FLUIDKIND == 1) {
-        FINDPUREFLUID(substance, pureFluids, substance.NREFS, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
+        FINDPUREFLUID(substance, pureFluidLibrary(), substance.NREFS, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
     } else if (substance.FLUIDKIND == 2) {
         libraryLookup.mixtureRow = 0;
-        FINDPREDEFINEDMIXTURE(substance, mixtures, libraryLookup.mixtureRow, FNDFLDFLAG);
+        FINDPREDEFINEDMIXTURE(substance, mixtureLibrary(), libraryLookup.mixtureRow, FNDFLDFLAG);
         FNDFLDFLAG = 'N';
-        FINDPUREFLUID(substance, pureFluids, substance.NMIX, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
+        FINDPUREFLUID(substance, pureFluidLibrary(), substance.NMIX, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
     } else if (substance.FLUIDKIND == 3) {
-        FINDPUREFLUID(substance, pureFluids, substance.NMIX, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
+        FINDPUREFLUID(substance, pureFluidLibrary(), substance.NMIX, libraryLookup.POSPUREREFEXT, FNDFLDFLAG);
     }
 }
 
 void CHECKREF_CYCLES(const SUBSTANCE& first, const SUBSTANCE& second) {
-    LOADPUREFLUIDS(pureFluids);
-    LOADMIXTURES(mixtures);
     FNDFLDFLAG = 'N';
     checkKnown(first);
     if (first.FLUIDNAME == second.FLUIDNAME) return;

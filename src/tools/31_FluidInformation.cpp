@@ -10,15 +10,13 @@ namespace frigana {
 
 namespace {
 
-PureFluidTable pureFluids;
-MixtureTable mixtures;
-
 constexpr const char* unknownClass = "NA";
 
 // Global warming potential of a blend from its components by mass.
 int potentialOfBlend(const SUBSTANCE& substance, int count) {
     double sum = 0.0;
-    for (int i = 1; i <= count; ++i) sum += substance.ZKG[i] * pureFluids.rows[libraryLookup.POSPUREREFEXT[i]].GWP;
+    for (int i = 1; i <= count; ++i)
+        sum += substance.ZKG[i] * pureFluidLibrary().rows[libraryLookup.POSPUREREFEXT[i]].GWP;
     return static_cast<int>(std::lround(sum));
 }
 
@@ -27,12 +25,12 @@ void fillPotential(SUBSTANCE& substance) {
     if (FNDFLDFLAG != 'Y') return;
     switch (substance.FLUIDKIND) {
         case 1:
-            substance.GWP = pureFluids.rows[libraryLookup.POSPUREREFEXT[1]].GWP;
+            substance.GWP = pureFluidLibrary().rows[libraryLookup.POSPUREREFEXT[1]].GWP;
             break;
         case 2:
             substance.GWP = potentialOfBlend(substance, substance.NMIX);
             if (libraryLookup.mixtureRow > 0)
-                substance.SAFETYCLASS = mixtures.rows[libraryLookup.mixtureRow].SAFETYCLASS;
+                substance.SAFETYCLASS = mixtureLibrary().rows[libraryLookup.mixtureRow].SAFETYCLASS;
             break;
         case 3:
             substance.GWP = potentialOfBlend(substance, substance.NREFS);
@@ -45,8 +43,6 @@ void fillPotential(SUBSTANCE& substance) {
 }  // namespace
 
 void FLUIDINFORMATION(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT) {
-    LOADPUREFLUIDS(pureFluids);
-    LOADMIXTURES(mixtures);
     INITSUBSTANCE(substance);
     substance.GWP = static_cast<int>(missingValue);
     substance.SAFETYCLASS = unknownClass;
@@ -72,7 +68,7 @@ void FLUIDINFORMATION(SUBSTANCE& substance, PROPREQ& request, const Text255& FIL
 
     fillPotential(substance);
     if (substance.FLUIDKIND == 1 && FNDFLDFLAG == 'Y')
-        substance.SAFETYCLASS = pureFluids.rows[libraryLookup.POSPUREREFEXT[1]].SAFETYCLASS;
+        substance.SAFETYCLASS = pureFluidLibrary().rows[libraryLookup.POSPUREREFEXT[1]].SAFETYCLASS;
 
     realCell(writer, "Molar mass", "g/mol", substance.WM);
     realCell(writer, "Triple point temperature", "K", substance.TTRP);
@@ -94,8 +90,6 @@ void FLUIDINFORMATION(SUBSTANCE& substance, PROPREQ& request, const Text255& FIL
 
 void FLUIDGWP(SUBSTANCE& substance) {
     CHECKREF_PROPERTIES(substance);
-    LOADPUREFLUIDS(pureFluids);
-    LOADMIXTURES(mixtures);
     substance.GWP = static_cast<int>(missingValue);
     fillPotential(substance);
 }
