@@ -222,6 +222,19 @@ TEST_F(Forms, waterHasTheConductivityOfTheReleaseOf2011) {
     }
 }
 
+// A correlation that is far outside of its range must not overflow.
+TEST_F(Forms, theDenseFactorOfWaterIsCut) {
+    ASSERT_EQ(setUpWith("R134A", waterViscosity + waterConductivity + "NUL\n"), 0) << message();
+    ConductivitySlot& slot = conductivityTerms[1];
+    const double gas = TCXH2O(1, 600.0, 0.0);
+    slot.CTCX[slot.NDGNUM].c = 300.0;  // the constant of the exponent
+    EXPECT_NEAR(TCXH2O(1, 600.0, slot.DRDBKT) / (1e10 * gas), 1.0, 1e-12);
+    slot.CTCX[slot.NDGNUM].c = 50.0;
+    EXPECT_GT(TCXH2O(1, 600.0, slot.DRDBKT), 1e12 * gas);
+    EXPECT_LT(TCXH2O(1, 600.0, slot.DRDBKT), 1e40 * gas);
+    modelTags.LFORCESETUP = true;
+}
+
 // Files up to version 8.1 add the enhancement of the older release, here in reduced quantities: 0.0013848 (t/d)^2 /
 // (eta0 eta1) (dp/dt)^2 chi^0.4678 d^0.5 exp(-18.66 (t - 1)^2 - (d - 1)^4), p over 22.115 MPa.
 //   Source    IAPS release of 1985; J. Kestin et al., J. Phys. Chem. Ref. Data 13 (1984) 175
@@ -341,6 +354,24 @@ TEST_F(Forms, heavyWaterHasTheConductivityOfTheRelease) {
         EXPECT_NEAR(TCXD2O(1, row.tau * 643.847, row.del * 17.87533) / (0.000742128 * row.lambda), 1.0, 1e-9)
             << row.tau;
     }
+    // The formula of the release, at temperatures where either of its gates is half open.
+    for (const double tau : {0.6, 1.1 / 1.2, 1.1, 1.4})
+        for (const double del : {0.1, 0.9, 2.0, 3.0}) {
+            const double t = tau / (std::fabs(tau - 1.1) + 1.1);
+            const double gas = 1.0 + tau * (37.3223 + tau * (22.5485 + tau * (13.0465 - 2.60735 * tau * tau)));
+            const double dense = -167.310 * (1.0 - std::exp(-2.506 * del)) +
+                                 del * (483.656 + del * (-191.039 + del * (73.0358 - 7.57467 * del)));
+            const double f1 = std::exp(0.144847 * tau - 5.64493 * tau * tau);
+            const double f2 =
+                std::exp(-2.8 * std::pow(del - 1.0, 2)) - 0.080738543 * std::exp(-17.943 * std::pow(del - 0.125698, 2));
+            const double f3 = 1.0 + std::exp(60.0 * (t - 1.0) + 20.0), f4 = 1.0 + std::exp(100.0 * (t - 1.0) + 15.0);
+            const double critical =
+                35429.6 * f1 * f2 * (1.0 + f2 * f2 * (5000.0e6 * std::pow(f1, 4) / f3 + 3.5 * f2 / f4));
+            const double liquid = -741.112 * std::pow(f1, 1.2) * (1.0 - std::exp(-std::pow(del / 2.5, 10)));
+            EXPECT_NEAR(TCXD2O(1, tau * 643.847, del * 17.87533) / (0.000742128 * (gas + dense + critical + liquid)),
+                        1.0, 1e-9)
+                << tau << ' ' << del;
+        }
     ConductivitySlot& slot = conductivityTerms[1];
     slot.TRDBKT = 0.0;
     EXPECT_EQ(TCXD2O(1, 300.0, 1.0), 0.0);
@@ -449,6 +480,42 @@ TEST_F(Forms, theRowsOfTheMethodOfChungAreThoseOfTheFile) {
         EXPECT_NEAR(conductivityTerms[1].CCTCX[k],
                     4 * k + 1 + (4 * k + 2) * w + (4 * k + 3) * dipole4 + (4 * k + 4) * kappa, 1e-11)
             << k;
+}
+
+// The conductivity of the method, with the constants of the file and the viscosity of the dilute gas of the same
+// method.
+//   Source    B. E. Poling, J. M. Prausnitz, J. P. O'Connell, The Properties of Gases and Liquids, 5th ed., eq. 10-3.14
+//             and 10-5.5, table 10-3
+TEST_F(Forms, theConductivityOfTheMethodOfChungFollowsItsFormula) {
+    const std::string viscosity =
+        section("ETA", "VS5") + wideLimits +
+        "  0 0 0 0 0 0\nCI0\n  0.5472\n  372.99\n  1.0 1.0\n  0 1.0 1.0\n  0.251 0.0 0.0 0\nNUL\n";
+    ASSERT_EQ(setUpWith("PENTANE", viscosity + section("TCX", "TC5") + wideLimits +
+                                       "  0.5472\n  372.99\n  0.251 0.3 0.05\n" + chungRows + "  0\nNUL\n"),
+              0)
+        << message();
+    const double* B = conductivityTerms[1].CCTCX;
+    constexpr double R = 8.314472, acentric = 0.251;
+    const double M = fluidConstants.WMAS[1] / 1000.0, Tc = 1.2593 * 372.99, Vc = std::pow(5.472 / 0.809, 3);
+    TCX5DG(1, 300.0);  // sets the gas constant that all that follows rests on
+    for (const double T : {280.0, 450.0}) {
+        double cv = 0.0, cp = 0.0;
+        CVCPK(1, T, 0.0, cv, cp);
+        const double Tr = T / Tc, alpha = cv / R - 1.5, Z = 2.0 + 10.5 * Tr * Tr;
+        const double beta = 0.7862 - 0.7109 * acentric + 1.3168 * acentric * acentric;
+        const double psi = 1.0 + alpha * (0.215 + 0.28288 * alpha - 1.061 * beta + 0.26665 * Z) /
+                                     (0.6366 + beta * Z + 1.061 * alpha * beta);
+        const double eta0 = 1e-6 * ETA5DG(1, T), gas = 3.75 * psi * eta0 * R / M;
+        EXPECT_NEAR(TCX5DG(1, T) / gas, 1.0, 1e-10) << T;
+        for (const double D : {0.5, 8.0}) {
+            const double y = D * Vc / 6000.0, G1 = (1.0 - 0.5 * y) / std::pow(1.0 - y, 3);
+            const double G2 = (B[0] / y * (1.0 - std::exp(-B[3] * y)) + B[1] * G1 * std::exp(B[4] * y) + B[2] * G1) /
+                              (B[0] * B[3] + B[1] + B[2]);
+            const double q = 3.586e-3 * std::sqrt(Tc / M) / std::pow(Vc, 2.0 / 3.0);
+            const double lambda = 31.2 * eta0 * psi / M * (1.0 / G2 + B[5] * y) + q * B[6] * y * y * std::sqrt(Tr) * G2;
+            EXPECT_NEAR((TCX5DG(1, T) + TCX5BK(1, T, D)) / lambda, 1.0, 1e-10) << T << ' ' << D;
+        }
+    }
 }
 
 TEST_F(Forms, theMethodOfChungGivesTheConductivityOfAHydrocarbon) {
