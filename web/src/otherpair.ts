@@ -33,7 +33,7 @@ export class OtherPair {
 
   show(state: State): void {
     this.element.hidden = state.requests[this.place].get("request") !== "state-point";
-    if (this.element.hidden) return;
+    if (this.element.hidden) return replace(this.fields);
     for (const one of this.given)
       if (one.text === "") one.unit = this.app.units.usual(quantities[one.letter], state.units);
     this.fill(state);
