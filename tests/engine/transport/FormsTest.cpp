@@ -576,6 +576,13 @@ TEST(EthyleneAlternative, followsItsFormula) {
             const double D = 1000.0 * rho / fluidConstants.WMAS[1];
             EXPECT_NEAR(1000.0 * TCXETY(1, T, D) / lambda, 1.0, 1e-8) << T << ' ' << rho;
         }
+    constexpr double thin[9] = {-3.5098225018e6, 2.5008406184e6, -5.8365540744e5, 4.5549146583e3, 2.2881683403e4,
+                                -4.7318682077e3, 4.5022249258e2, -2.1490688088e1, 4.1649263233e-1};
+    for (const double T : {120.0, 300.0, 480.0}) {
+        double eta = 0.0;  // [0.1 uPa s]
+        for (int k = 0; k < 9; ++k) eta += thin[k] * std::pow(T, (k - 3) / 3.0);
+        EXPECT_NEAR(10.0 * ETAETY(1, T, 0.0) / eta, 1.0, 1e-8) << T;
+    }
 }
 
 // Z. Shan, S. G. Penoncello, R. T. Jacobsen, ASHRAE Trans. 106 (2000) 757: gas, liquid and enhancement, with the
@@ -678,6 +685,16 @@ TEST_F(Forms, hydrogenFollowsItsFormulas) {
         const double critical = 1000.0 * (0.00635363 - 5.863e-05 * T) * std::exp(-std::pow(0.138 * line, 2));
         EXPECT_NEAR(TCXH2(1, T, D), (gas + 1000.0 * excess + critical) / 1000.0, 1e-12) << T;
         EXPECT_GT(critical, 1e-3 * gas);
+    }
+    {
+        constexpr double T = 100.0, n = 0.0695, p = 0.0816;  // a row of the table of the gas, within the enhancement
+        const double line = D - 15.556 + 0.008229 * std::pow(T - 32.938, 1.5);
+        const double critical = (0.00635363 - 5.863e-05 * T) * std::exp(-std::pow(0.138 * line, 2));
+        const double dense =
+            0.001584312604 * D + (1.066433014e-7 * T + 3.861103193e-5) *
+                                     (std::exp(2.0999999046325684 * std::pow(D, 0.36000001430511475)) - 1.0);
+        EXPECT_NEAR(TCXH2(1, T, D), n * (0.9715160001069307 + 7.058800110826269e-5 * T) + (p - n) + critical + dense,
+                    1e-12);
     }
     for (const double T : {410.0, 450.0}) {
         const double n = 0.238 + 0.00045 * (T - 410.0), p = 0.237 + 0.0004 * (T - 410.0);
