@@ -8,7 +8,8 @@
 
 namespace frigana {
 
-// The hot end of one composition. Written by beyondSaturation, cleared by resetHottestSaturation.
+// The hot end of one composition. Written by beyondSaturation, cleared by resetHottestSaturation. The last ones that
+// were found are kept over set-ups, each with what its equation gives at a few states.
 struct HottestSaturation {
     enum class Known { nothing, unfindable, temperature };
     Known known = Known::nothing;
