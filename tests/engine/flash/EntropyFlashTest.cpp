@@ -191,5 +191,45 @@ TEST(EntropyFlash, BlendsAreSolvedWithoutTheSaturatedStatesBesideTheCriticalPoin
     std::printf("most calls of Newton's method %ld\n", most);
 }
 
+// R439A, whose model has two liquids at these temperatures: over a range of pressures of the isentrope the flash at
+// pressure finds no two phases, after long searches. Some of the states are found by other pairs of inputs; what counts
+// here is that a search without success ends.
+TEST(EntropyFlash, SearchesAmongTwoLiquidsAreGivenUp) {
+    ASSERT_LE(test::setUp({"R32", "R125", "ISOBUTAN"}), 0);
+    Composition z{};
+    z[1] = 0.6843908136039967;
+    z[2] = 0.2788541278948443;
+    z[3] = 1 - z[1] - z[2];
+    long most = 0;
+    int given = 0;
+    const auto check = [&](const char* letters, const FlashState& from) {
+        SCOPED_TRACE(std::string(letters) + " at " + std::to_string(from.T) + " K");
+        const double first = letters[0] == 'H' ? from.h : from.e;
+        saturationCounts.calls = 0;
+        FlashState state = flash(letters, first, from.s, z);
+        most = std::max(most, saturationCounts.calls);
+        if (state.ierr <= 0) {
+            EXPECT_NEAR(state[letters[0]], first, 1e-6 * std::abs(first));
+            return;
+        }
+        ++given;
+        EXPECT_EQ(state.ierr, 200) << state.herr.trimmed();
+        EXPECT_EQ(state.D, 0);
+        EXPECT_EQ(state.q, 999);
+    };
+    for (const double T : {160.9725, 161.7135, 162.45, 162.825, 163.1955, 163.566}) {
+        const FlashState wet = flash("TQ", T, 0.98, z);
+        ASSERT_LE(wet.ierr, 0) << T;
+        for (const char* letters : {"HS", "ES"}) check(letters, wet);
+    }
+    for (const double T : {139.4845, 140.2255}) {
+        const FlashState liquid = flash("TP", T, 5000, z);
+        ASSERT_LE(liquid.ierr, 0) << T;
+        for (const char* letters : {"HS", "ES"}) check(letters, liquid);
+    }
+    EXPECT_LT(most, 2000);
+    std::printf("%d of 16 searches given up, most calls of Newton's method %ld\n", given, most);
+}
+
 }  // namespace
 }  // namespace frigana

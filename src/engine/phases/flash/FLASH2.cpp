@@ -551,8 +551,7 @@ void closeEntropy(double s, const Composition& z, FlashResult& r) {
 }
 
 // The two-phase state of an entropy at a pressure, by the flash at these. Codes from 200 on are of flashes that failed.
-bool stateOnIsentrope(double p, double s, const Composition& z, FlashResult& r) {
-    int code = 0;
+bool stateOnIsentrope(double p, double s, const Composition& z, FlashResult& r, int& code) {
     Text255 text;
     const SilentMessages quiet;
     PSFLSH(p, s, z, r.T, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.cv, r.cp, r.w, code, text);
@@ -561,6 +560,11 @@ bool stateOnIsentrope(double p, double s, const Composition& z, FlashResult& r) 
     r.s = s;
     r.p = p;
     return found;
+}
+
+bool stateOnIsentrope(double p, double s, const Composition& z, FlashResult& r) {
+    int code = 0;
+    return stateOnIsentrope(p, s, z, r, code);
 }
 
 // Two phases: pressure at which the entropy goes with the given enthalpy, dh/dp = 1/rho along an isentrope. In energy
@@ -639,17 +643,25 @@ void refineState(char letter, double given, double s, const Composition& z, doub
 
 // Any state: along an isentrope enthalpy and energy rise with pressure, dh = v dp and de = -p dv, through one phase and
 // two alike, so that the pressure is found between bounds.
+//   A flash of a mixture that fails between the limits of the property takes a hundred times as long as one that is
+//   solved. It does so over a whole range of pressures where the model has two liquids, and bisection toward the border
+//   of that range leads to no state: a search with more than two of them is given up.
 bool solveOnIsentrope(double given, double s, const Composition& z, double pmax, bool energy, FlashResult& r) {
-    constexpr int mostSteps = 100;
+    constexpr int mostSteps = 100, mostFailures = 2, outsideLimits = 249;
     constexpr double lowestPressure = 1e-10;               // [kPa]
     constexpr double closeToEnd = 1e-4, farFromRoot = 10;  // in ln p; [J/mol]
     // The steps go on to the rounding of the value; what the inner flash can keep is enough where they end before.
     const double scale = std::max(1.0, std::abs(given));
     const double tolerance = 1e-13 * scale, closeEnough = 1e-8 * scale;
+    int icomp = 0;
+    ISPURE(z, icomp);
+    int failures = 0;
     double F = 0;
     // A pressure without a state of this entropy is one below its lowest temperature.
     const auto residual = [&](double p) {
-        const bool found = stateOnIsentrope(p, s, z, r);
+        int code = 0;
+        const bool found = stateOnIsentrope(p, s, z, r, code);
+        if (!found && icomp == 0 && code > 200 && code < outsideLimits) ++failures;
         F = (energy ? r.e : r.h) - given;
         return found;
     };
@@ -669,6 +681,7 @@ bool solveOnIsentrope(double given, double s, const Composition& z, double pmax,
         const double p = std::exp(at);
         const bool found = residual(p);
         if (found && std::abs(F) < tolerance) return true;
+        if (failures > mostFailures) return false;
         if (upper - lower < 1e-14 * std::abs(upper) + 1e-15) {
             if (haveUpper || !haveGap) return found && std::abs(F) < closeEnough;
             lower = upper;
