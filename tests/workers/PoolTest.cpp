@@ -203,10 +203,11 @@ TEST_F(PoolTest, MemoryIsLimited) {
 TEST_F(PoolTest, ADeathTellsItsPlaceWithoutFoldersAndAddresses) {
     Pool pool(calculate, 1);
     const Answer crashed = pool.run("crash");
+    // Under a sanitizer the last words are its own report, with its folders.
     if (!sanitized) {
         EXPECT_NE(crashed.where.find("test_workers(+0x"), std::string::npos) << crashed.where;
+        EXPECT_EQ(crashed.where.find("/test_workers"), std::string::npos) << crashed.where;
     }
-    EXPECT_EQ(crashed.where.find("/test_workers"), std::string::npos) << crashed.where;
     EXPECT_EQ(pool.run("say last words").where, "last words\n");
     // A later death does not repeat the words of an earlier one.
     EXPECT_EQ(pool.run("exit 3").where, "");
