@@ -419,10 +419,6 @@ const FoundPoint* find(const Composition& z) {
     return keep(z, point.T, point.p, point.D);
 }
 
-}  // namespace
-
-namespace {
-
 // A positive number to so many significant digits.
 double rounded(double value, int digits) {
     const double unit = std::pow(10.0, digits - 1 - std::floor(std::log10(value)));
