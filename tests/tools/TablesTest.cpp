@@ -186,6 +186,28 @@ TEST(IsopropertyLimits, FollowTheirFormulas) {
     }
 }
 
+// From ten kelvin above the lowest temperature, or from the lowest pressure, to the critical point, in nine steps.
+TEST(SaturationTableLimits, FollowTheirFormulas) {
+    for (const char* fluid : {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD", "AMMONIA.FLD", "NITROGEN.FLD"}) {
+        SCOPED_TRACE(fluid);
+        const auto facts = answer(propertyRequest(1, "", fluid)).numbers(8);
+        const double TC = facts[3], PC = facts[4], TMIN = facts[6];
+        const double PMIN = answer(propertyRequest(5, "1 " + number(TMIN + 1.0), fluid)).numbers(7).at(2);
+        const struct {
+            const char* property;
+            double from, to, multiple;
+        } rows[] = {{"1", cut(TMIN + 10, 10), cut(TC, 10), 10}, {"2", std::max(PMIN, 100.0), cut(PC, 100), 100}};
+        for (const auto& row : rows) {
+            const auto line = answer(propertyRequest(2, std::string(row.property) + " 0 0 0", fluid)).numbers(4);
+            ASSERT_EQ(line.size(), 4u);
+            EXPECT_NEAR(line[1], row.from, 1e-5) << row.property;
+            EXPECT_NEAR(line[2], row.to, 1e-5) << row.property;
+            const double step = std::max(cut((row.to - row.from) / 9, row.multiple), row.multiple);
+            EXPECT_NEAR(line[3], step, 1e-5) << row.property;
+        }
+    }
+}
+
 // ---- codes of properties
 // ----------------------------------------------------------------------------------------------
 
