@@ -144,7 +144,8 @@ double cut(double value, double multiple) {
 // From the formulas of the limits, with the states of single requests. The factors of the lowest and highest
 // temperature are single-precision numbers.
 TEST(IsopropertyLimits, FollowTheirFormulas) {
-    for (const char* fluid : {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD", "AMMONIA.FLD", "NITROGEN.FLD"}) {
+    for (const char* fluid : {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD", "AMMONIA.FLD", "NITROGEN.FLD",
+                              "MD2M.FLD", "R1234ZE.FLD"}) {
         SCOPED_TRACE(fluid);
         const auto facts = answer(propertyRequest(1, "", fluid)).numbers(8);
         const double TMIN = facts[6], TMAX = facts[7], PC = facts[4];
@@ -188,7 +189,8 @@ TEST(IsopropertyLimits, FollowTheirFormulas) {
 
 // From ten kelvin above the lowest temperature, or from the lowest pressure, to the critical point, in nine steps.
 TEST(SaturationTableLimits, FollowTheirFormulas) {
-    for (const char* fluid : {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD", "AMMONIA.FLD", "NITROGEN.FLD"}) {
+    for (const char* fluid :
+         {"R134A.FLD", "PROPANE.FLD", "CO2.FLD", "R245FA.FLD", "AMMONIA.FLD", "NITROGEN.FLD", "MD2M.FLD"}) {
         SCOPED_TRACE(fluid);
         const auto facts = answer(propertyRequest(1, "", fluid)).numbers(8);
         const double TC = facts[3], PC = facts[4], TMIN = facts[6];
