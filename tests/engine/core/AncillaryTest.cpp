@@ -192,6 +192,80 @@ TEST(Ancillary, MixtureTakesTheMeanAndTheCodeOfTheLastComponent) {
     modelTags.NC = 1;
 }
 
+// The short ways without codes against the routines with codes, at the ends of the range too.
+TEST(AncillaryShortWay, DensitiesOfEveryFormAreThoseOfTheEquations) {
+    for (int n = 1; n <= 9; ++n) {
+        useForm(static_cast<char>('0' + n));
+        for (const double t : {100.0, 173.0, 300.0, 399.9, 400.0 * (1.0 - 2e-9)}) {
+            ancTerms[1].DVKA[1] = -3.0;
+            double Dl = 0.0, Dv = 0.0;
+            ASSERT_TRUE(densitiesByAncillaries(1, t, Dl, Dv)) << n << ' ' << t;
+            const double liquid = ask(DLSATK, t).value, vapor = ask(DVSATK, t).value;
+            EXPECT_NEAR(Dl, liquid, 5e-12 * std::fabs(liquid)) << n << ' ' << t;
+            EXPECT_NEAR(Dv, vapor, 5e-12 * std::fabs(vapor)) << n << ' ' << t;
+        }
+    }
+}
+
+TEST(AncillaryShortWay, NeedsBothDensitiesInsideTheirRange) {
+    double Dl = 0.0, Dv = 0.0;
+    const auto answered = [&](double t) { return densitiesByAncillaries(1, t, Dl, Dv); };
+    useForm('3');
+    EXPECT_FALSE(answered(99.999));
+    EXPECT_FALSE(answered(400.0 * (1.0 - 0.5e-9)));
+    EXPECT_FALSE(answered(400.0));
+    EXPECT_FALSE(answered(450.0));
+    EXPECT_FALSE(answered(std::nan("")));
+    ancTerms[1].DVTMIN = 200.0;
+    EXPECT_FALSE(answered(150.0));
+    EXPECT_TRUE(answered(200.0));
+    ancTerms[1].DLTMIN = 250.0;
+    EXPECT_FALSE(answered(200.0));
+    for (Text3* tag : {&modelTags.HDLK[1], &modelTags.HDVK[1]}) {
+        for (const char* unknown : {"NBS", "PS3", "DXX", "DL ", "DV0"}) {
+            useForm('3');
+            *tag = unknown;
+            EXPECT_FALSE(answered(300.0)) << unknown;
+        }
+    }
+    useForm('3');
+    ancTerms[1].NDL[1] = 0;
+    EXPECT_FALSE(answered(300.0));
+    useForm('3');
+    ancTerms[1].NDV[1] = 0;
+    EXPECT_FALSE(answered(300.0));
+}
+
+TEST(AncillaryShortWay, TemperatureIsTheInverseOfThePressure) {
+    for (const int n : {3, 4, 5, 6}) {
+        useForm(static_cast<char>('0' + n));
+        ancTerms[1].PSKA[1] = -6.5;  // near the slope of ordinary fluids
+        for (const double t : {100.0, 131.0, 200.0, 290.0, 350.0, 390.0, 399.0}) {
+            const double p = ask(PSATK, t).value * (t == 100.0 ? 1.0 + 1e-9 : 1.0);  // not beyond the lower limit
+            double found = 0.0;
+            ASSERT_TRUE(temperatureByAncillary(1, p, found)) << n << ' ' << t;
+            // the last step is at most 1e-4 of tau - 1, and the error behind it of the order of its square
+            EXPECT_NEAR(found, t, 1e-7 * t) << n;
+        }
+    }
+}
+
+TEST(AncillaryShortWay, TemperatureNeedsALogarithmicFormAndAPressureOfItsRange) {
+    double t = 0.0;
+    for (const int n : {1, 2, 7, 8, 9}) {
+        useForm(static_cast<char>('0' + n));
+        EXPECT_FALSE(temperatureByAncillary(1, 1000.0, t)) << n;
+    }
+    useForm('5');
+    EXPECT_FALSE(temperatureByAncillary(1, 4000.0, t));
+    EXPECT_FALSE(temperatureByAncillary(1, 5000.0, t));
+    EXPECT_FALSE(temperatureByAncillary(1, 0.999 * ask(PSATK, 100.0).value, t));
+    EXPECT_TRUE(temperatureByAncillary(1, 1.001 * ask(PSATK, 100.0).value, t));
+    ancTerms[1].PSTMIN = 150.0;
+    EXPECT_FALSE(temperatureByAncillary(1, 0.999 * ask(PSATK, 150.0).value, t));
+    EXPECT_TRUE(temperatureByAncillary(1, 1.001 * ask(PSATK, 150.0).value, t));
+}
+
 TEST(AncillaryInverse, PressureBeyondTheEndsOfTheLine) {
     useForm('5');
     const Answer high = askOf(TSATP, 4000.001, pure());
