@@ -139,6 +139,27 @@ TEST(IdealGas, TemperatureOfZeroOrLessGivesZero) {
     }
 }
 
+// Above zero there is no least temperature.
+TEST(IdealGas, PartsOfAKelvinHaveTheirClosedForms) {
+    useFamily(families[0]);  // 1.3 (t / 2 K)^0.3 times 8, from 300 K
+    const double t = 0.5, root = std::pow(t / 2.0, 0.3), from = std::pow(150.0, 0.3);
+    EXPECT_NEAR(CP0CPP(1, t), 8.0 * 1.3 * root, 1e-14);
+    EXPECT_NEAR(CPICPP(1, t), 8.0 * 1.3 / 1.3 * (t * root - 300.0 * from), 1e-10);
+    EXPECT_NEAR(CPTCPP(1, t), 8.0 * 1.3 / 0.3 * (root - from), 1e-12);
+    const double integral = CPICPP(1, t) / (8.0 * t);
+    EXPECT_NEAR(PH0CPP(1, 0, 0, t, 1.0), integral - CPTCPP(1, t) / 8.0 + std::log(t / 300.0) - 1.0, 1e-10);
+    EXPECT_NEAR(PH0CPP(1, 1, 0, t, 1.0), integral - 1.0, 1e-10);
+    EXPECT_NEAR(PH0CPP(1, 2, 0, t, 1.0), 1.0 - 1.3 * root, 1e-14);
+    Ph0Slot& c = emptyPh0();
+    c.NTAUP = 1;
+    c.AIPH[1] = 2.0;
+    c.TIPH[1] = 1.5;
+    const double term = 2.0 * std::pow(800.0, 1.5);  // TZ is 400 K
+    EXPECT_NEAR(PH0PH0(1, 1, 0, t, 1.0), 1.5 * term, 1e-13 * term);
+    EXPECT_NEAR(PH0PH0(1, 2, 0, t, 1.0), 0.75 * term, 1e-13 * term);
+    EXPECT_NEAR(PH0PH0(1, 3, 0, t, 1.0), -0.375 * term, 1e-13 * term);
+}
+
 TEST(IdealGas, EnergyWithoutDensityIsZero) {
     useFamily(families[0]);
     EXPECT_EQ(PHI0(0, 0, 320.0, 0.0, pure()), 0.0);
