@@ -469,6 +469,19 @@ TEST_F(Quintic, ValueInClosedForm) {
     }
 }
 
+// Co-volume and beta of the fluid made for tests are constants; here they change with temperature too.
+TEST_F(Quintic, DerivativesWhereEveryPolynomialChangesWithTemperature) {
+    QuiSlot& q = quiTerms[1];
+    const int covolume = q.NETAQ + q.NEPSQ + 1, beta = covolume + q.NBBQ + q.NGAMQ;
+    q.TIQUI[covolume] = 0.3;
+    q.TIQUI[beta] = 0.4;
+    q.TAUSVQ = 0.0;
+    expectDerivatives(
+        "QUI, all of temperature", [](int i, int j, double tau, double del) { return PHIQUI(1, i, j, tau, del); },
+        {{0, 1}, {0, 2}, {0, 3}, {1, 0}, {2, 0}, {1, 1}, {2, 1}, {1, 2}, {2, 2}, {1, 3}, {2, 3}}, 0.5, 2.0, 3.2, 500);
+    q.TAUSVQ = 0.0;
+}
+
 TEST_F(Quintic, ThirdDerivativeInTauIsZero) {
     for (int idel = 0; idel <= 2; ++idel) EXPECT_EQ(PHIQUI(1, 3, idel, 1.1, 0.7), 0.0);
 }
