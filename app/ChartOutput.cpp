@@ -1,7 +1,9 @@
 #include "ChartOutput.h"
 
 #include <iostream>
+#include <set>
 
+#include "Catalogue.h"
 #include "Commands.h"
 #include "Picture.h"
 #include "ResultChart.h"
@@ -52,6 +54,19 @@ void addChartOptions(CLI::App& line, ChartOutput& output) {
         ->check(CLI::Range(leastSide, greatestSide));
     line.add_option("--chart-height", output.height, "of the picture in pixels")
         ->check(CLI::Range(leastSide, greatestSide));
+}
+
+std::vector<std::string> filesOf(const ChartOutput& output) {
+    std::vector<std::string> files = output.pictures;
+    if (!output.columns.empty()) return files;
+    std::set<std::string> circuits;
+    for (const catalogue::Request& request : catalogue::requests())
+        for (const catalogue::Circuit& circuit : request.circuits)
+            if (!circuit.key.empty()) circuits.emplace(circuit.key);
+    for (const std::string& picture : output.pictures)
+        for (const std::string& circuit : circuits)
+            if (const std::string file = pathFor(picture, circuit); file != picture) files.push_back(file);
+    return files;
 }
 
 int drawCharts(const ChartOutput& output, const std::vector<const catalogue::RunResult*>& results,

@@ -23,6 +23,10 @@ struct ChartOutput {
 
 void addChartOptions(CLI::App& line, ChartOutput& output);
 
+// Every file that the charts may be written to, known before a request is read: the pictures, and those of the circuits
+// beside each of them.
+std::vector<std::string> filesOf(const ChartOutput& output);
+
 // Draws finished results: a single one as the chart of its states, a table or several of one study as columns too. The
 // picture of each of two circuits has the circuit's key behind its name: chiller.svg becomes chiller-high.svg.
 //   Returned  (value)  0, or the exit status after a complaint

@@ -74,7 +74,7 @@ int runPositional(const CLI::App& program, Options& options) {
                                         ": the path of a request ends with .fi1, the first of it, and has at most "
                                         "255 characters");
     std::vector<std::string> outputs{json, csv, output == "-" ? output : std::string()};
-    outputs.insert(outputs.end(), chart.pictures.begin(), chart.pictures.end());
+    for (const std::string& picture : filesOf(chart)) outputs.push_back(picture);
     if (const std::string clash = clashOf(filesAround(request, output), outputs); !clash.empty())
         return complain(usageError, clash + " would be written over");
     if (const int status = findDataFolder(program, options.data, " with --data")) return status;

@@ -61,7 +61,7 @@ class Runner {
             if (!file.ends_with(".fi1")) continue;
             for (const std::string& around : filesAround(file, {})) inputs.push_back(around);
         }
-        std::vector<std::string> outputs = options_.chart.pictures;
+        std::vector<std::string> outputs = filesOf(options_.chart);
         outputs.insert(outputs.end(), {options_.json, options_.csv, options_.fi1, options_.fo1});
         return clashOf(inputs, outputs);
     }

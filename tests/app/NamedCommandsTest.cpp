@@ -388,6 +388,12 @@ TEST_F(Named, NoOutputIsWrittenOverARequestOrAnotherOne) {
           "run '" + positional + "' " + quoted + " --csv '" + positional + "'",
           "run " + quoted + " --chart '" + folder.path("a.svg") + "' --chart '" + folder.path("./a.svg") + "'",
           "run " + quoted + " --chart '" + folder.path("a.svg") + "' --csv '" + folder.path("a.svg") + "'",
+          "run " + quoted + " --chart '" + folder.path("a.svg") + "' --json '" + folder.path("a-high.svg") + "'",
+          "run " + quoted + " --csv '" + folder.path("a-loop.svg") + "' --chart '" + folder.path("a.svg") + "'",
+          "run " + quoted + " --chart '" + folder.path("a.svg") + "' --chart '" + folder.path("a-low.svg") + "'",
+          "run " + quoted + " --quiet --fo1 '" + folder.path("b-medium.png") + "' --chart '" + folder.path("b.png") +
+              "'",
+          "'" + positional + "' --chart '" + folder.path("a.svg") + "' --csv '" + folder.path("./a-low.svg") + "'",
           "convert " + quoted + " --out " + quoted,
           "chart ph R134a --out '" + folder.path("a.svg") + "' --out '" + folder.path("./a.svg") + "'",
           "'" + positional + "' --chart '" + folder.path("a.svg") + "' --chart '" + folder.path("a.svg") + "'"}) {
