@@ -11,6 +11,7 @@
 #include "SETUP.h"
 #include "TRNSP.h"
 #include "TextFile.h"
+#include "TimeLimit.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const fuzz::MemoryFile file;
     static const fuzz::Installation installation(file, "fluids", "FUZZ.FLD");
     file.fill(data, size);
+    const fuzz::TimeLimit limit;
     SETPATH(installation.folder());
     FileNames names{};
     names[1] = "FUZZ.FLD";

@@ -7,6 +7,7 @@
 #include "PROP_SUB.h"
 #include "SETUP.h"
 #include "TextFile.h"
+#include "TimeLimit.h"
 
 using namespace frigana;
 
@@ -14,6 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const fuzz::MemoryFile file;
     static const fuzz::Installation installation(file, "mixtures", "FUZZ.MIX");
     file.fill(data, size);
+    const fuzz::TimeLimit limit;
     SETPATH(installation.folder());
     int ierr = 0, nc = 0;
     Text255 herr;

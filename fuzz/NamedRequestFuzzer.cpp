@@ -1,10 +1,11 @@
-// Damaged named requests. Whatever the file holds, it becomes a request or a list of problems; what became a request can
-// be written as TOML and is read again as the same one.
+// Damaged named requests. Whatever the file holds, it becomes a request or a list of problems; what became a request
+// can be written as TOML and is read again as the same one.
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
 #include "NamedRequest.h"
+#include "TimeLimit.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ constexpr NamedFormat format = NamedFormat::toml;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const FluidNames& names = FluidNames::of(FRIGANA_DATA);
     const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const frigana::fuzz::TimeLimit limit;
     const NamedRequest named = readNamed(text, format, names);
     if (named.problems.empty() == named.runs.empty()) std::abort();
     for (const Problem& problem : named.problems)

@@ -13,6 +13,7 @@
 #include "40_RangeChecks.h"
 #include "Message.h"
 #include "TextFile.h"
+#include "TimeLimit.h"
 #include "Trap.h"
 
 namespace {
@@ -62,6 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         message(requestPath, "/proc/self/fd/", Integer{0, memory});
     }
     if (ftruncate(memory, 0) != 0 || pwrite(memory, data, size, 0) != static_cast<ssize_t>(size)) std::abort();
+    const fuzz::TimeLimit limit;
     runContained(readOne, nullptr);
     abandonAllUnits();
     if (firstFreeUnit(1) != 1) std::abort();

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cmath>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -17,11 +16,7 @@
 #include "Platform.h"
 #include "ResultWriter.h"
 #include "TextFile.h"
-
-// What people are told of; under the sanitizers a run takes some ten times as long.
-#ifndef FRIGANA_LONGEST_RUN
-#define FRIGANA_LONGEST_RUN 2.0
-#endif
+#include "TimeLimit.h"
 
 namespace frigana::fuzz {
 
@@ -58,19 +53,18 @@ struct Verdict {
 
 class RunOracle {
   public:
-    static constexpr double longestRun = FRIGANA_LONGEST_RUN;  // time of the processor [s]
-
     Verdict run(const std::string& request, const std::string& installation) {
         *this = RunOracle();
         listenToResult([](void* context, const ResultEntry& entry) { static_cast<RunOracle*>(context)->hear(entry); },
                        this);
-        const std::clock_t start = std::clock();
+        const ProcessorTime time;
         runRequest(request, installation);
-        const double time = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        const bool tooLong = time.tooLong();
+        const double seconds = time.seconds();
         listenToResult(nullptr, nullptr);
         Verdict verdict = judge();
         if (firstFreeUnit(1) != 1) verdict.wrong = "a unit is open";
-        if (time > longestRun) verdict.wrong = "it took " + std::to_string(time) + " s";
+        if (tooLong) verdict.wrong = "it took " + std::to_string(seconds) + " s";
         return verdict;
     }
 
