@@ -12,7 +12,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-ABOVE_THE_ENTRY = ("src/catalogue", "src/diagrams", "src/remarks")
+ABOVE_THE_ENTRY = ("api", "app", "src/catalogue", "src/diagrams", "src/remarks")
 
 
 def command_of(entry):

@@ -112,6 +112,7 @@ int Pool::takeWorker(const Cancel* cancel, Urgency urgency) {
     }
     Waiting waiting;
     std::list<Waiting*>& line = urgency == Urgency::person ? people_ : studies_;
+    // cppcheck-suppress mismatchingContainerIterator ; it is the same one, whichever of the two
     const auto place = line.insert(line.end(), &waiting);
     while (waiting.slot < 0) {
         waiting.turn.wait_for(lock, betweenLooks);

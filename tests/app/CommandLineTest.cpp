@@ -265,6 +265,24 @@ TEST_F(Program, ACycleWhoseFiguresAreNotFiniteIsRefused) {
     }
 }
 
+// Values within their limits of which no cycle can be made: a gas cooler that cools below the triple point of carbon
+// dioxide, and a superheat that vanishes in the rounding of a temperature.
+TEST_F(Program, AnExtremeValueThatLeavesNoCycleIsRefused) {
+    struct Row {
+        const char *example, *line, *changed, *code;
+    };
+    for (const Row& row : {Row{"transcritical_cycle", "\n1 308.15\n", "\n1 215.0\n", "207299"},
+                           Row{"line_sizing", "\n2 5.0\n", "\n2 1e-12\n", "205299"}}) {
+        std::string text = readFile(std::string(test::examplesFolder) + "/" + row.example + ".fi1");
+        text.replace(text.find(row.line), std::string(row.line).size(), row.changed);
+        writeFile(request, text);
+        const Outcome outcome = run(quoted);
+        EXPECT_EQ(outcome.status, 2) << row.example;
+        EXPECT_TRUE(contains(outcome.said, row.code)) << outcome.said;
+        EXPECT_TRUE(contains(outcome.said, "Error: the cycle has no solution")) << outcome.said;
+    }
+}
+
 TEST_F(Program, ARefusalIsShownEvenWhereItsFormCannotBeWritten) {
     std::string text = example();
     text.replace(text.find("1 268.15"), 8, "1 -77.00");

@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "Larger.h"
 #include "TemporaryFolder.h"
 #include "TreeFolders.h"
 
@@ -84,7 +85,7 @@ TEST(Refrigerants, PotentialsOfBlendsAreMassMeans) {
             // half a unit of the last of four digits
             EXPECT_LE(off, 0.5001 * std::pow(10.0, std::floor(std::log10(std::max(*blend->gwp[k], 1e-9))) - 3.0))
                 << blend->name << ' ' << climateReports[k] << ' ' << sum / mass << ' ' << *blend->gwp[k];
-            worst = std::max(worst, off / std::max(*blend->gwp[k], 1.0));
+            worst = test::larger(worst, off / std::max(*blend->gwp[k], 1.0));
             ++compared;
         }
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "FlashState.h"
+#include "Larger.h"
 #include "PROP_SUB.h"
 #include "PhaseCheck.h"
 #include "SAT_SUB_NEWTON.h"
@@ -75,8 +76,8 @@ TEST(CriticalPointOfListedBlends, IsThatOfTheEquation) {
         double trueT = T, trueP = p, trueD = D;
         CRTPNT(z, trueT, trueP, trueD, ierr, herr);
         ASSERT_EQ(ierr, 0);
-        worstT = std::max(worstT, std::fabs(T - trueT));
-        worstP = std::max(worstP, std::fabs(p / trueP - 1));
+        worstT = larger(worstT, std::fabs(T - trueT));
+        worstP = larger(worstP, std::fabs(p / trueP - 1));
     }
     EXPECT_LT(worstT, closeInT);
     EXPECT_LT(worstP, closeInP);

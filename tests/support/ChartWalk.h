@@ -32,6 +32,11 @@ inline constexpr double sameState = 1e-8;
 
 namespace detail {
 
+// Of a difference; what is no number is as far off as can be, where a comparison or std::max would pass over it.
+inline double size(double difference) {
+    return std::isfinite(difference) ? std::fabs(difference) : HUGE_VAL;
+}
+
 inline void fault(ChartWalk& walk, int& count, const char* what, const diagrams::Curve& curve,
                   const diagrams::State& state, double value) {
     ++count;
@@ -85,9 +90,9 @@ inline void evaluateAgain(ChartWalk& walk, const diagrams::ChartFluid& fluid, co
     }
     const double M = fluid.molarMass();
     const double difference =
-        std::max({std::fabs(p - state.p) / (state.p + zeroOf(diagrams::Property::pressure)),
-                  std::fabs(h / M - state.h) / (std::fabs(state.h) + zeroOf(diagrams::Property::enthalpy)),
-                  std::fabs(s / M - state.s) / (std::fabs(state.s) + zeroOf(diagrams::Property::entropy))});
+        std::max({size((p - state.p) / (state.p + zeroOf(diagrams::Property::pressure))),
+                  size((h / M - state.h) / (std::fabs(state.h) + zeroOf(diagrams::Property::enthalpy))),
+                  size((s / M - state.s) / (std::fabs(state.s) + zeroOf(diagrams::Property::entropy)))});
     walk.worst = std::max(walk.worst, difference);
     // Nor does it split a blend there as sharply as Newton's method, whose states no further step changes.
     constexpr double besideTop = 1e-3, coarse = 1e-3;
@@ -123,7 +128,7 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
             constexpr double edge = 1e-6;
             if (!place.inside(edge)) detail::fault(result, result.outside, "outside", curve, state, place.depth());
             const double constant = valueOf(state, curve.constant);
-            if (isoline && std::fabs(constant - curve.value) >
+            if (isoline && detail::size(constant - curve.value) >
                                sameState * (std::fabs(curve.value) + detail::zeroOf(curve.constant)))
                 detail::fault(result, result.changed, "changed", curve, state, constant / curve.value - 1.0);
             if (result.points % stride == 0) detail::evaluateAgain(result, fluid, chart, curve, state);
@@ -132,7 +137,7 @@ inline ChartWalk walk(const diagrams::ChartFluid& fluid, const diagrams::FluidCh
                 return distance(chart.plane(s), chart.plane(chart.critical)) < edge;
             };
             const bool last = curve.constant == Property::quality && (critical(state) || critical(points[i - 1]));
-            const double step = distance(place, chart.plane(points[i - 1]));
+            const double step = detail::size(distance(place, chart.plane(points[i - 1])));
             if (last) result.last = std::max(result.last, step);
             if (step > (last ? longestLast : longestStep) * (1.0 + edge))
                 detail::fault(result, result.apart, "apart", curve, state, step);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "FlashState.h"
+#include "Larger.h"
 #include "PROP_SUB.h"
 #include "PROP_SUB_FUGACITY.h"
 #include "PureFluid.h"
@@ -22,6 +23,7 @@ namespace {
 
 using test::flash;
 using test::FlashState;
+using test::larger;
 
 struct Critical {
     double T = 0, p = 0, D = 0;
@@ -49,7 +51,7 @@ double disequilibrium(const FlashState& s) {
     FGCTY2(s.T, s.Dl, s.x, fl, ierr, herr);
     FGCTY2(s.T, s.Dv, s.y, fv, ierr, herr);
     double worst = 0;
-    for (int i = 1; i <= modelTags.NC; ++i) worst = std::max(worst, std::abs(fl[i] / fv[i] - 1));
+    for (int i = 1; i <= modelTags.NC; ++i) worst = larger(worst, std::abs(fl[i] / fv[i] - 1));
     return worst;
 }
 
@@ -91,7 +93,7 @@ TEST(BeyondEstimate, RetrogradeStatesByEveryPairAgreeWithTemperatureAndPressure)
                     EXPECT_NEAR(state.T / wet.T, 1, agreement);
                     EXPECT_NEAR(state.p / wet.p, 1, 10 * agreement);
                     EXPECT_NEAR(state.q, wet.q, 1e-4);
-                    worst = std::max(worst, std::abs(state.T / wet.T - 1));
+                    worst = larger(worst, std::abs(state.T / wet.T - 1));
                 }
             }
         EXPECT_GT(here, 1) << blend.first;

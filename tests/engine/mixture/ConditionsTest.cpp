@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "Equilibrium.h"
+#include "Larger.h"
 #include "SAT_SUB.h"
 
 namespace frigana::equilibria {
@@ -49,11 +50,11 @@ TEST(TwoConditions, OfEveryKindLeadBackToTheState) {
                     ++solved;
                     double off = std::fabs(pair.q - q);
                     for (const double ratio : {pair.T / at.T, pair.p / at.p, pair.Dl / at.Dl, pair.Dv / at.Dv})
-                        off = std::max(off, std::fabs(ratio - 1));
+                        off = test::larger(off, std::fabs(ratio - 1));
                     // temperature and pressure hardly tell the quality next to an azeotrope
                     const bool blunt = letters[0] == 'T' && letters[1] == 'P';
                     EXPECT_LT(off, blunt ? 1e-7 : tolerance) << name << ' ' << letters << ' ' << reduced << ' ' << q;
-                    if (!blunt) worst = std::max(worst, off);
+                    if (!blunt) worst = test::larger(worst, off);
                 }
             }
     }

@@ -8,6 +8,7 @@
 
 #include "CORE_ANC.h"
 #include "FurtherFluids.h"
+#include "Larger.h"
 #include "PREOS.h"
 #include "Saturation.h"
 #include "UTILITY.h"
@@ -65,7 +66,7 @@ TEST_P(PureNewton, FindsTheStatesOfTheIterationsAtTemperature) {
             EXPECT_NEAR(s.rhol / told.rhol, 1.0, densities);
             EXPECT_NEAR(s.rhov / told.rhov, 1.0, densities);
             EXPECT_NEAR(s.p, told.p, pressures * told.p + roundingOfPressure);
-            worst = std::max({worst, std::fabs(s.rhol / told.rhol - 1.0), std::fabs(s.rhov / told.rhov - 1.0)});
+            worst = larger({worst, std::fabs(s.rhol / told.rhol - 1.0), std::fabs(s.rhov / told.rhov - 1.0)});
         } else {
             EXPECT_NEAR(s.rhol / told.rhol, 1.0, besideCritical);
             EXPECT_NEAR(s.rhov / told.rhov, 1.0, besideCritical);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "LIMITS.h"
+#include "Larger.h"
 #include "Transport.h"
 #include "TreeFolders.h"
 
@@ -128,8 +129,8 @@ TEST(Blends, tendToTheirComponents) {
             if (mixed.ierr == 50) continue;  // blends of water and alcohols are refused
             EXPECT_NEAR(mixed.eta / state.pure.eta, 1.0, 1e-6) << state.T << ' ' << state.D << ' ' << mixed.message;
             EXPECT_NEAR(mixed.tcx / state.pure.tcx, 1.0, 1e-6) << state.T << ' ' << state.D << ' ' << mixed.message;
-            worstViscosity = std::max(worstViscosity, std::fabs(mixed.eta / state.pure.eta - 1.0));
-            worstConductivity = std::max(worstConductivity, std::fabs(mixed.tcx / state.pure.tcx - 1.0));
+            worstViscosity = larger(worstViscosity, std::fabs(mixed.eta / state.pure.eta - 1.0));
+            worstConductivity = larger(worstConductivity, std::fabs(mixed.tcx / state.pure.tcx - 1.0));
             ++states;
         }
     }
@@ -176,7 +177,7 @@ TEST(Blends, aVaporLiesBetweenItsComponents) {
                 for (int i = 1; i <= nc; ++i) {
                     const double own = transport(T, D, unitComposition(i)).tcx;
                     least = std::min(least, own);
-                    most = std::max(most, own);
+                    most = larger(most, own);
                 }
                 EXPECT_GT(mixed, least) << name << ' ' << T << ' ' << D;
                 EXPECT_LT(mixed, most) << name << ' ' << T << ' ' << D;
