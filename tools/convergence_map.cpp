@@ -1,5 +1,5 @@
 // Walks a grid of states over the whole range of a fluid's equation through every flash, and counts the failures by
-// code and place.
+// code and place. Times are those of the processor.
 //
 //   convergence_map [--critical] [--list] [--pairs TP,PH,...] [--density n] [fluid ...]
 //
@@ -10,11 +10,11 @@
 //   --pairs     only these pairs of inputs
 //   --density   grid points in units of the usual number along every axis (a factor; default 1)
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <map>
 #include <string>
 #include <string_view>
@@ -74,11 +74,26 @@ void complete(GridState& state, const Composition& z) {
     THERM(state.T, state.D, z, p, state.e, state.h, state.s, cv, cp, w, jouleThomson);
 }
 
-// The flashes of temperature and a caloric property begin at 0.0001 mol/L.
-constexpr double thinnest = 1.01e-4;
+// The flashes of temperature and a caloric property begin at 0.0001 mol/L; that of temperature and density takes
+// whatever is thinner than 1e-10 mol/L for a gas, both phases of the coldest liquids too.
+constexpr double thinnest = 1.01e-4, thinnestByDensity = 1e-10;
 
 // States that the grid had to leave out, as there was no density root to make them from.
 long missing = 0;
+
+// Pressure at which hydrogen freezes, of which its file tells nothing though its equation reaches far beyond.
+//   Given     T        temperature [K]
+//   Returned  (value)  [kPa]
+//   Source    V. Diatschenko, C. W. Chu, D. H. Liebenberg, D. A. Young, M. Ross, R. L. Mills, Phys. Rev. B 32 (1985)
+//   381
+double hydrogenFreezes(double T) {
+    return 1000 * (-51.49 + 0.1702 * std::pow(T + 9.689, 1.8077));
+}
+
+// True for a state beyond a melting line that the limits do not know.
+bool isFrozen(const Fluid& fluid, double T, double p) {
+    return fluid.name == "HYDROGEN" && p > hydrogenFreezes(T);
+}
 
 // Single phase at T and p; false where it is solid, outside the limits or without a density root.
 bool singlePhase(const Fluid& fluid, double T, double p, double Tsat, GridState& state) {
@@ -89,7 +104,7 @@ bool singlePhase(const Fluid& fluid, double T, double p, double Tsat, GridState&
     int limit = 0;
     Text255 text;
     LIMITX("EOS", T, 0, p, fluid.z, tmin, tmax, Dmax, pmax, limit, text);
-    if (limit != 0) return false;
+    if (limit != 0 || isFrozen(fluid, T, p)) return false;
     const bool liquid = p >= fluid.pc ? T < fluid.Tc : T < Tsat;
     state = GridState{};
     state.T = T;
@@ -199,6 +214,7 @@ std::vector<GridState> onIsotherms(const Fluid& fluid, int isotherms, int densit
         Text255 herr;
         MELTT(T, fluid.z, pMelt, ierr, herr);
         if (ierr == 0 && pMelt > 0) pTop = std::min(pTop, 0.999 * pMelt);
+        if (isFrozen(fluid, T, pTop)) pTop = hydrogenFreezes(T);
         const double top = std::min(density(T, pTop, 1, fluid.z), 0.999999 * fluid.Dmax);
         if (top <= 0) continue;
         double p = 0;
@@ -341,7 +357,7 @@ struct Options {
 void walk(const Fluid& fluid, const std::string& pair, const std::vector<GridState>& states, Count& count,
           std::vector<Failure>& failures) {
     for (const GridState& state : states) {
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock();
         FlashState result = flash(pair, input(pair[0], state), input(pair[1], state), fluid.z);
         int fault = result.ierr > 0 ? result.ierr : wrong(pair, state, result);
         // Where an isotherm has the same value at two densities, the other one is asked for.
@@ -349,7 +365,7 @@ void walk(const Fluid& fluid, const std::string& pair, const std::vector<GridSta
             result = flash(pair, input(pair[0], state), input(pair[1], state), fluid.z, 2);
             fault = result.ierr > 0 ? result.ierr : wrong(pair, state, result);
         }
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
         ++count.states;
         count.seconds += seconds;
         count.slowest = std::max(count.slowest, seconds);
@@ -400,8 +416,9 @@ long mapFluid(const std::string& name, const Options& options) {
             walk(fluid, pair, saturation, count, failures);
         } else if (pair == "TD" || pair == "TH" || pair == "TS" || pair == "TE" || pair[0] == 'D') {
             std::vector<GridState> dense;
-            std::copy_if(isotherms.begin(), isotherms.end(), std::back_inserter(dense),
-                         [&](const GridState& state) { return pair == "TD" || state.D > thinnest; });
+            std::copy_if(isotherms.begin(), isotherms.end(), std::back_inserter(dense), [&](const GridState& state) {
+                return state.D > (pair == "TD" ? thinnestByDensity : thinnest);
+            });
             walk(fluid, pair, dense, count, failures);
         } else if (pair == "TP") {
             std::vector<GridState> singles;
