@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "FlashState.h"
 #include "LIMITS.h"
@@ -67,7 +68,9 @@ TEST_P(ShortWay, FindsTheStatesOfTheGeneralSearch) {
         ++states;
         // liquids denser than at the triple point are left to the general search above the critical pressure
         const bool dense = state.p > fluidConstants.PCRIT[1] && state.D > fluidConstants.DTPN[1];
-        for (const char* pair : {"PH", "PS", "PE", "HS"}) {
+        for (const char* pair : {"PH", "PS", "PE", "HS", "ES"}) {
+            // of the liquids of one entropy energy tells none under low pressure
+            if (pair[0] == 'E' && phaseOf(state.q) < 0 && state.p < 100.0) continue;
             SCOPED_TRACE(testing::Message() << pair << " of T " << state.T << " p " << state.p << " q " << state.q);
             const double a = state[pair[0]], b = state[pair[1]];
             const FlashState found = flash(pair, a, b, z);
@@ -106,6 +109,44 @@ TEST(ShortWayEdge, RefusalsOfTheRangeStay) {
     const FlashState ice = flash("PH", 400.0, 0.0, z);
     EXPECT_EQ(ice.ierr, byGeneralSearch("PH", 400.0, 0.0).ierr);
     EXPECT_NE(ice.ierr, 0);
+}
+
+// The equation of hydrogen has a negative heat capacity where the fluid would be solid, and with it a second, cold
+// state of every property under high pressure.
+TEST(ShortWayEdge, HydrogenUnderHighPressureIsNotAnsweredByItsUnstableState) {
+    ASSERT_EQ(test::setUp("HYDROGEN"), 0);
+    double worst = 0;
+    // [K, kPa] at three quarters of the pressure of freezing and less
+    for (const auto& [T, p] : {std::pair{60.0, 2.2e5},
+                               {91.5, 4.9e5},
+                               {113.7, 6.6e5},
+                               {200.0, 1.2e6},
+                               {435.0, 1.5e6},
+                               {435.0, 2e6},
+                               {990.0, 1.4e6},
+                               {990.0, 2e6}}) {
+        FlashState state = flash("TP", T, p, z);
+        ASSERT_EQ(state.ierr, 0);
+        for (const char* pair : {"PH", "PS", "PE"}) {
+            const FlashState found = flash(pair, p, state[pair[1]], z);
+            ASSERT_EQ(found.ierr, 0) << pair << " " << T << " " << found.herr.trimmed();
+            EXPECT_NEAR(found.T, T, 1e-9 * T) << pair << " " << p;
+            EXPECT_GT(found.cp, 0) << pair << " " << T;
+            worst = std::max(worst, std::abs(found.T / T - 1));
+        }
+    }
+    std::printf("temperatures of hydrogen come back to %.1e\n", worst);
+}
+
+// A search by pressure did not find this one.
+TEST(ShortWayEdge, AColdStateOfBothPhasesIsFoundByEnergyAndEntropy) {
+    ASSERT_EQ(test::setUp("ETHANE"), 0);
+    const FlashState state = flash("TQ", 99.5166215, 0.46, z);
+    ASSERT_EQ(state.ierr, 0);
+    const FlashState found = flash("ES", state.e, state.s, z);
+    ASSERT_EQ(found.ierr, 0) << found.herr.trimmed();
+    EXPECT_NEAR(found.T, state.T, 1e-8);
+    EXPECT_NEAR(found.q, state.q, 1e-9);
 }
 
 // States of both phases that a search by pressure does not find, since the liquid below them is colder than the limits.

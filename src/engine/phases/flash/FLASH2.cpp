@@ -827,8 +827,8 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     // find, and next to its critical point not found at all: it is solved on its isentrope at once.
     bool solved = false;
     bool byPressure = false;
-    if (icomp > 0 && !energy) {
-        const PureState state = flashPureAtEntropy(given, s, icomp, z, {Tc, Pc, Dc}, tmin, tmax, r);
+    if (icomp > 0) {
+        const PureState state = flashPureAtEntropy(energy ? 'E' : 'H', given, s, icomp, z, {Tc, Pc, Dc}, tmin, tmax, r);
         solved = state == PureState::bothPhases || (state == PureState::onePhase && accepted());
         byPressure = state == PureState::bothPhases;
     }

@@ -63,25 +63,46 @@ bool vaporOnIsobar(const Isobar& isobar, CaloricState& found) {
     return newtonOnIsobar(isobar.letter, isobar.p, isobar.b, isobar.z, found) && isobar.inside(found.T);
 }
 
+// True for a property that no liquid of the lowest temperature has more of; what is denser than the liquid at the
+// triple point may have less entropy or energy than the range of the property allows.
+bool isAboveColdLiquid(const Isobar& isobar) {
+    constexpr double pLow = 100.0;  // [kPa]
+    double D = 0.0;
+    int code = 0;
+    Text255 text;
+    TPRHO(isobar.limits.tmin, pLow, isobar.z, 1, 0, D, code, text);
+    return code == 0 && isobar.b >= isobar.valueAt(isobar.limits.tmin, D);
+}
+
 // A state above the critical pressure: from a liquid where the property is below that of the critical point, otherwise
-// from the gas on an isotherm somewhat above the critical one. Liquids denser than at the triple point may have less
-// entropy or energy than the range of the property allows.
+// from the gas on an isotherm somewhat above the critical one, and from ever hotter ones where that does not lead to
+// it. Equations that reach far beyond the melting line may have a negative heat capacity there, as that of hydrogen
+// below 40 K and above 200 MPa: the isobar has a second state with the same property, cold and unstable. From the hot
+// side Newton's method comes to the stable one, as the property is convex there.
 bool aboveCriticalPressure(const Isobar& isobar, CaloricState& found) {
-    constexpr double coldStart = 0.85, hotStart = 1.1;  // [Tc]
+    constexpr double coldStart = 0.85, hotStart = 1.1, hotter = 1.7;  // [Tc], [T]
     const CriticalPoint& critical = isobar.critical;
-    double D = 0.0, Dv = 0.0, T = coldStart * critical.T;
+    const auto leadsToIt = [&](double T, double D) {
+        found = caloricState(isobar.letter, T, D, isobar.z);
+        return newtonOnIsobar(isobar.letter, isobar.p, isobar.b, isobar.z, found) && isobar.inside(found.T) &&
+               found.D <= isobar.limits.Dmax &&
+               (found.D <= fluidConstants.DTPN[isobar.icomp] || isAboveColdLiquid(isobar));
+    };
     if (isobar.b < isobar.valueAt(critical.T, critical.D)) {
-        if (!densitiesByAncillaries(isobar.icomp, T, D, Dv)) return false;
-    } else {
+        double D = 0.0, Dv = 0.0;
+        const double T = coldStart * critical.T;
+        if (densitiesByAncillaries(isobar.icomp, T, D, Dv) && leadsToIt(T, D)) return true;
+    }
+    double T = hotStart * critical.T;
+    do {
+        double D = 0.0;
         int code = 0;
         Text255 text;
-        T = hotStart * critical.T;
         TPRHO(T, isobar.p, isobar.z, 2, 0, D, code, text);
-        if (code > 0) return false;
-    }
-    found = caloricState(isobar.letter, T, D, isobar.z);
-    return newtonOnIsobar(isobar.letter, isobar.p, isobar.b, isobar.z, found) && isobar.inside(found.T) &&
-           found.D <= fluidConstants.DTPN[isobar.icomp];
+        if (code <= 0 && leadsToIt(T, D)) return true;
+        T *= hotter;
+    } while (T < isobar.limits.tmax);
+    return false;
 }
 
 // True if a single phase lies on its side of the line.
@@ -162,24 +183,58 @@ struct SaturatedState {
         return sv > sl;
     }
     double share(double s) const { return (s - sl) / (sv - sl); }
-    double enthalpy(double s) const { return hl + line.T * (s - sl); }
-    // dh/dT along the isentrope
-    double slope(double s) const {
-        const double vl = 1 / line.Dl, vv = 1 / line.Dv;
-        return (vl + share(s) * (vv - vl)) * (sv - sl) / (vv - vl);
+    double volume(double s) const { return 1 / line.Dl + share(s) * (1 / line.Dv - 1 / line.Dl); }
+    // enthalpy or energy on the isentrope
+    double value(char letter, double s) const {
+        const double h = hl + line.T * (s - sl);
+        return letter == 'H' ? h : h - line.p * volume(s);
     }
+    // dh/dT along the isentrope
+    double slope(double s) const { return volume(s) * (sv - sl) / (1 / line.Dv - 1 / line.Dl); }
 };
 
-// The isentrope of the given enthalpy.
+// The slope of the value over temperature on the isentrope within both phases. That of energy, dh/dT over the
+// isentropic exponent, which is little above one, is taken from the last two temperatures once they are known.
+class IsentropeSlope {
+  public:
+    explicit IsentropeSlope(char letter) : letter_(letter) {}
+
+    double at(const SaturatedState& state, double s) {
+        if (letter_ == 'H') return state.slope(s);
+        const double T = state.line.T, value = state.value(letter_, s);
+        const double byLast = (value - lastValue_) / (T - lastT_);
+        const bool known = lastT_ > 0 && byLast > 0 && std::isfinite(byLast);
+        lastT_ = T;
+        lastValue_ = value;
+        return known ? byLast : state.slope(s) / usualExponent;
+    }
+
+  private:
+    static constexpr double usualExponent = 1.1;
+    char letter_;
+    double lastT_ = 0, lastValue_ = 0;
+};
+
+// The isentrope of the given enthalpy or energy.
 struct Isentrope {
-    double h, s;
+    char letter;
+    double given, s;
     const Composition& z;
     const CriticalPoint& critical;
     double tmin, tmax;
 
+    // As de = -p dv, the energy of a liquid under low pressure hardly tells it from others of its entropy.
+    bool hardlyTold(double p) const { return letter == 'E' && p < 100; }
+    double pressure(double T, double D) const {
+        double p = 0;
+        PRESS(T, D, z, p);
+        return p;
+    }
+
     // A stable single phase, from a state on its side.
     bool onePhase(double T, double D, FlashResult& r) const {
-        if (!newtonAtEnthalpyAndEntropy(h, s, z, T, D) || !(T >= tmin && T <= tmax)) return false;
+        if (!newtonAtEntropy(letter, given, s, z, T, D) || !(T >= tmin && T <= tmax)) return false;
+        if (D > critical.D && hardlyTold(pressure(T, D))) return false;
         if (T < critical.T) {
             SaturatedPair line;
             const SilentMessages quiet;
@@ -194,14 +249,17 @@ struct Isentrope {
 
 }  // namespace
 
-PureState flashPureAtEntropy(double h, double s, int icomp, const Composition& z, const CriticalPoint& critical,
-                             double tmin, double tmax, FlashResult& r) {
+PureState flashPureAtEntropy(char letter, double given, double s, int icomp, const Composition& z,
+                             const CriticalPoint& critical, double tmin, double tmax, FlashResult& r) {
     if (!pureNewtonControl.enabled || !hasPlainHelmholtzEnergy(icomp)) return PureState::none;
     constexpr int mostSteps = 25;
     constexpr double start = 0.8, besideCritical = 0.985, beyondCritical = 1.05;  // [Tc]
-    constexpr double lastStep = 1e-7;    // [T] after it the error is of the order of its square
+    // [T] after it the error is of the order of its square, or by the slope between two temperatures of its product
+    // with the step before
+    const double lastStep = letter == 'H' ? 1e-7 : 1e-9;
     constexpr double insideLine = 0.97;  // [T] a little colder than where the isentrope leaves the bubble line
-    const Isentrope isentrope{h, s, z, critical, tmin, tmax};
+    const Isentrope isentrope{letter, given, s, z, critical, tmin, tmax};
+    IsentropeSlope slope(letter);
     double lower = std::max(tmin, fluidConstants.TTPN[icomp]), upper = critical.T;
     double T = start * critical.T;
     if (!(T > lower)) T = 0.5 * (lower + upper);
@@ -222,6 +280,8 @@ PureState flashPureAtEntropy(double h, double s, int icomp, const Composition& z
             if (!std::exchange(vaporTried, true) && isentrope.onePhase(T, at.line.Dv, r)) return PureState::onePhase;
         } else {
             if (last) {
+                constexpr double trace = 1e-6;  // of vapor
+                if (q < trace && isentrope.hardlyTold(at.line.p)) return PureState::none;
                 r.T = T;
                 r.p = at.line.p;
                 r.Dl = at.line.Dl;
@@ -230,7 +290,7 @@ PureState flashPureAtEntropy(double h, double s, int icomp, const Composition& z
                 fillTwoPhase(T, r);
                 return PureState::bothPhases;
             }
-            const double missing = h - at.enthalpy(s), byT = missing / at.slope(s);
+            const double missing = given - at.value(letter, s), byT = missing / slope.at(at, s);
             (missing > 0 ? lower : upper) = T;
             next = T + byT;
             last = std::fabs(byT) < lastStep * T;

@@ -64,16 +64,16 @@ bool newtonOnIsobar(char letter, double p, double b, const Composition& z, Calor
     return false;
 }
 
-bool newtonAtEnthalpyAndEntropy(double h, double s, const Composition& z, double& T, double& D) {
+bool newtonAtEntropy(char letter, double given, double s, const Composition& z, double& T, double& D) {
     constexpr int mostSteps = 25;
     constexpr double lastStep = 1e-8, longestT = 0.2, longestDensity = 0.4;
     for (int step = 1; step <= mostSteps; ++step) {
-        const CaloricState byH = caloricState('H', T, D, z), byS = caloricState('S', T, D, z);
-        const double determinant = byH.valueT * byS.valueD - byH.valueD * byS.valueT;
-        if (!(byH.pD > 0.0 && byS.valueT > 0.0) || determinant == 0.0) return false;
-        const double missingH = h - byH.value, missingS = s - byS.value;
-        double byT = (missingH * byS.valueD - byH.valueD * missingS) / (determinant * T);
-        double byD = (byH.valueT * missingS - missingH * byS.valueT) / (determinant * D);
+        const CaloricState byB = caloricState(letter, T, D, z), byS = caloricState('S', T, D, z);
+        const double determinant = byB.valueT * byS.valueD - byB.valueD * byS.valueT;
+        if (!(byB.pD > 0.0 && byS.valueT > 0.0) || determinant == 0.0) return false;
+        const double missingB = given - byB.value, missingS = s - byS.value;
+        double byT = (missingB * byS.valueD - byB.valueD * missingS) / (determinant * T);
+        double byD = (byB.valueT * missingS - missingB * byS.valueT) / (determinant * D);
         if (!std::isfinite(byT) || !std::isfinite(byD)) return false;
         const bool done = std::fabs(byT) < lastStep && std::fabs(byD) < lastStep;
         const double part = 1.0 / std::max({1.0, std::fabs(byT) / longestT, std::fabs(byD) / longestDensity});

@@ -30,13 +30,14 @@ CaloricState caloricState(char letter, double T, double D, const Composition& z)
 //   Notes     The steps are limited; a state that is not stable against small changes ends the search.
 bool newtonOnIsobar(char letter, double p, double b, const Composition& z, CaloricState& here);
 
-// A single phase of a pure fluid at enthalpy and entropy.
-//   Given     h, s    [J/mol, J/(mol K)]
+// A single phase of a pure fluid at enthalpy or energy, and entropy.
+//   Given     letter  H or E
+//             given, s  [J/mol, J/(mol K)]
 //             z       as above
 //             T, D    the state to start from [K, mol/L]
 //   Returned  T, D    the state, to the rounding of both inputs
 //             (value) false: not found; T and D have no meaning
 //   Notes     The steps are limited; a state that is not stable against small changes ends the search.
-bool newtonAtEnthalpyAndEntropy(double h, double s, const Composition& z, double& T, double& D);
+bool newtonAtEntropy(char letter, double given, double s, const Composition& z, double& T, double& D);
 
 }  // namespace frigana
