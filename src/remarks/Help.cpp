@@ -31,8 +31,8 @@ constexpr Help helps[] = {
     {25, unusableReference},
     {26, unusableReference},
     {117,
-     "Nothing measured is known of a pair of these components, and no estimate serves with one of them. Mix others, or "
-     "leave that component out."},
+     "There are no parameters of a pair of these components, and no estimate serves with one of them. Mix others, leave "
+     "that component out, or add a record of published parameters to fluids/HMX.BNC."},
     {202239, "The exchanger has a drop on its liquid side but exchanges nothing. Ask for a fall of the liquid."},
     {202240, "The vapor side of the exchanger would get colder: it has a drop but takes up too little heat."},
     {204201, "The lower circuit has no heat left to pass on: its discharge line cools below the condenser's outlet."},
