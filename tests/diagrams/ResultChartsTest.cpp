@@ -292,6 +292,25 @@ std::string basicToml(const std::string& fluid, double evaporation, double conde
            std::to_string(condensation) + " K'\nsubcooling = '3 K'\n";
 }
 
+// Heat at 150 degC from 60 degC; the dew line of the upper fluid leans over.
+TEST(FurtherCharts, ACascadeThatGivesHeatAt150Degrees) {
+    const std::string efficiencies = "isentropic_efficiency = 0.72\nvolumetric_efficiency = 0.86\n";
+    const RunResult result = solveNamed(
+        "request = 'cascade'\n[high]\nfluid = 'R1336mzz(Z)'\n[high.evaporator]\nsuperheat = '25 "
+        "K'\n[high.compressor]\n" +
+        efficiencies +
+        "[high.condenser]\ntemperature = '150 degC'\nsubcooling = '3 K'\n[low]\nfluid = 'R1234ze(E)'\n"
+        "[low.evaporator]\ntemperature = '60 degC'\nsuperheat = '8 K'\n[low.compressor]\n"
+        "capacity.evaporator = '100 kW'\n" +
+        efficiencies +
+        "[low.condenser]\ntemperature = '95 degC'\nsubcooling = '1 K'\n"
+        "[intermediate]\ntemperature_difference = '5 K'\n");
+    for (const ChartKind kind : {ChartKind::ph, ChartKind::ts, ChartKind::hs}) {
+        SCOPED_TRACE(static_cast<int>(kind));
+        expectDrawn(result, kind);
+    }
+}
+
 // Every seventh blend that the program's own table does not have; tools/walk_charts draws all of them.
 TEST(FurtherCharts, BasicCyclesOfBlends) {
     for (const char* blend :
