@@ -138,6 +138,24 @@ TEST(ShortWayEdge, HydrogenUnderHighPressureIsNotAnsweredByItsUnstableState) {
     std::printf("temperatures of hydrogen come back to %.1e\n", worst);
 }
 
+// The equation of water begins at 251 K, that of ice melting under pressure; its vapor below the triple point's pressure
+// has no dew point there.
+TEST(ShortWayEdge, ThinWaterVaporIsFound) {
+    ASSERT_EQ(test::setUp("WATER"), 0);
+    for (const double p : {0.01, 0.3, 0.6}) {
+        for (const double T : {280.0, 350.0, 900.0}) {
+            FlashState state = flash("TP", T, p, z);
+            ASSERT_EQ(state.ierr, 0);
+            for (const char* pair : {"PH", "PS", "PE"}) {
+                const FlashState found = flash(pair, p, state[pair[1]], z);
+                ASSERT_EQ(found.ierr, 0) << pair << " " << p << " " << T << " " << found.herr.trimmed();
+                EXPECT_NEAR(found.T, T, 1e-7 * T) << pair << " " << p;
+                EXPECT_EQ(found.q, 998.0);
+            }
+        }
+    }
+}
+
 // A search by pressure did not find this one.
 TEST(ShortWayEdge, AColdStateOfBothPhasesIsFoundByEnergyAndEntropy) {
     ASSERT_EQ(test::setUp("ETHANE"), 0);

@@ -832,7 +832,8 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         saturationAtP(p, z, 2, dew);
         if (dew.ierr == 2) {
             belowTriplePressure = true;
-            saturationAtT(limits.tmin, z, 2, dew);
+            // The equation of water reaches below its triple point, where ice melts under pressure.
+            saturationAtT(std::max(limits.tmin, icomp > 0 ? fluidConstants.TTPN[icomp] : 0.0), z, 2, dew);
         }
     }
     if (dew.ierr > 0) {
