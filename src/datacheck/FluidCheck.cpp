@@ -18,6 +18,7 @@
 #include "PROP_SUB.h"
 #include "ReaderReport.h"
 #include "SAT_SUB.h"
+#include "SAT_SUB_EXPANSION.h"
 #include "SETUP.h"
 #include "TRNSP.h"
 #include "TextFile.h"
@@ -56,6 +57,18 @@ std::string_view words(const Text255& herr) {
     return trimRight(text.substr(0, text.find('\0')));
 }
 
+// For its time the saturation comes from the equation alone.
+class WithoutExpansions {
+  public:
+    WithoutExpansions() { expansionControl.enabled = false; }
+    ~WithoutExpansions() { expansionControl.enabled = enabled_; }
+    WithoutExpansions(const WithoutExpansions&) = delete;
+    WithoutExpansions& operator=(const WithoutExpansions&) = delete;
+
+  private:
+    const bool enabled_ = expansionControl.enabled;
+};
+
 // One fluid that is set up in slot 1.
 class Examination {
   public:
@@ -71,6 +84,7 @@ class Examination {
         surfaceTension();
         constants();
         solidLines();
+        expansions();
     }
 
   private:
@@ -449,6 +463,38 @@ class Examination {
         }
     }
 
+    // The file of expansions beside the fluid file.
+    void expansions() {
+        int unit = 12;
+        if (!openBesideFluid(1, ".SAT", unit)) return;
+        static ExpansionTable table;
+        const bool whole = readExpansions(unit, table);
+        closeUnit(unit);
+        if (!whole) return fail(FigureOf::expansions, 0.0, 0.0, "the file of expansions is damaged");
+        if (table.fingerprint != equationFingerprint(1))
+            return fail(FigureOf::expansions, 0.0, 0.0, "the file of expansions was made from another equation");
+        constexpr int states = 200;
+        Largest largest;
+        for (int k = 0; k <= states; ++k) {
+            const double T =
+                k < states ? table.lowestT + k * (table.highestT - table.lowestT) / states : table.highestT;
+            double p = 0.0, rhol = 0.0, rhov = 0.0;
+            if (!saturation(T, p, rhol, rhov)) return fail(FigureOf::expansions, T, 0.0, words(herr_));
+            // of the vapor, since that of a cold liquid drowns in the rounding of its density
+            PRESS(T, rhov, x_, p);
+            const ExpandedState byT = expandedAtT(table, T);
+            largest.take(percent(byT.p, p), T);
+            largest.take(percent(byT.rhol, rhol), T, rhol);
+            largest.take(percent(byT.rhov, rhov), T, rhov);
+            if (p < table.lowestP || p > table.highestP) continue;
+            const ExpandedState byP = expandedAtP(table, p);
+            largest.take(percent(byP.T, T), T);
+            largest.take(percent(byP.rhol, rhol), T, rhol);
+            largest.take(percent(byP.rhov, rhov), T, rhov);
+        }
+        give(FigureOf::expansions, largest);
+    }
+
     FluidReport& report_;
     Composition x_ = unitComposition(1);
     Largest jumps_[2];
@@ -516,6 +562,7 @@ void excuseKnown(FluidReport& report) {
 }  // namespace
 
 void checkFluid(std::string_view file, FluidReport& report) {
+    const WithoutExpansions byTheEquation;
     report = FluidReport{};
     report.file.assign(file);
     scanFluidFile(file, report.scan);

@@ -15,6 +15,7 @@
 #include "ReaderReport.h"
 #include "ReferenceState.h"
 #include "SAT_SUB.h"
+#include "SAT_SUB_EXPANSION.h"
 #include "SAT_SUB_HOTTEST.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SAT_SUB_SPLIT.h"
@@ -219,6 +220,7 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
                 herr.clear();
             }
         }
+        forgetExpansions();
         return;
     }
 
@@ -292,6 +294,8 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
 
     AMH2OR();
     for (int i = 1; i <= nc; ++i) SETPRCO(i);
+    // a calculation gets the same answers whatever was asked before it
+    forgetExpansions();
 }
 
 void SETUP0(int nc, const FixedText<10000>& hfld, const Text255& hfm, Text3& hrf, int& ierr, Text255& herr) {
@@ -402,6 +406,7 @@ void forgetSaturation() {
     resetSplitLiquids();
     resetSpinodalTables();
     resetSaturationExtrema();
+    forgetExpansions();
 }
 
 void RESETA() {

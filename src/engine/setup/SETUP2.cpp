@@ -538,6 +538,7 @@ void SETFLD(int icomp, SlotArray<Text255>& hfile, int& ierr, Text255& herr) {
             report(101, text, ierr, herr);
             return;
         }
+        noteFluidFile(icomp);
         complete = readHeader(f.unit, icomp, f.hcasn) && readSections(f, hfile, ierr, herr);
         rewindUnit(f.unit);
         closeUnit(f.unit);

@@ -9,6 +9,7 @@
 #include "Message.h"
 #include "ModelTags.h"
 #include "PhaseCheck.h"
+#include "SAT_SUB_EXPANSION.h"
 #include "SAT_SUB_HOTTEST.h"
 #include "SAT_SUB_LINES.h"
 #include "SAT_SUB_PURE.h"
@@ -207,6 +208,17 @@ void remember(SaturationMemo::State& memo, double input, double result, double r
     }
 }
 
+// The end of a call that the expansions of a pure fluid have answered.
+void settleExpanded(SaturationMemo::State& memo, double input, double result, double rhol, double rhov, int kph,
+                    int icomp, const Composition& x, Composition& xliq, Composition& xvap, Composition& savedX,
+                    Composition& savedLiquid, Composition& savedVapor, int& ierr, Text255& herr) {
+    RMIX(x);
+    ierr = 0;
+    remember(memo, input, result, rhol, rhov, kph, icomp, x, xliq, xvap, savedX, savedLiquid, savedVapor, herr);
+    xliq = savedLiquid;
+    xvap = savedVapor;
+}
+
 }  // namespace
 
 void SATT(double T, const Composition& x, int kph, double& p, double& rhol, double& rhov, Composition& xliq,
@@ -232,6 +244,12 @@ void solveSATT(Method method, double T, const Composition& x, int kph, double& p
         xvap = memo.XVSAVT;
         ierr = 0;
         herr.clear();
+        return;
+    }
+
+    if (icomp > 0 && (kph == bubblePoint || kph == dewPoint) && expansionAtTemperature(icomp, T, p, rhol, rhov)) {
+        settleExpanded(memo.atT, T, p, rhol, rhov, kph, icomp, x, xliq, xvap, memo.XSAVT, memo.XLSAVT, memo.XVSAVT,
+                       ierr, herr);
         return;
     }
 
@@ -370,6 +388,12 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
         xvap = memo.XVSAVP;
         ierr = 0;
         herr.clear();
+        return;
+    }
+
+    if (icomp > 0 && (kph == bubblePoint || kph == dewPoint) && expansionAtPressure(icomp, p, T, rhol, rhov)) {
+        settleExpanded(memo.atP, p, T, rhol, rhov, kph, icomp, x, xliq, xvap, memo.XSAVP, memo.XLSAVP, memo.XVSAVP,
+                       ierr, herr);
         return;
     }
 
