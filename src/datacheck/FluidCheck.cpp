@@ -9,6 +9,7 @@
 #include "DISPATCH.h"
 #include "DataCheck.h"
 #include "FluidConstants.h"
+#include "FluidFilePath.h"
 #include "FluidFiles.h"
 #include "LIMITS.h"
 #include "MELTING.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <filesystem>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -395,6 +396,49 @@ TEST_F(Copy, KnownDeviationHoldsUpToItsBound) {
     check(replaced(r32, "viscosity up to 12.0:", "viscosity up to 3.0:"));
     EXPECT_EQ(report_[FigureOf::viscosity].verdict, Verdict::outOfBound);
     EXPECT_FALSE(report_.clean);
+}
+
+TEST_F(Copy, ExpansionsAreHeldAgainstTheEquation) {
+    const std::string r32 = original("fluids/R32.FLD"), expansions = original("fluids/R32.SAT");
+    EXPECT_EQ(check(r32)[FigureOf::expansions].verdict, Verdict::absent);
+    EXPECT_TRUE(report_.clean) << said(report_);
+    put("fluids/BAD.SAT", expansions);
+    EXPECT_EQ(check(r32)[FigureOf::expansions].verdict, Verdict::clean);
+    EXPECT_GT(std::fabs(report_[FigureOf::expansions].value), 0.0);
+
+    check(changeIn("#EOS", "  0.047999894 ", "  0.047999895 ")(r32));
+    EXPECT_EQ(report_[FigureOf::expansions].verdict, Verdict::outOfBound);
+    EXPECT_TRUE(contains(said(report_), "made from another equation")) << said(report_);
+
+    put("fluids/BAD.SAT", expansions.substr(0, expansions.size() / 2));
+    EXPECT_TRUE(contains(said(check(r32)), "the file of expansions is damaged")) << said(report_);
+    EXPECT_FALSE(report_.clean);
+
+    // the constant of the first piece alone, by which it no longer meets the second, and of all pieces together
+    std::vector<std::string> lines;
+    std::istringstream all(expansions);
+    for (std::string line; std::getline(all, line);) lines.push_back(line);
+    int pieces = 0, order = 0;
+    std::istringstream(lines[5]) >> pieces >> order;
+    const auto raised = [&](int count) {
+        std::vector<std::string> changed = lines;
+        for (int piece = 0; piece < count; ++piece) {
+            std::istringstream numbers(lines[static_cast<std::size_t>(6 + piece * order)]);
+            double lnP = 0.0, rhol = 0.0, Z = 0.0;
+            numbers >> lnP >> rhol >> Z;
+            char text[100];
+            std::snprintf(text, sizeof text, "%.17g %.17g %.17g", lnP, rhol + 2e-9, Z);
+            changed[static_cast<std::size_t>(6 + piece * order)] = text;
+        }
+        std::string text;
+        for (const std::string& line : changed) text += line + '\n';
+        return text;
+    };
+    put("fluids/BAD.SAT", raised(1));
+    EXPECT_TRUE(contains(said(check(r32)), "the file of expansions is damaged")) << said(report_);
+    put("fluids/BAD.SAT", raised(pieces));
+    EXPECT_EQ(check(r32)[FigureOf::expansions].verdict, Verdict::outOfBound);
+    EXPECT_TRUE(report_[FigureOf::expansions].computed);
 }
 
 // A file may end anywhere, and its lines may come in any order.

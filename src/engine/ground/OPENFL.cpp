@@ -1,7 +1,5 @@
 #include "OPENFL.h"
 
-#include <algorithm>
-
 #include "FluidFiles.h"
 #include "Message.h"
 #include "TextFile.h"
@@ -86,16 +84,13 @@ struct OpenedFile {
 };
 struct {
     int count = 0;
-    int last = 0;  // number of the file that was opened last, 0 where it is not among them
     OpenedFile file[mostOpenedFiles];
-    SlotArray<int> ofSlot{};  // number of its fluid file, 0 unknown
 } opened;
 
 void remember(int iunit) {
-    opened.last = 0;
     if (opened.count == mostOpenedFiles) return;
     OpenedFile& file = opened.file[opened.count];
-    if (nativePath(unitPath(iunit), file.path) && fileStampAt(file.path, file.stamp)) opened.last = ++opened.count;
+    if (nativePath(unitPath(iunit), file.path) && fileStampAt(file.path, file.stamp)) ++opened.count;
 }
 
 // Opens what a search has come to, and remembers it.
@@ -108,25 +103,7 @@ bool opens(int iunit, const LongPath& path) {
 }  // namespace
 
 void forgetOpenedFiles() {
-    opened.count = opened.last = 0;
-    opened.ofSlot.fill(0);
-}
-
-void noteFluidFile(int icomp) {
-    opened.ofSlot[icomp] = opened.last;
-}
-
-bool openBesideFluid(int icomp, std::string_view extension, int& iunit) {
-    const int number = opened.ofSlot[icomp];
-    if (number == 0) return false;
-    const std::string_view path = opened.file[number - 1].path;
-    const auto period = path.rfind('.');
-    const std::string_view ending = path.substr(std::min(period, path.size()));
-    if (ending != ".FLD" && ending != ".fld") return false;
-    FixedText<longestPath> beside;
-    message(beside, path.substr(0, period), extension);
-    iunit = firstFreeUnit(iunit);
-    return openForReading(iunit, beside.trimmed());
+    opened.count = 0;
 }
 
 bool openedFilesChanged() {

@@ -28,17 +28,6 @@ void OPENFL(int& iunit, Text255& hfl, int i, int& ierr, Text255& herr);
 void forgetOpenedFiles();
 bool openedFilesChanged();
 
-// Remembers that what OPENFL opened last is the fluid file of a slot; with the other files it is forgotten.
-void noteFluidFile(int icomp);
-
-// Opens a file that stands beside the fluid file of a slot and bears its name.
-//   Given     icomp      component slot
-//             extension  in place of .FLD, with its period
-//             iunit      first unit number to try
-//   Returned  iunit      unit number that was free
-//             (value)    false: there is no such file, or none is known of the slot
-bool openBesideFluid(int icomp, std::string_view extension, int& iunit);
-
 // Gives hfilej the folder of hfilei.
 //   Given     hfilei  name of a file; nothing is done if it begins with BDATA or bdata, or has no folder
 //   Returned  hfilej  the folder of hfilei with its separator, followed by what hfilej held

@@ -10,6 +10,7 @@
 #include "CORE_QUI.h"
 #include "CORE_STN.h"
 #include "FluidConstants.h"
+#include "FluidFilePath.h"
 #include "FluidFiles.h"
 #include "Message.h"
 #include "ModelTags.h"
@@ -526,6 +527,7 @@ void SETFLD(int icomp, SlotArray<Text255>& hfile, int& ierr, Text255& herr) {
     }
 
     bool complete = true;
+    noteFluidFile(icomp, {});
     if (name.startsWith("BDATA") || name.startsWith("bdata")) {
         readBuiltIn(f, hfile, ierr, herr);
     } else {
@@ -538,7 +540,7 @@ void SETFLD(int icomp, SlotArray<Text255>& hfile, int& ierr, Text255& herr) {
             report(101, text, ierr, herr);
             return;
         }
-        noteFluidFile(icomp);
+        noteFluidFile(icomp, unitPath(f.unit));
         complete = readHeader(f.unit, icomp, f.hcasn) && readSections(f, hfile, ierr, herr);
         rewindUnit(f.unit);
         closeUnit(f.unit);

@@ -6,6 +6,8 @@
 #include "CountedAllocations.h"
 #include "FlashState.h"
 #include "PureFluid.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_EXPANSION.h"
 #include "TRNSP.h"
 
 namespace frigana {
@@ -72,6 +74,29 @@ TEST(Allocation, NoFlashOfAPureFluidTakesMemory) {
 
     EXPECT_EQ(flashes, 53);
     EXPECT_EQ(failures, 0);
+    EXPECT_EQ(allocations.load(), 0);
+}
+
+// The file of expansions is read in the midst of a calculation.
+TEST(Allocation, NoExpansionTakesMemory) {
+    ASSERT_LE(test::setUp("R134A"), 0);
+    const Composition z = unitComposition(1);
+    Composition x, y;
+    double p = 0, Dl = 0, Dv = 0;
+    int ierr = 0, failures = 0;
+    Text255 herr;
+    expansionControl.answered = 0;
+
+    counting = true;
+    allocations = 0;
+    for (int k = 0; k < statesBeforeExpansions + 10; ++k) {
+        SATT(200.0 + 0.5 * k, z, 1, p, Dl, Dv, x, y, ierr, herr);
+        failures += ierr > 0;
+    }
+    counting = false;
+
+    EXPECT_EQ(failures, 0);
+    EXPECT_GE(expansionControl.answered, 10);
     EXPECT_EQ(allocations.load(), 0);
 }
 

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "FluidConstants.h"
+#include "FluidFilePath.h"
 #include "ModelTags.h"
-#include "OPENFL.h"
 #include "SAT_SUB_PURE_NEWTON.h"
 #include "TextFile.h"
 
