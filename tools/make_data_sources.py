@@ -224,11 +224,10 @@ def main():
             "", "No fluid has a bubble-pressure ancillary (PL): each is a pure fluid with one saturation curve. "
             "A sublimation line is given for CO2 only. Of two correlations for one property with the same model tag a "
             "file can hold one; the former conductivity correlation of AMMONIA stands in the tables only.", "",
-            "Ammonia and water have no record: the program has the rule of R. Tillner-Roth and D. G. Friend, J. Phys. "
-            "Chem. Ref. Data 27 (1998) 63 (`TR1`), but the printed coefficients and check states of the paper were "
-            "not at hand. Nothing of the pair is estimated either, as no estimate serves with one of the two: a blend "
-            "of them is refused with code 117. [fluid-files.md](fluid-files.md#ammonia-and-water) tells how a record "
-            "is added.", "",
+            "Ammonia and water: the coefficients of R. Tillner-Roth and D. G. Friend (1998) were set down from memory and "
+            "proved by the check values of the IAPWS guideline G4-01, six pressures and three differences of the Helmholtz "
+            "energy, of which every printed digit is met with the pure equations of the paper, which AMMONIA and WATER have. "
+            "[fluid-files.md](fluid-files.md#ammonia-and-water) tells of their limits.", "",
             "The estimates of viscosity, conductivity and surface tension are marked in the fluid files by a source line "
             "`?Estimated: viscosity` and so on in the section of the default model.", "",
             "`data/refrigerants.json` holds designations, other names, safety classes, ozone depletion and global warming "

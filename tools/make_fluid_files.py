@@ -697,9 +697,7 @@ def mixture_parameter_file(pairs, functions, critical, known_estimates, fluids):
     out = ["HMX", " 1"]
     out += ["! Mixing parameters of binary pairs and departure functions. Made by tools/make_fluid_files.py.",
             "! KW: betaT, gammaT, betaV, gammaV, F, unused. LJ: zeta [K], xi [L/mol], F, powers of x_i and x_j, unused.",
-            "! TC1, VC1: coefficients of the critical lines [K], [L/mol].",
-            "! Ammonia + water has no record: the coefficients of R. Tillner-Roth and D. G. Friend, J. Phys. Chem. Ref. Data",
-            "! 27 (1998) 63, whose rule is TR1, were not at hand, and the pair cannot be estimated (code 117).", ""]
+            "! TR1: kT, kV, alpha, beta, gamma, unused. TC1, VC1: coefficients of the critical lines [K], [L/mol].", ""]
     for f in functions["functions"]:
         n = f["counts"]
         counts = [n[k] for k in ("n1", "c1", "f", "n2", "c2")]

@@ -40,15 +40,17 @@ bool isEstimated(int i, int j) {
            std::string_view::npos;
 }
 
-// The liquid of the lowest Gibbs energy in the plane that touches that of z, from one nearly pure in a component.
-//   Returned  (value)  true where it lies below that plane and is another liquid
+// Exchanges of a liquid nearly pure in a component by its fugacities, towards the liquid that lies furthest below the
+// plane that touches the Gibbs energy of z. Far from ideal blends swing about it: the distance itself tells of every
+// step.
+//   Returned  (value)  true where one of them lies below that plane and is another liquid
 bool findsOtherLiquid(double T, double p, const Composition& z, const Composition& feed, int component) {
     constexpr int mostExchanges = 60;
     constexpr double nearlyPure = 0.98, settled = 1e-8, below = 1e-5, otherFraction = 0.02, liquidPacking = 1.5;
     const int count = modelTags.NC;
     Composition w{};
     for (int i = 1; i <= count; ++i) w[i] = i == component ? nearlyPure : (1.0 - nearlyPure) / (count - 1);
-    double sum = 0.0, rho = 0.0, change = 1.0;
+    double rho = 0.0, change = 1.0;
     for (int pass = 1; pass <= mostExchanges && change > settled; ++pass) {
         int ierr = 0;
         Text255 herr;
@@ -56,10 +58,15 @@ bool findsOtherLiquid(double T, double p, const Composition& z, const Compositio
         TPRHO(T, p, w, liquidPhase, 0, rho, ierr, herr);
         if (ierr <= 0) FGCTY2(T, rho, w, fugacity, ierr, herr);
         if (ierr > 0) return false;
-        sum = 0.0;
-        for (int i = 1; i <= count; ++i)
-            if (fugacity[i] > 0.0) sum += next[i] = w[i] * feed[i] / fugacity[i];
+        double sum = 0.0, distance = 0.0, farthest = 0.0;  // over RT
+        for (int i = 1; i <= count; ++i) {
+            farthest = std::max(farthest, std::fabs(w[i] - z[i]));
+            if (!(fugacity[i] > 0.0)) continue;
+            sum += next[i] = w[i] * feed[i] / fugacity[i];
+            distance += w[i] * std::log(fugacity[i] / feed[i]);
+        }
         if (!(sum > 0.0)) return false;
+        if (distance < -below && farthest > otherFraction && packing(rho, w) > liquidPacking) return true;
         change = 0.0;
         for (int i = 1; i <= count; ++i) {
             next[i] /= sum;
@@ -67,9 +74,7 @@ bool findsOtherLiquid(double T, double p, const Composition& z, const Compositio
         }
         w = next;
     }
-    double farthest = 0.0;
-    for (int i = 1; i <= count; ++i) farthest = std::max(farthest, std::fabs(w[i] - z[i]));
-    return sum > 1.0 + below && farthest > otherFraction && packing(rho, w) > liquidPacking;
+    return false;
 }
 
 TransportAnswer transportOf(const Place& place) {

@@ -127,7 +127,7 @@ TEST_F(ChangedPair, ARuleThatTheFileDoesNotHaveIsRefused) {
     ASSERT_EQ(setUp({"R32", "R125"}), 0);
     const Told before = ask(1, 2);
     const double original = pressure(x);
-    for (const char* tag : {"LJ5", "KWZ", "LM1", "XYZ", "TR1"}) {
+    for (const char* tag : {"LJ5", "KWZ", "LM1", "XYZ", "TR2"}) {
         EXPECT_EQ(change(1, 2, tag, {{1.0, 0.9, 1.1, 1.2, 1.0, 0.5}}), -117) << tag;
         EXPECT_EQ(message(), "[SETKTV warning -117] mixing rule not found") << tag;
         for (const Told& after : {ask(1, 2), ask(2, 1)}) {

@@ -262,7 +262,7 @@ TEST(CriticalLine, IsThatOfEveryPairWithALine) {
     constexpr double from = 0.05, to = 0.95;
     constexpr int steps = 9;
     const MixingFile file = readMixingFile();
-    ASSERT_EQ(file.pairs.size(), 953u);
+    ASSERT_EQ(file.pairs.size(), 954u);
     EXPECT_EQ(file.beyond.size(), 51u);
     modelTags.IPRINTERR = 0;
     int lines = 0, without = 0, points = 0;
