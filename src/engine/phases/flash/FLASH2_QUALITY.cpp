@@ -275,32 +275,4 @@ void PQFLSH(double p, double q, const Composition& z, int kq, double& T, double&
     if (ierr <= 0) reportLimits("PQ", limits, r);
 }
 
-void TQFL2(double T, double q, const Composition& z, int kq, int ksat, double& pbub, double& pdew, double& Dlbub,
-           double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv, Composition& x,
-           Composition& y, int& ierr, Text255& herr) {
-    double Tbub = T;
-    double Tdew = T;
-    double Tsolved = T;
-    double qSolved = q;
-    ABFL2(T, q, z, kq, ksat, "TQ", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, Tsolved, p, Dl, Dv, x, y, qSolved,
-          ierr, herr);
-}
-
-void PQFL2(double p, double q, const Composition& z, int kq, int ksat, double& Tbub, double& Tdew, double& Dlbub,
-           double& Dvdew, Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x,
-           Composition& y, int& ierr, Text255& herr) {
-    double pbub = p;
-    double pdew = p;
-    double pSolved = p;
-    double qSolved = q;
-    ABFL2(p, q, z, kq, ksat, "PQ", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, qSolved,
-          ierr, herr);
-}
-
-void DQFL2(double D, double q, const Composition& z, int kq, double& T, double& p, double& Dl, double& Dv,
-           Composition& x, Composition& y, int& ierr, Text255& herr) {
-    double qSolved = q;
-    DBFL2(D, q, z, kq, "DQ", T, p, Dl, Dv, x, y, qSolved, ierr, herr);
-}
-
 }  // namespace frigana

@@ -490,14 +490,6 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
     reportLimits("TD", limitsAt(T, D, p, z), r);
 }
 
-void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
-           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv,
-           Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
-    double Tsolved = T;
-    ABFL2(T, D, z, 1, ksat, "TD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, Tsolved, p, Dl, Dv, x, y, q, ierr,
-          herr);
-}
-
 // ---------------------------------------------------------------------------------------------------------------
 // Given pressure and density.
 
@@ -612,20 +604,6 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
     }
 
     reportLimits("PD", limitsAt(T, D, p, z), r);
-}
-
-void PDFL1(double p, double D, const Composition& z, double& T, int& ierr, Text255& herr) {
-    double pSolved = p;
-    double DSolved = D;
-    ABFL1(p, D, z, 0, "PD", 0, 0, T, pSolved, DSolved, ierr, herr);
-}
-
-void PDFL2(double p, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
-           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv,
-           Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
-    double pSolved = p;
-    ABFL2(p, D, z, 1, ksat, "PD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, q, ierr,
-          herr);
 }
 
 // ---------------------------------------------------------------------------------------------------------------
@@ -934,77 +912,6 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     }
     fillTwoPhase(T, r);
     checkLimits();
-}
-
-void PHFLSH(double p, double h, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
-            Composition& y, double& q, double& e, double& s, double& cv, double& cp, double& w, int& ierr,
-            Text255& herr) {
-    double given = 0;
-    PBFLSH(p, h, z, "PH", T, D, Dl, Dv, x, y, q, e, given, s, cv, cp, w, ierr, herr);
-}
-
-void PSFLSH(double p, double s, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
-            Composition& y, double& q, double& e, double& h, double& cv, double& cp, double& w, int& ierr,
-            Text255& herr) {
-    double given = 0;
-    PBFLSH(p, s, z, "PS", T, D, Dl, Dv, x, y, q, e, h, given, cv, cp, w, ierr, herr);
-}
-
-void PEFLSH(double p, double e, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
-            Composition& y, double& q, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
-            Text255& herr) {
-    double given = 0;
-    PBFLSH(p, e, z, "PE", T, D, Dl, Dv, x, y, q, given, h, s, cv, cp, w, ierr, herr);
-}
-
-namespace {
-
-void singlePhaseAtPressure(std::string_view ab, double p, double b, const Composition& z, int kph, double& T, double& D,
-                           int& ierr, Text255& herr) {
-    double pSolved = p;
-    ABFL1(p, b, z, kph, ab, 0, 0, T, pSolved, D, ierr, herr);
-}
-
-void twoPhaseAtPressure(std::string_view ab, double p, double b, const Composition& z, int ksat, double& Tbub,
-                        double& Tdew, double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T,
-                        double& Dl, double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr) {
-    double pbub = p;
-    double pdew = p;
-    double pSolved = p;
-    ABFL2(p, b, z, 1, ksat, ab, Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, T, pSolved, Dl, Dv, x, y, q, ierr,
-          herr);
-}
-
-}  // namespace
-
-void PHFL1(double p, double h, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
-    singlePhaseAtPressure("PH", p, h, z, kph, T, D, ierr, herr);
-}
-
-void PSFL1(double p, double s, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
-    singlePhaseAtPressure("PS", p, s, z, kph, T, D, ierr, herr);
-}
-
-void PEFL1(double p, double e, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr) {
-    singlePhaseAtPressure("PE", p, e, z, kph, T, D, ierr, herr);
-}
-
-void PHFL2(double p, double h, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
-           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
-           double& q, int& ierr, Text255& herr) {
-    twoPhaseAtPressure("PH", p, h, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
-}
-
-void PSFL2(double p, double s, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
-           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
-           double& q, int& ierr, Text255& herr) {
-    twoPhaseAtPressure("PS", p, s, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
-}
-
-void PEFL2(double p, double e, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
-           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
-           double& q, int& ierr, Text255& herr) {
-    twoPhaseAtPressure("PE", p, e, z, ksat, Tbub, Tdew, Dlbub, Dvdew, ybub, xdew, T, Dl, Dv, x, y, q, ierr, herr);
 }
 
 }  // namespace frigana

@@ -22,7 +22,7 @@
 #pragma once
 
 #include "EngineLimits.h"
-#include "FLASH2_ITERATIONS.h"
+#include "FlashLetters.h"
 
 namespace frigana {
 
@@ -57,11 +57,6 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
 void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, double& Dv, Composition& x, Composition& y,
             double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr);
 
-// ABFL2 with the letters TD.
-void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
-           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& p, double& Dl, double& Dv,
-           Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
-
 // State at given pressure and density.
 //   Given     p, D, z
 //   Returned  T, Dl, Dv, x, y, q, e, h, s, cv, cp, w
@@ -72,58 +67,5 @@ void TDFL2(double T, double D, const Composition& z, int ksat, double& Tbub, dou
 //             from ABFL2 (mixtures)
 void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
             double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr);
-
-// ABFL1 and ABFL2 with the letters PD.
-void PDFL1(double p, double D, const Composition& z, double& T, int& ierr, Text255& herr);
-void PDFL2(double p, double D, const Composition& z, int ksat, double& Tbub, double& Tdew, double& pbub, double& pdew,
-           double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv,
-           Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
-
-// State at given pressure and enthalpy, entropy or energy: PBFLSH with the letters PH, PS, PE.
-void PHFLSH(double p, double h, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
-            Composition& y, double& q, double& e, double& s, double& cv, double& cp, double& w, int& ierr,
-            Text255& herr);
-void PSFLSH(double p, double s, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
-            Composition& y, double& q, double& e, double& h, double& cv, double& cp, double& w, int& ierr,
-            Text255& herr);
-void PEFLSH(double p, double e, const Composition& z, double& T, double& D, double& Dl, double& Dv, Composition& x,
-            Composition& y, double& q, double& h, double& s, double& cv, double& cp, double& w, int& ierr,
-            Text255& herr);
-
-// State at given pressure and the property that the second letter names.
-//   Given     p, z
-//             b       enthalpy, entropy or energy [J/mol, J/(mol K)]
-//             ab      "PH", "PS" or "PE"
-//   Returned  T, D, Dl, Dv, x, y, q, e, h, s, cv, cp, w
-//   Codes     from LIMITX  positive at the start: the critical state is returned; at the end: the result is kept
-//             240     no critical point
-//             241, 242  no bubble point, no dew point (the critical state is returned)
-//             247, 248  ABFL1
-//             249     b is outside the limits (the critical state is returned)
-//             250     solid, or solid and vapor
-//             from ABFL2 (mixtures)
-//   Notes     The lower limit of b is that of the liquid at the lowest temperature, at 100 kPa or at p, whichever is
-//             lower; the upper limit is that of the thin gas at 1.5 times the highest temperature. A vapor has the q
-//             998, a liquid below the critical pressure the q of its enthalpy (entropy, energy) on the scale of the
-//             saturated phases. A mixture without a bubble point at p is solved along the isobar by TPFLSH.
-void PBFLSH(double p, double b, const Composition& z, std::string_view ab, double& T, double& D, double& Dl, double& Dv,
-            Composition& x, Composition& y, double& q, double& e, double& h, double& s, double& cv, double& cp,
-            double& w, int& ierr, Text255& herr);
-
-// ABFL1 with the letters PH, PS, PE: single phase. kph as TPRHO; T > 0 is the start.
-void PHFL1(double p, double h, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr);
-void PSFL1(double p, double s, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr);
-void PEFL1(double p, double e, const Composition& z, int kph, double& T, double& D, int& ierr, Text255& herr);
-
-// ABFL2 with the letters PH, PS, PE: two phases.
-void PHFL2(double p, double h, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
-           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
-           double& q, int& ierr, Text255& herr);
-void PSFL2(double p, double s, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
-           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
-           double& q, int& ierr, Text255& herr);
-void PEFL2(double p, double e, const Composition& z, int ksat, double& Tbub, double& Tdew, double& Dlbub, double& Dvdew,
-           Composition& ybub, Composition& xdew, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
-           double& q, int& ierr, Text255& herr);
 
 }  // namespace frigana
