@@ -75,6 +75,70 @@ TEST(TwoConditions, OfAPureFluidAndOutsideTwoPhasesAreRefused) {
     EXPECT_EQ(pair.q, 0.5);
 }
 
+// Bubble and dew points at pressures where the simple estimates are too hot: equilibria with the pressure that SATT has
+// at their temperature, in order.
+TEST(LinesBesideTheCriticalPressure, AreFoundFromBelow) {
+    for (const char* name : {"R410A", "R407C", "R404A", "R448A", "R454C", "R455A"}) {
+        Composition z{};
+        ASSERT_TRUE(setUpBlend(name, z));
+        double Tc = 0, pc = 0, Dc = 0;
+        int ierr = 0;
+        Text255 herr;
+        CRITP(z, Tc, pc, Dc, ierr, herr);
+        for (const double share : {0.72, 0.85, 0.92, 0.97, 0.985}) {
+            SCOPED_TRACE(testing::Message() << name << ' ' << share);
+            double T[2] = {0, 0};
+            for (const int kph : {bubble, dew}) {
+                PhasePair pair;
+                pair.p = share * pc;
+                ASSERT_EQ(newtonOnLine(pair, z, kph + 2), OnLine::found);
+                TwoPhases state;
+                state.T = T[kph - bubble] = pair.T;
+                state.p = pair.p;
+                state.rhol = pair.Dl;
+                state.rhov = pair.Dv;
+                state.x = pair.x;
+                state.y = pair.y;
+                EXPECT_LT(disequilibrium(state), 1e-9);
+                const TwoPhases atT = atTemperature(pair.T, kph, z);
+                ASSERT_EQ(atT.ierr, 0) << words(atT.herr);
+                EXPECT_NEAR(atT.p / pair.p, 1, 1e-9);
+            }
+            EXPECT_LT(T[0], T[1]);
+        }
+    }
+}
+
+// Liquids up to the critical pressure, between the ends of their lines and it too: temperature from enthalpy and
+// entropy.
+TEST(LinesBesideTheCriticalPressure, DoNotStandInTheWayOfLiquids) {
+    double worst = 0;
+    for (const char* name : {"R410A", "R448A", "R455A"}) {
+        Composition z{};
+        ASSERT_TRUE(setUpBlend(name, z));
+        double Tc = 0, pc = 0, Dc = 0;
+        int ierr = 0;
+        Text255 herr;
+        CRITP(z, Tc, pc, Dc, ierr, herr);
+        for (const double share : {0.84, 0.92, 0.98, 0.992, 0.995, 0.999})
+            for (const double reduced : {0.7, 0.86, 0.9, 0.95}) {
+                SCOPED_TRACE(testing::Message() << name << ' ' << share << ' ' << reduced);
+                FlashState at = flash("TP", reduced * Tc, share * pc, z);
+                ASSERT_LE(at.ierr, 0);
+                ASSERT_FALSE(at.twoPhase());
+                for (const char* letters : {"PH", "PS"}) {
+                    const FlashState back = flash(letters, at.p, valueOf(letters[1], at), z);
+                    EXPECT_LE(back.ierr, 0) << words(back.herr);
+                    EXPECT_FALSE(back.twoPhase());
+                    // the search for one phase ends within 1e-8 of the enthalpy or entropy
+                    EXPECT_NEAR(back.T / at.T, 1, 3e-8) << letters;
+                    worst = std::max(worst, std::fabs(back.T / at.T - 1));
+                }
+            }
+    }
+    std::printf("largest deviation of a temperature %.1e\n", worst);
+}
+
 // Next to the hot end of R434A, below an estimate of the critical point that is 0.1 K too hot, no method finds a line,
 // and to see that takes long: it is seen once for a temperature.
 TEST(MissingLines, AreLookedForOnce) {

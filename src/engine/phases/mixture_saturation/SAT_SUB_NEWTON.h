@@ -24,13 +24,15 @@ namespace frigana {
 enum class NewtonEnd { found, failed, noDerivatives };
 NewtonEnd newtonEquilibrium(PhasePair& at, const Composition& z, int kph, int kguess, int& ierr, Text255& herr);
 
-// A bubble or dew point (kph 1 to 4) by newtonAtConditions, from the estimates of SATEST and of both densities.
-//   Given, returned  as newtonEquilibrium; true if it was found
-//   Notes     Below 0.9 Tc nearly always, in a third of the time of newtonEquilibrium. False above the critical
-//   pressure or
-//             temperature, and with the envelope splines, which know better starts. The last step stands in the place
-//             of the largest energy, as the residual norm of newtonEquilibrium.
-bool newtonOnLine(PhasePair& at, const Composition& z, int kph);
+// A bubble or dew point (kph 1 to 4) by newtonAtConditions, from the estimates of SATEST and of both densities; at a
+// pressure beside the critical one from a point of the line below it, drawn toward the critical point.
+//   Given, returned  as newtonEquilibrium
+//   Returned  (value) beyondEnd: the line ends below the pressure, where its phases have become nearly one
+//   Notes     Found nearly always below 0.9 Tc or 0.99 pc, in a third of the time of newtonEquilibrium. Unknown far above
+//             the critical pressure or temperature, and with the envelope splines, which know better starts. The last step
+//             stands in the place of the largest energy, as the residual norm of newtonEquilibrium.
+enum class OnLine { found, beyondEnd, unknown };
+OnLine newtonOnLine(PhasePair& at, const Composition& z, int kph);
 
 // A bubble or dew point (kph 1 to 4) that was not found from the simple start: from a start by exchanges of the
 // incipient composition, in the logarithms of the ratios (SATGV), and by a walk along the line from where the simple

@@ -349,28 +349,95 @@ bool newtonAtConditions(const Condition& a, const Condition& b, const Compositio
     return solve(a, b, z, state, lastStep);
 }
 
-bool newtonOnLine(PhasePair& at, const Composition& z, int kph) {
+namespace {
+
+// The share of the vapor on a line.
+double shareOf(int kph) {
+    return kph == 1 || kph == 3 ? 0.0 : 1.0;
+}
+
+// From the estimates of SATEST and of both densities; false above the temperature up to which they are good enough.
+bool fromEstimates(PhasePair& at, const Composition& z, int kph, const CriticalPoint& critical, double& lastStep) {
     constexpr double plain = 0.99;  // [Tc] nearer to the critical point the estimates are poor
-    const CriticalPoint critical = criticalPointOf(z);
-    const bool bubble = kph == 1 || kph == 3, givenT = kph <= 2;
-    if (saturationSpline.SPLINEREADY || (givenT ? at.T > plain * critical.T : at.p > critical.p)) return false;
+    const bool givenT = kph <= 2;
+    if (givenT ? at.T > plain * critical.T : at.p > critical.p) return false;
     PhasePair s = at;
     int code = 0;
     Text255 text;
     SATEST(kph, s.T, s.p, z, s.x, s.y, code, text);
     if (code > 0 || !(s.p > 0.0) || !(s.T > 0.0 && s.T < plain * critical.T)) return false;
-    s.q = bubble ? 0.0 : 1.0;
+    s.q = shareOf(kph);
     // a liquid a little too thin has no pressure at all, which leaves no fugacities to start from
     constexpr int liquidSide = -1, fromGuess = 1;
     s.Dl = liquidEstimate(s.T, s.x, critical);
     TPRHO(s.T, s.p, s.x, liquidSide, fromGuess, s.Dl, code, text);
     if (code > 0) return false;
     s.Dv = vaporEstimate(s.T, s.p, critical);
-    double lastStep = 0.0;
     if (!solve({givenT ? 'T' : 'P', givenT ? at.T : at.p}, {'Q', s.q}, z, s, lastStep)) return false;
-    saturationExtrema.highestEnergy.value = lastStep;
     at = s;
     return true;
+}
+
+// A line at a pressure beside the critical one: from a point of it at a lower pressure, drawn toward the critical
+// point. Temperature goes with the pressure, the densities and the logarithms of the ratios close with the exponent of
+// coexistence. Where the critical point of the estimate is too far from the end of the line, a walk along it.
+OnLine fromBelowCritical(PhasePair& at, const Composition& z, int kph, const CriticalPoint& critical,
+                         double& lastStep) {
+    constexpr double below = 0.7, sure = 0.9, highest = 1.1;  // pressures in those of the critical point
+    constexpr double exponent = 0.4;
+    constexpr double sameLine = 0.01;                          // of the temperature
+    constexpr double longestStep = 0.05, smallestStep = 5e-4;  // of the walk, in ln p
+    constexpr double nearlyOne = 1.25;                         // ratio of the densities where a line ends
+    constexpr int mostSteps = 25;
+    if (kph <= 2 || !(at.p > below * critical.p && at.p < highest * critical.p)) return OnLine::unknown;
+    PhasePair start;
+    start.p = below * critical.p;
+    if (!fromEstimates(start, z, kph, critical, lastStep)) return OnLine::unknown;
+    const auto drawnTo = [&](double p, PhasePair& s) {
+        const double left = (critical.p - p) / (critical.p - start.p), gap = std::pow(left, exponent);
+        s = start;
+        s.T = critical.T + left * (start.T - critical.T);
+        s.Dl = critical.D + gap * (start.Dl - critical.D);
+        s.Dv = critical.D + gap * (start.Dv - critical.D);
+        Composition& other = kph == 3 ? s.y : s.x;
+        for (int i = 1; i <= modelTags.NC; ++i)
+            if (z[i] > 0.0) other[i] = z[i] * std::pow(other[i] / z[i], gap);
+        normalize(other);
+        const double expected = s.T;
+        return solve({'P', p}, {'Q', s.q}, z, s, lastStep) && std::fabs(s.T - expected) < sameLine * expected;
+    };
+    PhasePair here;
+    if (at.p < critical.p && drawnTo(at.p, here)) {
+        at = here;
+        return OnLine::found;
+    }
+    if (at.p < sure * critical.p || !drawnTo(sure * critical.p, here)) return OnLine::unknown;
+    const auto onward = [&](double lnp, const PhasePair&, PhasePair& pair) {
+        const double expected = pair.T;
+        return solve({'P', std::exp(lnp)}, {'Q', pair.q}, z, pair, lastStep) &&
+               std::fabs(pair.T - expected) < sameLine * expected;
+    };
+    const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
+    const WalkEnd end =
+        walkLine({std::log(here.p), std::log(at.p), longestStep, smallestStep, mostSteps}, here, onward, seen);
+    if (end != WalkEnd::arrived) return here.Dl < nearlyOne * here.Dv ? OnLine::beyondEnd : OnLine::unknown;
+    const double p = at.p;
+    at = here;
+    at.p = p;
+    return OnLine::found;
+}
+
+}  // namespace
+
+OnLine newtonOnLine(PhasePair& at, const Composition& z, int kph) {
+    if (saturationSpline.SPLINEREADY) return OnLine::unknown;
+    const CriticalPoint critical = criticalPointOf(z);
+    double lastStep = 0.0;
+    const OnLine end = fromEstimates(at, z, kph, critical, lastStep)
+                           ? OnLine::found
+                           : fromBelowCritical(at, z, kph, critical, lastStep);
+    if (end == OnLine::found) saturationExtrema.highestEnergy.value = lastStep;
+    return end;
 }
 
 }  // namespace frigana

@@ -143,7 +143,7 @@ Line newtonAtT(double T, const Composition& z, int kph, const CriticalPoint& cri
     // method is not asked beyond it
     const bool hot = T > hotterThanUsual * critical.T;
     if (hot && !hotEndUnknown(z) && beyondSaturation(T, z, critical)) return Line::none;
-    if (!started && countedLine(pair, z, kph)) return Line::found;
+    if (!started && countedLine(pair, z, kph) == OnLine::found) return Line::found;
     const NewtonEnd end = countedNewton(pair, z, kph, 0, ierr, herr);
     if (end == NewtonEnd::noDerivatives) return Line::unknown;
     bool found = end == NewtonEnd::found;
@@ -485,13 +485,21 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
         PhasePair pair;
         pair.p = p;
         NewtonEnd end = NewtonEnd::noDerivatives;
-        if (method == Method::newton)
-            end = countedLine(pair, z, kph + 2) ? NewtonEnd::found : countedNewton(pair, z, kph + 2, 0, ierr, herr);
-        if (end == NewtonEnd::failed && newtonFromOtherStarts(pair, z, kph + 2, ierr, herr)) end = NewtonEnd::found;
+        OnLine line = OnLine::unknown;
+        if (method == Method::newton) line = countedLine(pair, z, kph + 2);
+        if (line == OnLine::found)
+            end = NewtonEnd::found;
+        else if (line == OnLine::beyondEnd)
+            end = NewtonEnd::failed;
+        else if (method == Method::newton)
+            end = countedNewton(pair, z, kph + 2, 0, ierr, herr);
+        if (end == NewtonEnd::failed && line == OnLine::unknown && newtonFromOtherStarts(pair, z, kph + 2, ierr, herr))
+            end = NewtonEnd::found;
         // Above the critical pressure Newton's methods find the line as far as there is one; to be sure that there is
         // none substitution takes a hundred times as long.
         constexpr double surelyBeyond = 1.01;
-        if (end == NewtonEnd::failed && p > surelyBeyond * critical.p)
+        if (line == OnLine::beyondEnd) pair = {critical.T, p, critical.D, critical.D, 0, z, z};
+        if (end == NewtonEnd::failed && (line == OnLine::beyondEnd || p > surelyBeyond * critical.p))
             notConvergedAtPressure(148, p, ierr, herr);
         else if (end != NewtonEnd::found)
             lineBySubstitution(method, pair, z, kph + 2, false, critical, Dmax, 0.7 * tmin, ierr, herr);

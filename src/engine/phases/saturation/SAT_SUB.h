@@ -113,7 +113,7 @@ struct SaturationCounts {
 extern SaturationCounts saturationCounts;
 
 // newtonOnLine and newtonEquilibrium, counted; the one that fails is followed by the other.
-bool countedLine(PhasePair& at, const Composition& z, int kph);
+OnLine countedLine(PhasePair& at, const Composition& z, int kph);
 NewtonEnd countedNewton(PhasePair& at, const Composition& z, int kph, int kguess, int& ierr, Text255& herr);
 
 // Forgets the memorised saturation states (part of RESETA).

@@ -18,10 +18,10 @@ namespace frigana {
 
 SaturationCounts saturationCounts;
 
-bool countedLine(PhasePair& at, const Composition& z, int kph) {
-    const bool found = newtonOnLine(at, z, kph);
-    if (found) ++saturationCounts.calls;
-    return found;
+OnLine countedLine(PhasePair& at, const Composition& z, int kph) {
+    const OnLine end = newtonOnLine(at, z, kph);
+    if (end == OnLine::found) ++saturationCounts.calls;
+    return end;
 }
 
 NewtonEnd countedNewton(PhasePair& at, const Composition& z, int kph, int kguess, int& ierr, Text255& herr) {
