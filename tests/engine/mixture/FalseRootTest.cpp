@@ -466,6 +466,46 @@ TEST(FalseRoot, StatesBetweenCriticalAndHighestTemperatureAreOnePhaseOrTwo) {
     }
 }
 
+// Below their upper line these lose a few parts in a million of RT by falling apart, and the exchanges that tell it are
+// slow.
+TEST(FalseRoot, FeedsThatAreBarelyUnstableAreTwoPhases) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"R23", 0.5}, {"BUTANE", 0.5}}, z));
+    struct Row {
+        double T, p;  // [K, kPa]
+    };
+    for (const Row& row : {Row{373.9976, 7285.56}, Row{374.8, 7280.0}, Row{375.5826, 7270.99}}) {
+        SCOPED_TRACE(row.T);
+        const test::FlashState f = test::flash("TP", row.T, row.p, z);
+        EXPECT_TRUE(f.twoPhase());
+        EXPECT_TRUE(trueState(f, row.T, row.p, z));
+    }
+}
+
+// At a pressure above the ends of both lines there is one phase at any temperature, and a search that has walked to the
+// end says so.
+TEST(FalseRoot, NoLineStandsAtAPressureAboveItsEnd) {
+    Composition z{};
+    ASSERT_TRUE(setUpBlend("R407C", z));
+    double Tc, pc, Dc;
+    int ierr = 0;
+    Text255 herr;
+    CRITP(z, Tc, pc, Dc, ierr, herr);
+    const double p = 1.006 * pc;
+    for (const int kph : {bubble, dew}) {
+        PhasePair pair;
+        pair.p = p;
+        EXPECT_EQ(newtonOnLine(pair, z, kph + 2), OnLine::beyondEnd);
+        EXPECT_EQ(atPressure(p, kph, z).ierr, 148);
+    }
+    for (const double T : {Tc - 4.0, Tc - 1.0, Tc, Tc + 0.2, Tc + 1.0}) {
+        SCOPED_TRACE(T);
+        const test::FlashState f = test::flash("TP", T, p, z);
+        EXPECT_FALSE(f.twoPhase());
+        EXPECT_TRUE(trueState(f, T, p, z));
+    }
+}
+
 // Above the critical temperature a mixture has two dew points. The one that is reached from low pressure is the answer;
 // its pressure rises with temperature, and below it the vapor is stable.
 TEST(FalseRoot, DewPointAboveTheCriticalTemperatureIsTheLowerOne) {

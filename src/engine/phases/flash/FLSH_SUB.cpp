@@ -17,7 +17,6 @@
 #include "PhaseCheck.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_HOTTEST.h"
-#include "SAT_SUB_NEWTON.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -134,30 +133,6 @@ bool twoPhasesAtTP(double T, double p, const Composition& z, const CriticalPoint
     return true;
 }
 
-// Two phases at p, followed up from the dew point at the same temperature.
-bool fromDewPoint(double T, double p, const Composition& z, const SaturatedPair& dew, FlashResult& r) {
-    constexpr double firstStep = 0.2, smallestStep = 1e-3;  // of the way
-    constexpr int mostSteps = 60;
-    PhasePair here = pairOf(dew, 1);
-    const auto solve = [&](double done, const PhasePair& last, PhasePair& pair) {
-        pair = last;
-        pair.T = T;
-        pair.p = dew.p + done * (p - dew.p);
-        return newtonEquilibrium(pair, z, 0, 1, r.ierr, r.herr) == NewtonEnd::found && pair.q > 0 && pair.q < 1;
-    };
-    const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
-    if (walkLine({0, 1, firstStep, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived) return false;
-    r.Dl = here.Dl;
-    r.Dv = here.Dv;
-    r.x = here.x;
-    r.y = here.y;
-    r.q = here.q;
-    r.ierr = 0;
-    r.herr.clear();
-    fillTwoPhase(T, r);
-    return true;
-}
-
 constexpr int longStabilityTest = 60;      // exchanges
 constexpr double besideBubbleLine = 1.01;  // times its pressure
 
@@ -195,7 +170,7 @@ bool solveByStability(double T, double p, const Composition& z, const CriticalPo
         r.q = isVapor ? share : 1 - share;
         if (twoPhasesAtTP(T, p, z, critical, r) && r.q > 0 && r.q < 1) return true;
     }
-    return dew.ierr <= 0 && p > dew.p && fromDewPoint(T, p, z, dew, r);
+    return false;
 }
 
 // True if a pressure of a pure fluid lies between the end of its equation's saturation line and its critical pressure,
