@@ -20,7 +20,8 @@ namespace frigana {
 //             247     no density
 //             248     not converged in 200 passes
 //   Notes     Secant on density (first letter T) or temperature (P, S) with a relative tolerance of 1e-8, inside a
-//             bracket as soon as there is one; once a step has left the bracket, by false position.
+//             bracket as soon as there is one; once a step has left the bracket, by false position, from pass 20 on by
+//             turns with its middle.
 void ABFL1(double a, double b, const Composition& z, int kph, std::string_view ab, double Dmin, double Dmax, double& T,
            double& p, double& D, int& ierr, Text255& herr);
 
@@ -64,9 +65,10 @@ void DBFL1(double D, double b, const Composition& z, std::string_view ab, double
 //             ab      second letter H, S, E or Q
 //   Returned  T, p, Dl, Dv, x, y, q
 //   Codes     those of ABFL2, whose text names D in place of T
-//   Notes     The secant of a mixture stops within 0.0001 mol/L of D. A pure fluid, and a mixture further from D than
-//             1e-8 of it, is then solved along its isochore to 1e-12 of b, also where the secant fails, as beside a
-//             maximum of the saturated vapor's enthalpy.
+//   Notes     A pure fluid is solved along its isochore to 1e-12 of b, also beside a maximum of the saturated vapor's
+//             enthalpy, and a mixture at a molar share by Newton's method; the secant follows where these fail. That of
+//             a mixture stops within 1e-8 of D, or at its end within 0.0001 mol/L. A mixture of little vapor may have
+//             two temperatures of the same density and share, one of which is returned.
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
 

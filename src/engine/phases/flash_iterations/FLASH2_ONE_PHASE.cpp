@@ -20,7 +20,7 @@ namespace {
 // ---------------------------------------------------------------------------------------------------------------
 // Single phase.
 
-constexpr int mostPasses = 200;
+constexpr int mostPasses = 200, usualPasses = 20;
 constexpr double longestStep = 0.25;  // of the last value
 
 // What the passes of ABFL1 share.
@@ -142,19 +142,6 @@ double refinedDensity(char letter, double T, double D, double b, const Compositi
     return D;
 }
 
-// Density between the ends of a bracket, by halving it; false if the property jumps there.
-bool bisectDensity(char letter, double T, double b, const Composition& z, double tolerance, RootBracket bracket,
-                   double& D) {
-    constexpr int mostHalvings = 60;
-    for (int step = 1; step <= mostHalvings; ++step) {
-        D = bracket.middle();
-        const double F = b - propertyByLetter(letter, T, D, z);
-        if (std::abs(F) < tolerance) return true;
-        bracket.takeLast(D, F);
-    }
-    return false;
-}
-
 void reportSinglePhase(std::string_view ab, int code, char unknown, double X, double F, const Text255& inner, int& ierr,
                        Text255& herr) {
     ierr = code;
@@ -262,7 +249,9 @@ void ABFL1(double a, double b, const Composition& z, int kph, std::string_view a
             if (bracket.closed()) {
                 const double allowance = pass > 100 ? 1.0 : 1.01;
                 if (falsePosition || !(next <= bracket.upper() * allowance && next >= bracket.lower() / allowance)) {
-                    next = bracket.falsePosition();
+                    // where the property bends strongly, false position keeps one end of the bracket for ever
+                    const bool slow = pass > usualPasses && pass % 2 == 0;
+                    next = slow ? bracket.middle() : bracket.falsePosition();
                     falsePosition = true;
                 }
             }
@@ -279,12 +268,6 @@ void ABFL1(double a, double b, const Composition& z, int kph, std::string_view a
         secant.before = secant.now;
         secant.fBefore = secant.fNow;
         secant.now = next;
-    }
-    // A property that bends strongly over density keeps one end of the bracket for ever: halve it instead.
-    if (givenT && bracket.closed() && bisectDensity(search.second, T, b, z, tolerance * scale, bracket, D)) {
-        D = refinedDensity(search.second, T, D, b, z);
-        PRESS(T, D, z, p);
-        return;
     }
     reportSinglePhase(ab, 248, unknown, secant.now, F, inner, ierr, herr);
 }

@@ -401,35 +401,20 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
 
 namespace {
 
-// A two-phase state at T and D, and a property of it by its letter; Q is the share of the vapor.
-bool stateOnIsochore(double T, double D, const Composition& z, int icomp, PhasePair& s) {
-    const SilentMessages quiet;
-    SaturatedPair line;
-    if (icomp > 0) {
-        saturationAtT(T, z, 2, line);
-        if (line.ierr > 0 || !(line.Dl > line.Dv)) return false;
-        s = pairOf(line, volumeQuality(D, line.Dl, line.Dv));
-        return true;
-    }
-    double Tbub = T, Tdew = T, pbub = 0, pdew = 0, Dlbub = 0, Dvdew = 0;
-    Composition ybub{}, xdew{};
-    int ierr = 0;
-    Text255 herr;
-    ABFL2(T, D, z, 1, 0, "TD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, s.T, s.p, s.Dl, s.Dv, s.x, s.y, s.q,
-          ierr, herr);
-    return ierr <= 0;
-}
-
-// Two-phase state on its isochore: between the lowest temperature and the saturation temperature of D the property
-// rises steadily with T, since the heat capacity at constant volume is positive. The share of the vapor does so too
-// where D is a vapor's at saturation.
+// Two-phase state of a pure fluid on its isochore: between the lowest temperature and the saturation temperature of D
+// the property rises steadily with T, since the heat capacity at constant volume is positive. The share of the vapor
+// does so too where D is a vapor's at saturation.
 //   Given     top  the saturated state of D, or the critical temperature alone
-bool solveOnIsochore(double D, double b, char letter, const Composition& z, int icomp, double tmin,
-                     const PhasePair& top, PhasePair& s) {
+bool solveOnIsochore(double D, double b, char letter, const Composition& z, double tmin, const PhasePair& top,
+                     PhasePair& s) {
     constexpr int mostSteps = 100;
     const double closest = 1e-12 * std::max(1.0, std::abs(b));
     const auto residual = [&](double T, double& F) {
-        if (!stateOnIsochore(T, D, z, icomp, s)) return false;
+        const SilentMessages quiet;
+        SaturatedPair line;
+        saturationAtT(T, z, 2, line);
+        if (line.ierr > 0 || !(line.Dl > line.Dv)) return false;
+        s = pairOf(line, volumeQuality(D, line.Dl, line.Dv));
         F = (letter == 'Q'
                  ? s.q
                  : (1 - s.q) * propertyByLetter(letter, T, s.Dl, s.x) + s.q * propertyByLetter(letter, T, s.Dv, s.y)) -
@@ -454,6 +439,23 @@ bool solveOnIsochore(double D, double b, char letter, const Composition& z, int 
     return true;
 }
 
+// Two-phase state of a mixture at a density and a share of the vapor, by Newton's method from a state of this share.
+bool solveAtShare(double D, double q, const Composition& z, double tmin, double Tc, PhasePair& s) {
+    if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected() || !(q >= 0 && q <= 1)) return false;
+    const SilentMessages quiet;
+    for (const double part : {1.0 / 3, 2.0 / 3, 0.9}) {
+        const double T = tmin + part * (Tc - tmin);
+        double Tbub = T, Tdew = T, pbub = 0, pdew = 0, Dlbub = 0, Dvdew = 0;
+        Composition ybub{}, xdew{};
+        int ierr = 0;
+        Text255 herr;
+        ABFL2(T, q, z, 1, 0, "TQ", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, s.T, s.p, s.Dl, s.Dv, s.x, s.y,
+              s.q, ierr, herr);
+        if (ierr <= 0 && newtonAtConditions({'D', D}, {'Q', q}, z, s) && s.T > tmin) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
@@ -469,19 +471,9 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
     ierr = 0;
     herr.clear();
 
-    const EosLimits limits = limitsAt(-1, D, 0, z);
-    const double tmin = limits.tmin;
-    PhasePair top;
-    top.T = criticalPointOf(z).T;
-    SaturatedPair line;
-    int kr = 0;
-    SATD(D, z, 0, kr, line.T, line.p, line.Dl, line.Dv, line.x, line.y, line.ierr, line.herr);
-    if (line.ierr <= 0 && line.T > tmin) top = pairOf(line, kr == liquidLine ? 0 : 1);
-    const double Ttop = top.T;
-
+    const double tmin = limitsAt(-1, D, 0, z).tmin, Tc = criticalPointOf(z).T;
     PhasePair found;
-    if (!isPseudoPure(icomp) && !(letter == 'Q' && kq == 2) &&
-        solveOnIsochore(D, b, letter, z, icomp, tmin, top, found)) {
+    const auto take = [&] {
         T = found.T;
         p = found.p;
         Dl = found.Dl;
@@ -489,8 +481,19 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         x = found.x;
         y = found.y;
         q = found.q;
-        return;
-    }
+    };
+    if (icomp == 0 && letter == 'Q' && kq != 2 && solveAtShare(D, b, z, tmin, Tc, found)) return take();
+
+    PhasePair top;
+    top.T = Tc;
+    SaturatedPair line;
+    int kr = 0;
+    SATD(D, z, 0, kr, line.T, line.p, line.Dl, line.Dv, line.x, line.y, line.ierr, line.herr);
+    if (line.ierr <= 0 && line.T > tmin) top = pairOf(line, kr == liquidLine ? 0 : 1);
+    const double Ttop = top.T;
+    if (icomp > 0 && !isPseudoPure(icomp) && !(letter == 'Q' && kq == 2) &&
+        solveOnIsochore(D, b, letter, z, tmin, top, found))
+        return take();
 
     // Secant on T; a temperature at which b is outside the two-phase range narrows the search instead.
     SaturatedPair bubble;
