@@ -565,5 +565,30 @@ TEST(FalseRoot, FlashesBetweenTheTrueAndTheEstimatedCriticalPressure) {
     }
 }
 
+// The isochore of a cold liquid passes the pressure again between the spinodals, 48 K below.
+TEST(FalseRoot, ALiquidAtPressureAndDensityIsNoneBetweenTheSpinodals) {
+    Composition z{};
+    ASSERT_TRUE(setUpMixture({{"PROPYLEN", 0.90023}, {"R143A", 0.03319}, {"R23", 0.06658}}, z));
+    constexpr double p = 3.473283;
+    const TwoPhases line = atPressure(p, bubble, z);
+    ASSERT_EQ(line.ierr, 0) << words(line.herr);
+    double expands = 0.0, yields = 0.0;
+    DPDT(line.T, line.rhol, z, expands);
+    DPDD(line.T, line.rhol, z, yields);
+    const double expansion = expands / (line.rhol * yields);  // [1/K] of the liquid at the bubble point
+    for (const double denser : {1e-12, 1e-6, 1e-3, 2e-2}) {
+        const double D = line.rhol * (1.0 + denser);
+        const frigana::test::FlashState state = frigana::test::flash("PD", p, D, z);
+        ASSERT_EQ(state.ierr, 0) << words(state.herr);
+        double slope = 0.0;
+        DPDD(state.T, D, z, slope);
+        EXPECT_GT(slope, 0.0) << denser;
+        EXPECT_LE(state.T, line.T * (1.0 + 1e-9));
+        EXPECT_NEAR(state.T, line.T - denser / expansion, 0.05 * denser / expansion + 1e-6) << denser;
+        // pressure is resolved to the rounding of density
+        EXPECT_NEAR(pressure(state.T, D, z), p, 2e-9 * D * slope) << denser;
+    }
+}
+
 }  // namespace
 }  // namespace frigana::equilibria

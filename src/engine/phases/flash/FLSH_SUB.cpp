@@ -468,6 +468,17 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
 // ---------------------------------------------------------------------------------------------------------------
 // Given pressure and density.
 
+namespace {
+
+// On the isochore of a cold liquid the pressure has a second root, colder, where it falls with density.
+bool insideSpinodal(double T, double D, const Composition& z) {
+    double slope = 0;
+    DPDD(T, D, z, slope);
+    return !(slope > 0);
+}
+
+}  // namespace
+
 void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, double& Dv, Composition& x, Composition& y,
             double& q, double& e, double& h, double& s, double& cv, double& cp, double& w, int& ierr, Text255& herr) {
     double bulk = D;
@@ -554,6 +565,13 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
             }
             if (D > bubble.Dl) {
                 if (!singlePhase(213, "liquid density iteration did not converge:  ")) return;
+                if (icomp == 0 && insideSpinodal(T, D, z) &&
+                    !solveOnIsobar(p, D, 'D', z, limits.tmin, bubble.T * (1 + 1e-9), T, r)) {
+                    noState(r);
+                    T = 0;
+                    reportError("PD", 213, "liquid density iteration did not converge:  ", Text255{}, ierr, herr);
+                    return;
+                }
                 q = volumeQuality(D, bubble.Dl, dew.Dv);
             } else {
                 double pSolved = p;
