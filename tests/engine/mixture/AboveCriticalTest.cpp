@@ -191,5 +191,39 @@ std::string nameOf(const testing::TestParamInfo<Blend>& info) {
 }
 INSTANTIATE_TEST_SUITE_P(Blends, AboveCritical, testing::ValuesIn(blends), nameOf);
 
+// Where the hottest state of both phases is colder than the estimate of the critical temperature there are no lines,
+// and every isotherm holds one phase.
+TEST(BelowTheEstimate, OnePhaseIsFoundAtATemperatureWithoutLines) {
+    constexpr struct {
+        const char* blend;
+        double T;
+    } rows[] = {{"R422A", 343.78763}, {"R417B", 347.71221}, {"R422E", 355.1178}};
+    for (const auto& row : rows) {
+        // by the critical lines of the pairs, without the point that the file states
+        Composition z{};
+        FileNames files{};
+        Text3 reference{"DEF"};
+        int nc = 0, ierr = 0;
+        Text255 herr;
+        SETPATH(frigana::test::dataFolder);
+        SETMIX(Text255(std::string(row.blend) + ".MIX"), Text255("HMX.BNC"), reference, nc, files, z, ierr, herr);
+        ASSERT_LE(ierr, 0);
+        const Critical c = critical(z);
+        ASSERT_LT(row.T, c.T);
+        ASSERT_EQ(atTemperature(row.T, dew, z).ierr, 128);
+        for (const double share : {0.01, 0.43, 0.96, 1.2}) {
+            FlashState state = flash("TP", row.T, share * c.p, z);
+            ASSERT_EQ(state.ierr, 0);
+            for (const char* pair : {"TH", "TS", "TE"}) {
+                SCOPED_TRACE(testing::Message() << row.blend << ' ' << pair << ' ' << share);
+                const FlashState found = flash(pair, row.T, state[pair[1]], z);
+                ASSERT_EQ(found.ierr, 0) << words(found.herr);
+                EXPECT_NEAR(found.D / state.D, 1.0, 1e-6);
+                EXPECT_EQ(found.q, state.q);
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace frigana::equilibria

@@ -103,7 +103,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     // Values at the bounds belong to the range.
     const double rounding = 1e-9 * std::max(1.0, std::abs(b));
     double Dtop = 0;
-    if (T >= critical.T) {
+    const auto aboveTheLines = [&] {
         if (!topDensity(Dtop)) Dtop = limits.Dmax;
         const double topValue = value(Dtop);
         double lower = thinDensity;
@@ -139,6 +139,9 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         }
         ierr = warning;
         herr = warningText;
+    };
+    if (T >= critical.T) {
+        aboveTheLines();
         return;
     }
 
@@ -155,7 +158,13 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
                solveOnIsotherm(T, b, letter, z, 1.5 * critical.p, p, r);
     };
     if (dew.ierr > 0) {
-        if (!onIsotherm()) saturationFailed(dew);
+        // The estimate of a mixture's critical temperature may lie above its hottest one.
+        const bool noLines = icomp == 0 && modelTags.HEOS == "HMX" && !mayBeTwoPhase(T, 0, z, critical);
+        if (noLines) {
+            aboveTheLines();
+        } else if (!onIsotherm()) {
+            saturationFailed(dew);
+        }
         return;
     }
     const double dewValue = value(dew.Dv);
