@@ -92,6 +92,26 @@ TEST(DispatchCodes, bothOutOfRangeJoinTheirWarnings) {
               "correlations are out of range; will use the ECS model.");
 }
 
+// Of the words on the limits those from the 39th to the 168th letter are told.
+TEST(DispatchCodes, aLongReasonIsCutAtItsEnd) {
+    ASSERT_EQ(setUp("NITROGEN"), 0);  // so that the limits come from the file again
+    ASSERT_EQ(setUp("R134A"), 0);
+    fluidConstants.TXTCX[1] = 250.0;
+    fluidConstants.DXTCX[1] = 0.05;
+    double tmin, tmax, Dmax, pmax;
+    int code = 0;
+    Text255 limit;
+    LIMITX("TCX", 320.0, 0.1, 0.0, unitComposition(1), tmin, tmax, Dmax, pmax, code, limit);
+    const std::string reason(limit.trimmed());
+    ASSERT_GT(reason.size(), 169u) << reason;
+    ASSERT_NE(reason[168], ' ') << "the letter behind the last one told";
+    EXPECT_EQ(
+        transport(320.0, 0.1).message,
+        "[TRNPRP warning -33] one or more inputs to the thermal conductivity correlation are out of range; results "
+        "may be in error; " +
+            reason.substr(38, 130));
+}
+
 TEST(DispatchCodes, aViscosityOutOfRangeIsComputedAndItsWarningForgotten) {
     ASSERT_EQ(setUp("NITROGEN"), 0);  // so that the limits come from the file again
     ASSERT_EQ(setUp("R134A"), 0);
@@ -312,6 +332,8 @@ TEST(CollisionIntegral, theTagSelectsTheForm) {
     EXPECT_EQ(OMEGA(5, 600.0, 300.0, "CI3"), 1.0);
     // no molecule: logarithm and ratio are replaced
     EXPECT_EQ(OMEGA(5, 600.0, 0.0, "CI0"), 1.0);
+    EXPECT_EQ(OMEGA(5, 600.0, 1e-20, "CI0"), 1.0);
+    EXPECT_LT(OMEGA(5, 600.0, 1.005e-20, "CI0"), 0.1);  // the gas of nearly no attraction
     EXPECT_DOUBLE_EQ(OMEGA(5, 600.0, 0.0, "CI1"), std::exp(0.5));
     EXPECT_DOUBLE_EQ(OMEGA(5, 300.0, 300.0, "CI1"), std::exp(0.5));
     EXPECT_DOUBLE_EQ(OMEGA(5, 0.0, 300.0, "CI2"), 1.0 / (0.25 + 1.5 - 0.5));
