@@ -352,13 +352,62 @@ TEST_F(TransportOfMixtures, twoComponentsObeyTheClosedSolution) {
     EXPECT_NEAR(ETAMIX(T, of(x1)) / closed, 1.0, 2e-4);  // 0.3203 is rounded
 }
 
+// Each side of a pair corrects its own share y of the viscosity, which is their sum, by 1 + w (d1 + w (d2 w - d1 -
+// d2)).
 TEST_F(TransportOfMixtures, aPairCorrectionEntersAtBothSides) {
     ASSERT_EQ(setUp({"NITROGEN", "PROPANE"}), 0);
     neutralPairs();
     const double plain = ETAMIX(300.0, of(0.4));
-    for (auto& [i, j] : {std::pair{1, 2}, std::pair{2, 1}}) mixingParameters.pair[i][j].XDIJ = 0.1;
-    EXPECT_GT(ETAMIX(300.0, of(0.4)), 1.01 * plain);
+    const auto shareOf = [&](int i, int j, double w, double d1, double d2) {
+        neutralPairs();
+        mixingParameters.pair[i][j].XDIJ = d1;
+        mixingParameters.pair[i][j].XDIJ2 = d2;
+        return (ETAMIX(300.0, of(0.4)) - plain) / (w * (d1 + w * (d2 * w - d1 - d2)));
+    };
+    const double first = shareOf(1, 2, 0.4, 0.1, 0.0), second = shareOf(2, 1, 0.6, 0.1, 0.0);
+    EXPECT_NEAR(first + second, plain, 1e-12 * plain);
+    EXPECT_GT(first, 0.1 * plain);
+    EXPECT_GT(second, 0.1 * plain);
+    for (const auto& [d1, d2] : {std::pair{0.0, 0.3}, {-0.2, 0.1}, {0.3, 0.3}}) {
+        EXPECT_NEAR(shareOf(1, 2, 0.4, d1, d2), first, 1e-12 * plain) << d1 << ' ' << d2;
+        EXPECT_NEAR(shareOf(2, 1, 0.6, d1, d2), second, 1e-12 * plain) << d1 << ' ' << d2;
+    }
+    for (const int i : {1, 2}) mixingParameters.pair[i][3 - i].XDIJ = 0.1;
     EXPECT_NEAR(ETAMIX(300.0, unitComposition(1)) / ETAMIX(300.0, of(1.0)), 1.0, 1e-15);
+}
+
+// A fluid mixed with itself is that fluid, but for the estimate of the pair in the equation of state. A correction of
+// transport between its halves has a closed form: the share of unlike pairs goes with sqrt(1 - k) (1 - l)^(4/3).
+TEST_F(TransportOfMixtures, aCorrectionBetweenTheHalvesOfAFluidHasAClosedForm) {
+    ASSERT_EQ(setUp({"R134A", "R134A"}), -117);  // an estimate
+    neutralPairs();
+    const double T = 300.0, D = 12.0, first = 0.3, unlike = 2.0 * first * (1.0 - first);
+    MixingPair& pair = mixingParameters.pair[1][2];
+    struct Values {
+        double eta = 0.0, tcx = 0.0;
+    };
+    // One of the two at a time: the enhancement of the conductivity has the viscosity in it.
+    const auto corrected = [&](bool viscosity, double k, double l) {
+        neutralPairs();
+        (viscosity ? pair.XKIJ : pair.XKIJK) = k;
+        (viscosity ? pair.XLIJ : pair.XLIJK) = l;
+        Values values;
+        int ierr = 0;
+        Text255 herr;
+        TRNECS(T, D, of(first), values.eta, values.tcx, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        return values;
+    };
+    const TransportPoint pure = transport(T, D);
+    const Values plain = corrected(true, 0.0, 0.0), likeOnly = corrected(false, 0.0, 1.0);
+    EXPECT_NEAR(plain.eta / pure.eta, 1.0, 0.002);
+    EXPECT_NEAR(plain.tcx / pure.tcx, 1.0, 0.005);
+    const double gas = ETAMIX(T, of(first)), dense = (plain.tcx - likeOnly.tcx) / unlike;
+    for (const auto& [k, l] : {std::pair{0.1, 0.0}, {0.0, 0.1}, {-0.2, 0.05}, {0.3, -0.4}}) {
+        const double change = unlike * (std::sqrt(1.0 - k) * std::pow(1.0 - l, 4.0 / 3.0) - 1.0);
+        EXPECT_NEAR(corrected(true, k, l).eta, plain.eta + (plain.eta - gas) * change, 1e-12 * plain.eta) << k << l;
+        EXPECT_NEAR(corrected(false, k, l).tcx, plain.tcx + dense * change, 1e-12 * plain.tcx) << k << ' ' << l;
+    }
 }
 
 TEST_F(TransportOfMixtures, theLimitOfAComponentIsThePureFluid) {
