@@ -73,6 +73,28 @@ TEST_F(Mixture, DerivativesBelongTogether) {
     }
 }
 
+// The departure of the whole is that of its pairs, warm and cold, thin and far beyond the densities of a liquid, where
+// a term is too small for a quotient by it.
+TEST_F(Mixture, DeparturesOfThePairsAddUpAndHoldTheirDerivatives) {
+    ASSERT_EQ(modelTags.NC, 2);
+    for (const double tau : {0.4, 0.99, 1.01, 1.4})
+        for (const double del : {1e-6, 0.3, 2.0, 4.0, 8.0}) {
+            for (int itau = 0; itau <= 3; ++itau)
+                for (int idel = 0; idel <= 3; ++idel)
+                    EXPECT_EQ(sumOfDepartures(itau, idel, tau, del, x, 0.0), PHIMIX(1, 2, itau, idel, tau, del, x));
+            const auto first = [&](double at) { return PHIMIX(1, 2, 0, 1, at, del, x); };
+            const double cross = PHIMIX(1, 2, 1, 1, tau, del, x);
+            EXPECT_NEAR(cross, tau * slope(first, tau, 1e-3 * tau), 1e-7 * (std::fabs(cross) + std::fabs(first(tau))));
+        }
+    for (const auto& [tau, del] : {std::pair{0.0, 1.0}, {-1.0, 1.0}, {1.0, 1e-10}, {1.0, -1.0}}) {
+        EXPECT_EQ(sumOfDepartures(0, 0, tau, del, x, 0.0), 0.0) << tau << ' ' << del;
+        EXPECT_EQ(PHIMIX(1, 2, 0, 0, tau, del, x), 0.0) << tau << ' ' << del;
+    }
+    EXPECT_NE(PHIMIX(1, 2, 0, 0, 1.0, 1.001e-10, x), 0.0);
+    for (const auto& [itau, idel] : {std::pair{-1, 0}, {0, -1}, {4, 0}, {0, 4}})
+        EXPECT_EQ(sumOfDepartures(itau, idel, 1.1, 1.0, x, 0.0), 0.0) << itau << ' ' << idel;
+}
+
 TEST_F(Mixture, ChemicalPotentialsAddUpToTheGibbsEnergy) {
     for (const double rho : {0.2, 13.0}) {
         Composition u;

@@ -283,6 +283,30 @@ TEST_F(TransportSection, scalesItsMoleculeByTheReferenceWhereTheFlagSaysSo) {
     EXPECT_NEAR(ecsTransport[1].SIGTRN, ecsTransport[0].SIGTRN * std::cbrt(state.D / 15.0), 1e-12);
 }
 
+// The enhancement of a fluid under corresponding states: without a cutoff of its own the universal one of 0.5 nm.
+TEST(CrossoverUnderCorrespondingStates, hasAUniversalCutoff) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    modelTags.HTCXCR[1] = "NUL";
+    ASSERT_EQ(modelTags.HTCXCRECS[1], "TK6");
+    double& cutoff = conductivityTerms[1].correspondingStates.CTCK[7].c;
+    const double given = cutoff;
+    const auto enhancement = [&](double of) {
+        cutoff = of;
+        double tcx = 0.0;
+        int ierr = 0;
+        Text255 herr;
+        TCXM1C(unitComposition(1), 1.02 * fluidConstants.TCRIT[1], fluidConstants.DCRIT[1], tcx, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        return tcx;
+    };
+    const double universal = enhancement(5e-10);
+    EXPECT_GT(universal, 1e-3);
+    for (const double none : {0.0, -1.0}) EXPECT_NEAR(enhancement(none) / universal, 1.0, 1e-14) << none;
+    EXPECT_LT(enhancement(5.05e-10) / universal, 0.9999);
+    cutoff = given;
+    modelTags.LFORCESETUP = true;
+}
+
 // ---------------------------------------------------------------------------------------------------- mixtures
 
 class TransportOfMixtures : public testing::Test {
