@@ -8,8 +8,8 @@
 // its disequilibrium. A state of a flash differs where code, text or phase are others, or temperature by more than
 // 1e-8, or where the short way meets its inputs less well than the iterations and than the rounding. Exit status 1 if
 // states differ.
-//   --expansions  compares the expansions of the saturation with Newton's method instead: at the temperature that was
-//             given or found, densities and the vapor's pressure; a state differs by more than 4e-12
+//   --expansions  compares the expansions of the saturation with Newton's method instead: densities, and
+//             pressure or temperature; a state differs by more than 4e-12
 //   --states  random states of every fluid and question (1000)
 //   --list    prints the states that differ
 #include <algorithm>
@@ -348,7 +348,7 @@ long compareExpansions(const std::string& name, const Options& options) {
     const double coldest = std::max(tmin, fluidConstants.TTPN[1]);
     const double lowest = std::max(saturation(true, coldest, true).p, fluidConstants.PTPN[1]);
     for (int k = 0; k < statesBeforeExpansions; ++k) saturation(true, (0.8 + 5e-5 * k) * Tc, true);
-    constexpr double same = 1e-12, bound = 4e-12;
+    constexpr double same = 1e-12, bound = 4e-12, step = 1e-4;
     long expanded = 0, off = 0, differ = 0;
     double worst = 0;
     for (long k = 0; k < options.states; ++k) {
@@ -360,13 +360,19 @@ long compareExpansions(const std::string& name, const Options& options) {
         if (expansionControl.answered == before) continue;
         ++expanded;
         expansionControl.enabled = false;
-        saturation(true, 0.5 * (line.T + Tc), true);  // the equation would take two temperatures close by for one
+        // first beside, since the equation would take two temperatures close by for one
+        const Line neighbour = saturation(true, line.T * (1 + step), true);
         Line newton = saturation(true, line.T, true);
         expansionControl.enabled = true;
         // the pressure of a cold liquid drowns in the rounding of its density
         PRESS(newton.T, newton.Dv, z, newton.p);
-        const double by = std::max(
-            {std::abs(line.Dl / newton.Dl - 1), std::abs(line.Dv / newton.Dv - 1), std::abs(line.p / newton.p - 1)});
+        double ofPressure = std::abs(line.p / newton.p - 1), ofVapor = std::abs(line.Dv / newton.Dv - 1);
+        if (!atTemperature) {
+            // the pressure was given: what it is off at the temperature is one of that, and the vapor follows it
+            ofPressure /= std::abs(std::log(neighbour.p / newton.p)) / step;
+            ofVapor = std::abs(line.Dv / newton.Dv * (newton.p / line.p) - 1);
+        }
+        const double by = std::max({std::abs(line.Dl / newton.Dl - 1), ofVapor, ofPressure});
         worst = std::max(worst, by);
         off += by > same;
         differ += !(by <= bound);

@@ -68,7 +68,7 @@ inline constexpr FigureKind figureKinds[] = {
     {"acentric factor", "omega", "-", 0.002, "of the header, less -1 - lg(p/pc) of the equation at 0.7 Tc"},
     {"melting", "pmelt", "kPa", 1.0, "melting line at the triple point, less the equation's constant"},
     {"sublimation", "psub", "%", 1.0, "sublimation line at the triple point against the equation's constant"},
-    {"expansions", "SAT", "%", 1e-9, "pressure and densities of the file of expansions, against the equation"},
+    {"expansions", "SAT", "1e-12", 10.0, "pressure and densities of the file of expansions, against the equation"},
 };
 static_assert(std::size(figureKinds) == figureCount);
 

@@ -476,6 +476,7 @@ class Examination {
             return fail(FigureOf::expansions, 0.0, 0.0, "the file of expansions was made from another equation");
         constexpr int states = 200;
         Largest largest;
+        const auto parts = [](double value, double reference) { return 1e12 * (value / reference - 1.0); };
         for (int k = 0; k <= states; ++k) {
             const double T =
                 k < states ? table.lowestT + k * (table.highestT - table.lowestT) / states : table.highestT;
@@ -484,14 +485,14 @@ class Examination {
             // of the vapor, since that of a cold liquid drowns in the rounding of its density
             PRESS(T, rhov, x_, p);
             const ExpandedState byT = expandedAtT(table, T);
-            largest.take(percent(byT.p, p), T);
-            largest.take(percent(byT.rhol, rhol), T, rhol);
-            largest.take(percent(byT.rhov, rhov), T, rhov);
+            largest.take(parts(byT.p, p), T);
+            largest.take(parts(byT.rhol, rhol), T, rhol);
+            largest.take(parts(byT.rhov, rhov), T, rhov);
             if (p < table.lowestP || p > table.highestP) continue;
             const ExpandedState byP = expandedAtP(table, p);
-            largest.take(percent(byP.T, T), T);
-            largest.take(percent(byP.rhol, rhol), T, rhol);
-            largest.take(percent(byP.rhov, rhov), T, rhov);
+            largest.take(parts(byP.T, T), T);
+            largest.take(parts(byP.rhol, rhol), T, rhol);
+            largest.take(parts(byP.rhov, rhov), T, rhov);
         }
         give(FigureOf::expansions, largest);
     }
