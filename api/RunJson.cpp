@@ -37,7 +37,7 @@ JsonAnswer runJson(std::string_view body, const RunRules& rules) {
         catalogue::readNamed(body, rules.format, catalogue::FluidNames::of(rules.dataFolder), blends);
     if (!named.problems.empty()) return refusal("bad_request", named.problems);
     if (!rules.mayStore && studies::storesInInstallation(*named.request))
-        return refusal("not_here", {{0, "The server stores nothing."}});
+        return refusal("not_here", {{0, "Nothing is stored here."}});
     if (named.runs.size() > rules.mostPoints)
         return refusal("too_many_points", {{0, "A request has at most " + std::to_string(rules.mostPoints) +
                                                    " points; a study has more."}});

@@ -1,9 +1,9 @@
 #include "CaseFile.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
+#include "NumberText.h"
 #include "Tree.h"
 #include "Units.h"
 
@@ -18,7 +18,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 bool isNumber(std::string_view text, double& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, error] = fromText(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size() && std::isfinite(number);
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "Pool.h"
+#include "Answer.h"
 #include "Study.h"
 
 namespace frigana::studies {

@@ -3,7 +3,6 @@
 #include <poll.h>
 #include <sys/wait.h>
 
-#include <array>
 #include <csignal>
 #include <cstring>
 
@@ -57,12 +56,6 @@ std::string placesIn(std::string_view said) {
 }
 
 }  // namespace
-
-std::string_view nameOf(End end) {
-    constexpr std::array names = {"done",      "threw",     "died",    "too slow", "out of memory",
-                                  "too large", "cancelled", "stopped", "no worker"};
-    return names[static_cast<std::size_t>(end)];
-}
 
 Pool::Pool(Calculation calculate, int workers, const Limits& limits)
     : limits_(limits), keeper_(calculate, workers, limits), workers_(static_cast<std::size_t>(workers)) {

@@ -21,6 +21,10 @@ namespace frigana {
 inline std::to_chars_result toText(char* first, char* last, double value, std::chars_format form, int decimals) {
     return std::to_chars(first, last, value, form, decimals);
 }
+// The shortest text that is read as the same number.
+inline std::to_chars_result toText(char* first, char* last, double value) {
+    return std::to_chars(first, last, value);
+}
 inline std::from_chars_result fromText(const char* first, const char* last, double& value) {
     return std::from_chars(first, last, value);
 }
@@ -33,6 +37,20 @@ inline std::to_chars_result toText(char* first, char* last, double value, std::c
     const int length = std::snprintf(first, static_cast<std::size_t>(last - first), pattern, decimals, value);
     if (length < 0 || length >= last - first) return {last, std::errc::value_too_large};
     return {first + length, {}};
+}
+// Of the shortest digits that are read as the same number, the shorter of both forms.
+inline std::to_chars_result toText(char* first, char* last, double value) {
+    constexpr int mostDigits = 17;
+    char text[32];
+    int digits = 0;
+    do std::snprintf(text, sizeof text, "%.*e", digits, value);
+    while (std::strtod(text, nullptr) != value && ++digits < mostDigits);
+    const char* const exponent = std::strchr(text, 'e');
+    const int decimals = exponent == nullptr ? 0 : std::max(0, digits - std::atoi(exponent + 1));
+    const int plain = std::snprintf(nullptr, 0, "%.*f", decimals, value);
+    if (exponent != nullptr && plain > static_cast<int>(std::strlen(text)))
+        return toText(first, last, value, std::chars_format::scientific, digits);
+    return toText(first, last, value, std::chars_format::fixed, decimals);
 }
 // The text has the form of a number, without a sign in front but a minus.
 inline std::from_chars_result fromText(const char* first, const char* last, double& value) {

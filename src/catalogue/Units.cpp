@@ -1,9 +1,10 @@
 #include "Units.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
+
+#include "NumberText.h"
 
 namespace frigana::catalogue {
 
@@ -330,9 +331,8 @@ constexpr int keptDigits = 14;
 double roundedToDecimals(double value) {
     if (!std::isfinite(value)) return value;
     char field[40];
-    const auto [end, error] =
-        std::to_chars(field, field + sizeof field, value, std::chars_format::scientific, keptDigits - 1);
-    if (error == std::errc()) std::from_chars(field, end, value);
+    const auto [end, error] = toText(field, field + sizeof field, value, std::chars_format::scientific, keptDigits - 1);
+    if (error == std::errc()) fromText(field, end, value);
     return value;
 }
 
@@ -375,7 +375,7 @@ Parsed parseQuantity(std::string_view text, Quantity quantity, const Unit* plain
     if (number.empty()) return fail("has a comma that may be the decimal one or may not; write a point");
     const char* first = number.data() + (number.front() == '+' ? 1 : 0);
     const char* last = number.data() + number.size();
-    const auto [stop, error] = std::from_chars(first, last, parsed.value);
+    const auto [stop, error] = fromText(first, last, parsed.value);
     if (error != std::errc() || stop != last) return fail("is not a number with a unit; write " + sample(quantity));
 
     const std::string_view unitText = trimmed(text.substr(end));
@@ -400,7 +400,7 @@ Parsed parseQuantity(std::string_view text, Quantity quantity, const Unit* plain
 
 std::string numberText(double number) {
     char field[40];
-    const auto [end, error] = std::to_chars(field, field + sizeof field, number);
+    const auto [end, error] = toText(field, field + sizeof field, number);
     return error == std::errc() ? std::string(field, end) : "?";
 }
 

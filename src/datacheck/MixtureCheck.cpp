@@ -51,10 +51,8 @@ class ParameterScan {
         : unit_(unit), file_(file), fluids_(fluids), report_(report) {}
 
     void run() {
-        Text3 model;
         if (!next() || line_.slice(1, 3) != "HMX") return fault(report_.faults, 1, "the first line is not HMX");
         bool inPairs = false, ended = false;
-        Text255 before;
         while (!ended && next()) {
             const std::string_view key = line_.slice(2, 4);
             const bool heading = line_[1] == '#' || line_[1] == '@';
