@@ -7,6 +7,7 @@ import { LinesView } from "./lines";
 import { Units } from "./numbers";
 import { isCycle } from "./request";
 import { RequestView } from "./requestview";
+import { keepOffline, ownCalculation } from "./engine/browser";
 import { ServerCalculation } from "./server";
 import { addressOf, stateIn, Store, views, withRequest, type State, type View } from "./state";
 import type { UnitSystem } from "./types";
@@ -142,7 +143,9 @@ function hearDrops(app: App): void {
 
 async function start(): Promise<void> {
   setTheme(remembered("theme") ?? "system");
-  const calculation = new ServerCalculation();
+  // Where the calculation is, the document says: behind a server, beside the page, or inside of it.
+  const where = document.documentElement.dataset.calculation;
+  const calculation = where ? ownCalculation(where) : new ServerCalculation();
   const notice = make("div", { class: "notice", role: "status", "aria-live": "polite" });
   const varied = { key: "", from: "", to: "", count: "" };
   const units = (["SI", "metric", "imperial"] as const).find((one) => one === remembered("units")) ?? "metric";
@@ -194,6 +197,7 @@ async function start(): Promise<void> {
   hearKeys(app);
   hearDrops(app);
   show(store.state);
+  if (where === "beside") keepOffline();
 }
 
 void start();

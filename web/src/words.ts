@@ -4,7 +4,7 @@ import { english, type Word } from "./words/en";
 const languages: Record<string, Partial<Record<Word, string>>> = { en: english };
 
 function chosen(): Partial<Record<Word, string>> {
-  for (const language of navigator.languages ?? []) {
+  for (const language of globalThis.navigator?.languages ?? []) {
     const table = languages[language.slice(0, 2)];
     if (table) return table;
   }

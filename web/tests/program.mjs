@@ -1,13 +1,15 @@
-// The program as a server, and as the command that the page is compared with.
+// Where the page is: with the program as a server, or alone with its module; and the program as the command that it is
+// compared with.
 import { execFileSync, spawn } from "node:child_process";
-import { mkdtempSync, readdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { existsSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
+import { createServer } from "node:http";
 import { tmpdir } from "node:os";
-import { dirname, join } from "node:path";
-import { fileURLToPath } from "node:url";
+import { dirname, extname, join } from "node:path";
+import { fileURLToPath, pathToFileURL } from "node:url";
 
 const tree = join(dirname(fileURLToPath(import.meta.url)), "../..");
-const program = process.env.FRIGANA_PROGRAM ?? join(tree, "build/release/bin/frigana");
-const data = join(tree, "data");
+export const program = process.env.FRIGANA_PROGRAM ?? join(tree, "build/release/bin/frigana");
+export const data = join(tree, "data");
 export const examples = join(tree, "examples");
 export const folder = mkdtempSync(join(tmpdir(), "frigana-page-"));
 process.on("exit", () => rmSync(folder, { recursive: true, force: true }));
@@ -46,6 +48,42 @@ export class Served {
     }).map(Number);
     return childrenOf(this.child.pid).flatMap(childrenOf);
   }
+}
+
+// The page without a server: its folder behind a plain web server, or one file.
+export class Folder {
+  static async start(port = 0) {
+    const types = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css", ".svg": "image/svg+xml", ".json": "application/json", ".wasm": "application/wasm" };
+    const root = join(tree, "build/web/page");
+    const folder = new Folder();
+    folder.asked = [];
+    folder.server = createServer((request, answer) => {
+      const path = decodeURIComponent(new URL(request.url, "http://any").pathname);
+      folder.asked.push(path);
+      const file = join(root, path === "/" ? "index.html" : path);
+      if (!file.startsWith(root) || !existsSync(file) || !statSync(file).isFile()) return answer.writeHead(404).end();
+      answer.writeHead(200, { "Content-Type": types[extname(file)] ?? "application/octet-stream" }).end(readFileSync(file));
+    });
+    await new Promise((done) => folder.server.listen(port, "127.0.0.1", done));
+    folder.port = folder.server.address().port;
+    folder.address = `http://127.0.0.1:${folder.port}/`;
+    return folder;
+  }
+  async stop() {
+    if (!this.server.listening) return;
+    const ended = new Promise((done) => this.server.close(done));
+    this.server.closeAllConnections();
+    await ended;
+  }
+}
+
+export class OneFile {
+  static async start() {
+    const file = new OneFile();
+    file.address = pathToFileURL(join(tree, "build/web/frigana.html")).href;
+    return file;
+  }
+  async stop() {}
 }
 
 // What the command says of the same request.
