@@ -74,12 +74,16 @@ export class Form {
   }
 
   private build(kind: RequestKind, flat: Flat): void {
-    const focused = document.activeElement instanceof HTMLElement && this.element.contains(document.activeElement)
-      ? document.activeElement.dataset.name : undefined;
+    const old = document.activeElement instanceof HTMLElement && this.element.contains(document.activeElement) ? document.activeElement : null;
     this.fields = [];
     this.owners = ownersOf(kind, flat);
     replace(this.element, this.chooser(kind), ...kind.circuits.map((_, number) => this.circuit(kind, flat, number)));
-    if (focused) this.element.querySelector<HTMLElement>(`[data-name="${CSS.escape(focused)}"]`)?.focus();
+    if (!old?.dataset.name) return;
+    const same = this.element.querySelector<HTMLElement>(`[data-name="${CSS.escape(old.dataset.name)}"]`);
+    same?.focus();
+    // Who is typing goes on at the same place: R41 is a refrigerant on the way to R410A.
+    if (old instanceof HTMLInputElement && old.type === "text" && same instanceof HTMLInputElement && same.type === "text")
+      same.setSelectionRange(old.selectionStart, old.selectionEnd);
   }
 
   private chooser(kind: RequestKind): HTMLElement | null {

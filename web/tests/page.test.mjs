@@ -198,6 +198,19 @@ describe("requests", () => {
     expected = /status of 400/;
   });
 
+  test("a name that begins with another one is typed to its end", async () => {
+    await open();
+    const field = await page.waitForSelector('[data-name="fluid"]');
+    await field.click({ count: 3 });
+    for (const letter of "R410A") {
+      await page.keyboard.type(letter);
+      await new Promise((done) => setTimeout(done, 150));  // R41 is one, too: its figures come in between
+    }
+    await settled();
+    assert.equal(await page.$eval('[data-name="fluid"]', (one) => one.value), "R410A");
+    await asCommand();
+  });
+
   test("a wrong name of a refrigerant is told", async () => {
     await open();
     await setField("fluid", "R999");
