@@ -29,7 +29,7 @@ const bundle = async (entry, settings = {}) => (await build({
 // The files of the installation, with their sizes, in one order.
 function filesOfData() {
   const names = ["refrigerants.json"];
-  for (const [folder, endings] of [["fluids", /\.(FLD|BNC)$/], ["mixtures", /\.MIX$/]])
+  for (const [folder, endings] of [["fluids", /\.(FLD|BNC|SAT)$/], ["mixtures", /\.MIX$/]])
     names.push(...readdirSync(join(data, folder)).filter((one) => endings.test(one)).sort().map((one) => `${folder}/${one}`));
   return names.map((name) => [name, readFileSync(join(data, name)).length]);
 }
