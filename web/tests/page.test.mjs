@@ -577,6 +577,28 @@ describe("what goes wrong without a server", onlyWhere(alone), () => {
     assert.equal(served.asked.filter((path) => path.endsWith(".wasm")).length, 1);
   }, onlyWhere(place === "folder"));
 
+  test("the package in a browser", async () => {
+    const pack = await Folder.start(0, "npm");
+    try {
+      await page.goto(`${pack.address}files.json`);
+      const request = { request: "basic", units: "metric", fluid: "R290", evaporator: { temperature: -5, superheat: 5 },
+        condenser: { temperature: 40, subcooling: 3 },
+        compressor: { swept_volume: "10 m3/h", isentropic_efficiency: 0.7, volumetric_efficiency: 0.85 } };
+      const [result, h] = await page.evaluate(async (request) => {
+        const { run, Fluid } = await import("/browser.js");
+        return [await run(request), [...(await new Fluid("R290").states({ T: [280, 300], p: 100 }, ["h"])).h]];
+      }, request);
+      const its = runByCommand(request);
+      result.values.forEach(({ value, key }, i) => same(value, its.values[i].value, key));
+      assert.ok(h[1] > h[0]);
+      assert.deepEqual(foreign.filter((url) => !url.startsWith(pack.address)), []);
+      foreign.length = 0;
+      expected = /404/;  // the browser asks for an icon, too
+    } finally {
+      await pack.stop();
+    }
+  }, onlyWhere(place === "folder"));
+
   test("after the first visit no network is needed", async () => {
     const { port } = served;
     await open();

@@ -52,9 +52,9 @@ export class Served {
 
 // The page without a server: its folder behind a plain web server, or one file.
 export class Folder {
-  static async start(port = 0) {
+  static async start(port = 0, name = "page") {
     const types = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css", ".svg": "image/svg+xml", ".json": "application/json", ".wasm": "application/wasm" };
-    const root = join(tree, "build/web/page");
+    const root = join(tree, "build/web", name);
     const folder = new Folder();
     folder.asked = [];
     folder.server = createServer((request, answer) => {
