@@ -71,6 +71,7 @@ function writeOneFile(files, shared) {
     ["frigana.wasm.gz", packed(shared.get("frigana.wasm"))],
     ["data.gz", packed(Buffer.concat(files.map(([name]) => readFileSync(join(data, name)))))],
     ["files.json.gz", packed(shared.get("files.json"))],
+    ["requests.json.gz", packed(shared.get("requests.json"))],
     ["fluids.json.gz", packed(shared.get("fluids.json"))],
   ]);
   const head = `<link rel="icon" href="data:image/svg+xml;base64,${base64(readFileSync(join(dist, "icon.svg")))}" type="image/svg+xml">
@@ -114,12 +115,13 @@ const shared = new Map([
   ["files.json", JSON.stringify(files)],
 ]);
 await writePackage(files, shared);
-// The list of fluids, which the package itself makes from the files.
-const { fluidsOfFiles, close } = await import(pathToFileURL(join(npm, "node.js")).href);
-const list = await fluidsOfFiles();
+// The lists, which the package itself makes: that of the fluids from all files.
+const { listOf, close } = await import(pathToFileURL(join(npm, "node.js")).href);
+for (const name of ["requests", "fluids"]) {
+  shared.set(`${name}.json`, await listOf(name));
+  writeFileSync(join(npm, `${name}.json`), shared.get(`${name}.json`));
+}
 close();
-shared.set("fluids.json", list);
-writeFileSync(join(npm, "fluids.json"), list);
 writePage(files, shared);
 await writeService(files);
 writeOneFile(files, shared);

@@ -66,10 +66,10 @@ export function requests(): Promise<Catalogue> { return current().requests(); }
 /** All fluids and blends. */
 export function fluids(): Promise<FluidFacts[]> { return current().fluids(); }
 
-/** @internal What fluids() gives, made from all files. */
-export async function fluidsOfFiles(): Promise<string> {
-  const [answer] = (await current().pool.ask({ tasks: ["fluids\n{}"] }) as { texts: string[] }).texts;
-  return answer!.slice(answer!.indexOf("\n") + 1);
+/** @internal What requests() and fluids() give, made by the module. */
+export async function listOf(name: "requests" | "fluids"): Promise<string> {
+  const [answer] = (await current().pool.ask({ tasks: [`${name}\n{}`] }) as { texts: string[] }).texts;
+  return JSON.stringify(JSON.parse(answer!.slice(answer!.indexOf("\n") + 1)));
 }
 
 // Their numbers in the C interface.

@@ -6,7 +6,6 @@ import { Worker } from "node:worker_threads";
 import { LocalCalculation } from "../src/engine/local";
 import type { Data, Said } from "../src/engine/messages";
 import { Pool, type MakeThread } from "../src/engine/pool";
-import type { FluidFacts } from "../src/types";
 import { madeBy, type Settings } from "./frigana";
 
 export * from "./frigana";
@@ -39,5 +38,5 @@ madeBy(({ workers, patience }: Settings) => {
   const pool = new Pool(makeThread, () => started ??= start(), {
     workers: workers ?? Math.min(8, availableParallelism()), patience: 1000 * (patience ?? 30),
   });
-  return new LocalCalculation(pool, () => json<{ fluids: FluidFacts[] }>("fluids.json"));
+  return new LocalCalculation(pool, { requests: () => json("requests.json"), fluids: () => json("fluids.json") });
 });

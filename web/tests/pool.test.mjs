@@ -35,7 +35,7 @@ function poolOf(answer, { workers = 2, patience = 1000, start = async () => ({ s
     };
   };
   const pool = new Pool(makeThread, start, { workers, patience });
-  return { pool, told, calculation: new LocalCalculation(pool, async () => ({ fluids: [] })) };
+  return { pool, told, calculation: new LocalCalculation(pool, {}) };
 }
 
 const studyOf = (cases, special) => (task) => {

@@ -1,6 +1,5 @@
 // The module in a browser: beside the page, from any web server, or inside of it.
-import type { FluidFacts } from "../types";
-import { LocalCalculation } from "./local";
+import { LocalCalculation, type Lists } from "./local";
 import type { Data, Start } from "./messages";
 import { Pool, type MakeThread } from "./pool";
 
@@ -12,7 +11,7 @@ interface Parts {
   worker(): Worker;
   module(): Promise<WebAssembly.Module>;
   data(): Promise<Data>;
-  fluids(): Promise<{ fluids: FluidFacts[] }>;
+  lists: Lists;
 }
 
 function makeThread(parts: Parts): MakeThread {
@@ -42,7 +41,7 @@ async function json<T>(address: string): Promise<T> {
   return await response.json() as T;
 }
 
-// Files beside a page or module: frigana.wasm, files.json, fluids.json, worker.js, data/.
+// Files beside a page or module: frigana.wasm, files.json, requests.json, fluids.json, worker.js, data/.
 export function partsBeside(folder: URL, worker: () => Worker): Parts {
   const at = (name: string) => new URL(name, folder).href;
   return {
@@ -55,7 +54,7 @@ export function partsBeside(folder: URL, worker: () => Worker): Parts {
       return known ? WebAssembly.compileStreaming(response) : WebAssembly.compile(await (await response).arrayBuffer());
     },
     data: async () => ({ files: await json(at("files.json")), folder: at("data/") }),
-    fluids: () => json(at("fluids.json")),
+    lists: { requests: () => json(at("requests.json")), fluids: () => json(at("fluids.json")) },
   };
 }
 
@@ -67,13 +66,13 @@ function partsInside(): Parts {
     const unpacked = new Blob([packed]).stream().pipeThrough(new DecompressionStream("gzip"));
     return new Uint8Array(await new Response(unpacked).arrayBuffer());
   };
-  const text = async (name: string) => new TextDecoder().decode(await bytes(name));
+  const read = async <T>(name: string) => JSON.parse(new TextDecoder().decode(await bytes(name))) as T;
   const script = URL.createObjectURL(new Blob([document.getElementById("worker.js")!.textContent!], { type: "text/javascript" }));
   return {
     worker: () => new Worker(script),
     module: async () => WebAssembly.compile(await bytes("frigana.wasm.gz")),
-    data: async () => ({ files: JSON.parse(await text("files.json.gz")) as Data["files"], archive: await bytes("data.gz") }),
-    fluids: async () => JSON.parse(await text("fluids.json.gz")) as { fluids: FluidFacts[] },
+    data: async () => ({ files: await read("files.json.gz"), archive: await bytes("data.gz") }),
+    lists: { requests: () => read("requests.json.gz"), fluids: () => read("fluids.json.gz") },
   };
 }
 
@@ -89,7 +88,7 @@ export function calculationWith(parts: Parts, given: { workers?: number; patienc
     workers: given.workers ?? Math.max(1, Math.min(mostWorkers, navigator.hardwareConcurrency || 2)),
     patience: 1000 * (given.patience ?? patience),
   };
-  return new LocalCalculation(new Pool(makeThread(parts), start, settings), once(() => parts.fluids()));
+  return new LocalCalculation(new Pool(makeThread(parts), start, settings), parts.lists);
 }
 
 // The calculation of a page that says where it is: "beside" or "inside" of it.

@@ -69,11 +69,10 @@ export class Engine {
       print: () => {}, printErr: () => {},
     });
     const read = readerOf(data, readFile);
-    data.files.forEach(([name, size], index) => {
-      const path = `${folderOfData}/${name}`;
-      loaded.FS.mkdirTree(path.slice(0, path.lastIndexOf("/")));
-      lend(loaded.FS, path, size, () => read(index));
-    });
+    const folderOf = (path: string) => path.slice(0, path.lastIndexOf("/"));
+    const paths = data.files.map(([name]) => `${folderOfData}/${name}`);
+    for (const folder of new Set(paths.map(folderOf))) loaded.FS.mkdirTree(folder);
+    paths.forEach((path, index) => lend(loaded.FS, path, data.files[index]![1], () => read(index)));
     return new Engine(loaded);
   }
 

@@ -17,24 +17,25 @@ function told(why: unknown): unknown {
   return new Refusal("died", say("module.died", { text: why.message }));
 }
 
+export interface Lists {
+  requests(): Promise<Catalogue>;
+  fluids(): Promise<{ fluids: FluidFacts[] }>;
+}
+
+function unreachable(why: unknown): never { throw told(new Loss("unreachable", String(why))); }
+
 interface Complaint { error: { code: string; text: string } }
 
 // Behind the status and its line end.
 const bodyOf = (answer: string) => answer.slice(answer.indexOf("\n") + 1);
 
 export class LocalCalculation implements Calculation {
-  // `readList` gives the list of fluids, which is made beforehand: to make it anew all files would have to be read.
-  constructor(readonly pool: Pool, private readList: () => Promise<{ fluids: FluidFacts[] }>) {}
+  // The lists are made beforehand: for that of the fluids all files would have to be read.
+  constructor(readonly pool: Pool, private lists: Lists) {}
 
-  requests() { return this.task<Catalogue>("requests"); }
+  requests() { return this.lists.requests().catch(unreachable); }
 
-  async fluids() {
-    try {
-      return (await this.readList()).fluids;
-    } catch (why) {
-      throw told(new Loss("unreachable", String(why)));
-    }
-  }
+  async fluids() { return (await this.lists.fluids().catch(unreachable)).fluids; }
 
   run(request: NamedRequest, signal?: AbortSignal) { return this.task<Result>("run", request, signal); }
 
