@@ -99,30 +99,41 @@ bool isRegular(int handle) {
     return GetFileType(reinterpret_cast<HANDLE>(_get_osfhandle(handle))) == FILE_TYPE_DISK;
 }
 
-int openRegular(const char* native, int flags) {
-    const int handle = _open(native, flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+int openRegular(const char* native, DWORD access, DWORD creation) {
+    const HANDLE file = CreateFileA(native, access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, creation,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return -1;
+    const int handle = _open_osfhandle(reinterpret_cast<intptr_t>(file), _O_BINARY);
+    if (handle < 0) CloseHandle(file);
     if (handle < 0 || isRegular(handle)) return handle;
     _close(handle);
     return -1;
 }
 
+int openNew(const char* native) {
+    // With the right to remove it while it is open; while it is, nobody else can.
+    return openRegular(native, GENERIC_READ | GENERIC_WRITE | DELETE, CREATE_NEW);
+}
+int openEmptied(const char* native) {
+    return openRegular(native, GENERIC_READ | GENERIC_WRITE, TRUNCATE_EXISTING);
+}
+
 }  // namespace
 
 int openFileToRead(const char* native) {
-    return openRegular(native, _O_RDONLY);
+    return openRegular(native, GENERIC_READ, OPEN_EXISTING);
 }
 int openFileToWrite(const char* native, Creation creation) {
     if (creation == Creation::replaced) _unlink(native);
-    const int handle = openRegular(native, _O_RDWR | _O_CREAT | _O_EXCL);
-    if (handle >= 0 || creation == Creation::fresh) return handle;
-    return openRegular(native, _O_RDWR | _O_TRUNC);
+    const int handle = openNew(native);
+    return handle >= 0 || creation == Creation::fresh ? handle : openEmptied(native);
 }
 int openFileBeside(const char* native, char& digit) {
     char beside[longestPath + 1];
     for (digit = '0'; digit < '0' + mostBeside; ++digit) {
         if (!besideName(native, digit, beside)) return -1;
         _unlink(beside);  // fails while another process has it open
-        const int handle = openRegular(beside, _O_RDWR | _O_CREAT | _O_EXCL);
+        const int handle = openNew(beside);
         if (handle >= 0) return handle;
     }
     return -1;
@@ -172,12 +183,30 @@ bool clearFile(std::string_view path) {
     char native[longestPath + 1];
     if (!nativePath(path, native)) return false;
     if (_unlink(native) == 0 || errno == ENOENT) return true;
-    const int handle = openRegular(native, _O_RDWR | _O_TRUNC);
+    const int handle = openEmptied(native);
     return handle >= 0 && closeFile(handle);
 }
-// File names have no case here.
-bool findInAnyCase(std::string_view, std::string_view name, char* found) {
+bool removeOpenFile(int handle, const char*) {
+    FILE_DISPOSITION_INFO removed{};
+    removed.DeleteFile = TRUE;
+    return SetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(handle)), FileDispositionInfo, &removed,
+                                      sizeof removed) != 0;
+}
+bool findInAnyCase(std::string_view folder, std::string_view name, char* found) {
     std::memcpy(found, name.data(), name.size());
+    char native[longestPath + 1];
+    if (folder.size() + name.size() > static_cast<std::size_t>(longestPath)) return false;
+    if (!nativePath(folder.empty() ? "." : folder, native)) return false;
+    const DWORD kind = GetFileAttributesA(native);
+    if (kind == INVALID_FILE_ATTRIBUTES || (kind & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
+    std::memcpy(native + folder.size(), name.data(), name.size());
+    native[folder.size() + name.size()] = '\0';
+    WIN32_FIND_DATAA entry;
+    const HANDLE search = FindFirstFileA(native, &entry);
+    if (search == INVALID_HANDLE_VALUE) return true;
+    FindClose(search);
+    // Another length is that of a short name of the system's own, or of a pattern.
+    if (std::strlen(entry.cFileName) == name.size()) std::memcpy(found, entry.cFileName, name.size());
     return true;
 }
 
@@ -412,6 +441,9 @@ bool closeFile(int handle) {
     return close(handle) == 0 || errno == EINTR;
 }
 
+bool removeOpenFile(int, const char* native) {
+    return unlink(native) == 0;
+}
 bool removeFile(std::string_view path) {
     char native[longestPath + 1];
     return nativePath(path, native) && unlink(native) == 0;

@@ -73,6 +73,10 @@ void holdStandardHandles();
 void writeUtf8();
 
 bool removeFile(std::string_view path);
+// Removes a new file that openFileToWrite or openFileBeside has opened; it stays open.
+//   Given     native  its path
+//   Notes     On Windows its name goes when the file is closed, at the latest with the process.
+bool removeOpenFile(int handle, const char* native);
 bool fileExists(std::string_view path);
 // The file takes the name, also of another file there, at once.
 bool renameFile(const char* nativeFrom, const char* nativeTo);

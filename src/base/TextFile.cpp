@@ -116,11 +116,15 @@ void nameUntilWhole(const OpenFile& file, char* native) {
     std::memcpy(native + length, suffix, sizeof suffix);
 }
 
+bool nameNow(const OpenFile& file, char* native) {
+    if (!nativePath(std::string_view(file.path, static_cast<std::size_t>(file.pathLength)), native)) return false;
+    if (file.beside != '\0') nameUntilWhole(file, native);
+    return true;
+}
+
 void removeNow(const OpenFile& file) {
     char native[longestPath + 3];
-    if (!nativePath(std::string_view(file.path, static_cast<std::size_t>(file.pathLength)), native)) return;
-    if (file.beside != '\0') nameUntilWhole(file, native);
-    removeFile(native);
+    if (nameNow(file, native)) removeFile(native);
 }
 
 bool giveName(const OpenFile& file) {
@@ -361,8 +365,10 @@ bool removeHalfFiles(int signal) {
         delayedSignal = signal;
         return false;
     }
+    char native[longestPath + 3];
     for (const OpenFile& file : files)
-        if (file.unit != 0 && (file.writing || file.beside != '\0')) removeNow(file);
+        if (file.unit != 0 && (file.writing || file.beside != '\0') && nameNow(file, native))
+            removeOpenFile(file.handle, native);
     return true;
 }
 
