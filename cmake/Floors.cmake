@@ -15,14 +15,21 @@ function(frigana_floor name)
 endfunction()
 
 # One test program for the sources of a tests/ folder, found by ctest case by case.
-#   frigana_test(NAME floors...)
+#   frigana_test(NAME floors...)   without *UnixTest.cpp on Windows: signals, processes, devices and links of Unix
 function(frigana_test name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "UnixTest\\.cpp$")
+  endif()
   add_executable(${name} ${sources})
   # What is tested has the optimisation of its build; the tests themselves are compiled quickly. At that level the
   # compiler warns wrongly of texts that it has not followed to their end.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1;-Wno-maybe-uninitialized>)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main)
   target_link_libraries(${name} PRIVATE frigana_test_folders)
+  if(WIN32)
+    target_link_options(${name} PRIVATE -static)
+  endif()
+  add_dependencies(frigana_tests ${name})
   add_test(NAME ${name} COMMAND ${name})
 endfunction()

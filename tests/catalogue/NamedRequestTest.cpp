@@ -39,10 +39,10 @@ struct Installation {
     TemporaryFolder folder;
     Installation() {
         namespace fs = std::filesystem;
-        fs::create_directory_symlink(std::string(test::dataFolder) + "/fluids", folder.path("fluids"));
+        test::share(std::string(test::dataFolder) + "/fluids", folder.path("fluids"));
         fs::create_directory(folder.path("mixtures"));
         for (const auto& entry : fs::directory_iterator(std::string(test::dataFolder) + "/mixtures"))
-            fs::create_symlink(entry.path(), folder.path("mixtures") + '/' + entry.path().filename().string());
+            test::share(entry.path(), folder.path("mixtures") + '/' + entry.path().filename().string());
     }
 };
 
@@ -161,8 +161,7 @@ TEST(NamedRequest, ATypicalRequestOfEveryKindIsSolved) {
     const Installation installation;
     const RunOptions options{installation.folder.path(), false};
     for (const Request& request : requests()) {
-        const std::string text =
-            namedText(typicalRequest(request), names(), {UnitSystem::metric, true, true});
+        const std::string text = namedText(typicalRequest(request), names(), {UnitSystem::metric, true, true});
         const NamedRequest named = readNamed(text, NamedFormat::toml, names());
         ASSERT_EQ(allProblems(named), "") << request.name << '\n' << text;
         const RunResult result = runFilled(named.runs.front(), options);

@@ -146,7 +146,7 @@ class Copy : public testing::Test {
         for (const char* each : {"fluids", "mixtures"}) {
             fs::create_directories(folder_.path(each));
             for (const auto& entry : fs::directory_iterator(data + "/" + each))
-                fs::create_symlink(entry.path(), folder_.path(each) + "/" + entry.path().filename().string());
+                test::share(entry.path(), folder_.path(each) + "/" + entry.path().filename().string());
         }
         SETPATH(folder_.path());
     }

@@ -235,8 +235,7 @@ TEST(Entry, AStepOfExactlyZeroAsksOnlyForTheLimitsOfATable) {
 TEST(Entry, ANewMixtureGoesToTheInstallationAndLeavesNoResult) {
     Plant run;
     std::filesystem::create_directories(run.folder.path("installed/mixtures"));
-    std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids",
-                                              run.folder.path("installed/fluids"));
+    share(std::string(test::dataFolder) + "/fluids", run.folder.path("installed/fluids"));
     run.installation = run.folder.path("installed") + "\\frigana.exe";
     Request request;
     request.line("1").line("3").line("2").line("1").line("R32.FLD").line("0.5").line("R125.FLD").line("0.5");

@@ -1,39 +1,13 @@
 // The road of a failure and the helpers of every operation.
-#include "14_ErrorControl.h"
-
 #include <gtest/gtest.h>
 
-#include <cfenv>
-#include <csignal>
-#include <thread>
-
-#include "TemporaryFolder.h"
-#include "TextFile.h"
-#include "Trap.h"
+#include "ErrorControlFixture.h"
 
 namespace frigana {
 namespace {
 
 using test::readFile;
-using test::TemporaryFolder;
 using test::writeFile;
-
-// True if the routine came back, false if it ended in the trap.
-template <class Routine>
-bool comesBack(Routine routine) {
-    const bool back = runContained([](void* context) { (*static_cast<Routine*>(context))(); }, &routine);
-    abandonAllUnits();
-    return back;
-}
-
-struct ErrorControl : testing::Test {
-    TemporaryFolder folder;
-    std::string result = folder.path("plant.fo1");
-    void SetUp() override {
-        ERRORFILEOUT = Text255(std::string_view(result));
-        runReport = {};
-    }
-};
 
 TEST_F(ErrorControl, APositiveCodeWritesTheFailureFormAndEndsTheRun) {
     writeFile(result, "an older and longer result\n1\n2\n3\n4\n5\n");
@@ -174,35 +148,6 @@ TEST(MyFindFi1, TheFirstHitFromTheLeftInAnyCase) {
     }
 }
 
-TEST(Trap, TheHostsDispositionMaskAndEnvironmentAreItsOwnAgain) {
-    static volatile int heard = 0;
-    struct sigaction own {};
-    own.sa_handler = [](int) { heard = heard + 1; };
-    struct sigaction before;
-    sigaction(SIGFPE, &own, &before);
-    sigset_t mask, old;
-    sigemptyset(&mask);
-    sigaddset(&mask, SIGFPE);
-    pthread_sigmask(SIG_BLOCK, &mask, &old);
-    std::fesetround(FE_UPWARD);
-
-    EXPECT_FALSE(comesBack([] {
-        EXPECT_EQ(std::fegetround(), FE_TONEAREST);
-        divideByZero();
-    }));
-    EXPECT_TRUE(comesBack([] {}));
-
-    EXPECT_EQ(std::fegetround(), FE_UPWARD);
-    std::fesetround(FE_TONEAREST);
-    sigset_t now;
-    pthread_sigmask(SIG_SETMASK, &old, &now);
-    EXPECT_EQ(sigismember(&now, SIGFPE), 1);
-    struct sigaction after;
-    sigaction(SIGFPE, &before, &after);
-    EXPECT_EQ(after.sa_handler, own.sa_handler);
-    EXPECT_EQ(heard, 0);
-}
-
 TEST(Trap, CallsMayBeNestedAndTheInnermostContains) {
     bool innerBack = true, afterInner = false;
     EXPECT_FALSE(comesBack([&] {
@@ -212,28 +157,6 @@ TEST(Trap, CallsMayBeNestedAndTheInnermostContains) {
     }));
     EXPECT_FALSE(innerBack);
     EXPECT_TRUE(afterInner);
-}
-
-TEST(Trap, ASignalInAnotherThreadGoesToTheHostsHandler) {
-    static volatile int heard = 0;
-    struct sigaction own {};
-    own.sa_handler = [](int) { heard = heard + 1; };
-    struct sigaction before;
-    sigaction(SIGFPE, &own, &before);
-    EXPECT_TRUE(comesBack([] { std::thread([] { raise(SIGFPE); }).join(); }));
-    sigaction(SIGFPE, &before, nullptr);
-    EXPECT_EQ(heard, 1);
-}
-
-using ErrorControlDeathTest = ErrorControl;
-TEST_F(ErrorControlDeathTest, WithoutABorderTheTrapEndsTheProcess) {
-    EXPECT_EXIT(
-        {
-            std::signal(SIGFPE, SIG_DFL);
-            ERRORCONTROL(5, "text");
-        },
-        testing::KilledBySignal(SIGFPE), "");
-    EXPECT_EQ(readFile(result).substr(0, 6), " 0\n 5\n");
 }
 
 }  // namespace

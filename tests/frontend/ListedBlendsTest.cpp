@@ -340,8 +340,7 @@ TEST(ListedBlendCodes, APureFluidHasOneName) {
 TEST(ListedBlendCodes, MixtureFilesAreCheckedAlike) {
     Plant plant;
     std::filesystem::create_directories(plant.folder.path("installed/mixtures"));
-    std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids",
-                                              plant.folder.path("installed/fluids"));
+    share(std::string(test::dataFolder) + "/fluids", plant.folder.path("installed/fluids"));
     plant.installation = plant.folder.path("installed/frigana");
     const auto ask = [&](const char* first, const char* second, const char* fractions) {
         writeFile(plant.folder.path("installed/mixtures/Own.MIX"),

@@ -368,9 +368,8 @@ struct OwnInstallation : testing::Test {
         std::filesystem::create_directories(folder + "/mixtures");
         std::filesystem::create_directories(folder + "/fluids");
         for (const auto& entry : std::filesystem::directory_iterator(std::string(test::dataFolder) + "/fluids"))
-            std::filesystem::create_symlink(entry.path(), folder + "/fluids/" + entry.path().filename().string());
-        std::filesystem::create_symlink(std::string(test::dataFolder) + "/fluids/R32.FLD",
-                                        folder + "/fluids/OWN32.FLD");
+            share(entry.path(), folder + "/fluids/" + entry.path().filename().string());
+        share(std::string(test::dataFolder) + "/fluids/R32.FLD", folder + "/fluids/OWN32.FLD");
         plant.installation = folder + "/frigana";
     }
     // Potential and class of a file of R32 and R125 with this mass fraction of R32.

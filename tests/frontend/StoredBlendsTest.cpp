@@ -18,8 +18,7 @@ struct Store : testing::Test {
 
     void SetUp() override {
         std::filesystem::create_directories(plant.folder.path("installed/mixtures"));
-        std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids",
-                                                  plant.folder.path("installed/fluids"));
+        share(std::string(test::dataFolder) + "/fluids", plant.folder.path("installed/fluids"));
         plant.installation = plant.folder.path("installed") + "\\frigana.exe";
         std::filesystem::create_directory(current);
         std::filesystem::current_path(current);
@@ -269,14 +268,16 @@ TEST_F(Store, AFileThatCannotBeWrittenIsToldSo) {
 
 TEST_F(Store, TheFileOfThatNameInAnyCaseIsTheOneReplaced) {
     store(r513aLike, true, "'My Own'");
-    std::filesystem::rename(mixture("My Own.mix"), mixture("MY own.MIX"));
+    // By way of another name: where names have no case, the same one in other letters may count as the same.
+    std::filesystem::rename(mixture("My Own.mix"), mixture("other"));
+    std::filesystem::rename(mixture("other"), mixture("MY own.MIX"));
     store({{"R32.FLD", 0.5}, {"R125.FLD", 0.5}}, true, "'my Own'");
-    EXPECT_FALSE(std::filesystem::exists(mixture("my Own.mix")));
     EXPECT_NE(readFile(mixture("MY own.MIX")).find("R32"), std::string::npos);
     EXPECT_TRUE(runReport.resultPath.trimmed().ends_with("MY own.MIX"));
-    int count = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(mixture(""))) ++count;
-    EXPECT_EQ(count, 1);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(mixture("")))
+        names.push_back(entry.path().filename().string());
+    EXPECT_EQ(names, std::vector<std::string>{"MY own.MIX"});
 }
 
 }  // namespace

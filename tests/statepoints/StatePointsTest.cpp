@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 #ifdef __linux__
 #include <sys/inotify.h>
+#include <unistd.h>
 #endif
 
 #include <chrono>
@@ -251,11 +251,13 @@ TEST(PropertyPointEdges, TheTraceOfAnIsentropicStepIsGoneAndNeedsNoFolder) {
     PROPSIMPLEPS(s, 1000.0, 1.8, p);
     EXPECT_GT(p.H, 0.0);
     EXPECT_FALSE(std::filesystem::exists("cycle_1.txt"));
-    // That it was there is seen by the time of the folder.
+#ifndef _WIN32
+    // That it was there is seen by the time of the folder, which not every system lets a program set.
     const auto past = std::filesystem::last_write_time(folder.path()) - std::chrono::hours(1);
     std::filesystem::last_write_time(folder.path(), past);
     PROPSIMPLEPS(s, 1000.0, 1.8, p);
     EXPECT_NE(std::filesystem::last_write_time(folder.path()), past);
+#endif
     // A file of that name is not ours.
     writeFile("cycle_1.txt", "of the user");
     PROPSIMPLEPS(s, 1000.0, 1.8, p);

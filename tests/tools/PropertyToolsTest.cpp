@@ -74,8 +74,7 @@ TEST(FluidInformation, ThePotentialOfABlendIsThatOfItsComponents) {
     EXPECT_EQ(predefined.file.raw(12).substr(170), "   1624 A1 ");
     // A blend that was stored has no row of the library, and no class.
     std::filesystem::create_directories(plant.folder.path("installed/mixtures"));
-    std::filesystem::create_directory_symlink(std::string(dataFolder) + "/fluids",
-                                              plant.folder.path("installed/fluids"));
+    share(std::string(dataFolder) + "/fluids", plant.folder.path("installed/fluids"));
     plant.installation = plant.folder.path("installed/frigana");
     plant("1\n3\n2\n1\nR32.FLD\n0.6\nR125.FLD\n0.4\nMine\n2 DEF\n7\n");
     plant(propertyRequest(1, "", "Mine.mix", 2));

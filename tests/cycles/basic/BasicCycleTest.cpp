@@ -300,7 +300,7 @@ TEST(BasicCycle, GlideOfABlendIsThatOfItsSaturationPoints) {
 // A blend that a request stores is then a fluid like any other.
 TEST(BasicCycle, AStoredBlendRunsByItsName) {
     TemporaryFolder installation;
-    std::filesystem::create_directory_symlink(std::string(test::dataFolder) + "/fluids", installation.path("fluids"));
+    share(std::string(test::dataFolder) + "/fluids", installation.path("fluids"));
     std::filesystem::create_directory(installation.path("mixtures"));
     Plant plant;
     plant.installation = installation.path("frigana");

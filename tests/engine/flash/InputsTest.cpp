@@ -3,12 +3,12 @@
 
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <limits>
 #include <string>
 
 #include "FlashState.h"
 #include "PROP_SUB.h"
+#include "ProcessorTime.h"
 #include "PureFluid.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_INVERSE.h"
@@ -69,10 +69,9 @@ TEST(FlashInputs, EveryArgumentOfEveryFlashMayBeAnything) {
                 for (const double value : strange) {
                     const double a = which != 1 ? value : ordinary(letters[0]);
                     const double b = which != 0 ? value : ordinary(letters[1]);
-                    const std::clock_t start =
-                        std::clock();  // of the processor: other work on the machine tells nothing
+                    const double start = test::processorTime();
                     const FlashState state = flash(letters, a, b, z);
-                    const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+                    const double seconds = test::processorTime() - start;
                     ++calls;
                     const std::string words = std::string(letters) + " " + std::to_string(a) + " " + std::to_string(b) +
                                               (mixture ? " mixture" : "");
@@ -86,7 +85,7 @@ TEST(FlashInputs, EveryArgumentOfEveryFlashMayBeAnything) {
                 }
     }
     EXPECT_EQ(calls, 2 * 16 * 3 * 9);
-    EXPECT_LT(slowest, longest) << where;
+    EXPECT_LT(slowest, longest + test::processorTimeStep) << where;
     std::printf("%d calls, the slowest took %.1f ms: %s\n", calls, 1e3 * slowest, where.c_str());
 }
 
