@@ -155,6 +155,7 @@ void runRequest(std::string_view requestPath, std::string_view installationPath,
         writeStandardError("\n");
         runReport.end = RunEnd::runtimeError;
         runReport.HERR = text;
+        modelTags.LFORCESETUP = true;  // the engine was left in the middle of a calculation
     }
     abandonAllUnits();
     releaseScratchFolder();

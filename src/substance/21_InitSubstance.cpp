@@ -11,6 +11,7 @@
 #include "Platform.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
+#include "SaturationSpline.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -99,15 +100,19 @@ void setUpMixtureFile(SUBSTANCE& substance) {
     checkedSum(substance.REFSNAMEMIX, substance.ZMOL, substance.NMIX);
 }
 
-// The tightest limits of the components, each set up alone.
+// The set-up of an unchanged mixture reads nothing and forgets nothing: what earlier calculations have left of
+// saturation, envelope and critical point must not be where the next ones start, for no result may depend on another.
+void forgetCalculations() {
+    RESETA();
+    saturationSpline.SPLINEREADY = false;
+    adoptedCriticalPoint.known = false;
+}
+
+// The tightest limits of the components, from their slots.
 void limitsOfComponents(SUBSTANCE& substance) {
-    const Composition pure = unitComposition(1);
     for (int i = 1; i <= substance.NMIX; ++i) {
-        FileNames name{};
-        name[1] = substance.REFSNAMEMIX[i];
-        setUp(substance, 1, name);
         double tmin = 0, tmax = 0, dmax = 0, pmax = 0;
-        LIMITS("EOS", pure, tmin, tmax, dmax, pmax);
+        LIMITS("EOS", unitComposition(i), tmin, tmax, dmax, pmax);
         substance.TMIN = i == 1 ? tmin : std::max(substance.TMIN, tmin);
         substance.TMAX = i == 1 ? tmax : std::min(substance.TMAX, tmax);
         substance.PMAX = i == 1 ? pmax : std::min(substance.PMAX, pmax);
@@ -141,6 +146,7 @@ void initPureFluid(SUBSTANCE& substance) {
 
 void initPredefinedMixture(SUBSTANCE& substance) {
     substance.FLUIDNAME = substance.REFSNAME[1];
+    forgetCalculations();
     setUpMixtureFile(substance);
     substance.WM = WMOL(substance.ZMOL);
     double meanMolarMass = 0;
@@ -154,9 +160,7 @@ void initPredefinedMixture(SUBSTANCE& substance) {
     storeCriticalPoint(substance, tc, pc, dc);
 
     limitsOfComponents(substance);
-    setUpMixtureFile(substance);  // the engine holds the last component
-    setReference(substance);
-    adoptCriticalPoint(substance.ZMOL);
+    RESETA();  // the critical point was looked for with states of its own
 }
 
 void initListedMixture(SUBSTANCE& substance) {
@@ -172,6 +176,7 @@ void initListedMixture(SUBSTANCE& substance) {
         message(text, "Error: The mole fractions of the mixture add up to ", FixedPoint{0, 6, sum}, ", not to one!");
         ERRORCONTROL(100128, text);
     }
+    forgetCalculations();
     setUp(substance, count, substance.REFSNAME);
     substance.ZKG = substance.ZMOL = substance.ZCOMP;
     if (!addUpToOne)  // the mixture is that of the parts, by which XMOLE takes masses
@@ -191,9 +196,7 @@ void initListedMixture(SUBSTANCE& substance) {
     substance.NMIX = substance.NREFS;
     substance.REFSNAMEMIX = substance.REFSNAME;
     limitsOfComponents(substance);
-    setUp(substance, substance.NREFS, substance.REFSNAME);
-    setReference(substance);
-    adoptCriticalPoint(substance.ZMOL);
+    RESETA();  // the critical point was looked for with states of its own
 }
 
 void fillFailedPoint(STATEPT& bad) {

@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "22_InitVaporDome.h"
+#include "23_SpecificPoints.h"
 #include "31_FluidInformation.h"
 #include "54_Find_Refigerant.h"
+#include "PASSCMN.h"
 #include "Substances.h"
 
 namespace frigana::test {
@@ -96,6 +100,64 @@ TEST(InitSubstance, EveryFluidOfTheLibraryCanBeSetUp) {
         EXPECT_GT(s.PMIN, 0.0);
         EXPECT_LT(s.PMIN, s.PC);
     }
+}
+
+TEST(InitSubstance, TheLimitsOfABlendAreTheTightestOfItsComponentsAlone) {
+    const struct {
+        const char* blend;
+        std::initializer_list<const char*> components;
+    } rows[] = {{"R410A.MIX", {"R32.FLD", "R125.FLD"}},
+                {"R404A.MIX", {"R125.FLD", "R143A.FLD", "R134A.FLD"}},
+                {"R448A.MIX", {"R32.FLD", "R125.FLD", "R134A.FLD", "R1234YF.FLD", "R1234ZE.FLD"}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.blend);
+        double TMIN = 0.0, TMAX = 1e9, PMAX = 1e9;
+        for (const char* component : row.components) {
+            const SUBSTANCE& alone = fluid(component);
+            TMIN = std::max(TMIN, alone.TMIN);
+            TMAX = std::min(TMAX, alone.TMAX);
+            PMAX = std::min(PMAX, alone.PMAX);
+        }
+        const SUBSTANCE& blend = fluid(row.blend);
+        EXPECT_EQ(blend.TMIN, TMIN);
+        EXPECT_EQ(blend.TMAX, TMAX);
+        EXPECT_EQ(blend.PMAX, PMAX);
+        EXPECT_EQ(blend.DMAX, -777.0);
+    }
+    // water is a liquid below its triple point, beside another component as well
+    const double coldest = fluid("WATER.FLD").TMIN;
+    EXPECT_EQ(coldest, 251.165);
+    EXPECT_EQ(listed({{"CO2.FLD", 0.1}, {"WATER.FLD", 0.9}}).TMIN, coldest);
+}
+
+TEST(InitSubstance, ABlendIsTakenUpAgainAsItWasAtFirst) {
+    const auto values = [](SUBSTANCE& s) {
+        STATEPT bubble, dew;
+        PROPSIMPLETQ(s, 268.15, 0.0, bubble);
+        PROPSIMPLETQ(s, 268.15, 1.0, dew);
+        INITDATADOME(s, bubble.P);
+        return std::array{s.TC,     s.PC,  s.DC,  s.TMIN, s.TMAX,       s.PMAX,       s.PMIN,       bubble.P,
+                          bubble.H, dew.P, dew.H, dew.S,  s.PTSPL[9].H, s.PTSPV[9].H, s.PTSTL[1].S, s.PTSTV[9].S};
+    };
+    for (const char* name :
+         {"R410A.MIX", "R417A.MIX", "R422A.MIX", "R422E.MIX", "R448A.MIX", "R449A.MIX", "R465A.MIX"}) {
+        SCOPED_TRACE(name);
+        fluid("PROPANE.FLD");
+        const auto first = values(fluid(name));
+        EXPECT_EQ(values(fluid(name)), first);
+        fluid("PROPANE.FLD");
+        EXPECT_EQ(values(fluid(name)), first);
+    }
+}
+
+TEST(InitSubstance, AWrittenValueOfABlendEndsWithTheNextSetUp) {
+    const double molarMass = fluid("R410A.MIX").WM;
+    Text255 text, herr;
+    int count = 0, ierr = 0;
+    double written = 100.0, array[passedArraySize] = {};
+    PASSCMN("wmas", 1, 1, 0, text, count, written, array, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    EXPECT_EQ(fluid("R410A.MIX").WM, molarMass);
 }
 
 TEST(InitDome, RowsClimbFromTheStartTowardsTheCriticalPoint) {

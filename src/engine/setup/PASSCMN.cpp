@@ -166,6 +166,8 @@ void write(const Item& item, const Text255& hstr, int ival, double rval, const d
         cppTerms[icomp].TSVCP0 = 0.0;
         if (item.ofEquation) SETEXP(icomp);
     }
+    // a mixture has its own values again with the next set-up
+    if (modelTags.NC > 1) modelTags.LFORCESETUP = true;
     // what was remembered was computed with the old values
     for (Ph0Slot& slot : ph0Terms) clearSavedValues(slot);
     saturationSpline.SPLINEREADY = false;

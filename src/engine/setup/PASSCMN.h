@@ -27,7 +27,8 @@ inline constexpr int passedArraySize = 100;
 //                     other scalars are cleared, and a value of 0 leaves the cleared argument
 //   Codes     1       name not known
 //             2       slot or count out of bounds: a slot that does not exist is neither read nor written
-//   Notes     A write clears the caches (RESETA) and makes the model's tables anew.
+//   Notes     A write clears the caches (RESETA) and makes the model's tables anew. What is written of a pure fluid stays
+//             until another one is set up, what is written of a mixture until the next set-up.
 void PASSCMN(std::string_view hvr, int iwrite, int icomp, int jcomp, Text255& hstr, int& ival, double& rval,
              double (&arr)[passedArraySize], int& ierr, Text255& herr);
 
