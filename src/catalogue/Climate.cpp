@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "Names.h"
+#include "OneRefrigerant.h"
 #include "StateQuery.h"
 #include "UTILITY.h"
 
@@ -39,7 +40,7 @@ void addComponents(const Fluid& fluid, const std::string& dataFolder, std::size_
     double sum = 0.0;
     for (std::size_t i = 0; i < fractions.size(); ++i) {
         const std::string& file = fluid.components[i].file;
-        const Refrigerant* component = Refrigerants::of(dataFolder).find(file);
+        const Refrigerant* component = oneRefrigerant(dataFolder, file);
         if (component == nullptr || !(component->gwp[report] || component->gwpBelow[report]))
             climate.leftOut.push_back(FluidNames::of(dataFolder).shownName(file));
         else
@@ -77,7 +78,7 @@ Climate climateOf(const Fluid& fluid, const std::string& dataFolder, std::size_t
         return climate;
     }
     climate.name = FluidNames::of(dataFolder).shownName(fluid.file);
-    if (const Refrigerant* known = Refrigerants::of(dataFolder).find(fluid.file)) {
+    if (const Refrigerant* known = oneRefrigerant(dataFolder, fluid.file)) {
         climate.safetyClass = known->safetyClass;
         climate.gwp = known->gwp[report] ? known->gwp[report] : known->gwpBelow[report];
         climate.below = !known->gwp[report] && known->gwpBelow[report];

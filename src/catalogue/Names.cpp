@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "EditDistance.h"
-#include "Refrigerants.h"
+#include "OneRefrigerant.h"
 
 namespace frigana::catalogue {
 
@@ -58,9 +58,8 @@ struct FluidNames::Tables {
     fs::file_time_type read[2] = {};
     bool everRead = false;
 
-    // Names of refrigerants.json: folded name to the stem of a file, and the stem's designation.
+    // Names of refrigerants.json: folded name to the stem of a file.
     std::unordered_map<std::string, std::string> aliases;
-    std::unordered_map<std::string, std::string> designations;
     std::vector<std::string> spellings;
     bool aliasesRead = false;
 
@@ -96,9 +95,6 @@ struct FluidNames::Tables {
                 if (name.empty()) continue;
                 if (aliases.emplace(foldedName(name), fluid.name).second) spellings.push_back(name);
             }
-            std::string designation = fluid.designation;
-            designation.erase(std::remove(designation.begin(), designation.end(), '-'), designation.end());
-            if (!designation.empty()) designations.emplace(uppercase(fluid.name), designation);
         }
     }
 
@@ -184,12 +180,13 @@ std::vector<std::string> FluidNames::near(std::string_view name) const {
 }
 
 std::string FluidNames::shownName(std::string_view file) const {
-    tables_->readAliases();
     std::string stem = stemOf(file);
-    const auto designation = tables_->designations.find(uppercase(stem));
-    if (designation == tables_->designations.end()) return stem;
     // R-717 and ammonia are both usual; the name of the file says which one this installation prefers.
-    return uppercase(stem).starts_with("R") && isDigit(stem.size() > 1 ? stem[1] : ' ') ? designation->second : stem;
+    const bool numbered = stem.size() > 1 && upper(stem[0]) == 'R' && isDigit(stem[1]);
+    const Refrigerant* known = numbered ? oneRefrigerant(tables_->folder, file) : nullptr;
+    std::string designation = known == nullptr ? std::string() : known->designation;
+    designation.erase(std::remove(designation.begin(), designation.end(), '-'), designation.end());
+    return designation.empty() ? stem : designation;
 }
 
 std::string FluidNames::nameFor(std::string_view file) const {

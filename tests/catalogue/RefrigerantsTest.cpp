@@ -1,6 +1,6 @@
 // Designations, classes and potentials of refrigerants.json: every fluid and blend of the installation has its record,
 // and the figures of blends are those of their components.
-#include "Refrigerants.h"
+#include "OneRefrigerant.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +11,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <tuple>
 
 #include "Larger.h"
 #include "TemporaryFolder.h"
@@ -115,6 +116,47 @@ TEST(Refrigerants, AFileThatIsMissingOrDamagedListsNothing) {
     ASSERT_EQ(list.all().size(), 1u);
     EXPECT_FALSE(list.all()[0].gwp[2]);
     EXPECT_FALSE(list.all()[0].odp);
+}
+
+TEST(OneRefrigerant, IsTheRecordOfTheList) {
+    int compared = 0;
+    for (const Refrigerant& listed : Refrigerants::of(test::dataFolder).all()) {
+        SCOPED_TRACE(listed.name);
+        const Refrigerant* one = oneRefrigerant(test::dataFolder, listed.name + (listed.blend ? ".mix" : ".FLD"));
+        ASSERT_NE(one, nullptr);
+        EXPECT_EQ(std::tie(one->name, one->blend, one->family, one->designation, one->cas, one->safetyClass, one->note,
+                           one->aliases, one->odp, one->gwp, one->gwpBelow, one->gwpLeftOut),
+                  std::tie(listed.name, listed.blend, listed.family, listed.designation, listed.cas, listed.safetyClass,
+                           listed.note, listed.aliases, listed.odp, listed.gwp, listed.gwpBelow, listed.gwpLeftOut));
+        ++compared;
+    }
+    EXPECT_GT(compared, 200);
+    EXPECT_EQ(oneRefrigerant(test::dataFolder, "R999.FLD"), nullptr);
+    EXPECT_EQ(oneRefrigerant(test::dataFolder, ""), nullptr);
+}
+
+// Each text is read as that of another folder, since what was read is kept.
+TEST(OneRefrigerant, IsFoundInAnyFormOfTheFileAndNotInADamagedOne) {
+    const auto classIn = [](const char* text) {
+        const test::TemporaryFolder folder;
+        if (text != nullptr) test::writeFile(folder.path("refrigerants.json"), text);
+        const Refrigerant* one = oneRefrigerant(folder.path(), "R1");
+        return one == nullptr ? std::string("none") : one->safetyClass;
+    };
+    EXPECT_EQ(classIn(R"({"fluids":[{"name":"R2","safety_class":"B"},{"safety_class":"A","name":"R1"}]})"), "A");
+    EXPECT_EQ(
+        classIn("{\n\t\"note\" : \"}]\\\\\\\" {\",\r\n \"fluids\" : [ null , 3.5e1 , [\"name\"] ,\n"
+                "{ \"x\" : {\"name\" : \"R1\"} , \"safety_class\" : \"C\" , \"name\" : \"\\u0052\\u0031\" } ] }\n"),
+        "C");
+    // the first of two counts
+    EXPECT_EQ(classIn(R"({"fluids": [{"name": "r1", "safety_class": "A"}, {"name": "R1", "safety_class": "B"}]})"),
+              "A");
+    for (const char* damaged :
+         {"", "{", "[]", "{\"fluids\": 3}", "{\"fluids\": [{\"name\": \"R1\"", "{\"fluids\": [{\"name\": \"R1\"}]",
+          "{\"fluids\": [{\"name\": \"R1\"}", "{\"fluids\": [{\"name\": \"R1}]}", "{\"fluids\": [{\"name\": 1}]}",
+          "{\"fluids\": [{\"name\": \"R1\", \"odp\": x y}]}", "{\"fluids\" [{\"name\": \"R1\"}]}", "{\"fluids\": ,}"})
+        EXPECT_EQ(classIn(damaged), "none") << damaged;
+    EXPECT_EQ(classIn(nullptr), "none");
 }
 
 TEST(Refrigerants, EstimatesAreToldByTheFiles) {
