@@ -1,14 +1,9 @@
 #include "SAT_SUB_HOTTEST.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <utility>
 
 #include "CORE_PR.h"
-#include "DISPATCH.h"
-#include "FluidConstants.h"
-#include "LIMITS.h"
+#include "KnownEquations.h"
 #include "ModelTags.h"
 #include "PhaseCheck.h"
 #include "SAT_SUB_NEWTON.h"
@@ -21,44 +16,8 @@ namespace {
 
 HottestSaturation hottest;
 
-// ---- over set-ups -----------------------------------------------------------------------------------------------
-// A cycle sets the same blend up again and again. The equation with its mixing parameters is known by its own values,
-// so that a changed file or parameter makes another one.
-
-struct KnownEnd {
-    bool given = false;
-    int components = 0;
-    std::array<double, 17> equation{};
-    HottestSaturation end;
-};
-
-constexpr int mostKnown = 4;
-KnownEnd knownEnds[mostKnown];
-int oldestKnown = 0;
-
-KnownEnd describe(const Composition& z, const CriticalPoint& critical) {
-    KnownEnd known;
-    known.components = modelTags.NC;
-    known.end.x = z;
-    double* value = known.equation.data();
-    for (const double each : {critical.T, critical.p, critical.D, fluidConstants.R}) *value++ = each;
-    double tz, rhoz, tmin, tmax, Dmax, pmax;
-    REDX(z, tz, rhoz);
-    LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
-    for (const double each : {tz, rhoz, tmin, tmax, Dmax}) *value++ = each;
-    struct State {
-        double tau, del;
-    };
-    for (const State& s : {State{1.2, 0.7}, State{1.05, 2.1}})
-        for (const auto& [itau, idel] : {std::pair{0, 0}, {0, 1}, {1, 0}, {0, 2}})
-            *value++ = PHIX(itau, idel, s.tau, s.del, z);
-    return known;
-}
-
-bool sameEquation(const KnownEnd& a, const KnownEnd& b) {
-    return a.given && a.components == b.components && a.equation == b.equation &&
-           std::equal(a.end.x.begin(), a.end.x.begin() + a.components, b.end.x.begin());
-}
+// The ends that were found for the last equations, kept over set-ups.
+KnownEquations<HottestSaturation> knownEnds;
 
 // What Newton's method leaves for others is as before when the line has been followed.
 class Unseen {
@@ -160,18 +119,13 @@ void followToHottest(const Composition& z, const CriticalPoint& critical) {
 }
 
 void findHottest(const Composition& z, const CriticalPoint& critical) {
-    KnownEnd wanted = describe(z, critical);
-    const auto found = std::find_if(std::begin(knownEnds), std::end(knownEnds),
-                                    [&](const KnownEnd& known) { return sameEquation(known, wanted); });
-    if (found != std::end(knownEnds)) {
-        hottest = found->end;
+    const EquationValues equation = describeEquation(z, critical);
+    if (const HottestSaturation* known = knownEnds.find(equation)) {
+        hottest = *known;
         return;
     }
     followToHottest(z, critical);
-    wanted.given = true;
-    wanted.end = hottest;
-    knownEnds[oldestKnown] = wanted;
-    oldestKnown = (oldestKnown + 1) % mostKnown;
+    knownEnds.keep(equation, hottest);
 }
 
 bool sameComposition(const Composition& x) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "CORE_PR.h"
+#include "KnownEquations.h"
 #include "LIMITS.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
@@ -27,6 +28,9 @@ struct SplitLiquids {
     double T = 0.0;  // [K] above it no liquid of the dew line splits
 };
 SplitLiquids split;
+
+// The temperatures that were found for the last equations, kept over set-ups.
+KnownEquations<double> knownSplits;
 
 // One exchange of the liquid beside the vapor z: its composition by the ratio of the fugacities. Returned is their sum,
 // above one where the liquid lies below the plane that touches the Gibbs energy of the vapor; 0 if it was lost.
@@ -88,20 +92,32 @@ bool dewPointAt(double T, const Composition& z, PhasePair& dew) {
     return newtonEquilibrium(dew, z, 2, 0, ierr, herr) == NewtonEnd::found;
 }
 
+// Splits grow toward the cold end, so that a few places tell them.
+double searchWarmest(const Composition& z, const CriticalPoint& critical) {
+    double tmin, tmax, Dmax, pmax;
+    LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
+    constexpr int places = 4;
+    const double step = (warmestSplit * critical.T - tmin) / places;
+    double warmest = 0.0;
+    for (int k = 0; k < places && step > 0.0; ++k) {
+        PhasePair dew;
+        PhasePair liquid;
+        if (dewPointAt(tmin + k * step, z, dew) && !isStable(z, dew, liquid)) warmest = tmin + (k + 1) * step;
+    }
+    return warmest;
+}
+
 double warmestOf(const Composition& z, const CriticalPoint& critical) {
     bool same = split.known;
     for (int i = 1; i <= modelTags.NC; ++i) same = same && std::fabs(z[i] - split.x[i]) <= 1e-9;
     if (same) return split.T;
-    split = {true, z, 0.0};
-    double tmin, tmax, Dmax, pmax;
-    LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
-    // splits grow toward the cold end, so that a few places tell them
-    constexpr int places = 4;
-    const double step = (warmestSplit * critical.T - tmin) / places;
-    for (int k = 0; k < places && step > 0.0; ++k) {
-        PhasePair dew;
-        PhasePair liquid;
-        if (dewPointAt(tmin + k * step, z, dew) && !isStable(z, dew, liquid)) split.T = tmin + (k + 1) * step;
+    const EquationValues equation = describeEquation(z, critical);
+    if (const double* known = knownSplits.find(equation)) {
+        split = {true, z, *known};
+    } else {
+        split = {true, z, 0.0};  // while it is being searched for
+        split.T = searchWarmest(z, critical);
+        knownSplits.keep(equation, split.T);
     }
     return split.T;
 }
