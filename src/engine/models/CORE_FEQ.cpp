@@ -7,6 +7,7 @@
 #include "ModelTags.h"
 #include "ReaderReport.h"
 #include "SharedLogarithm.h"
+#include "WideLoops.h"
 
 namespace frigana {
 
@@ -128,7 +129,7 @@ void evaluateRows(FeqSlot& f, double tau, double del) {
 }
 
 // Values of all terms at a new state; their sum is order (0, 0).
-void evaluateTerms(FeqSlot& f, double tau, double del) {
+FRIGANA_WIDE_LOOPS void evaluateTerms(FeqSlot& f, double tau, double del) {
     f.HDRVFLG = 0;
     if (derivedSlot == &f) derivedSlot = nullptr;
     if (std::fabs(tau - f.TAUSVF) > sameTau) {
@@ -222,7 +223,7 @@ double distanceSecond(double value, const RowSide& r) {
 }
 
 // First and second derivative in del of every term into PHIR01 and PHIR02.
-void deriveInDel(const FeqSlot& f, double del) {
+FRIGANA_WIDE_LOOPS void deriveInDel(const FeqSlot& f, double del) {
     if (derivedSlot == &f && derivedDel == del) return;
     derivedSlot = &f;
     derivedDel = del;
@@ -246,7 +247,7 @@ void deriveInDel(const FeqSlot& f, double del) {
 }
 
 // First and second derivative in tau of every term into PHIR10 and PHIR20.
-void deriveInTau(const FeqSlot& f, double tau) {
+FRIGANA_WIDE_LOOPS void deriveInTau(const FeqSlot& f, double tau) {
     for (int k = 1; k <= f.NTERMF; ++k) {
         const double value = f.PHISVF[k], t = f.TIFEQ[k];
         PHIR10[k] = value * t;
@@ -284,7 +285,7 @@ void sumInDel(FeqSlot& f, double del) {
 }
 
 // Orders (1,0), (2,0) and (1,1).
-void sumInTau(FeqSlot& f, double tau, double del) {
+FRIGANA_WIDE_LOOPS void sumInTau(FeqSlot& f, double tau, double del) {
     deriveInDel(f, del);
     deriveInTau(f, tau);
     FeqTermArray PHIR11;

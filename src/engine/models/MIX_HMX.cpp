@@ -7,8 +7,10 @@
 #include "FluidConstants.h"
 #include "Message.h"
 #include "ModelTags.h"
+#include "ReducingMemory.h"
 #include "SharedLogarithm.h"
 #include "UTILITY.h"
+#include "WideLoops.h"
 
 namespace frigana {
 
@@ -287,10 +289,48 @@ void RDXHMX(int ix, int icmp, int icmp2, const Composition& x, double& Tr, doubl
     Dr = ix == 1 ? r.dV[icmp] : r.d2V[icmp][second];
 }
 
+namespace {
+
+// The values of the last two compositions. The properties of a state are asked for one after the other, and an
+// equilibrium goes to and fro between its phases. Written by REDHMX, cleared by forgetReducingValues.
+struct KnownReducing {
+    int count = 0;  // components; 0 where nothing is known
+    bool cubic = false;
+    Composition x{};
+    double Tr = 0.0, Dr = 0.0;
+};
+KnownReducing knownReducing[2];
+int lastReducing = 0;
+
+bool knows(const KnownReducing& known, bool cubic, const Composition& x) {
+    if (known.count != modelTags.NC || known.cubic != cubic) return false;
+    for (int i = 1; i <= known.count; ++i)
+        if (known.x[i] != x[i]) return false;
+    return true;
+}
+
+}  // namespace
+
+void forgetReducingValues() {
+    for (KnownReducing& known : knownReducing) known.count = 0;
+}
+
 void REDHMX(const Composition& x, double& Tr, double& Dr) {
-    int ierr = 0;
-    Text255 herr;
-    RDXHMX(0, 0, 0, x, Tr, Dr, ierr, herr);
+    const bool cubic = cubicSelected();
+    if (!knows(knownReducing[lastReducing], cubic, x)) {
+        lastReducing = 1 - lastReducing;
+        KnownReducing& known = knownReducing[lastReducing];
+        if (!knows(known, cubic, x)) {
+            int ierr = 0;
+            Text255 herr;
+            RDXHMX(0, 0, 0, x, known.Tr, known.Dr, ierr, herr);
+            known.count = ierr == 0 ? modelTags.NC : 0;
+            known.cubic = cubic;
+            known.x = x;
+        }
+    }
+    Tr = knownReducing[lastReducing].Tr;
+    Dr = knownReducing[lastReducing].Dr;
 }
 
 // ---- departure functions ---------------------------------------------------------------------------------------
@@ -338,7 +378,7 @@ constexpr std::uint32_t flag(int itau, int idel) {
 }
 
 // Terms at a new state; their sum is order (0, 0).
-void evaluateTerms(const MixingPair& p, double tau, double del, DepartureCache& c) {
+FRIGANA_WIDE_LOOPS void evaluateTerms(const MixingPair& p, double tau, double del, DepartureCache& c) {
     c.TAUSVH = tau;
     c.DELSVH = del;
     const double lnTau = sharedLogTau.of(tau), lnDel = sharedLogDel.of(del);

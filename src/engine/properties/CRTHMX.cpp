@@ -1,7 +1,9 @@
 // Critical point of a mixture from the critical lines of its binary pairs.
 #include <cmath>
 
+#include "CORE_FEQ.h"
 #include "CORE_PR.h"
+#include "CriticalMemory.h"
 #include "DISPATCH.h"
 #include "MIX_HMX.h"
 #include "Message.h"
@@ -29,6 +31,11 @@ bool sameComposition(const Composition& x, const Composition& known) {
     for (int i = 1; i <= modelTags.NC; ++i)
         if (std::fabs(x[i] - known[i]) > 1e-6) return false;
     return true;
+}
+
+// "TC1" or "VC1", the tags of a critical line in temperature and in volume.
+bool isOne(const Text3& tag, char first) {
+    return tag[1] == first && tag[2] == 'C' && tag[3] == '1';
 }
 
 bool envelopeKnown(const Composition& x) {
@@ -87,7 +94,7 @@ bool criticalLineOf(const Composition& x, double& Tc, double& Pc, double& Dc, in
         for (int j = i + 1; j <= nc; ++j) {
             if (x[j] <= 0.0) continue;
             const MixingPair& p = mixingParameters.pair[i][j];
-            if (p.HMODTC != "TC1" || p.HMODVC != "VC1") {
+            if (!isOne(p.HMODTC, 'T') || !isOne(p.HMODVC, 'V')) {
                 lines = false;
                 break;
             }
@@ -121,10 +128,55 @@ bool criticalLineOf(const Composition& x, double& Tc, double& Pc, double& Dc, in
     return false;
 }
 
+namespace {
+
+// Of Helmholtz equations alone: other models take their turns with them without a set-up, or keep states of their own.
+bool canBeKept() {
+    bool helmholtz = modelTags.HEOS == "HMX";
+    for (int i = 1; i <= modelTags.NC; ++i) helmholtz = helmholtz && modelTags.HMXEOS[i].startsWith("FE");
+    return helmholtz;
+}
+
+// The last estimate: all questions about one composition begin with its critical point. Written by criticalPressureAt,
+// cleared by forgetCriticalPressure.
+struct EstimatedPressure {
+    int count = 0;  // components; 0 where nothing is known
+    Composition x{};
+    double T = 0.0, D = 0.0, p = 0.0;
+
+    bool isOf(double Tc, double Dc, const Composition& z) const {
+        if (count != modelTags.NC || T != Tc || D != Dc || !(modelTags.HEOS == "HMX")) return false;
+        for (int i = 1; i <= count; ++i)
+            if (x[i] != z[i]) return false;
+        return true;
+    }
+};
+EstimatedPressure lastEstimate;
+
+// The models take two states for one when they differ in the last digits only. What follows the critical point is
+// evaluated afresh, so that no result depends on whether the point was kept.
+void leaveState() {
+    for (int i = 1; i <= modelTags.NC; ++i) feqTerms[i].TAUSVF = feqTerms[i].DELSVF = 0.0;
+    for (DepartureCache& cache : departureCache) cache.TAUSVH = cache.DELSVH = 0.0;
+}
+
+}  // namespace
+
+void forgetCriticalPressure() {
+    lastEstimate.count = 0;
+}
+
 double criticalPressureAt(double Tc, double Dc, const Composition& x) {
+    if (lastEstimate.isOf(Tc, Dc, x)) {
+        RMIX(x);  // as every routine that asks for a property
+        leaveState();
+        return lastEstimate.p;
+    }
     double Pc;
     PRESS(Tc, Dc, x, Pc);
-    return Pc < 0.0 ? fluidConstants.PCRIT[1] : Pc;
+    if (Pc < 0.0) Pc = fluidConstants.PCRIT[1];
+    lastEstimate = {canBeKept() ? modelTags.NC : 0, x, Tc, Dc, Pc};
+    return Pc;
 }
 
 void CRTHMX(const Composition& x, double& Tc, double& Pc, double& Dc, int& ierr, Text255& herr) {

@@ -5,6 +5,7 @@
 #include "CORE_ANC.h"
 #include "CORE_FEQ.h"
 #include "CORE_PR.h"
+#include "CriticalMemory.h"
 #include "CriticalPoint.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
@@ -13,6 +14,7 @@
 #include "ModelTags.h"
 #include "OPENFL.h"
 #include "ReaderReport.h"
+#include "ReducingMemory.h"
 #include "ReferenceState.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_EXPANSION.h"
@@ -407,6 +409,8 @@ void forgetSaturation() {
     resetSpinodalTables();
     resetSaturationExtrema();
     forgetExpansions();
+    forgetReducingValues();
+    forgetCriticalPressure();
 }
 
 void RESETA() {

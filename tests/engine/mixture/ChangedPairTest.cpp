@@ -2,8 +2,11 @@
 #include <cstdio>
 
 #include "MixtureSetUp.h"
+#include "PREOS.h"
 #include "SETKTV.h"
 #include "SaturationSpline.h"
+#include "TPRHO.h"
+#include "UTILITY.h"
 
 namespace frigana::test {
 namespace {
@@ -108,6 +111,43 @@ TEST_F(ChangedPair, NumbersAloneAreChangedWithoutTheFile) {
     numbers[1] -= 5.0;
     SETKTV(2, 1, "LJ1", numbers, nowhere, ierr, herr);
     EXPECT_EQ(pressure(x), original);
+}
+
+// The estimate of the last composition is kept, with the gas constant that every question leaves behind.
+TEST_F(ChangedPair, ThePressureAtTheEstimatedCriticalPointFollowsTheParameters) {
+    ASSERT_EQ(setUp({"R32", "R125"}), 0);
+    const Composition other = fractions({0.7, 0.3});
+    const auto expectEstimate = [&](const Composition& z) {
+        double T = 0.0, P = 0.0, D = 0.0, p = 0.0, R = 0.0;
+        CRITP(z, T, P, D, ierr, herr);
+        EXPECT_LE(ierr, 0) << message();
+        RMIX2(z, R);
+        EXPECT_EQ(fluidConstants.R, R);
+        PRESS(1.1 * T, 0.1 * D, other, p);
+        PRESS(T, D, z, p);
+        EXPECT_NEAR(P, p, 1e-12 * p);
+        return P;
+    };
+    const double original = expectEstimate(x);
+    EXPECT_NE(expectEstimate(other), original);
+    EXPECT_EQ(expectEstimate(x), original);
+    pressure(other);
+    EXPECT_EQ(expectEstimate(x), original);
+
+    MixNumbers numbers = ask(1, 2).numbers;
+    numbers[1] += 5.0;
+    EXPECT_EQ(change(1, 2, "LJ1", numbers), 0) << message();
+    EXPECT_GT(std::fabs(expectEstimate(x) - original), 1.0);
+    numbers[1] -= 5.0;
+    EXPECT_EQ(change(1, 2, "LJ1", numbers), 0) << message();
+    EXPECT_EQ(expectEstimate(x), original);
+
+    int choice = 1;
+    PREOS(choice);
+    expectEstimate(x);
+    choice = 0;
+    PREOS(choice);
+    EXPECT_EQ(expectEstimate(x), original);
 }
 
 // A changed pair of a file of the other order keeps that order: the same numbers, the same mixture.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 
 #include "EngineSetUp.h"
@@ -60,6 +61,29 @@ TEST(Exponentials, WhatIsNoNumberStaysNone) {
     exponentials(&e, &result, 1);
     EXPECT_TRUE(std::isnan(result));
 }
+
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
+// What the functions with wide loops rest on: the wider registers change no bit.
+__attribute__((noinline)) void plainOnes(const double* e, double* result, int count) {
+    exponentials(e, result, count);
+}
+__attribute__((noinline, target("avx2"))) void wideOnes(const double* e, double* result, int count) {
+    exponentials(e, result, count);
+}
+
+TEST(Exponentials, AreTheSameBitsInWiderRegisters) {
+    if (!__builtin_cpu_supports("avx2")) GTEST_SKIP() << "this processor has no registers of four numbers";
+    frigana::test::Random random;
+    for (int round = 0; round < 20000; ++round) {
+        std::array<double, 21> e{}, plain{}, wide{};
+        const double width = round % 2 == 0 ? 700.0 : 1.0;
+        for (double& value : e) value = random.between(-width, width);
+        plainOnes(e.data(), plain.data(), static_cast<int>(e.size()));
+        wideOnes(e.data(), wide.data(), static_cast<int>(e.size()));
+        ASSERT_EQ(std::memcmp(plain.data(), wide.data(), sizeof plain), 0) << round;
+    }
+}
+#endif
 
 TEST(SharedLogarithm, GivesTheLibrarysValueOfEveryArgument) {
     frigana::SharedLogarithm shared;
