@@ -25,14 +25,22 @@ void insertBlank(Text255& text, int position) {
     *at = ' ';
 }
 
+// Position of a piece of a message that has at most three blanks at its end; 0 where it does not stand. Most of a
+// message's field is blank behind its text.
+int findInText(const Text255& text, std::string_view piece) {
+    const int end = std::min(text.length() + 3, Text255::size);
+    const auto at = text.slice(1, end).find(piece);
+    return at == std::string_view::npos ? 0 : static_cast<int>(at) + 1;
+}
+
 bool tidyOnce(Text255& text) {
     for (const char* unit : {"   K", "   MPa", "   mol", "   J/mol"}) {
-        if (const int at = text.find(unit); at > 0) {
+        if (const int at = findInText(text, unit); at > 0) {
             removeAt(text, at, 2);
             return true;
         }
     }
-    if (const int at = text.find("=0"); at > 0) {
+    if (const int at = findInText(text, "=0"); at > 0) {
         insertBlank(text, at + 1);
         return true;
     }
@@ -170,7 +178,7 @@ void ERRMSG(int ierr, Text255& herr) {
     }
     constexpr std::string_view danglingEnds[] = {";   ", {"; \0", 3}, {";  \0", 4}};
     for (const std::string_view end : danglingEnds)
-        if (const int at = herr.find(end); at > 0) removeAt(herr, at, 1);
+        if (const int at = findInText(herr, end); at > 0) removeAt(herr, at, 1);
 
     if (ierr == 0 || modelTags.IPRINTERR == 0) return;
     if (ierr < 0 && modelTags.IPRINTERR > 0) return;

@@ -41,6 +41,13 @@ void refreshLowerBound(CppSlot& c, double tref) {
     }
 }
 
+// Most equations begin with a constant: its power, and that of its integral, need none.
+double powerOf(double x, double exponent) {
+    if (exponent == 0.0) return 1.0;
+    if (exponent == 1.0) return x;
+    return std::pow(x, exponent);
+}
+
 double planckExponential(CppSlot& c, int k, double u) {
     if (c.planckArgument[k] != u) {
         c.planckArgument[k] = u;
@@ -95,7 +102,7 @@ double CP0CPP(int icomp, double t) {
     int k = 0;
     for (int i = 1; i <= c.NTERMC; ++i) {
         ++k;
-        sum += c.CPC0[k] * std::pow(reduced, c.XKC0[k]);
+        sum += c.CPC0[k] * powerOf(reduced, c.XKC0[k]);
     }
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;
@@ -129,7 +136,7 @@ double CPICPP(int icomp, double t) {
         if (std::fabs(e) < 1e-6)
             sum += c.CPC0[k] * c.TREDCP * std::log(t / tref);
         else
-            sum += c.CPC0[k] * (std::pow(t, e) - c.lowerPowerI[k]) / (e * c.reducedPower[k]);
+            sum += c.CPC0[k] * (powerOf(t, e) - c.lowerPowerI[k]) / (e * c.reducedPower[k]);
     }
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;
@@ -162,7 +169,7 @@ double CPTCPP(int icomp, double t) {
         if (std::fabs(c.XKC0[k]) < 1e-6)
             sum += c.CPC0[k] * std::log(t / tref);
         else
-            sum += c.CPC0[k] * (std::pow(t, c.XKC0[k]) - c.lowerPowerT[k]) / (c.XKC0[k] * c.reducedPower[k]);
+            sum += c.CPC0[k] * (powerOf(t, c.XKC0[k]) - c.lowerPowerT[k]) / (c.XKC0[k] * c.reducedPower[k]);
     }
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;

@@ -25,8 +25,12 @@ struct Bounds {
     double tmin, tmax, Dmax, pmax;
 };
 
-bool isKind(const Text3& htype, std::string_view upper, std::string_view lower) {
-    return htype == upper || htype == lower;
+// Letter by letter: limits are asked for in every saturation.
+bool is(const Text3& tag, const char (&letters)[4]) {
+    return tag[1] == letters[0] && tag[2] == letters[1] && tag[3] == letters[2];
+}
+bool isKind(const Text3& htype, const char (&upper)[4], const char (&lower)[4]) {
+    return is(htype, upper) || is(htype, lower);
 }
 
 bool isSurfaceTension(const Text3& htype) {
