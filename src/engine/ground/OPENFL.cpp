@@ -82,10 +82,11 @@ struct OpenedFile {
     char path[longestPath + 1];
     FileStamp stamp;
 };
-struct {
+struct OpenedFiles {
     int count = 0;
     OpenedFile file[mostOpenedFiles];
-} opened;
+};
+constinit OpenedFiles opened{};
 
 void remember(int iunit) {
     if (opened.count == mostOpenedFiles) return;

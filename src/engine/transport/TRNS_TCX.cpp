@@ -12,7 +12,7 @@
 
 namespace frigana {
 
-SlotArray<ConductivitySlot> conductivityTerms;
+constinit SlotArray<ConductivitySlot> conductivityTerms{};
 
 // ------------------------------------------------------------------------------------------------------- readers
 

@@ -13,7 +13,7 @@
 
 namespace frigana {
 
-SlotArray<ViscositySlot> viscosityTerms;
+constinit SlotArray<ViscositySlot> viscosityTerms{};
 
 // ------------------------------------------------------------------------------------------------------- readers
 
