@@ -1,24 +1,33 @@
-// Time of one state that was never asked for before: random states of every class, each asked for once.
+// Time of what was never asked for before: random states of every class, each asked for once; set-ups after another
+// fluid, domes and whole requests of the basic cycle, each with other numbers.
 //
 //   bench_states [--states n] [--seed n] [fluid ...]
 //
-// A line per fluid and class: fluid, class, states, median, 99th percentile [us], states that were refused. The clock's
-// own time is taken off.
+// A line per fluid and class: fluid, class, how many, median, 99th percentile [us], how many were refused. The clock's
+// own time is taken off. There are a tenth as many set-ups, domes and requests. scripts/bench-table runs it for two
+// trees.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "22_InitVaporDome.h"
 #include "FlashState.h"
 #include "LIMITS.h"
+#include "PROP_SUB.h"
 #include "PureFluid.h"
 #include "SAT_SUB.h"
+#include "Substances.h"
 #include "UTILITY.h"
+#include "frigana.h"
 
 namespace {
 
@@ -89,16 +98,17 @@ bool randomState(Region region, std::mt19937_64& generator, FlashState& state) {
 
 struct Row {
     const char* name;
-    std::string_view letters;  // of the flash; S: saturation at T, at p
+    std::string_view letters;  // of the flash; S: saturation at T, at p; *: properties at T and density
     Region region;
 };
 constexpr Row rows[] = {
-    {"SATT", "ST", Region::both},      {"SATP", "SP", Region::both},        {"TP liquid", "TP", Region::liquid},
-    {"TP vapor", "TP", Region::vapor}, {"TD liquid", "TD", Region::liquid}, {"TD vapor", "TD", Region::vapor},
-    {"TD both", "TD", Region::both},   {"PH liquid", "PH", Region::liquid}, {"PH vapor", "PH", Region::vapor},
-    {"PH both", "PH", Region::both},   {"PH dense", "PH", Region::dense},   {"PS liquid", "PS", Region::liquid},
-    {"PS vapor", "PS", Region::vapor}, {"PS both", "PS", Region::both},     {"HS liquid", "HS", Region::liquid},
-    {"HS vapor", "HS", Region::vapor}, {"HS both", "HS", Region::both},
+    {"THERM", "*T", Region::liquid},     {"SATT", "ST", Region::both},        {"SATP", "SP", Region::both},
+    {"PQ", "PQ", Region::both},          {"TP liquid", "TP", Region::liquid}, {"TP vapor", "TP", Region::vapor},
+    {"TD liquid", "TD", Region::liquid}, {"TD vapor", "TD", Region::vapor},   {"TD both", "TD", Region::both},
+    {"PH liquid", "PH", Region::liquid}, {"PH vapor", "PH", Region::vapor},   {"PH both", "PH", Region::both},
+    {"PH dense", "PH", Region::dense},   {"PS liquid", "PS", Region::liquid}, {"PS vapor", "PS", Region::vapor},
+    {"PS both", "PS", Region::both},     {"HS liquid", "HS", Region::liquid}, {"HS vapor", "HS", Region::vapor},
+    {"HS both", "HS", Region::both},
 };
 
 double microseconds(Clock::time_point from, Clock::time_point to) {
@@ -106,6 +116,14 @@ double microseconds(Clock::time_point from, Clock::time_point to) {
 }
 
 double ask(const Row& row, FlashState& state, bool& refused) {
+    if (row.letters[0] == '*') {
+        double p = 0, e = 0, h = 0, s = 0, cv = 0, cp = 0, w = 0, throttling = 0;
+        const auto start = Clock::now();
+        THERM(state.T, state.D, z, p, e, h, s, cv, cp, w, throttling);
+        const auto end = Clock::now();
+        refused = !(p > 0.0);
+        return microseconds(start, end);
+    }
     if (row.letters[0] == 'S') {
         Composition x, y;
         double other = 0, Dl = 0, Dv = 0;
@@ -129,6 +147,14 @@ double ask(const Row& row, FlashState& state, bool& refused) {
     return microseconds(start, end);
 }
 
+void print(const std::string& name, const char* what, std::vector<double>& times, long refusals) {
+    std::sort(times.begin(), times.end());
+    const auto at = [&](double share) {
+        return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
+    };
+    std::printf("%-8s %-10s %6zu %10.2f %10.2f %5ld\n", name.c_str(), what, times.size(), at(0.5), at(0.99), refusals);
+}
+
 void measure(const std::string& name, const Row& row, long count, unsigned seed, double clock) {
     std::mt19937_64 generator(seed);
     std::vector<FlashState> states;
@@ -144,12 +170,88 @@ void measure(const std::string& name, const Row& row, long count, unsigned seed,
         times.push_back(ask(row, state, refused) - clock);
         refusals += refused;
     }
-    std::sort(times.begin(), times.end());
-    const auto at = [&](double share) {
-        return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
+    print(name, row.name, times, refusals);
+}
+
+// ---- above the states ----------------------------------------------------------------------------------------------
+
+std::string fileOf(const std::string& name) {
+    const bool blend =
+        std::any_of(std::begin(blends), std::end(blends), [&](const Blend& each) { return name == each.name; });
+    return name + (blend ? ".MIX" : ".FLD");
+}
+
+// The basic cycle of a fluid, from file to file.
+class Plant {
+  public:
+    explicit Plant(std::string file) : file_(std::move(file)) {
+        const std::filesystem::path memory = "/dev/shm";
+        folder_ = (std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path()) /
+                  "frigana-bench-states";
+        std::filesystem::create_directories(folder_);
+        request_ = (folder_ / "plant.fi1").string();
+    }
+    ~Plant() { std::filesystem::remove_all(folder_); }
+    Plant(const Plant&) = delete;
+    Plant& operator=(const Plant&) = delete;
+
+    void choose(double evaporating, double condensing) const {
+        std::ofstream(request_) << "2\nbench\n"
+                                << file_ << "\n2 DEF\n1\n15\n1 " << evaporating
+                                << "\n2 5.0\n1 0.0\n2 2.0\n1 0.0\n1 0.0028\n1 0.7\n1 0.85\n2 0.0\n1 0.0\n1 "
+                                << condensing << "\n2 3.0\n1 0.0\n2 0.0\n1 0.0\n";
+    }
+    void run() const {
+        Frigana(request_.data(), installation_.data(), static_cast<int>(request_.size()),
+                static_cast<int>(installation_.size()));
+    }
+    bool refused() const {
+        std::ifstream result(std::filesystem::path(request_).replace_extension(".fo1"));
+        std::string first;
+        return !(result >> first) || first == "0";
+    }
+
+  private:
+    std::string file_, request_;
+    std::filesystem::path folder_;
+    std::string installation_ = std::string(test::dataFolder) + "/frigana";
+};
+
+void measureSteps(const std::string& name, long count, unsigned seed, double clock) {
+    const std::string file = fileOf(name);
+    std::mt19937_64 generator(seed);
+    std::uniform_real_distribution<double> uniform(0, 1);
+    const auto timed = [&](const char* step, const std::function<void()>& prepare, const std::function<void()>& act,
+                           const std::function<bool()>& refused) {
+        std::vector<double> times;
+        long refusals = 0;
+        for (long k = 0; k < count; ++k) {
+            prepare();
+            const auto start = Clock::now();
+            act();
+            times.push_back(microseconds(start, Clock::now()) - clock);
+            refusals += refused();
+        }
+        print(name, step, times, refusals);
     };
-    std::printf("%-8s %-10s %6zu %10.2f %10.2f %5ld\n", name.c_str(), row.name, times.size(), at(0.5), at(0.99),
-                refusals);
+    const auto never = [] { return false; };
+
+    const std::string other = file == "PROPANE.FLD" ? "R134A.FLD" : "PROPANE.FLD";
+    timed(
+        "set-up", [&] { test::fluid(other.c_str()); }, [&] { test::fluid(file.c_str()); }, never);
+
+    SUBSTANCE& substance = test::fluid(file.c_str());
+    double first = 0;
+    timed(
+        "dome", [&] { first = substance.PC * (0.05 + 0.25 * uniform(generator)); },
+        [&] { INITDATADOME(substance, first); }, never);
+
+    const Plant plant(file);
+    const double Tcrit = substance.TC;
+    timed(
+        "request",
+        [&] { plant.choose(Tcrit * (0.68 + 0.08 * uniform(generator)), Tcrit * (0.82 + 0.08 * uniform(generator))); },
+        [&] { plant.run(); }, [&] { return plant.refused(); });
 }
 
 // Least time between two looks at the clock.
@@ -189,6 +291,7 @@ int main(int argc, char** argv) {
             return 1;
         }
         for (const Row& row : rows) measure(name, row, count, seed, clock);
+        measureSteps(name, std::max(count / 10, 10L), seed, clock);
     }
     return 0;
 }
