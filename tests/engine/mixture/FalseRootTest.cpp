@@ -590,5 +590,35 @@ TEST(FalseRoot, ALiquidAtPressureAndDensityIsNoneBetweenTheSpinodals) {
     }
 }
 
+// Of the two liquids into which these blends fall apart the one of the vapor's own kind has the colder dew point at a
+// pressure, and no other phase lies below the stable one.
+TEST(FalseRoot, DewPointsAtAPressureStandBesideTheStableLiquid) {
+    constexpr struct {
+        const char *first, *second;
+        double x, T;
+    } rows[] = {{"R218", "R22", 0.35, 124.02}, {"BUTANE", "R134A", 0.35, 174.2}, {"ISOBUTAN", "R134A", 0.28, 165.13}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.first);
+        Composition z{};
+        ASSERT_TRUE(setUpMixture({{row.first, row.x}, {row.second, 1.0 - row.x}}, z));
+        const TwoPhases atT = atTemperature(row.T, dew, z);
+        ASSERT_TRUE(inEquilibrium(atT));
+        const TwoPhases atP = atPressure(atT.p, dew, z);
+        ASSERT_TRUE(inEquilibrium(atP));
+        EXPECT_NEAR(atP.T, row.T, 1e-7 * row.T);
+        EXPECT_NEAR(atP.x[1], atT.x[1], 1e-6);
+        // a vapor a little warmer is one phase by every pair, a little colder it is two
+        for (const double warmer : {0.05, -0.05}) {
+            const frigana::test::FlashState state = frigana::test::flash("TP", row.T + warmer, atT.p, z);
+            ASSERT_EQ(state.ierr, 0);
+            EXPECT_EQ(state.twoPhase(), warmer < 0.0);
+            const frigana::test::FlashState found = frigana::test::flash("PH", atT.p, state.h, z);
+            ASSERT_EQ(found.ierr, 0) << words(found.herr);
+            EXPECT_EQ(found.twoPhase(), state.twoPhase());
+            EXPECT_NEAR(found.T, state.T, 1e-6 * state.T);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace frigana::equilibria

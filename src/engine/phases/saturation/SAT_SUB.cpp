@@ -503,11 +503,15 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
             notConvergedAtPressure(148, p, ierr, herr);
         else if (end != NewtonEnd::found)
             lineBySubstitution(method, pair, z, kph + 2, false, critical, Dmax, 0.7 * tmin, ierr, herr);
+        const bool stable = ierr != 0 || kph != dewPoint || settleDewPointAtPressure(z, critical, pair);
         T = pair.T;
         rhol = pair.Dl;
         rhov = pair.Dv;
         xliq = pair.x;
         xvap = pair.y;
+        if (!stable)
+            report(-149, ierr, herr, "[SATP advisory -149] the dew point is not stable, another liquid is; P =",
+                   General{12, 5, p / 1000.0}, " MPa.");
     }
     if (aga8) returnToAga8(T, p, xvap, rhov, ierr, herr);
     commonExit();

@@ -141,6 +141,30 @@ bool settleDewPoint(const Composition& z, const CriticalPoint& critical, PhasePa
     return stable;
 }
 
+bool settleDewPointAtPressure(const Composition& z, const CriticalPoint& critical, PhasePair& dew) {
+    PhasePair stable = dew;
+    if (!settleDewPoint(z, critical, stable)) return false;
+    if (stable.p == dew.p) return true;
+    // The stable one of this temperature has a lower pressure: from it and one beside it along 1/T to the pressure.
+    constexpr double beside = 1.005;
+    const SilentMessages quiet;
+    int ierr = 0;
+    Text255 herr;
+    PhasePair warmer = stable;
+    warmer.T *= beside;
+    if (newtonEquilibrium(warmer, z, 2, 1, ierr, herr) != NewtonEnd::found || !(warmer.p > stable.p)) return false;
+    const double share = std::log(dew.p / stable.p) / std::log(warmer.p / stable.p);
+    PhasePair there = warmer;
+    there.T = 1.0 / (1.0 / stable.T + share * (1.0 / warmer.T - 1.0 / stable.T));
+    there.p = dew.p;
+    PhasePair liquid;
+    if (newtonEquilibrium(there, z, 4, 1, ierr, herr) != NewtonEnd::found || !(there.T > dew.T) ||
+        !isStable(z, there, liquid))
+        return false;
+    dew = there;
+    return true;
+}
+
 void resetSplitLiquids() {
     split = {};
 }

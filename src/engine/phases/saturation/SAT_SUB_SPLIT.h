@@ -15,6 +15,9 @@ namespace frigana {
 //             up the liquid may split; above that nothing is asked.
 bool settleDewPoint(const Composition& z, const CriticalPoint& critical, PhasePair& dew);
 
+// The same at the pressure of the point that was found.
+bool settleDewPointAtPressure(const Composition& z, const CriticalPoint& critical, PhasePair& dew);
+
 // Forgets the composition.
 void resetSplitLiquids();
 
