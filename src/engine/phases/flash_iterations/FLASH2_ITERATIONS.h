@@ -66,9 +66,9 @@ void DBFL1(double D, double b, const Composition& z, std::string_view ab, double
 //   Returned  T, p, Dl, Dv, x, y, q
 //   Codes     those of ABFL2, whose text names D in place of T
 //   Notes     A pure fluid is solved along its isochore to 1e-12 of b, also beside a maximum of the saturated vapor's
-//             enthalpy, and a mixture at a molar share by Newton's method; the secant follows where these fail. That of
-//             a mixture stops within 1e-8 of D, or at its end within 0.0001 mol/L. A mixture of little vapor may have
-//             two temperatures of the same density and share, one of which is returned.
+//             enthalpy, and a mixture by Newton's method; the secant follows where these fail. That of a mixture stops
+//             within 1e-8 of D, or at its end within 0.0001 mol/L. A mixture of little vapor may have two temperatures
+//             of the same density and share, one of which is returned.
 void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab, double& T, double& p, double& Dl,
            double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
 

@@ -439,19 +439,23 @@ bool solveOnIsochore(double D, double b, char letter, const Composition& z, doub
     return true;
 }
 
-// Two-phase state of a mixture at a density and a share of the vapor, by Newton's method from a state of this share.
-bool solveAtShare(double D, double q, const Composition& z, double tmin, double Tc, PhasePair& s) {
-    if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected() || !(q >= 0 && q <= 1)) return false;
+// Two-phase state of a mixture at a density, by Newton's method from a state of this density or share of the vapor at
+// another temperature.
+bool solveMixtureAtDensity(double D, double b, char letter, const Composition& z, double tmin, double Tc,
+                           PhasePair& s) {
+    const bool byShare = letter == 'Q';
+    if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected() || (byShare && !(b >= 0 && b <= 1))) return false;
     const SilentMessages quiet;
-    for (const double part : {1.0 / 3, 2.0 / 3, 0.9}) {
+    for (const double part : {1.0 / 3, 2.0 / 3, 0.9, 0.2, 0.1}) {
         const double T = tmin + part * (Tc - tmin);
         double Tbub = T, Tdew = T, pbub = 0, pdew = 0, Dlbub = 0, Dvdew = 0;
         Composition ybub{}, xdew{};
         int ierr = 0;
         Text255 herr;
-        ABFL2(T, q, z, 1, 0, "TQ", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, s.T, s.p, s.Dl, s.Dv, s.x, s.y,
-              s.q, ierr, herr);
-        if (ierr <= 0 && newtonAtConditions({'D', D}, {'Q', q}, z, s) && s.T > tmin) return true;
+        ABFL2(T, byShare ? b : D, z, 1, 0, byShare ? "TQ" : "TD", Tbub, Tdew, pbub, pdew, Dlbub, Dvdew, ybub, xdew, s.T,
+              s.p, s.Dl, s.Dv, s.x, s.y, s.q, ierr, herr);
+        if (ierr <= 0 && newtonAtConditions({'D', D}, {letter, b}, z, s) && s.T > tmin && s.q >= 0 && s.q <= 1)
+            return true;
     }
     return false;
 }
@@ -482,7 +486,8 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         y = found.y;
         q = found.q;
     };
-    if (icomp == 0 && letter == 'Q' && kq != 2 && solveAtShare(D, b, z, tmin, Tc, found)) return take();
+    const bool massShare = letter == 'Q' && kq == 2;
+    if (icomp == 0 && !massShare && solveMixtureAtDensity(D, b, letter, z, tmin, Tc, found)) return take();
 
     PhasePair top;
     top.T = Tc;
@@ -491,8 +496,7 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
     SATD(D, z, 0, kr, line.T, line.p, line.Dl, line.Dv, line.x, line.y, line.ierr, line.herr);
     if (line.ierr <= 0 && line.T > tmin) top = pairOf(line, kr == liquidLine ? 0 : 1);
     const double Ttop = top.T;
-    if (icomp > 0 && !isPseudoPure(icomp) && !(letter == 'Q' && kq == 2) &&
-        solveOnIsochore(D, b, letter, z, tmin, top, found))
+    if (icomp > 0 && !isPseudoPure(icomp) && !massShare && solveOnIsochore(D, b, letter, z, tmin, top, found))
         return take();
 
     // Secant on T; a temperature at which b is outside the two-phase range narrows the search instead.
