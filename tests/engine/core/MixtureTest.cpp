@@ -95,6 +95,12 @@ TEST_F(Mixture, DeparturesOfThePairsAddUpAndHoldTheirDerivatives) {
         EXPECT_EQ(sumOfDepartures(itau, idel, 1.1, 1.0, x, 0.0), 0.0) << itau << ' ' << idel;
 }
 
+TEST_F(Mixture, AMixingFileThatIsNotOpenIsTold) {
+    RDBNC(0, 1, 2, 0, ierr, herr);
+    EXPECT_EQ(ierr, 1);
+    EXPECT_TRUE(herr.startsWith("[RDBNC error] Block data option not available"));
+}
+
 TEST_F(Mixture, ChemicalPotentialsAddUpToTheGibbsEnergy) {
     for (const double rho : {0.2, 13.0}) {
         Composition u;

@@ -639,6 +639,14 @@ TEST_F(Forms, heliumHasTheDiluteGasOfItsCorrelation) {
     EXPECT_NEAR(TCXHE(1, 300.0, 0.0), 0.1553, 0.0015);
     const double u = std::cbrt(300.0);
     EXPECT_NEAR(TCXHE(1, 300.0, 2.0) - TCXHE(1, 300.0, 0.0), 0.002 * u * 4.0 * std::log(2.0), 1e-12);
+    // a single row is its power alone, and none has no dilute gas
+    const ConductivitySlot whole = conductivityTerms[1];
+    conductivityTerms[1].NBKNUM = 0;
+    conductivityTerms[1].NDGNUM = 1;
+    EXPECT_NEAR(TCXHE(1, 300.0, 0.0), 2.7870034e-3 * std::pow(300.0, 0.7034007057), 1e-15);
+    conductivityTerms[1].NDGNUM = 0;
+    EXPECT_EQ(TCXHE(1, 300.0, 0.0), 0.0);
+    conductivityTerms[1] = whole;
     conductivityTerms[1].HTCXHC = "HE3";
     EXPECT_DOUBLE_EQ(TCX0HC(1, 300.0, 0.0, ierr, herr), TCXHE(1, 300.0, 0.0) / 0.8660254037844386);
 }
