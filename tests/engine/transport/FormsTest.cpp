@@ -673,6 +673,8 @@ TEST_F(Forms, hydrogenBlendsItsTwoRanges) {
     EXPECT_GT(std::abs(edge - middle), 1e-6);
     // normal hydrogen (c10 = 0.25) without density: the table of the gas
     EXPECT_NEAR(TCXH2(1, 300.0, 0.0), 0.187 * (0.9715160001069307 + 7.058800110826269e-5 * 300.0), 1e-12);
+    EXPECT_NEAR(TCXH2(1, 325.0, 0.0), 0.199 * (0.9715160001069307 + 7.058800110826269e-5 * 325.0), 1e-12);
+    EXPECT_NEAR(TCXH2(1, 360.0, 0.0), 0.2156 * (0.9715160001069307 + 7.058800110826269e-5 * 360.0), 1e-12);
     EXPECT_NEAR(TCXH2(1, 420.0, 0.0), 0.2425 * (0.9715160001069307 + 7.058800110826269e-5 * 420.0), 1e-12);
 }
 
@@ -694,6 +696,9 @@ TEST_F(Forms, hydrogenFollowsItsFormulas) {
         EXPECT_NEAR(TCXH2(1, T, D), (gas + 1000.0 * excess + critical) / 1000.0, 1e-12) << T;
         EXPECT_GT(critical, 1e-3 * gas);
     }
+    // parahydrogen without density, half way between two rows of the table of the gas
+    EXPECT_NEAR(TCXH2(1, 225.0, 0.0), 0.1482 * (0.9715160001069307 + 7.058800110826269e-5 * 225.0) + 0.1666 - 0.1482,
+                1e-12);
     {
         constexpr double T = 100.0, n = 0.0695, p = 0.0816;  // a row of the table of the gas, within the enhancement
         const double line = D - 15.556 + 0.008229 * std::pow(T - 32.938, 1.5);
