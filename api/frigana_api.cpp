@@ -71,7 +71,7 @@ int handOut(const JsonAnswer& given, char** answer) {
 }
 
 std::string neededDataFolder() {
-    const std::string folder = dataFolder();
+    std::string folder = dataFolder();
     if (folder.empty()) throw std::runtime_error("no data folder was found; name one by frigana_set_data");
     return folder;
 }
