@@ -24,7 +24,8 @@ function(frigana_test name)
   add_executable(${name} ${sources})
   # What is tested has the optimisation of its build; the tests themselves are compiled quickly. At that level the
   # compiler warns wrongly of texts that it has not followed to their end.
-  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1;-Wno-maybe-uninitialized>)
+  target_compile_options(${name} PRIVATE
+    $<$<CONFIG:Release>:-O1;$<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>>)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main)
   target_link_libraries(${name} PRIVATE frigana_test_folders)
   if(WIN32)
