@@ -121,38 +121,58 @@ void addCitation(const Text255& line, Text255& citation) {
     citation.assign(at + 1, Text255::size, line.slice(2, Text255::size));
 }
 
+// What a data line of the section of pairs holds, by the tag in its columns 27 to 29.
+enum class Data { none, mixing, tc, vc, cubic, transport, unknown };
+
+Data dataOf(std::string_view tag3) {
+    const std::string_view tag = tag3.substr(0, 2);
+    if (trimRight(tag).empty()) return Data::none;
+    if (tag3 == "TRN") return Data::transport;
+    if (isOneOf(tag, {"KW", "GE", "LJ", "LM"}) || tag3 == "TR1") return Data::mixing;
+    if (tag == "TC") return Data::tc;
+    if (tag == "VC") return Data::vc;
+    if (tag == "PR") return Data::cubic;
+    return Data::unknown;
+}
+
+// The CAS numbers of a data line, in its first 26 columns; false if they are no pair. Blanks leave those of the line
+// before.
+bool takeNames(std::string_view columns, Text12& first, Text12& second) {
+    const std::string_view names = trimRight(columns);
+    if (names.empty()) return true;
+    const auto slash = names.find('/');
+    if (slash == std::string_view::npos) return false;
+    first.assign(names.substr(0, slash));
+    second.assign(names.substr(slash + 1));
+    return true;
+}
+
 enum class LineKind { taken, endsRecord, wrong };
 
 LineKind takeDataLine(const Text255& line, PairRecord& record) {
-    const std::string_view tag = line.slice(27, 28), tag3 = line.slice(27, 29);
-    if (trimRight(tag).empty()) return LineKind::endsRecord;
-    const std::string_view names = trimRight(line.slice(1, 26));
-    if (!names.empty()) {
-        const auto slash = names.find('/');
-        if (slash == std::string_view::npos) return LineKind::wrong;
-        record.first.assign(names.substr(0, slash));
-        record.second.assign(names.substr(slash + 1));
+    const std::string_view tag = line.slice(27, 29), numbers = line.slice(30, Text255::size);
+    const Data data = dataOf(tag);
+    if (data == Data::none) return LineKind::endsRecord;
+    if (!takeNames(line.slice(1, 26), record.first, record.second)) return LineKind::wrong;
+    const auto take = [&](Text3& to, FixedText<226>& numbersTo) {
+        to.assign(tag);
+        numbersTo.assign(numbers);
+        return LineKind::taken;
+    };
+    switch (data) {
+        case Data::transport:
+            return take(record.transport, record.transportNumbers);
+        case Data::mixing:
+            return take(record.mixing, record.mixingNumbers);
+        case Data::tc:
+            return take(record.tc, record.tcNumbers);
+        case Data::vc:
+            return take(record.vc, record.vcNumbers);
+        case Data::cubic:
+            return take(record.cubic, record.cubicNumbers);
+        default:
+            return LineKind::wrong;
     }
-    const std::string_view numbers = line.slice(30, Text255::size);
-    if (tag3 == "TRN") {
-        record.transport.assign(tag3);
-        record.transportNumbers.assign(numbers);
-    } else if (isOneOf(tag, {"KW", "GE", "LJ", "LM"}) || tag3 == "TR1") {
-        record.mixing.assign(tag3);
-        record.mixingNumbers.assign(numbers);
-    } else if (tag == "TC") {
-        record.tc.assign(tag3);
-        record.tcNumbers.assign(numbers);
-    } else if (tag == "VC") {
-        record.vc.assign(tag3);
-        record.vcNumbers.assign(numbers);
-    } else if (tag == "PR") {
-        record.cubic.assign(tag3);
-        record.cubicNumbers.assign(numbers);
-    } else {
-        return LineKind::wrong;
-    }
-    return LineKind::taken;
 }
 
 bool estimated(const FixedText<226>& numbers) {
@@ -227,35 +247,36 @@ struct FileIndex {
 };
 FileIndex fileIndex;
 
-bool addPair(const PairRecord& record, const LinePlace& place) {
-    if (fileIndex.pairs >= largestIndex) return false;
-    PairPlace& pair = fileIndex.pair[++fileIndex.pairs];
-    pair.first = record.first;
-    pair.second = record.second;
-    pair.place = place;
-    return true;
-}
+constexpr int columnsOfPair = 26;
 
 // The section of pairs behind its heading; afterwards `line` holds what ended it. False for a line that cannot be read.
 bool indexPairs(int iunit, int& lines, Text255& line) {
     line.clear();
     if (readText(iunit, line, 3) != ReadStatus::ok || line != "BNC" || skipComments(iunit) != ReadStatus::ok)
         return false;
-    PairRecord record;
-    LinePlace place = nextLinePlace(iunit);
+    PairPlace record;
+    record.place = nextLinePlace(iunit);
     for (; lines < mostLines; ++lines) {
-        if (readText(iunit, line) != ReadStatus::ok) return false;
-        if (line[1] == '@' || line[1] == '#') return true;
-        if (line[1] == '?') continue;
-        if (line[1] != '!') {
-            const LineKind kind = takeDataLine(line, record);
-            if (kind == LineKind::wrong) return false;
-            if (kind == LineKind::taken) continue;
-        } else if (!addPair(record, place)) {
-            return false;
+        if (skipLine(iunit) != ReadStatus::ok) return false;
+        const std::string_view text = currentLine(iunit);
+        const char mark = text.empty() ? ' ' : text.front();
+        if (mark == '@' || mark == '#') {
+            line.assign(text);
+            return true;
         }
-        record.clear();
-        place = nextLinePlace(iunit);
+        if (mark == '?') continue;
+        if (mark != '!') {
+            const Data data = text.size() <= columnsOfPair ? Data::none : dataOf(text.substr(columnsOfPair, 3));
+            if (data == Data::unknown ||
+                (data != Data::none && !takeNames(text.substr(0, columnsOfPair), record.first, record.second)))
+                return false;
+            if (data != Data::none) continue;
+        } else {
+            if (fileIndex.pairs >= largestIndex) return false;
+            fileIndex.pair[++fileIndex.pairs] = record;
+        }
+        record = {};
+        record.place = nextLinePlace(iunit);
     }
     return false;
 }
