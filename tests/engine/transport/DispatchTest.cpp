@@ -217,6 +217,38 @@ TEST(DispatchCodes, everyPartOfAnUnknownModelSaysWhichItIs) {
     modelTags.LFORCESETUP = true;
 }
 
+// The parts of a viscosity are not put together where one of them is missing.
+TEST(DispatchCodes, aViscosityWithoutOneOfItsPartsIsNotComputed) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    for (const char* tag : {"VS6", "VS7", "ECS"}) {
+        modelTags.HETA[1] = tag;
+        for (const auto viscosity : {ETAK, ETAKB}) {
+            double value = 1.0;
+            int ierr = 0;
+            Text255 herr;
+            viscosity(1, 300.0, 10.0, value, ierr, herr);
+            EXPECT_EQ(ierr, 49) << tag;
+            EXPECT_EQ(value, notComputed) << tag;
+        }
+    }
+    modelTags.LFORCESETUP = true;
+}
+
+// Nothing is a value; only what is below it has no meaning.
+TEST_F(Dispatch, aCorrelationWithoutTermsGivesZero) {
+    ASSERT_EQ(
+        setUpWith("R134A", section("ETA", "VS1") + wideLimits +
+                               "  0 0 0 0 0 0\nNUL\n  0.5\n  300.0\n  1.0 1.0\n  0 1.0 1.0\n"
+                               "  0 0 0 0 0 0\n  1.0 1.0 1.0\nNUL\n" +
+                               section("TCX", "TC1") + wideLimits + "  0 0\n  1.0 1.0\n  0 0\n  1.0 1.0 1.0\nNUL\n"),
+        0)
+        << message();
+    const TransportPoint point = transport(400.0, 0.1);
+    EXPECT_EQ(point.eta, 0.0);
+    EXPECT_EQ(point.tcx, 0.0);
+    EXPECT_EQ(point.ierr, 0) << point.message;
+}
+
 class Mixtures : public testing::Test {
   protected:
     void SetUp() override {

@@ -2,6 +2,7 @@
 // file uses with the published constants of their fluids, and the edges of each form.
 #include <cmath>
 #include <cstdio>
+#include <tuple>
 
 #include "DISPATCH.h"
 #include "FluidWith.h"
@@ -651,6 +652,64 @@ TEST_F(Forms, heliumHasTheDiluteGasOfItsCorrelation) {
     EXPECT_DOUBLE_EQ(TCX0HC(1, 300.0, 0.0, ierr, herr), TCXHE(1, 300.0, 0.0) / 0.8660254037844386);
 }
 
+// Helium from 3.5 to 12 K: the enhancement 3.726 times 3.4685e-17 T^2 (dp/dT)^2 sqrt(K) / (rho eta), with an isothermal
+// compressibility K that goes over, within an ellipse about the critical point, into that of the scaled equation
+// h(x) = E1 (1 + x/x0) [1 + E2 (1 + x/x0)^(2/beta)]^((gamma - 1)/(2 beta)). Its slope is taken by differences here.
+//   Source    B. A. Hands, V. D. Arp, Cryogenics 21 (1981) 697
+TEST_F(Forms, heliumHasTheEnhancementOfItsCorrelation) {
+    ASSERT_EQ(
+        setUpWith("HYDROGEN", section("ETA", "VS1") + wideLimits + plainViscosity +
+                                  "  0 1 0 0 0 0\n  10.0 10.0 1.0\n  0.8 0.0 1.0 0.0 0\nNUL\n" + section("TCX", "TC0") +
+                                  wideLimits + "HE \n  1 0 0 0\n  1.0 1.0 1.0\n  0.01 0 0 0 0\nNUL\n"),
+        0)
+        << message();
+    constexpr double Tc = 5.18992, rhoc = 69.158, pc = 227460.0;
+    constexpr double x0 = 0.392, E1 = 2.8461, E2 = 0.27156, beta = 0.3554, gamma = 1.1743, delta = 4.304;
+    const double M = fluidConstants.WMAS[1] = 4.0026;
+    const auto h = [](double x) {
+        const double w = 1.0 + x / x0;
+        return E1 * w * std::pow(1.0 + E2 * std::pow(w, 2.0 / beta), (gamma - 1.0) / (2.0 * beta));
+    };
+    int inside = 0, outside = 0;
+    for (const double T : {3.5, 4.5, 5.0, 5.18, 5.3, 6.0, 9.0, 12.0})
+        for (const double rho : {5.0, 52.0, 60.0, 68.0, 75.0, 86.0, 140.0}) {
+            const double D = rho / M, dT = std::fabs(T / Tc - 1.0), dRho = std::fabs(rho / rhoc - 1.0);
+            double dpdD = 0.0, dpdT = 0.0, eta = 0.0;
+            DPDDK(1, T, D, dpdD);
+            DPDTK(1, T, D, dpdT);
+            ETAK(1, T, D, eta, ierr, herr);
+            ASSERT_EQ(ierr, 0) << message();
+            const double r2 = 25.0 * dT * dT + 16.0 * dRho * dRho;
+            double K = 1.0 / (1000.0 * D * dpdD);  // [1/Pa]
+            if (r2 < 1.0) {
+                const double x = dT / std::pow(dRho, 1.0 / beta), step = 1e-5 * (x + x0);
+                const double slope =
+                    (8.0 * (h(x + step) - h(x - step)) - h(x + 2.0 * step) + h(x - 2.0 * step)) / (12.0 * step);
+                const double scaled =
+                    std::pow(rhoc / rho, 2) / (pc * std::pow(dRho, delta - 1.0) * (delta * h(x) - x / beta * slope));
+                K = r2 * K + (1.0 - r2) * scaled;
+                ++inside;
+            } else {
+                ++outside;
+            }
+            const double expected = K < 0.0 ? 0.0
+                                            : 3.726229668 * 3.4685233e-17 * std::pow(T * 1000.0 * dpdT, 2) *
+                                                  std::sqrt(K) / (rho * eta * 1e-6) *
+                                                  std::exp(-18.66 * dT * dT - 4.25 * std::pow(dRho, 4));
+            EXPECT_NEAR(TCXHE(1, T, D), 0.01 + expected, 1e-8 * (0.01 + expected)) << T << ' ' << rho;
+            if (T == 3.5 || T == 12.0) {
+                EXPECT_EQ(TCXHE(1, T == 3.5 ? std::nextafter(T, 0.0) : std::nextafter(T, 99.0), D), 0.01);
+            }
+        }
+    EXPECT_GT(inside, 5);
+    EXPECT_GT(outside, 20);
+    EXPECT_EQ(TCXHE(1, 5.2, 0.0), 0.01);
+    // without a viscosity there is no enhancement
+    modelTags.HETA[1] = "VS6";
+    EXPECT_EQ(TCXHE(1, 5.3, 68.0 / M), 0.01);
+    modelTags.LFORCESETUP = true;
+}
+
 const std::string hydrogen = [] {
     std::string text = section("TCX", "TC0") + wideLimits + "H2 \n  0 0 18 0\n  1.0 1.0 1.0\n";
     const char* coefficients[18] = {"0.0",  "0.0",  "0.0", "0.0", "0.0", "2.0", "0.5",  "0.0", "0.0",
@@ -715,6 +774,56 @@ TEST_F(Forms, hydrogenFollowsItsFormulas) {
             0.001584312604 * D + (1.066433014e-7 * T + 3.861103193e-5) *
                                      (std::exp(2.0999999046325684 * std::pow(D, 0.36000001430511475)) - 1.0);
         EXPECT_NEAR(TCXH2(1, T, D), n * (0.9715160001069307 + 7.058800110826269e-5 * T) + (p - n) + dense, 1e-12) << T;
+    }
+}
+
+// Behind the pressures at which the correlation ends, 12 MPa below 90 K and 60 MPa above 70 K, the value of the density
+// there goes on as exp(0.041758537 (D - D'')).
+TEST_F(Forms, hydrogenIsCarriedOnBeyondItsPressures) {
+    ASSERT_EQ(setUpWith("NITROGEN", hydrogen), 0) << message();
+    const auto density = [&](double T, double p, int phase) {
+        double D = 1.0;
+        TPRHO(T, p, unitComposition(1), phase, 0, D, ierr, herr);
+        EXPECT_LE(ierr, 0) << message();
+        return D;
+    };
+    // of the liquid of nitrogen, and of its gas
+    for (const auto& [T, p, phase] :
+         {std::tuple{66.0, 12000.0, 1}, {68.0, 12000.0, 1}, {100.0, 60000.0, 1}, {300.0, 60000.0, 2}}) {
+        const double end = density(T, p, phase), value = TCXH2(1, T, 0.9999999999 * end);
+        for (const double beyond : {0.5, 2.0})
+            EXPECT_NEAR(TCXH2(1, T, end + beyond) / (value * std::exp(0.041758537 * beyond)), 1.0, 1e-7)
+                << T << ' ' << p;
+    }
+}
+
+// Between 70 and 90 K both ranges count; above 80 K, and where there is next to no density, the excess of the low one
+// is that of the liquid.
+TEST_F(Forms, hydrogenHasTheExcessOfTheLiquidAbove80K) {
+    ASSERT_EQ(setUpWith("NITROGEN", hydrogen), 0) << message();
+    const auto gas = [](double T) { return 2.0 * std::pow(T, 2.0 / 3.0) + 0.5 * T; };
+    const auto liquid = [](double T, double D) {
+        return 1.5843 * D + (1.0664e-5 * T + 3.8611e-2) * (std::exp(2.1 * std::pow(D, 0.36)) - 1.0);
+    };
+    const auto critical = [](double T, double D) {
+        const double line = D - 15.556 - 0.008228999562561512 * std::pow(std::fabs(T - 32.938), 1.5);
+        return std::fmax(6.35363 - 5.863e-2 * T, 0.0) * std::exp(-0.019044 * line * line);
+    };
+    for (const double T : {40.0, 69.0})
+        for (const double D : {1e-5, 0.00099})
+            EXPECT_NEAR(1000.0 * TCXH2(1, T, D), gas(T) + liquid(T, D) + critical(T, D), 1e-10) << T << ' ' << D;
+    EXPECT_NEAR(1000.0 * TCXH2(1, 69.0, 0.0), gas(69.0) + critical(69.0, 0.0), 1e-10);
+    for (const double T : {81.0, 85.0, 89.0}) {
+        constexpr double D = 0.4;
+        const double n = 0.0505 + (T - 70.0) / 30.0 * 0.019;  // normal hydrogen
+        const double line = D - 15.556 + 0.008229 * std::pow(T - 32.938, 1.5);
+        const double high = n * (0.9715160001069307 + 7.058800110826269e-5 * T) +
+                            (T > 77.0 ? (0.00635363 - 5.863e-05 * T) * std::exp(-0.019044 * line * line) : 0.0) +
+                            0.001584312604 * D +
+                            (1.066433014e-7 * T + 3.861103193e-5) *
+                                (std::exp(2.0999999046325684 * std::pow(D, 0.36000001430511475)) - 1.0);
+        const double low = 0.001 * (gas(T) + liquid(T, D) + critical(T, D)), w = (T - 70.0) / 20.0;
+        EXPECT_NEAR(TCXH2(1, T, D), (1.0 - w) * low + w * high, 1e-12) << T;
     }
 }
 
@@ -797,6 +906,42 @@ TEST_F(Forms, theEnhancementOfMethanesModelFollowsItsFormula) {
             const double expected = A * std::exp(-B) / (18.849555924 * c[18] * eta);
             EXPECT_NEAR(TCX2CR(1, T, D), expected, 1e-10 * expected) << T << ' ' << D;
         }
+}
+
+// The enhancement of the other version, in units of centimetre, gram and second; none between the spinodals.
+TEST_F(Forms, theEnhancementOfTheSecondModelOfMethaneFollowsItsFormula) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity +
+                                     "  0 1 0 0 0 0\n  300.0 5.0 1.0\n  20.0 0.0 1.0 0.0 0\nNUL\n" +
+                                     section("TCX", "TC3") + wideLimits +
+                                     "  0.5\n  300.0\n  0.002 0.5\n  1 2 3 4 5 6 7 8 9\n"
+                                     "  0.0 0.0 1.2 300.0 -900.0 0.0 0.0 0.0 0.0 0.0 0.0 5.0\n  0.7 5e-8\nNUL\n"),
+              0)
+        << message();
+    const double Tc = fluidConstants.TCRIT[1], Dc = fluidConstants.DCRIT[1], M = fluidConstants.WMAS[1];
+    constexpr double N = 6.0225e23, k = 1.38054e-16;
+    int unstable = 0;
+    for (const double T : {0.9 * Tc, 1.02 * Tc, 1.3 * Tc})
+        for (const double D : {0.6 * Dc, 1.4 * Dc, 2.5 * Dc}) {
+            double dpdD = 0.0, dpdT = 0.0, eta = 0.0;
+            DPDDK(1, T, D, dpdD);
+            DPDTK(1, T, D, dpdT);
+            ETAK(1, T, D, eta, ierr, herr);
+            ASSERT_EQ(ierr, 0) << message();
+            if (dpdD < 0.0) {
+                ++unstable;
+                EXPECT_EQ(TCX3BK(1, T, D), 0.0) << T << ' ' << D;
+                continue;
+            }
+            const double rho = D * M / 1000.0, molecules = rho * N / M;   // [g/cm3], [1/cm3]
+            const double slope = 1e4 * dpdT, stiffness = 1e7 * dpdD / M;  // [dyn/(cm2 K)], [erg/g]
+            const double length = 0.7 * std::sqrt(std::pow(5e-8, 5) * molecules * 300.0 / T);
+            const double spread = 18.8495562 * eta * 1e-5 * length * std::sqrt(k * T * molecules);
+            const double d = D / Dc - 1.0, t = T / Tc - 1.0;
+            const double expected = 1e-5 * k * std::pow(T * slope, 2) / (std::sqrt(rho * stiffness) * spread) *
+                                    std::exp(-4.25 * std::pow(d, 4) - 18.66 * t * t);
+            EXPECT_NEAR(TCX3BK(1, T, D) / expected, 1.0, 1e-11) << T << ' ' << D;
+        }
+    EXPECT_GT(unstable, 0);
 }
 
 // The same form with rows, reducing values and viscosity of the fluid's own; a quotient below 0 stays as it is.
