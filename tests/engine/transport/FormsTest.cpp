@@ -813,7 +813,7 @@ TEST_F(Forms, hydrogenHasTheExcessOfTheLiquidAbove80K) {
         for (const double D : {1e-5, 0.00099})
             EXPECT_NEAR(1000.0 * TCXH2(1, T, D), gas(T) + liquid(T, D) + critical(T, D), 1e-10) << T << ' ' << D;
     EXPECT_NEAR(1000.0 * TCXH2(1, 69.0, 0.0), gas(69.0) + critical(69.0, 0.0), 1e-10);
-    for (const double T : {81.0, 85.0, 89.0}) {
+    for (const double T : {80.01, 80.5, 81.0, 85.0, 89.0}) {
         constexpr double D = 0.4;
         const double n = 0.0505 + (T - 70.0) / 30.0 * 0.019;  // normal hydrogen
         const double line = D - 15.556 + 0.008229 * std::pow(T - 32.938, 1.5);
@@ -1089,6 +1089,28 @@ TEST(Crossover, ofMethaneFollowsItsFormula) {
             EXPECT_NEAR(TCCCH4(1, T, D) / expected, 1.0, 1e-11) << T << ' ' << D;
         }
     EXPECT_TRUE(unstable);
+    // next to nothing: the slope dp/dT is R D, that of the ideal gas
+    const double D = 1e-13, T = 1.3 * tc, far = 1.0 - D / dc;
+    double eta = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    ETAK(1, T, D, eta, ierr, herr);
+    const double expected = 0.091855 / eta * 1.3 * 1.3 * std::pow(0.28631 * D / dc / 1.3, 0.4681) *
+                            std::exp(0.637 * far - 2.678 * far * far - 2.646 * std::sqrt(0.3));
+    EXPECT_NEAR(TCCCH4(1, T, D) / expected, 1.0, 1e-9);
+}
+
+// The formulation of water finds its fluid among others.
+TEST(Crossover, ofWaterIsThatOfWaterInAnySlot) {
+    ASSERT_EQ(setUp("WATER"), 0);
+    const double alone = TCCR_2010(650.0, 10.0, 2.5e9);
+    EXPECT_GT(alone, 0.01);
+    ASSERT_LE(setUp({"CO2", "WATER"}), 0);
+    EXPECT_NEAR(TCCR_2010(650.0, 10.0, 2.5e9) / alone, 1.0, 1e-6);
+    ASSERT_LE(setUp({"WATER", "CO2"}), 0);
+    EXPECT_NEAR(TCCR_2010(650.0, 10.0, 2.5e9) / alone, 1.0, 1e-6);
+    EXPECT_EQ(TCCR_2010(650.0, 0.99e-6, 2.5e9), 0.0);
+    modelTags.LFORCESETUP = true;
 }
 
 // IAPWS R15-11; a correlation length below 1.5e-12 m takes the series of Z. The length itself follows

@@ -305,6 +305,200 @@ TEST_F(MixtureModel, theBackgroundUnderCorrespondingStatesEndsAtTheLimits) {
     }
 }
 
+// A component and its reference fluid in conformal states, with shape factors that depend on both variables.
+//   Source    M. L. Huber, A. Laesecke, R. A. Perkins, Ind. Eng. Chem. Res. 42 (2003) 3163
+TEST_F(MixtureModel, aComponentIsScaledFromItsReferenceFluid) {
+    const FluidConstants& c = fluidConstants;
+    const int i = 1, ref = -1;
+    EcsTransportSlot& slot = ecsTransport[i];
+    slot.ILJFLAG = 1;  // a molecule of its own
+    slot.NPSI1 = slot.NCHI1 = 2;
+    slot.NPSI2 = slot.NCHI2 = 0;
+    const double psi[2][4] = {{0.9, 0.0, 0.0, 0.0}, {0.05, 0.5, 1.0, 0.0}},
+                 chi[2][4] = {{0.8, 0.0, 0.0, 0.0}, {0.07, 1.5, 0.5, 0.0}};
+    for (int k = 0; k < 2; ++k)
+        for (int j = 0; j < 4; ++j) {
+            slot.CPSI[k][j] = psi[k][j];
+            slot.CCHI[k][j] = chi[k][j];
+        }
+    // a background that is not zero at no density
+    TransportTerm& first = conductivityTerms[ref].CTCX[conductivityTerms[ref].NDGNUM + conductivityTerms[ref].NDGDEN];
+    const double kept = first.d;
+    for (const State& at :
+         {State{250.0, 21.0}, State{300.0, 19.0}, State{330.0, 1.0}, State{380.0, 10.0}, State{300.0, 0.0}}) {
+        first.d = at.D > 0.0 ? kept : 0.0;
+        double tz = 0.0, rhoz = 0.0;
+        REDK(i, tz, rhoz);
+        const double A = PHIK(i, 0, 0, tz / at.T, at.D / rhoz), Z = 1.0 + PHIK(i, 0, 1, tz / at.T, at.D / rhoz);
+        ConformalState state;
+        ASSERT_TRUE(conformalState(ref, A, Z, c.TCRIT[i], c.DCRIT[i], at.T, at.D, state));
+        const double f = at.T / state.T, h = at.D > 0.0 ? state.D / at.D : c.DCRIT[ref] / c.DCRIT[i];
+        const double m = c.WMAS[i] / c.WMAS[ref], Tr = at.T / c.TCRIT[i], Dr = at.D / c.DCRIT[i];
+        double viscous = 0.0, conducting = 0.0, eta = 0.0, tcx = 0.0;
+        int ierr = 0;
+        Text255 herr;
+        ETAKB(ref, state.T, at.D * h * (0.9 + 0.05 * std::sqrt(Tr) * Dr), viscous, ierr, herr);
+        TCXKB(ref, state.T, at.D * h * (0.8 + 0.07 * std::pow(Tr, 1.5) * std::sqrt(Dr)), conducting, ierr, herr);
+        viscous *= std::sqrt(f * m) * std::pow(h, -2.0 / 3.0);
+        conducting *= std::sqrt(f / m) * std::pow(h, -2.0 / 3.0);
+
+        // in the mixture, at a state that corresponds to this one
+        ETABKP(i, 2.0 * at.T, 3.0 * at.D, 1.5, 3.0, 1.2, 0.4, eta, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_NEAR(eta, viscous, 1e-10 * viscous) << at.T << ' ' << at.D;
+        TCBKP(i, 2.0 * at.T, 3.0 * at.D, 1.5, 3.0, 1.2, 0.4, tcx, ierr, herr);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_NEAR(tcx, conducting, 1e-10 * std::fabs(conducting)) << at.T << ' ' << at.D;
+        EXPECT_NE(tcx, 0.0);
+
+        // alone, with its dilute gas
+        const double dilute =
+            0.026692 * std::sqrt(c.WMAS[i] * at.T) / (slot.SIGTRN * slot.SIGTRN * OMEGAS(2, 2, at.T / slot.EPSKTR));
+        const double gas = dilute / c.WMAS[i] * (0.00375 * c.R + FINT(i, at.T) * (CP0K(i, at.T) - 2.5 * c.R));
+        PTRNEC(i, at.T, at.D, eta, tcx, ierr, herr, ref);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        EXPECT_NEAR(eta, dilute + viscous, 1e-10 * eta) << at.T << ' ' << at.D;
+        EXPECT_NEAR(tcx, gas + conducting, 1e-10 * std::fabs(tcx)) << at.T << ' ' << at.D;
+        viscosityByCorrespondingStates(i, at.T, at.D, tcx, ierr, herr);
+        EXPECT_EQ(tcx, eta);
+    }
+    first.d = kept;
+}
+
+// Each part that has no model or no value has its code, and the other property stays.
+TEST_F(MixtureModel, whatIsMissingIsTold) {
+    const Composition x = of(0.5, 0.3);
+    const auto at = [&](double T, double D) {
+        TransportPoint point;
+        Text255 herr;
+        TRNECS(T, D, x, point.eta, point.tcx, point.ierr, herr);
+        point.message = words(herr);
+        return point;
+    };
+    const TransportPoint whole = at(300.0, 0.3);
+    ASSERT_EQ(whole.ierr, 0) << whole.message;
+    struct Row {
+        SlotArray<Text3>& tags;
+        int slot;
+        const char* tag;
+        int code;
+        bool viscosity;  // stays
+    };
+    for (const Row& row : {Row{modelTags.HETA, 2, "VS9", 49, false},
+                           {modelTags.HETA, 0, "VS9", -48, false},
+                           {modelTags.HTCX, 2, "TC9", 39, true},
+                           {modelTags.HTCX, 0, "TC9", 39, true}}) {
+        const Text3 kept = row.tags[row.slot];
+        row.tags[row.slot] = row.tag;
+        const TransportPoint point = at(300.0, 0.3);
+        row.tags[row.slot] = kept;
+        EXPECT_EQ(point.ierr, row.code) << row.slot << ' ' << point.message;
+        EXPECT_EQ(point.eta, row.viscosity ? whole.eta : notComputed) << row.slot << row.tag;
+        if (row.viscosity) {
+            EXPECT_EQ(point.tcx, notComputed) << row.slot << row.tag;
+        } else {
+            // the enhancement has the viscosity in it
+            EXPECT_NEAR(point.tcx / whole.tcx, 1.0, 0.05) << row.slot << row.tag;
+        }
+    }
+    EcsTransportSlot& molecule = ecsTransport[2];
+    const EcsTransportSlot kept = molecule;
+    molecule.ILJFLAG = 1;
+    molecule.SIGTRN = 0.0;
+    const TransportPoint thin = at(300.0, 0.3);
+    molecule = kept;
+    EXPECT_EQ(thin.ierr, -59);
+    EXPECT_EQ(thin.message,
+              "[TRNECS warning -59] the viscosity of the dilute gas is zero: it cannot scale that of the mixture");
+    EXPECT_EQ(thin.eta, notComputed);
+
+    const TransportPoint none = at(1100.0, 1.0);
+    EXPECT_EQ(none.ierr, -58);
+    EXPECT_EQ(none.message,
+              "[TRNECS warning 58] 2-D Newton-Raphson method for conformal temperature and density did not converge "
+              "for component  0");
+    EXPECT_EQ(none.eta, notComputed);
+    EXPECT_EQ(none.tcx, notComputed);
+
+    double tmin = 0.0, tmax = 0.0, dmax = 0.0, pmax = 0.0;
+    LIMITS("ETA", x, tmin, tmax, dmax, pmax);
+    EXPECT_EQ(at(1.5 * tmax, 0.01).ierr, 0);
+    EXPECT_EQ(at(std::nextafter(1.5 * tmax, 1e9), 0.01).ierr, -1);
+}
+
+TEST_F(MixtureModel, aPropertyOfAnotherModelIsNotComputed) {
+    const Composition x = of(0.5, 0.3);
+    const TransportPoint both = transport(300.0, 0.3, x);
+    ASSERT_EQ(both.ierr, 0) << both.message;
+    modelTags.HETATOP = "NUL";
+    TransportPoint one = transport(300.0, 0.3, x);
+    EXPECT_EQ(one.eta, notComputed);
+    EXPECT_EQ(one.tcx, both.tcx);
+    modelTags.HETATOP = "ECS";
+    modelTags.HTCXTOP = "NUL";
+    one = transport(300.0, 0.3, x);
+    EXPECT_EQ(one.eta, both.eta);
+    EXPECT_EQ(one.tcx, notComputed);
+    modelTags.HTCXTOP = "ECS";
+}
+
+// The molecule of a component: its own, or that of the reference fluid by the ratio of the critical points or of the
+// states.
+TEST_F(MixtureModel, theMoleculesAreScaledAsTheirFlagsSay) {
+    const Composition x = of(0.5, 0.3);
+    const FluidConstants& c = fluidConstants;
+    for (int i = 1; i <= 3; ++i) {
+        ecsTransport[i].ILJFLAG = i - 1;
+        ecsTransport[i].SIGTRN = 0.5;
+        ecsTransport[i].EPSKTR = 300.0;
+    }
+    double eta = 0.0, tcx = 0.0;
+    int ierr = 0;
+    Text255 herr;
+    TRNECS(270.0, 13.0, x, eta, tcx, ierr, herr);
+    ASSERT_EQ(ierr, 0) << words(herr);
+    const Ratios r = ratios(270.0, 13.0, x);
+    const EcsTransportSlot& reference = ecsTransport[0];
+    EXPECT_NEAR(ecsTransport[1].EPSKTR, reference.EPSKTR * c.TCRIT[1] / c.TCRIT[0], 1e-9);
+    EXPECT_NEAR(ecsTransport[1].SIGTRN, reference.SIGTRN * std::cbrt(c.DCRIT[0] / c.DCRIT[1]), 1e-12);
+    EXPECT_EQ(ecsTransport[2].EPSKTR, 300.0);
+    EXPECT_EQ(ecsTransport[2].SIGTRN, 0.5);
+    EXPECT_NEAR(ecsTransport[3].EPSKTR, reference.EPSKTR * r.F[3], 1e-9);
+    EXPECT_NEAR(ecsTransport[3].SIGTRN, reference.SIGTRN * std::cbrt(r.H[3]), 1e-12);
+}
+
+// Within one call a result is kept, and given again for the same state only.
+TEST_F(MixtureModel, aResultIsKeptForItsOwnStateOnly) {
+    struct Asked {
+        int icomp, ref;
+        double T, D;
+    };
+    const Asked asked[] = {{1, -1, 300.0, 0.1}, {1, -1, 310.0, 0.1}, {1, -1, 310.0, 0.2}, {1, 0, 310.0, 0.2},
+                           {2, 0, 310.0, 0.2},  {2, 0, 310.0, 0.2},  {1, -1, 300.0, 0.1}};
+    const auto value = [](const Asked& a) {
+        double eta = 0.0, tcx = 0.0;
+        int ierr = 0;
+        Text255 herr;
+        PTRNEC(a.icomp, a.T, a.D, eta, tcx, ierr, herr, a.ref);
+        EXPECT_EQ(ierr, 0) << words(herr);
+        return eta;
+    };
+    for (int i = 1; i <= 3; ++i) ecsTransport[i].ILJFLAG = 1;
+    std::vector<double> expected;
+    for (const Asked& a : asked) expected.push_back(value(a));
+    {
+        const EcsMemory memory;
+        for (std::size_t k = 0; k < expected.size(); ++k) EXPECT_EQ(value(asked[k]), expected[k]) << k;
+        // kept: what has changed since does not show
+        const double before = value(asked[0]);
+        ecsTransport[1].SIGTRN *= 1.1;
+        EXPECT_EQ(value(asked[0]), before);
+    }
+    EXPECT_NE(value(asked[0]), expected[0]);
+    const EcsMemory next;
+    EXPECT_NE(value(asked[0]), expected[0]);
+}
+
 // A gas of moderate density is scaled by the critical points: at most 0.3 of compressibility, 1.1 of the critical
 // pressure or the critical density is no longer that.
 TEST_F(MixtureModel, whatIsNoModerateGasIsSolvedFor) {

@@ -218,6 +218,37 @@ TEST_F(SectionValues, theTablesHoldWhatTheyPromise) {
         EXPECT_NE(setUpWith("R134A", friction("  1 0 0 0 0 0", 1, "  0", 0, dense, 0)), 0) << dense;
 }
 
+TEST_F(SectionValues, theCollisionIntegralsTakeAllTheirRows) {
+    const auto with = [](const char* tag, const std::string& body) {
+        return section("ETA", "VS1") + limits + "  1 0 0 0 0 0\n" + tag +
+               "\n  0.5\n  300.0\n  1.0 1.0\n  0.2 0.5\n  0 1.0 1.0\n  0 0 0 0 0 0\n  1.0 1.0 1.0\nNUL\n" +
+               section("AUX", tag) + limits + body;
+    };
+    const CollisionSlot& s = collisionTerms[1];
+    ASSERT_EQ(setUpWith("R134A", with("CI1", "  3\n  1.5 0\n  2.5 1\n  3.5 2\n")), 0) << message();
+    EXPECT_EQ(s.NTOMG, 3);
+    for (int k = 0; k < 3; ++k) {
+        EXPECT_EQ(s.COMG[k], k + 1.5);
+        EXPECT_EQ(s.ICOMG[k], k);
+    }
+    ASSERT_EQ(setUpWith("R134A", with("CI2", "  4\n" + counted(5, 4, 1))), 0) << message();
+    EXPECT_EQ(s.NTOMG2, 4);
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(s.COMG2[k], k + 5.5);
+    for (const char* tag : {"CI1", "CI2"}) {
+        const std::string_view pair = tag;
+        const std::string row = pair == "CI1" ? "  1.5 1\n" : "  1.5\n";
+        std::string rows;
+        for (int k = 0; k < 20; ++k) rows += row;
+        EXPECT_EQ(setUpWith("R134A", with(tag, "  20\n" + rows)), 0) << tag << message();
+        EXPECT_EQ(pair == "CI1" ? s.NTOMG : s.NTOMG2, 20);
+        for (const std::string& body :
+             {"  21\n" + rows + row, std::string("  -1\n"), "  2\n" + row + "  x\n", std::string("  y\n")}) {
+            EXPECT_NE(setUpWith("R134A", with(tag, body)), 0) << tag << body;
+            EXPECT_EQ(pair == "CI1" ? s.NTOMG : s.NTOMG2, 0) << tag << body;
+        }
+    }
+}
+
 TEST_F(SectionValues, theOlderViscositiesTakeAllTheirRows) {
     ASSERT_EQ(setUpWith("R134A", section("ETA", "VS2") + limits + "CI2\n  0.5\n  300.0\n  0.1 0.6\n" +
                                      counted(1, 11, 1) + "  12.5\nNUL\n"),
