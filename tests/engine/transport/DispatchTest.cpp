@@ -282,6 +282,8 @@ TEST_F(Mixtures, waterIsAllowedUpTo5Percent) {
     mixingParameters.IWATERCOMP = 1;
     EXPECT_NE(at(0.04).ierr, 50);
     EXPECT_GT(at(0.04).eta, 0.0);
+    EXPECT_NE(at(0.05).ierr, 50);
+    EXPECT_EQ(at(0.0502).ierr, 50);
     const TransportPoint point = at(0.06);
     EXPECT_EQ(point.ierr, 50);
     EXPECT_EQ(point.message,

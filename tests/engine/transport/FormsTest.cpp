@@ -57,7 +57,8 @@ TEST_F(Forms, aGeneralViscosityTakesAllItsBlocks) {
     const double sum = 0.7 / tau * del * del * delta0 * std::exp(-del * del) + 0.4 * std::sqrt(tau) * del / del +
                        0.3 * del * del / 1.5;
     EXPECT_NEAR(ETA1RS(1, T, D), 2.0 * sum, 1e-12);
-    EXPECT_EQ(ETA1RS(1, T, 0.9e-10), 0.0);
+    EXPECT_EQ(ETA1RS(1, T, 0.995e-10), 0.0);
+    EXPECT_NE(ETA1RS(1, T, 1.005e-10), 0.0);
     EXPECT_EQ(ETA1DG(1, 1e8), 0.0);
     EXPECT_GT(ETA1DG(1, 0.99e8), 0.0);
 }
@@ -68,6 +69,9 @@ TEST_F(Forms, aReducingDensityOf1LeavesTheExponentialsReduced) {
               0);
     const double D = 8.0;
     EXPECT_NEAR(ETA1RS(1, 320.0, D), 2.0 * D / 1.0005 * std::exp(-D / fluidConstants.DCRIT[1]), 1e-12);
+    viscosityTerms[1].DREDETA = 1.001005;  // no longer 1
+    EXPECT_NEAR(ETA1RS(1, 320.0, D), 2.0 * D / 1.001005 * std::exp(-D / 1.001005), 1e-12);
+    modelTags.LFORCESETUP = true;
 }
 
 TEST_F(Forms, theOlderModelsFollowTheirFormulas) {
@@ -111,7 +115,8 @@ TEST_F(Forms, frictionTheoryScalesItsDiluteGas) {
     const double repulsive = T * slope / 100.0, ideal = D * fluidConstants.REOS[1] * T / 100.0, G = 300.0 / T;
     EXPECT_NEAR(ETA4RS(1, T, D) / (1000.0 * G * (1e-5 * (repulsive - ideal) + 1e-9 * std::pow(repulsive, 3.0))), 1.0,
                 1e-12);
-    EXPECT_EQ(ETA4RS(1, T, 1e-11), 0.0);
+    EXPECT_EQ(ETA4RS(1, T, 0.995e-10), 0.0);
+    EXPECT_NE(ETA4RS(1, T, 1.005e-10), 0.0);
 }
 
 TEST_F(Forms, anUnknownFluidSpecificViscosityHasCode49) {
@@ -233,6 +238,11 @@ TEST_F(Forms, theDenseFactorOfWaterIsCut) {
     slot.CTCX[slot.NDGNUM].c = 50.0;
     EXPECT_GT(TCXH2O(1, 600.0, slot.DRDBKT), 1e12 * gas);
     EXPECT_LT(TCXH2O(1, 600.0, slot.DRDBKT), 1e40 * gas);
+    for (int k = slot.NDGNUM + 1; k < slot.NDGNUM + slot.NBKNUM; ++k) slot.CTCX[k].c = 0.0;
+    slot.CTCX[slot.NDGNUM].c = 99.9;
+    EXPECT_NEAR(TCXH2O(1, 600.0, slot.DRDBKT) / (std::exp(99.9) * gas), 1.0, 1e-9);
+    slot.CTCX[slot.NDGNUM].c = 100.5;
+    EXPECT_NEAR(TCXH2O(1, 600.0, slot.DRDBKT) / (1e10 * gas), 1.0, 1e-12);
     modelTags.LFORCESETUP = true;
 }
 
@@ -423,6 +433,11 @@ TEST_F(GeneralConductivity, codesWorkOnTheSumAsBuiltSoFar) {
     EXPECT_NEAR(TCX1DG(1, T), (0.55 * (cp0(T) / R - 2.5) + 3.75) * R * eta0(T) / M, 1e-12);
     slot().CTCX[1] = {0.01, -95.0, 0, 0, 0};  // no such code
     EXPECT_NEAR(TCX1DG(1, T), 0.55, 1e-14);
+    slot().CTCX[1] = {0.01, -90.5, 0, 0, 0};
+    EXPECT_NEAR(TCX1DG(1, T), 0.55, 1e-14);
+    slot().CTCX[1] = {1e4, -90.0, 0, 0, 0};  // the last that is an exponent
+    EXPECT_NEAR(TCX1DG(1, T), 0.55 + 1e4 * std::pow(1.1, -90.0), 1e-12);
+    slot().CTCX[1] = {0.01, -95.0, 0, 0, 0};
     slot().NDGDEN = 1;
     slot().CTCX[2] = {2.0, 2.0, 0, 0, 0};
     slot().TCXDGT = 3.0;
@@ -450,6 +465,8 @@ TEST_F(GeneralConductivity, theCodeOfTheBackgroundDividesBelowBothReducingValues
     EXPECT_DOUBLE_EQ(TCX1BK(1, 310.0, 4.0), 0.02 * 0.8);
     EXPECT_DOUBLE_EQ(TCX1BK(1, 270.0, 6.0), 0.02 * 1.2);
     slot().CTCX[1].e = -95.0;  // any other code adds nothing
+    EXPECT_DOUBLE_EQ(TCX1BK(1, 270.0, 4.0), 0.02 * 0.8);
+    slot().CTCX[1].e = -90.5;
     EXPECT_DOUBLE_EQ(TCX1BK(1, 270.0, 4.0), 0.02 * 0.8);
     slot().CTCX[1] = {0.5, 0.0, 1.0, 2.0, 0};  // an exponent is one of an exponential
     EXPECT_NEAR(TCX1BK(1, 270.0, 4.0), 0.016 + 0.5 * 0.8 * std::exp(-0.64), 1e-14);
@@ -813,8 +830,8 @@ TEST_F(Forms, hydrogenHasTheExcessOfTheLiquidAbove80K) {
         for (const double D : {1e-5, 0.00099})
             EXPECT_NEAR(1000.0 * TCXH2(1, T, D), gas(T) + liquid(T, D) + critical(T, D), 1e-10) << T << ' ' << D;
     EXPECT_NEAR(1000.0 * TCXH2(1, 69.0, 0.0), gas(69.0) + critical(69.0, 0.0), 1e-10);
-    for (const double T : {80.01, 80.5, 81.0, 85.0, 89.0}) {
-        constexpr double D = 0.4;
+    for (const double T : {71.0, 76.9, 77.3, 80.01, 80.5, 81.0, 85.0, 89.0}) {
+        const double D = T > 80.0 ? 0.4 : 9.9e-4;
         const double n = 0.0505 + (T - 70.0) / 30.0 * 0.019;  // normal hydrogen
         const double line = D - 15.556 + 0.008229 * std::pow(T - 32.938, 1.5);
         const double high = n * (0.9715160001069307 + 7.058800110826269e-5 * T) +
@@ -824,6 +841,43 @@ TEST_F(Forms, hydrogenHasTheExcessOfTheLiquidAbove80K) {
                                 (std::exp(2.0999999046325684 * std::pow(D, 0.36000001430511475)) - 1.0);
         const double low = 0.001 * (gas(T) + liquid(T, D) + critical(T, D)), w = (T - 70.0) / 20.0;
         EXPECT_NEAR(TCXH2(1, T, D), (1.0 - w) * low + w * high, 1e-12) << T;
+    }
+}
+
+// The table of the gas, of both kinds of hydrogen, and the ends of the enhancement.
+//   Source    R. D. McCarty, L. A. Weber, Natl. Bur. Stand. (U.S.) Tech. Note 617 (1972)
+TEST_F(Forms, theGasOfHydrogenIsThatOfItsTable) {
+    constexpr double rows[9][3] = {{70, 50.5, 52.9},    {100, 69.5, 81.6},   {150, 102.6, 129.4},
+                                   {200, 134.2, 157.4}, {250, 162.2, 175.8}, {300, 187.0, 193.5},
+                                   {350, 211.0, 212.9}, {400, 234.0, 233.0}, {410, 238.0, 237.0}};  // [K, mW/(m K)]
+    for (const bool para : {false, true}) {
+        std::string text = hydrogen;
+        if (para) text.replace(text.find("0.25 0 0"), 4, "1.00");
+        ASSERT_EQ(setUpWith("NITROGEN", text), 0) << message();
+        for (int k = 0; k < 8; ++k)
+            for (const double part : {0.0, 0.3, 0.8, 0.999}) {
+                const double T = rows[k][0] + part * (rows[k + 1][0] - rows[k][0]);
+                if (T <= 90.0) continue;
+                const double n = rows[k][1] + part * (rows[k + 1][1] - rows[k][1]);
+                const double p = rows[k][2] + part * (rows[k + 1][2] - rows[k][2]);
+                const double line = 15.556 - 0.008229 * std::pow(T - 32.938, 1.5);
+                const double critical =
+                    T < 108.35658264160156 ? (6.35363 - 0.05863 * T) * std::exp(-0.019044 * line * line) : 0.0;
+                const double normal = n * (0.9715160001069307 + 7.058800110826269e-5 * T);
+                EXPECT_NEAR(1000.0 * TCXH2(1, T, 0.0), normal + critical + (para ? p - n : 0.0), 1e-9) << T << para;
+            }
+        // the enhancement ends a hundredth of a kelvin before its height does
+        for (const double T : {108.0, 108.3, 108.36, 109.0}) {
+            constexpr double D = 4.0;
+            const double dense =
+                0.001584312604 * D + (1.066433014e-7 * T + 3.861103193e-5) *
+                                         std::expm1(2.0999999046325684 * std::pow(D, 0.36000001430511475));
+            const double height = T < 108.3566 ? 0.00635363 - 5.863e-05 * T : 0.0;
+            const double line = 15.556 - 0.008229 * std::pow(T - 32.938, 1.5);
+            const double critical =
+                height * (std::exp(-0.019044 * (D - line) * (D - line)) - std::exp(-0.019044 * line * line));
+            EXPECT_NEAR(TCXH2(1, T, D) - TCXH2(1, T, 0.0), dense + critical, 1e-10) << T;
+        }
     }
 }
 
@@ -944,6 +998,29 @@ TEST_F(Forms, theEnhancementOfTheSecondModelOfMethaneFollowsItsFormula) {
     EXPECT_GT(unstable, 0);
 }
 
+// Far from the critical point the factor exp(-B) stays at that of 500.
+TEST_F(Forms, theBellOfTheClosedEnhancementHasALeastValue) {
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n"),
+              0)
+        << message();
+    EnhancementSection& s = conductivityTerms[1].enhancement;
+    s.TRTCK = 370.0;
+    s.DRTCK = 4.9;
+    s.PRTCK = s.TCXRED = 1.0;
+    const double c[6] = {1e200, 1.0, 0.5, 0.0, 0.0, 1.0};
+    for (int k = 0; k < 6; ++k) s.CTCK[k].c = c[k];
+    const double plain = TCX4CR(1, 740.0, 4.9);
+    ASSERT_GT(plain, 0.0);
+    // B of 499, 502 and 600, by the distance of 1 in temperature
+    for (const auto& [B, factor] : {std::pair{499.0, 499.0}, {502.0, 500.0}, {600.0, 500.0}}) {
+        s.CTCK[3].c = B;
+        EXPECT_NEAR(TCX4CR(1, 740.0, 4.9) / plain / std::exp(-factor), 1.0, 1e-10) << B;
+    }
+    s.CTCK[3].c = 0.0;
+    EXPECT_EQ(TCX4CR(1, 740.0, 0.995e-6), 0.0);
+    EXPECT_GT(TCX4CR(1, 740.0, 1.005e-6), 0.0);
+}
+
 // The same form with rows, reducing values and viscosity of the fluid's own; a quotient below 0 stays as it is.
 TEST_F(Forms, theEnhancementByRowsFollowsItsFormula) {
     ASSERT_EQ(setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n"),
@@ -997,6 +1074,15 @@ TEST_F(GeneralConductivity, aRationalEnhancementCountsATermWithoutDensity) {
     s.DREDEX = 5.0;
     s.CTCK[2] = {-1000.0, 0.0, 0.0, 0.0, 2.0, 0};
     EXPECT_EQ(TCX1CR(1, 330.0, 5.0), 0.0);  // an exponent below -500
+    s.CTCK[2] = {-502.0, 0.0, 0.0, 0.0, 0.0, 0};
+    EXPECT_EQ(TCX1CR(1, 330.0, 5.0), 0.0);
+    s.CTCK[2].c = -499.0;
+    EXPECT_GT(TCX1CR(1, 330.0, 5.0), 0.0);
+    s.CTCK[2] = {-3.0, 0.5, 2.0, 0.2, 1.5, 0};
+    s.NDENTCK = 0;
+    s.TRTCK = 300.0;
+    s.CTCK[1] = s.CTCK[2];
+    EXPECT_NEAR(TCX1CR(1, 330.0, 5.0), 2.0 * 0.01 * 1.6 * 1.6 * std::exp(-3.0 * 1.6 * 1.6 * std::pow(1.2, 1.5)), 1e-15);
 }
 
 TEST(Crossover, endsAtItsReferenceTemperatureAndWithoutDensity) {
@@ -1163,8 +1249,8 @@ TEST(Crossover, ofMethaneIsPositiveAndVanishes) {
     EXPECT_GT(TCCCH4(1, 1.01 * tc, dc), TCCCH4(1, 1.2 * tc, dc));
     EXPECT_GT(TCCCH4(1, 1.2 * tc, dc), 0.0);
     EXPECT_LT(TCCCH4(1, 2.0 * tc, 0.01 * dc), 1e-4);
-    EXPECT_EQ(TCX4CR(1, tc, 1e-7), 0.0);
-    EXPECT_EQ(TCX2CR(1, tc, 1e-7), 0.0);
+    EXPECT_EQ(TCX4CR(1, tc, 0.995e-6), 0.0);
+    EXPECT_EQ(TCX2CR(1, tc, 0.995e-6), 0.0);
 }
 
 }  // namespace
