@@ -907,6 +907,11 @@ TEST_F(Forms, theModelsOfMethaneFollowTheirFormulas) {
     const double T = 330.0, D = 3.0, R = fluidConstants.R, M = fluidConstants.WMAS[1];
     const double eta0 = 0.2 * std::sqrt(T) / 0.25;
     EXPECT_NEAR(TCX2DG(1, T), 0.001 * eta0 / M * (3.75 * R + (CP0K(1, T) - 2.5 * R) * (1.5 - 0.8 * 300.0 / T)), 1e-14);
+    modelTags.HMDTCX[1] = "CI0";
+    EXPECT_NEAR(
+        TCX2DG(1, T),
+        0.001 * eta0 / OMEGAS(2, 2, T / 300.0) / M * (3.75 * R + (CP0K(1, T) - 2.5 * R) * (1.5 - 0.8 * 300.0 / T)),
+        1e-14);
     const double A = 0.001 + 0.1 / T + 1.0 / T / T, B = 1e-4 + 0.01 / T + 0.5 / T / T, C = 0.02 + 1.0 / T;
     EXPECT_NEAR(TCX2BK(1, T, D), (A + B * D) * D / (C * D + 1.0), 1e-14);
 
