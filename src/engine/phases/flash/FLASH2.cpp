@@ -323,8 +323,11 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         return;
     }
     Text255 inner;
+    // thinner mixtures are one phase at any temperature, as for TDFLSH
+    constexpr double thinnest = 1e-10;
+    const bool mayBeTwo = icomp > 0 || D >= thinnest;
 
-    if (icomp == 0 && solveMixtureAtDensity(D, b, ab, z, critical, limits.tmin, r)) {
+    if (icomp == 0 && mayBeTwo && solveMixtureAtDensity(D, b, ab, z, critical, limits.tmin, r)) {
         ierr = 0;
         herr.clear();
         reportLimits(ab, limitsAt(T, D, p, z), r);
@@ -335,7 +338,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
 
     // Value of the property on the saturation line at D.
     double saturatedValue = b - 1e-6;
-    if (!denseHelium(critical.T, D)) {
+    if (mayBeTwo && !denseHelium(critical.T, D)) {
         SaturatedPair line;
         int kr = 0;
         {
@@ -368,7 +371,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         p = fillSinglePhase(T, D, z, r);
         q = regionQuality(T, p, D, critical);
     }
-    if (b < saturatedValue || isMetastable(T, p, D, z, critical)) {
+    if (mayBeTwo && (b < saturatedValue || isMetastable(T, p, D, z, critical))) {
         DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
         // a mixture's lines may end before its two phases do
         if (ierr > 0 && icomp == 0 && solveOnIsochoreByFlash(D, b, letter, z, limits.tmin, 1.5 * critical.T, T, r)) {
