@@ -70,7 +70,6 @@ void runPropertyRequest(int sub) {
         message(FILEOUT, ADDRESS.slice(1, lastSeparator(ADDRESS.view())), "mixtures\\", substance1.MIXNAME.trimmed(),
                 ".mix");
         if (!FILEOUT.trimmed().ends_with(".mix")) fileError(FILEOUT.trimmed(), "the path has more than 255 characters");
-        runReport.resultPath = FILEOUT;
     }
     for (const PropertyOperation& operation : propertyOperations) {
         if (operation.sub != sub) continue;

@@ -241,6 +241,7 @@ TEST_F(Store, AFileThatCannotBeWrittenIsToldSo) {
         plant(listedRequest(r513aLike, true, 7, "", name));
         EXPECT_EQ(runReport.end, RunEnd::refused) << name;
         EXPECT_EQ(ResultFile(plant.resultText()).trimmed(2), std::to_string(runReport.IERR));
+        EXPECT_EQ(runReport.resultPath.trimmed(), plant.result) << name;  // the form, not a blend that is not there
         return runReport.IERR;
     };
     // Not a name of a file in that folder.

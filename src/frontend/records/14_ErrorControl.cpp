@@ -69,6 +69,7 @@ void ERRORCONTROL(int IERR, const Text255& HERR) {
     runReport.end = RunEnd::refused;
     runReport.IERR = IERR;
     runReport.HERR = HERR;
+    runReport.resultPath = ERRORFILEOUT;
     runReport.formWritten = writeFailureForm(IERR, HERR);
     if (!runReport.formWritten) {
         FixedText<1600> text;

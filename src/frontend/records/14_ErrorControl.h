@@ -19,7 +19,7 @@ struct RunReport {
     int IERR = 0;             // code of a refusal
     bool formWritten = true;  // false where a refusal's form could not be written: then code and text stand only here
     Text255 HERR;             // its text; the line on standard error
-    Text255 resultPath;       // the result file, or the mixture file that was asked for
+    Text255 resultPath;       // the result file, or the mixture file that was written
     // Where a refusal by the fixed ranges came from: circuit 1 or 2, number of the parameter (0 where the refusal came
     // from elsewhere), and what the parameter is.
     int record = 0, parameter = 0;
