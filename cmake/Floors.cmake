@@ -22,12 +22,23 @@ function(frigana_test name)
     list(FILTER sources EXCLUDE REGEX "UnixTest\\.cpp$")
   endif()
   add_executable(${name} ${sources})
-  # What is tested has the optimisation of its build; the tests themselves are compiled quickly. At that level the
-  # compiler warns wrongly of texts that it has not followed to their end.
-  target_compile_options(${name} PRIVATE
-    $<$<CONFIG:Release>:-O1;$<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>>)
+  # What is tested has the optimisation of its build; the tests themselves are compiled quickly.
+  set(quick $<$<CONFIG:Release>:-O0>)
+  target_compile_options(${name} PRIVATE ${quick})
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main)
   target_link_libraries(${name} PRIVATE frigana_test_folders)
+  if(FRIGANA_PRECOMPILE)
+    if(NOT TARGET frigana_test_headers)
+      # Never linked: its headers are compiled as those of a program are.
+      file(WRITE ${CMAKE_BINARY_DIR}/TestHeaders.cpp "")
+      add_executable(frigana_test_headers EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/TestHeaders.cpp)
+      target_compile_options(frigana_test_headers PRIVATE ${quick})
+      target_link_libraries(frigana_test_headers PRIVATE GTest::gtest)
+      target_precompile_headers(frigana_test_headers PRIVATE <gtest/gtest.h> <algorithm> <cmath> <filesystem>
+        <fstream> <map> <set> <sstream> <string> <vector>)
+    endif()
+    target_precompile_headers(${name} REUSE_FROM frigana_test_headers)
+  endif()
   if(WIN32)
     target_link_options(${name} PRIVATE -static)
   endif()
