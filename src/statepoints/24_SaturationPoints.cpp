@@ -21,14 +21,34 @@ const SUBSTANCE& phaseOf(const SUBSTANCE& substance, const Composition& z, SUBST
     return phase;
 }
 
+struct SaturatedDensities {
+    double T = 0, p = 0, rhol = 0, rhov = 0;
+};
+
 // H and S of one side of the dome.
-void fillDomePoint(const SUBSTANCE& substance, double T, double P, double rho, STATEPT& point) {
-    double p = 0, e = 0, h = 0, s = 0, cv = 0, cp = 0, w = 0, jt = 0;
-    THERM(T, rho, substance.ZMOL, p, e, h, s, cv, cp, w, jt);
-    point.T = T;
-    point.P = P;
+void fillDomePoint(const SUBSTANCE& substance, const SaturatedDensities& at, double rho, STATEPT& point) {
+    double h = 0, s = 0;
+    ENTHAL(at.T, rho, substance.ZMOL, h);
+    ENTRO(at.T, rho, substance.ZMOL, s);
+    point.T = at.T;
+    point.P = at.p;
     point.H = h / substance.WM;
     point.S = s / substance.WM;
+}
+
+// Both sides of the dome at one pressure or temperature. The two points of a pure fluid are one pair, which SATT and
+// SATP remember as long as nothing else is evaluated: its properties come last.
+template <class Solve>
+void bothSides(const SUBSTANCE& substance, const Solve& solve, STATEPT& LIQ, STATEPT& VAP) {
+    int icomp = 0;
+    ISPURE(substance.ZMOL, icomp);
+    SaturatedDensities at;
+    solve(bubble, at);
+    if (icomp == 0) fillDomePoint(substance, at, at.rhol, LIQ);
+    const SaturatedDensities liquid = at;
+    solve(dew, at);
+    fillDomePoint(substance, at, at.rhov, VAP);
+    if (icomp > 0) fillDomePoint(substance, liquid, liquid.rhol, LIQ);
 }
 
 }  // namespace
@@ -68,25 +88,25 @@ void PROPMIXTUREP_EQ(const SUBSTANCE& substance, double P, int KPH, STATEPT& LIQ
 }
 
 void PROPMIXTURET_BD_DOME(const SUBSTANCE& substance, double T, STATEPT& LIQ, STATEPT& VAP) {
-    double p = 0, rhol = 0, rhov = 0;
-    Composition xliq{}, xvap{};
-    int ierr = 0;
-    Text255 herr;
-    SATT(T, substance.ZMOL, bubble, p, rhol, rhov, xliq, xvap, ierr, herr);
-    fillDomePoint(substance, T, p, rhol, LIQ);
-    SATT(T, substance.ZMOL, dew, p, rhol, rhov, xliq, xvap, ierr, herr);
-    fillDomePoint(substance, T, p, rhov, VAP);
+    const auto solve = [&](int kph, SaturatedDensities& found) {
+        Composition xliq{}, xvap{};
+        int ierr = 0;
+        Text255 herr;
+        SATT(T, substance.ZMOL, kph, found.p, found.rhol, found.rhov, xliq, xvap, ierr, herr);
+        found.T = T;
+    };
+    bothSides(substance, solve, LIQ, VAP);
 }
 
 void PROPMIXTUREP_BD_DOME(const SUBSTANCE& substance, double P, STATEPT& LIQ, STATEPT& VAP) {
-    double t = 0, rhol = 0, rhov = 0;
-    Composition xliq{}, xvap{};
-    int ierr = 0;
-    Text255 herr;
-    SATP(P, substance.ZMOL, bubble, t, rhol, rhov, xliq, xvap, ierr, herr);
-    fillDomePoint(substance, t, P, rhol, LIQ);
-    SATP(P, substance.ZMOL, dew, t, rhol, rhov, xliq, xvap, ierr, herr);
-    fillDomePoint(substance, t, P, rhov, VAP);
+    const auto solve = [&](int kph, SaturatedDensities& found) {
+        Composition xliq{}, xvap{};
+        int ierr = 0;
+        Text255 herr;
+        SATP(P, substance.ZMOL, kph, found.T, found.rhol, found.rhov, xliq, xvap, ierr, herr);
+        found.p = P;
+    };
+    bothSides(substance, solve, LIQ, VAP);
 }
 
 }  // namespace frigana

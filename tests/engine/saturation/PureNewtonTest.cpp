@@ -174,6 +174,32 @@ TEST(PureNewtonEdge, FarFromTheAncillaryEquationsTheIterationsAnswer) {
     EXPECT_EQ(satt(300.0).p, before.p);
 }
 
+// Bubble and dew point of a pure fluid are one pair: the second one asked for is not solved for again, unless the
+// equation has left its state.
+TEST(PureNewtonEdge, OnePairAnswersForBothLines) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    resetSaturationMemo();
+    const auto recalled = [](const auto& call) {
+        const long before = pureNewtonControl.recalled;
+        call();
+        return pureNewtonControl.recalled - before;
+    };
+    Saturated b, d;
+    EXPECT_EQ(recalled([&] { b = satt(300.0, bubble); }), 0);
+    EXPECT_EQ(recalled([&] { d = satt(300.0, dew); }), 1);
+    EXPECT_EQ(d.ierr, 0);
+    for (const auto value : {&Saturated::p, &Saturated::rhol, &Saturated::rhov}) EXPECT_EQ(d.*value, b.*value);
+    EXPECT_EQ(recalled([&] { d = satt(300.0 + 1e-10, bubble); }), 0) << "of this very temperature alone";
+    EXPECT_EQ(recalled([&] { b = satp(500.0, bubble); }), 0);
+    EXPECT_EQ(recalled([&] { d = satp(500.0, dew); }), 1);
+    for (const auto value : {&Saturated::T, &Saturated::rhol, &Saturated::rhov}) EXPECT_EQ(d.*value, b.*value);
+    pressure(310.0, 1.0);
+    EXPECT_EQ(recalled([&] { d = satp(500.0, bubble); }), 0) << "the equation was asked for another state";
+    EXPECT_EQ(d.T, b.T);
+    resetSaturationMemo();
+    EXPECT_EQ(recalled([&] { d = satp(500.0, dew); }), 0) << "all is forgotten";
+}
+
 TEST(PureNewtonEdge, OtherEquationsOfStateAreLeftToTheIterations) {
     ASSERT_EQ(setUp("R134A"), 0);
     EXPECT_TRUE(hasPlainHelmholtzEnergy(1));

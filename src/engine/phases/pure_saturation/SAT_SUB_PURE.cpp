@@ -139,7 +139,7 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
                        double liquidEstimate, double vaporEstimate, double& p, double& rhol, double& rhov, int& ierr,
                        Text255& herr) {
     ierr = 0;
-    if (newtonPureAtTemperature(T, icomp, critical, p, rhol, rhov)) {
+    if (lastPureAtTemperature(T, icomp, p, rhol, rhov) || newtonPureAtTemperature(T, icomp, critical, p, rhol, rhov)) {
         herr.clear();
         return;
     }
@@ -245,7 +245,7 @@ void pureAtTemperature(double T, const Composition& x, int icomp, int kph, const
 
 void pureAtPressure(double p, const Composition& x, int icomp, int kph, const CriticalPoint& critical, double acentric,
                     double& T, double& rhol, double& rhov, int& ierr, Text255& herr) {
-    if (newtonPureAtPressure(p, icomp, critical, T, rhol, rhov)) {
+    if (lastPureAtPressure(p, icomp, T, rhol, rhov) || newtonPureAtPressure(p, icomp, critical, T, rhol, rhov)) {
         ierr = 0;
         herr.clear();
         return;

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "CORE_ANC.h"
+#include "CORE_FEQ.h"
 #include "CORE_PR.h"
 #include "DISPATCH.h"
 #include "FluidConstants.h"
@@ -106,7 +107,50 @@ double pressureOfLiquid(double T, double ofVapor, int icomp, double& Dl) {
     return best;
 }
 
+// The last pair that was found at a temperature, and at a pressure: both lines of a fluid are asked for in turn. An
+// equation answers beside its last state with the values of that one; only while it holds the state that the search
+// ended at, every digit of what follows is as if the pair had been found again.
+struct LastPair {
+    int icomp = 0;  // 0: none
+    double given = 0.0, other = 0.0, Dl = 0.0, Dv = 0.0;
+    double heldTau = 0.0, heldDel = 0.0;
+
+    bool recall(int asked, double at, double& found, double& rhol, double& rhov) const {
+        if (!pureNewtonControl.enabled || icomp != asked || given != at || heldTau != feqTerms[asked].TAUSVF ||
+            heldDel != feqTerms[asked].DELSVF)
+            return false;
+        ++pureNewtonControl.recalled;
+        found = other;
+        rhol = Dl;
+        rhov = Dv;
+        return true;
+    }
+};
+LastPair lastAtTemperature, lastAtPressure;
+
+bool answer(LastPair& last, int icomp, double given, double found, double Dl, double Dv, double& other, double& rhol,
+            double& rhov) {
+    ++pureNewtonControl.found;
+    other = found;
+    rhol = Dl;
+    rhov = Dv;
+    last = {icomp, given, found, Dl, Dv, feqTerms[icomp].TAUSVF, feqTerms[icomp].DELSVF};
+    return true;
+}
+
 }  // namespace
+
+bool lastPureAtTemperature(double T, int icomp, double& p, double& rhol, double& rhov) {
+    return lastAtTemperature.recall(icomp, T, p, rhol, rhov);
+}
+
+bool lastPureAtPressure(double p, int icomp, double& T, double& rhol, double& rhov) {
+    return lastAtPressure.recall(icomp, p, T, rhol, rhov);
+}
+
+void forgetPurePairs() {
+    lastAtTemperature = lastAtPressure = {};
+}
 
 bool hasPlainHelmholtzEnergy(int icomp) {
     if (icomp <= 0 || directBWR() || pengRobinsonSelected() || modelTags.IANC[icomp] == 1) return false;
@@ -148,11 +192,7 @@ bool newtonPureAtTemperature(double T, int icomp, const CriticalPoint& critical,
             PRESS(T, Dv, unitComposition(icomp), found);
         if (!(found > 0.0) || !pair.likeAtStart()) return false;
         if (!nearCritical && !(found <= critical.p && acrossCritical(Dl, Dv, critical))) return false;
-        ++pureNewtonControl.found;
-        p = found;
-        rhol = Dl;
-        rhov = Dv;
-        return true;
+        return answer(lastAtTemperature, icomp, T, found, Dl, Dv, p, rhol, rhov);
     }
     return false;
 }
@@ -202,11 +242,7 @@ bool newtonPureAtPressure(double p, int icomp, const CriticalPoint& critical, do
         Dl = pair.liquid * Dr;
         Dv = pair.vapor * Dr;
         if (!pair.likeAtStart() || !(at <= critical.T) || !acrossCritical(Dl, Dv, critical)) return false;
-        ++pureNewtonControl.found;
-        T = at;
-        rhol = Dl;
-        rhov = Dv;
-        return true;
+        return answer(lastAtPressure, icomp, p, at, Dl, Dv, T, rhol, rhov);
     }
     return false;
 }

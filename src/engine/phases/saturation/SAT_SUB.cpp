@@ -13,6 +13,7 @@
 #include "SAT_SUB_HOTTEST.h"
 #include "SAT_SUB_LINES.h"
 #include "SAT_SUB_PURE.h"
+#include "SAT_SUB_PURE_NEWTON.h"
 #include "SAT_SUB_SPLIT.h"
 #include "SaturationBricks.h"
 #include "SaturationSpline.h"
@@ -25,6 +26,7 @@ SaturationMemo saturationMemo;
 
 void resetSaturationMemo() {
     saturationMemo = {};
+    forgetPurePairs();
 }
 
 namespace {
