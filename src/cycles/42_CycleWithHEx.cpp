@@ -171,7 +171,7 @@ void flowsAndPerformance(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.effectiveness = exchangerEffectiveness(substance, c.flow.M, c.p2, c.p3, c.p7, c.p8);
 }
 
-void deviceRowsOfCircuit(SUBSTANCE& substance) {
+void deviceRowsOfCircuit(SUBSTANCE& substance, const Text255& FILEOUT) {
     c.evaporatorRows = {c.p5, c.p6};
     c.suctionBeforeRows = {c.p6, c.p7};
     c.suctionAfterRows = {c.p8, c.p9};
@@ -184,7 +184,7 @@ void deviceRowsOfCircuit(SUBSTANCE& substance) {
     c.liquidSideRows = {c.p2, c.p3};
     c.vaporSideRows = {c.p7, c.p8};
 
-    INITDATADOME(substance, domeStart * c.evaporator.P);
+    INITDATADOME(substance, domeStart * c.evaporator.P, !isTrial(FILEOUT));
 
     finishTwoPhaseRow(c.evaporatorRows.inlet);
     finishTwoPhaseRow(c.expansionRows.outlet);
@@ -290,7 +290,7 @@ void SOLCYCLEWTHEX_MATRIZ(SUBSTANCE& substance, const CYCLEIN& cycle, const Text
     evaporatorToCompressor(substance, cycle);
     compressorToCondenser(substance, cycle);
     flowsAndPerformance(substance, cycle);
-    deviceRowsOfCircuit(substance);
+    deviceRowsOfCircuit(substance, FILEOUT);
     writeResult(substance, cycle, FILEOUT);
 }
 

@@ -150,7 +150,7 @@ void flowsAndPerformance(const CYCLEIN& cycle) {
     c.performance = performanceOf(c.flow.evaporator, c.flow.condenser, c.power);
 }
 
-void deviceRowsOfCircuit(SUBSTANCE& substance) {
+void deviceRowsOfCircuit(SUBSTANCE& substance, const Text255& FILEOUT) {
     c.evaporatorRows = {c.p5, c.p6};
     c.suctionRows = {c.p6, c.p7};
     c.compressorRows = {c.p7, c.p8};
@@ -161,7 +161,7 @@ void deviceRowsOfCircuit(SUBSTANCE& substance) {
     c.expansionRows = {c.p4, c.p5};
     c.subcoolerRows = {c.p2, c.p3};
 
-    INITDATADOME(substance, domeStart * c.evaporator.P);
+    INITDATADOME(substance, domeStart * c.evaporator.P, !isTrial(FILEOUT));
 
     finishTwoPhaseRow(c.evaporatorRows.inlet);
     finishTwoPhaseRow(c.expansionRows.outlet);
@@ -302,7 +302,7 @@ void SOLBASICCYCLE_CON_MECHCOOLMATRIZ(SUBSTANCE& substance, const CYCLEIN& cycle
     evaporatorToCompressor(substance, cycle);
     compressorToCondenser(substance, cycle);
     flowsAndPerformance(cycle);
-    deviceRowsOfCircuit(substance);
+    deviceRowsOfCircuit(substance, FILEOUT);
     writeResult(substance, cycle, FILEOUT);
 }
 

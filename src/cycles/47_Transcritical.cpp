@@ -101,7 +101,7 @@ void flowsAndPerformance(const SUBSTANCE& substance, const CYCLEIN& cycle) {
     c.effectiveness = exchangerEffectiveness(substance, c.flow.M, p2, p3, p7, c.suction.vaporOutlet);
 }
 
-void deviceRowsOfCircuit(SUBSTANCE& substance) {
+void deviceRowsOfCircuit(SUBSTANCE& substance, const Text255& FILEOUT) {
     c.evaporatorRows = {c.p5, c.p6};
     c.suctionBeforeRows = {c.p6, c.suction.beforeOutlet};
     c.suctionAfterRows = {c.suction.vaporOutlet, c.suction.afterOutlet};
@@ -114,7 +114,7 @@ void deviceRowsOfCircuit(SUBSTANCE& substance) {
     c.liquidSideRows = {c.high.p2, c.high.p3};
     c.vaporSideRows = {c.suction.beforeOutlet, c.suction.vaporOutlet};
 
-    INITDATADOME(substance, domeStart * c.evaporator.P);
+    INITDATADOME(substance, domeStart * c.evaporator.P, !isTrial(FILEOUT));
 
     // The rows of the high side show neither quality nor saturation temperature.
     finishTwoPhaseRow(c.evaporatorRows.inlet);
@@ -199,7 +199,7 @@ void SOLTRANSCRICYCLE_MATRIZ(SUBSTANCE& substance, const CYCLEIN& cycle, const T
     compressorToGasCooler(substance, cycle, c.suction.afterOutlet, c.high.gasCooler.inletP(), dischargeLine, c.p10,
                           c.discharge, c.p11);
     flowsAndPerformance(substance, cycle);
-    deviceRowsOfCircuit(substance);
+    deviceRowsOfCircuit(substance, FILEOUT);
     writeResult(substance, cycle, FILEOUT);
 }
 

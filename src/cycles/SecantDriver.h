@@ -17,6 +17,19 @@ struct SecantSearch {
 inline constexpr int secantPasses = 3;  // always all of them: there is no test for convergence
 inline constexpr double secantStep = static_cast<double>(0.1f);
 
+// The scratch files of the two trials. Their names are no others'.
+inline Text255 trialFileA() {
+    return scratchPath("temporalA.txt");
+}
+inline Text255 trialFileB() {
+    return scratchPath("temporalB.txt");
+}
+
+// True if a solver is to write a trial, of which one line is read.
+inline bool isTrial(const Text255& path) {
+    return path == trialFileA() || path == trialFileB();
+}
+
 // The unknown after three secant steps, each from two fresh trial solutions.
 //   Given     solve(x, path)  writes the whole result of the trial value x to path
 //             fileA, fileB    scratch files, one for each of the two trials; they stay where a trial fails
@@ -43,8 +56,8 @@ double secantUnknown(const SecantSearch& search, const Text255& fileA, const Tex
 // the scratch files are removed.
 template <class Solve>
 void secantDriver(const SecantSearch& search, const Text255& FILEOUT, Solve solve) {
-    const Text255 fileA = scratchPath("temporalA.txt");
-    const Text255 fileB = scratchPath("temporalB.txt");
+    const Text255 fileA = trialFileA();
+    const Text255 fileB = trialFileB();
     const double x = secantUnknown(search, fileA, fileB, solve);
     solve(x, FILEOUT);
     deleteScratch(fileA);

@@ -1,32 +1,115 @@
 #include "22_InitVaporDome.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "24_SaturationPoints.h"
+#include "UTILITY.h"
 
 namespace frigana {
 
-void INITDATADOME(SUBSTANCE& substance, double PSTART) {
+namespace {
+
+constexpr int top = domeRows, lastSolved = domeRows - 1;
+
+// What a dome prints of a point.
+struct DomePoint {
+    double T = 0, P = 0, H = 0, S = 0;
+    bool operator==(const DomePoint&) const = default;
+};
+constexpr DomeTable SUBSTANCE::*sides[] = {&SUBSTANCE::PTSPL, &SUBSTANCE::PTSPV, &SUBSTANCE::PTSTL, &SUBSTANCE::PTSTV};
+constexpr int sideCount = std::size(sides);
+
+// The domes of the last blends: the trial solutions of a search and the requests of a study ask for the same one again
+// and again.
+struct KnownDome {
+    Composition z{};
+    double first = 0, step = 0;  // of the pressures [kPa]; no step: no dome
+    DomePoint points[sideCount][lastSolved];
+};
+constexpr int keptDomes = 4;
+KnownDome known[keptDomes];
+int oldest = 0;
+
+DomePoint pointOf(const STATEPT& point) {
+    return {point.T, point.P, point.H, point.S};
+}
+
+void solveRow(SUBSTANCE& substance, double P, int row) {
+    PROPMIXTUREP_BD_DOME(substance, P, substance.PTSPL[row], substance.PTSPV[row]);
+    const double meanT = (substance.PTSPL[row].T + substance.PTSPV[row].T) / 2.0;
+    PROPMIXTURET_BD_DOME(substance, meanT, substance.PTSTL[row], substance.PTSTV[row]);
+}
+
+// True if the row is the one of the dome to the last digit.
+bool hasRow(const KnownDome& dome, const SUBSTANCE& substance, int row) {
+    for (int side = 0; side < sideCount; ++side)
+        if (dome.points[side][row - 1] != pointOf((substance.*sides[side])[row])) return false;
+    return true;
+}
+
+// Takes the rows below the last solved one from a dome of the same blend and the same pressures. The last one is solved
+// for: where it comes out as it did then, to the last digit, equation and reference state are the same, and so is every
+// other row.
+bool recall(SUBSTANCE& substance, double first, double step) {
+    for (const KnownDome& dome : known) {
+        if (dome.step == 0.0 || dome.first != first || dome.step != step ||
+            !std::equal(dome.z.begin(), dome.z.end(), substance.ZMOL.begin()))
+            continue;
+        solveRow(substance, first + (lastSolved - 1) * step, lastSolved);
+        if (!hasRow(dome, substance, lastSolved)) return false;
+        for (int side = 0; side < sideCount; ++side)
+            for (int row = 1; row < lastSolved; ++row) {
+                STATEPT& point = (substance.*sides[side])[row];
+                const DomePoint& same = dome.points[side][row - 1];
+                point.T = same.T;
+                point.P = same.P;
+                point.H = same.H;
+                point.S = same.S;
+            }
+        return true;
+    }
+    return false;
+}
+
+void keep(const SUBSTANCE& substance, double first, double step) {
+    KnownDome& dome = known[oldest];
+    oldest = (oldest + 1) % keptDomes;
+    dome.z = substance.ZMOL;
+    dome.first = first;
+    dome.step = step;
+    for (int side = 0; side < sideCount; ++side)
+        for (int row = 1; row <= lastSolved; ++row) dome.points[side][row - 1] = pointOf((substance.*sides[side])[row]);
+}
+
+}  // namespace
+
+void INITDATADOME(SUBSTANCE& substance, double PSTART, bool shown) {
     constexpr double lowest = static_cast<double>(0.7f);
     constexpr double highest = static_cast<double>(0.83f);
-    constexpr int last = 10;
 
     // Below the lowest saturation pressure there is nothing to draw.
     const double P1 = std::max(lowest * PSTART, substance.PMIN);
     const double STEP = (highest * substance.PC - P1) / 11.0;
-    for (int i = 1; i < last; ++i) {
-        const double P = P1 + (i - 1) * STEP;
-        PROPMIXTUREP_BD_DOME(substance, P, substance.PTSPL[i], substance.PTSPV[i]);
-        const double meanT = (substance.PTSPL[i].T + substance.PTSPV[i].T) / 2.0;
-        PROPMIXTURET_BD_DOME(substance, meanT, substance.PTSTL[i], substance.PTSTV[i]);
+    int pure = 0;
+    ISPURE(substance.ZMOL, pure);
+    // a pure fluid is quick, and how often its lines were asked for decides what answers next
+    const bool blend = pure == 0;
+    if (blend && !shown) {
+        for (const auto side : sides) (substance.*side).fill({});
+        return;
+    }
+    if (!blend || !recall(substance, P1, STEP)) {
+        for (int row = 1; row <= lastSolved; ++row) solveRow(substance, P1 + (row - 1) * STEP, row);
+        if (blend) keep(substance, P1, STEP);
     }
 
-    STATEPT& top = substance.PTSPL[last];
-    top.T = substance.TC;
-    top.P = substance.PC;
-    top.H = (substance.PTSPL[last - 1].H + substance.PTSPV[last - 1].H) / 2.0;
-    top.S = (substance.PTSTL[last - 1].S + substance.PTSTV[last - 1].S) / 2.0;
-    substance.PTSPV[last] = substance.PTSTL[last] = substance.PTSTV[last] = top;
+    STATEPT& critical = substance.PTSPL[top];
+    critical.T = substance.TC;
+    critical.P = substance.PC;
+    critical.H = (substance.PTSPL[lastSolved].H + substance.PTSPV[lastSolved].H) / 2.0;
+    critical.S = (substance.PTSTL[lastSolved].S + substance.PTSTV[lastSolved].S) / 2.0;
+    substance.PTSPV[top] = substance.PTSTL[top] = substance.PTSTV[top] = critical;
 }
 
 }  // namespace frigana

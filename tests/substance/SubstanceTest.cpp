@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 #include "22_InitVaporDome.h"
 #include "23_SpecificPoints.h"
+#include "24_SaturationPoints.h"
 #include "31_FluidInformation.h"
 #include "54_Find_Refigerant.h"
 #include "PASSCMN.h"
+#include "SAT_SUB.h"
 #include "Substances.h"
 
 namespace frigana::test {
@@ -176,6 +179,70 @@ TEST(InitDome, RowsClimbFromTheStartTowardsTheCriticalPoint) {
     EXPECT_DOUBLE_EQ(s.PTSPL[10].H, (s.PTSPL[9].H + s.PTSPV[9].H) / 2);
     EXPECT_DOUBLE_EQ(s.PTSTV[10].S, (s.PTSTL[9].S + s.PTSTV[9].S) / 2);
     EXPECT_EQ(s.PTSPV[10].H, s.PTSTL[10].H);
+}
+
+// ---- domes that are kept --------------------------------------------------------------------------------------------
+
+constexpr DomeTable SUBSTANCE::*domeSides[] = {&SUBSTANCE::PTSPL, &SUBSTANCE::PTSPV, &SUBSTANCE::PTSTL,
+                                               &SUBSTANCE::PTSTV};
+
+// T, P, H and S of all rows.
+std::vector<double> domeOf(const SUBSTANCE& s) {
+    std::vector<double> values;
+    for (const auto side : domeSides)
+        for (int row = 1; row <= domeRows; ++row) {
+            const STATEPT& point = (s.*side)[row];
+            values.insert(values.end(), {point.T, point.P, point.H, point.S});
+        }
+    return values;
+}
+
+// How many lines of a mixture were solved for.
+long solvedFor(SUBSTANCE& s, double start) {
+    const long before = saturationCounts.calls;
+    INITDATADOME(s, start);
+    return saturationCounts.calls - before;
+}
+
+TEST(KeptDome, OfABlendIsTheSameToTheLastDigitForAFewSolvedPoints) {
+    SUBSTANCE& s = fluid("R407C.MIX");
+    EXPECT_GE(solvedFor(s, 431.25), 36);
+    const std::vector<double> first = domeOf(s);
+    fluid("PROPANE.FLD");
+    fluid("R407C.MIX");
+    EXPECT_EQ(solvedFor(s, 431.25), 4);
+    EXPECT_EQ(domeOf(s), first);
+    EXPECT_GE(solvedFor(s, 431.5), 36) << "of other pressures";
+}
+
+TEST(KeptDome, OfAnotherReferenceStateOrBlendIsSolvedFor) {
+    SUBSTANCE& s = fluid("R410A.MIX");
+    INITDATADOME(s, 512.5);
+    const std::vector<double> usual = domeOf(s);
+    s.HRF = "NBP";
+    INITSUBSTANCE(s);
+    INITDATADOME(s, 512.5);
+    const std::vector<double> normal = domeOf(s);
+    for (int row = 1; row <= domeRows; ++row) {
+        EXPECT_GT(std::fabs(normal[4 * (row - 1) + 2] - usual[4 * (row - 1) + 2]), 1.0);
+        EXPECT_NEAR(normal[4 * (row - 1)], usual[4 * (row - 1)], 1e-9);
+    }
+    STATEPT bubble{}, dew{};
+    PROPMIXTUREP_BD_DOME(s, s.PTSPL[3].P, bubble, dew);
+    EXPECT_NEAR(s.PTSPL[3].H, bubble.H, 1e-9 * std::fabs(bubble.H));
+    EXPECT_NEAR(s.PTSPV[3].S, dew.S, 1e-9 * std::fabs(dew.S));
+    SUBSTANCE& other = listed({{"R32.FLD", 0.6}, {"R125.FLD", 0.4}});
+    EXPECT_GE(solvedFor(other, 512.5), 36);
+}
+
+TEST(KeptDome, OfATrialIsEmptyForABlend) {
+    SUBSTANCE& blend = fluid("R410A.MIX");
+    INITDATADOME(blend, 500.0);
+    INITDATADOME(blend, 500.0, false);
+    EXPECT_EQ(domeOf(blend), std::vector<double>(4 * 4 * domeRows));
+    SUBSTANCE& pure = fluid("R32.FLD");
+    INITDATADOME(pure, 500.0, false);
+    EXPECT_GT(pure.PTSPL[1].T, 200.0);
 }
 
 TEST(InitDomeEdges, AStartAboveTheCriticalPressureRunsBackwards) {
