@@ -29,9 +29,9 @@ function(frigana_test name)
   target_link_libraries(${name} PRIVATE frigana_test_folders)
   if(FRIGANA_PRECOMPILE)
     if(NOT TARGET frigana_test_headers)
-      # Objects alone: their headers are compiled as those of a program are.
-      file(WRITE ${CMAKE_BINARY_DIR}/TestHeaders.cpp "")
-      add_library(frigana_test_headers OBJECT EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/TestHeaders.cpp)
+      # A program, for headers are compiled in the manner of programs only there.
+      file(WRITE ${CMAKE_BINARY_DIR}/TestHeaders.cpp "int main() {}\n")
+      add_executable(frigana_test_headers EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/TestHeaders.cpp)
       target_compile_options(frigana_test_headers PRIVATE ${quick})
       target_link_libraries(frigana_test_headers PRIVATE GTest::gtest)
       target_precompile_headers(frigana_test_headers PRIVATE <gtest/gtest.h> <algorithm> <cmath> <filesystem>
