@@ -73,6 +73,13 @@ bool readCount(int unit, std::string_view what, int largest, int& count, int& ie
     return readRecord(unit, what, ierr, herr, count) && countFits(unit, what, count, largest, ierr, herr);
 }
 
+bool readPositive(int unit, std::string_view what, int& ierr, Text255& herr, double& value) {
+    if (!readRecord(unit, what, ierr, herr, value)) return false;
+    if (value > 0.0) return true;
+    readFailed(unit, what, ReadStatus::malformed, currentLine(unit), ierr, herr);
+    return false;
+}
+
 bool skipLines(int unit, int lines, int& ierr, Text255& herr) {
     for (int i = 0; i < lines; ++i) {
         const ReadStatus status = skipLine(unit);

@@ -68,6 +68,9 @@ bool readRecord(int unit, std::string_view what, int& ierr, Text255& herr, Value
 // One free-form record with a single count, checked by countFits.
 bool readCount(int unit, std::string_view what, int largest, int& count, int& ierr, Text255& herr);
 
+// One free-form record with a single number above 0; otherwise as readRecord, with what stood there.
+bool readPositive(int unit, std::string_view what, int& ierr, Text255& herr, double& value);
+
 // One line of text as it stands; true if there was one. Otherwise as readFailed.
 template <int N>
 bool readTextLine(int unit, std::string_view what, int& ierr, Text255& herr, FixedText<N>& field, int width = N) {

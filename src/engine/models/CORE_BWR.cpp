@@ -241,18 +241,13 @@ void SETBWR(int iunit, int icomp, [[maybe_unused]] const Text12& hcasn, int& ier
     if (!readRecord(iunit, "acentric factor", ierr, herr, acentric)) return;
     if (!readRecord(iunit, "critical point", ierr, herr, read.TCBWR, pc, read.RHOCB)) return;
     if (!readRecord(iunit, "reducing temperature and density", ierr, herr, tred, dred)) return;
-    if (!readRecord(iunit, "density of the exponential", ierr, herr, read.GAMMAB)) return;
-    if (!readRecord(iunit, "gas constant", ierr, herr, read.RBWR)) return;
+    if (!readPositive(iunit, "positive density of the exponential", ierr, herr, read.GAMMAB)) return;
+    if (!readPositive(iunit, "positive gas constant", ierr, herr, read.RBWR)) return;
     if (!readRecord(iunit, "two counts", ierr, herr, unused, alsoUnused)) return;
     auto& b = read.BBWR;
     for (int k = 1; k <= 28; k += 3)
         if (!readRecord(iunit, "three coefficients", ierr, herr, b[k], b[k + 1], b[k + 2])) return;
     if (!readRecord(iunit, "two coefficients", ierr, herr, b[31], b[32])) return;
-    if (!(read.GAMMAB > 0.0) || !(read.RBWR > 0.0)) {
-        ierr = 1;
-        message(herr, "density of the exponential and gas constant must be positive", nullCharacter);
-        return;
-    }
     read.PCBWR = pc / perBar;
     bwrTerms[icomp] = read;
 

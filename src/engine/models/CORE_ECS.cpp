@@ -104,16 +104,11 @@ void SETECS(int iunit, int icomp, const Text12& hcasn, Text255& hreff, Text3& he
     if (!readRecord(iunit, "acentric factor of the reference fluid", ierr, herr, read.ACFREF)) return;
     if (!readRecord(iunit, "critical compressibility of the reference fluid", ierr, herr, read.ZCREF)) return;
     if (!readRecord(iunit, "acentric factor", ierr, herr, read.ACFECS)) return;
-    if (!readRecord(iunit, "critical temperature", ierr, herr, tc)) return;
-    if (!readRecord(iunit, "critical pressure", ierr, herr, pc)) return;
-    if (!readRecord(iunit, "critical density", ierr, herr, dc)) return;
+    if (!readPositive(iunit, "positive critical temperature", ierr, herr, tc)) return;
+    if (!readPositive(iunit, "positive critical pressure", ierr, herr, pc)) return;
+    if (!readPositive(iunit, "positive critical density", ierr, herr, dc)) return;
     for (EcsPolynomial* polynomial : {&read.FECS, &read.FDECS, &read.HECS, &read.HDECS})
         if (!readPolynomial(iunit, *polynomial, ierr, herr)) return;
-    if (!(tc > 0.0) || !(pc > 0.0) || !(dc > 0.0)) {
-        ierr = 1;
-        message(herr, "critical temperature, pressure and density must be positive", nullCharacter);
-        return;
-    }
     ecsTerms[icomp] = read;
 
     FluidConstants& fluid = fluidConstants;

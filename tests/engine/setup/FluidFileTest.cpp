@@ -297,6 +297,31 @@ TEST_F(FluidFile, ARecordEndsWithItsLine) {
     EXPECT_EQ(setUp({write("ONE.FLD", text)}), 0) << message();
 }
 
+// What an equation divides by, or takes the logarithm of, is refused on its line.
+TEST_F(FluidFile, QuantitiesByWhichAnEquationDividesArePositive) {
+    const std::string ecsSection =
+        "#EOS\nECS  states of another fluid\n!\n  136.34\n  435.0\n  70000.0\n  27.4734\nCPP\nOTHER.FLD\nFEQ\n"
+        "  0.33\n  0.27\n  0.2769\n  351.255\n  5782.0\n  8.15\n";
+    struct Row {
+        const std::string& section;
+        const char *from, *to, *expected;
+    };
+    const Row rows[] = {
+        {bwrSection, "\n  6.0\n", "\n  0.0\n", "expected positive density of the exponential, found '  0.0"},
+        {bwrSection, "  0.08314471\n", "  -0.08314471\n", "expected positive gas constant, found '  -0.08314471"},
+        {ecsSection, "  351.255\n", "  0\n", "expected positive critical temperature, found '  0"},
+        {ecsSection, "  5782.0\n", "  -5782.0\n", "expected positive critical pressure, found '  -5782.0"},
+        {ecsSection, "  8.15\n", "  0\n", "expected positive critical density, found '  0"},
+    };
+    for (const Row& row : rows) {
+        std::string section = row.section;
+        section.replace(section.find(row.from), std::string_view(row.from).size(), row.to);
+        EXPECT_EQ(read(section), 104) << row.expected;
+        EXPECT_NE(message().find("ONE.FLD, line "), std::string::npos) << message();
+        EXPECT_NE(message().find(row.expected), std::string::npos) << message();
+    }
+}
+
 TEST_F(FluidFile, AFileThatCannotBeReadIsAnError) {
     constexpr const char* unreadable = "/proc/self/mem";  // opens, but reading it fails
     if (!std::filesystem::exists(unreadable)) GTEST_SKIP() << "no file here that cannot be read";
