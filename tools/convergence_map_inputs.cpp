@@ -2,21 +2,23 @@
 // pressure of two phases and beyond: failures and wrong answers by pair, and the slowest state.
 //
 //   convergence_map_inputs [--list] [--seed n] [--part k/n] [--pairs TP,PH,...] blends n [blend ...]
-//   convergence_map_inputs [...] binaries n [fluid/fluid ...]
+//   convergence_map_inputs [...] binaries n [from to | fluid/fluid ...]
 //   convergence_map_inputs [...] random mixtures n
 //
-// n states of each of the predefined blends; of each pair of the mixing parameters at 5, 35, 65 and 95 %; or of as many
-// random blends of two to five ordinary refrigerants. A state is made by the flash at temperature and pressure and held
-// against what must be true of it whatever solver found it: one pressure, equal fugacities and the material balance of
-// two phases; of one, that no other phase lies below the plane that touches its Gibbs energy. The flashes of all other
-// pairs have to lead back to it, or to another state of which the same is true and which meets the inputs: the dense
-// one of two on an isotherm, or the second one of a retrograde line. Where a liquid falls apart into two, the equations
-// of two phases have several solutions: such states are counted apart. Times are those of the processor. Exit status 1
-// if an answer without an error is wrong.
+// n states of each of the predefined blends; of each pair of the mixing parameters at 5, 35, 65 and 95 %, all or the
+// from-th to the to-th of them; or of as many random blends of two to five ordinary refrigerants. A state is made by
+// the flash at temperature and pressure and held against what must be true of it whatever solver found it: one
+// pressure, equal fugacities and the material balance of two phases; of one, that no other phase lies below the plane
+// that touches its Gibbs energy. The flashes of all other pairs have to lead back to it, or to another state of which
+// the same is true and which meets the inputs: the dense one of two on an isotherm, or the second one of a retrograde
+// line. Where a liquid falls apart into two, the equations of two phases have several solutions: such states are
+// counted apart. Times are those of the processor. A state that fails is printed at once, the table of what has been
+// counted so far after every 50 pairs of fluids. Exit status 1 if an answer without an error is wrong.
 //   --list   prints all states that fail, one a line; otherwise only the wrong ones
 //   --seed   of the random numbers (1); every mixture has a sequence of its own
 //   --part   only every n-th mixture from the k-th on
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -24,6 +26,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <map>
 #include <random>
 #include <set>
@@ -225,6 +228,17 @@ class Map {
 
     // Returns the number of wrong answers.
     long print() const {
+        const long wrong = table();
+        std::fflush(stdout);
+        return wrong;
+    }
+
+  private:
+    const Options& options_;
+    std::map<std::string, Count> counts_;
+    long mixtures_ = 0, made_ = 0, two_ = 0, above_ = 0;
+
+    long table() const {
         std::printf("%ld mixtures, %ld states: %ld of two phases, %ld hotter or above the pressure of CRITP's point\n",
                     mixtures_, made_, two_, above_);
         std::printf("pair   states  errors   wrong  another  two liquids   ms each  slowest ms  codes\n");
@@ -249,11 +263,6 @@ class Map {
             std::printf("slowest %.1f ms: %s\n", 1e3 * slowest->slowest, slowest->slowestState.c_str());
         return wrong;
     }
-
-  private:
-    const Options& options_;
-    std::map<std::string, Count> counts_;
-    long mixtures_ = 0, made_ = 0, two_ = 0, above_ = 0;
 
     static std::string words(const Mixture& m, const char* pair, const FlashState& s) {
         char line[300];
@@ -293,6 +302,7 @@ class Map {
                                : "WRONG",
                     words(m, pair, state).c_str(), found.ierr, found.T, found.p, found.q,
                     text(found.herr).substr(0, 120).c_str());
+        std::fflush(stdout);
     }
 
     // A state by temperature and pressure that is a true one.
@@ -468,13 +478,27 @@ std::vector<std::pair<std::string, std::string>> recordedPairs() {
     return pairs;
 }
 
-void mapBinaries(const Options& options, int states, const std::vector<std::string>& names, Map& map) {
-    int index = 0;
-    long without = 0;
+bool isNumber(const std::string& word) {
+    return !word.empty() && std::all_of(word.begin(), word.end(), [](unsigned char c) { return std::isdigit(c); });
+}
+
+void mapBinaries(const Options& options, int states, std::vector<std::string> names, Map& map) {
+    constexpr long pairsOfATable = 50;
+    long from = 1, to = std::numeric_limits<long>::max();
+    if (names.size() == 2 && isNumber(names[0]) && isNumber(names[1])) {
+        from = std::atol(names[0].c_str());
+        to = std::atol(names[1].c_str());
+        names.clear();
+    }
+    long place = 0, walked = 0, without = 0;
     for (const auto& [first, second] : recordedPairs()) {
         const std::string name = first + "/" + second;
         if (!names.empty() && std::find(names.begin(), names.end(), name) == names.end()) continue;
-        if (index++ % options.parts != options.part) continue;
+        if (++place < from || place > to || (place - from) % options.parts != options.part) continue;
+        if (walked++ % pairsOfATable == 0 && walked > 1) {
+            std::printf("before pair %ld, %s:\n", place, name.c_str());
+            map.print();
+        }
         if (!setUp({first, second})) continue;
         for (const int percent : {5, 35, 65, 95}) {
             Mixture m;
@@ -487,7 +511,6 @@ void mapBinaries(const Options& options, int states, const std::vector<std::stri
             else
                 ++without;
         }
-        std::fflush(stdout);
     }
     std::printf("%ld compositions without a critical point\n", without);
 }
@@ -518,7 +541,6 @@ void mapRandom(const Options& options, int mixtures, int states, Map& map) {
         }
         if (k % options.parts != options.part) continue;
         if (setUp({chosen.begin(), chosen.end()}) && complete(m)) map.add(m, states);
-        std::fflush(stdout);
     }
 }
 
@@ -553,7 +575,7 @@ int main(int argc, char** argv) {
     } else if (number > 0 && words[0] == "random" && !names.empty()) {
         mapRandom(options, number, std::atoi(names[0].c_str()), map);
     } else {
-        std::fprintf(stderr, "convergence_map_inputs [--list] blends n | binaries n | random mixtures n\n");
+        std::fprintf(stderr, "convergence_map_inputs [--list] blends n | binaries n [from to] | random mixtures n\n");
         return 2;
     }
     return map.print() == 0 ? 0 : 1;
