@@ -85,11 +85,12 @@ bool dewPointOf(const Composition& z, PhasePair liquid, PhasePair& dew) {
     return true;
 }
 
+// A dew point as SATT finds it first.
 bool dewPointAt(double T, const Composition& z, PhasePair& dew) {
     int ierr = 0;
     Text255 herr;
     dew.T = T;
-    return newtonEquilibrium(dew, z, 2, 0, ierr, herr) == NewtonEnd::found;
+    return newtonOnLine(dew, z, 2) == OnLine::found || newtonEquilibrium(dew, z, 2, 0, ierr, herr) == NewtonEnd::found;
 }
 
 // Splits grow toward the cold end, so that a few places tell them.
