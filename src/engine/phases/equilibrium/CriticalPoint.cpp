@@ -1,8 +1,11 @@
 #include "CriticalPoint.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "FluidConstants.h"
 #include "Message.h"
+#include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
@@ -19,6 +22,21 @@ CriticalPoint criticalPointOf(const Composition& z) {
     int ierr = 0;
     Text255 herr;
     return criticalPointOf(z, ierr, herr);
+}
+
+double hottestComponent(const Composition& z) {
+    double hottest = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (z[i] > 0.0) hottest = std::max(hottest, fluidConstants.TCRIT[i]);
+    return hottest;
+}
+
+bool gasOverLiquid(double T, const Composition& z) {
+    constexpr double farAbove = 1.5;
+    double coldest = T;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (z[i] > 0.0) coldest = std::min(coldest, fluidConstants.TCRIT[i]);
+    return T >= farAbove * coldest && T < hottestComponent(z);
 }
 
 void CRTDEN(const Composition& x, double T, double& rho) {

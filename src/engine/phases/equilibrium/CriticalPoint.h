@@ -13,6 +13,14 @@ struct CriticalPoint {
 CriticalPoint criticalPointOf(const Composition& z, int& ierr, Text255& herr);
 CriticalPoint criticalPointOf(const Composition& z);
 
+// The highest critical temperature of the components that are present [K].
+double hottestComponent(const Composition& z);
+
+// True if one component is far above its critical temperature and another one below its own: a gas over a liquid that
+// dissolves little of it. The critical point of such a mixture bounds neither the temperature nor the pressure of its
+// two phases.
+bool gasOverLiquid(double T, const Composition& z);
+
 // Critical point of the equation of state itself, where dp/drho and d2p/drho2 vanish.
 //   Given     x       mole fractions
 //   Returned  tc, rhoc, pc  [K, mol/L, kPa]

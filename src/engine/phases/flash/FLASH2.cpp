@@ -100,6 +100,10 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         return top > 0;
     };
 
+    const auto onIsotherm = [&] {
+        return mayBeTwoPhase(T, 0, z, critical) && solveOnIsotherm(T, b, letter, z, 1.5 * critical.p, p, r);
+    };
+
     // Values at the bounds belong to the range.
     const double rounding = 1e-9 * std::max(1.0, std::abs(b));
     double Dtop = 0;
@@ -113,7 +117,9 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
             double De = 0;
             double leastValue = 0;
             GOLD(thinDensity, Dtop, goldenSections, true, z, T, letter, De, leastValue);
+            // two phases may have less than one
             if (b < std::min(leastValue, topValue - rounding)) {
+                if (onIsotherm()) return;
                 outOfRange("min =", leastValue);
                 noResult();
                 return;
@@ -152,10 +158,6 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     const auto saturationFailed = [&](const SaturatedPair& pair) {
         reportError(ab, pair.ierr, "", pair.herr, ierr, herr);
         q = supercriticalOrNone;
-    };
-    const auto onIsotherm = [&] {
-        return icomp == 0 && mayBeTwoPhase(T, 0, z, critical) &&
-               solveOnIsotherm(T, b, letter, z, 1.5 * critical.p, p, r);
     };
     if (dew.ierr > 0) {
         // The estimate of a mixture's critical temperature may lie above its hottest one.
@@ -200,6 +202,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         return;
     }
     if (b < std::min(leastValue, topValue) - rounding) {
+        if (onIsotherm()) return;
         outOfRange("min =", leastValue);
         noResult();
         return;
@@ -242,21 +245,6 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
 
 namespace {
 
-// From a state of two phases to that of the conditions.
-bool twoPhasesNear(const Condition& a, const Condition& b, const Composition& z, FlashResult& r) {
-    PhasePair both{r.T, r.p, r.Dl, r.Dv, r.q, r.x, r.y};
-    if (!newtonAtConditions(a, b, z, both) || !(both.q > 0 && both.q < 1)) return false;
-    r.T = both.T;
-    r.p = both.p;
-    r.Dl = both.Dl;
-    r.Dv = both.Dv;
-    r.q = both.q;
-    r.x = both.x;
-    r.y = both.y;
-    fillTwoPhase(r.T, r);
-    return true;
-}
-
 // The critical point and the highest density at which helium's saturation line is still followed.
 bool denseHelium(double Tc, double D) {
     return Tc > 5 && Tc < 6 && D > 36.5;
@@ -287,7 +275,7 @@ bool solveMixtureAtDensity(double D, double b, std::string_view ab, const Compos
     double T = 0, p = 0;
     DBFL1(D, b, z, ab, T, p, r.ierr, r.herr);
     if (r.ierr > 0 || T < tmin) T = usual * critical.T;
-    double lower = tmin, upper = 1.5 * critical.T;
+    double lower = tmin, upper = aboveTwoPhases(z, critical);
     for (int step = 1; step <= mostSteps; ++step) {
         if (!flashAt(T)) return false;
         const bool two = r.q > 0 && r.q < 1;
@@ -374,7 +362,8 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
     if (mayBeTwo && (b < saturatedValue || isMetastable(T, p, D, z, critical))) {
         DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
         // a mixture's lines may end before its two phases do
-        if (ierr > 0 && icomp == 0 && solveOnIsochoreByFlash(D, b, letter, z, limits.tmin, 1.5 * critical.T, T, r)) {
+        if (ierr > 0 && icomp == 0 &&
+            solveOnIsochoreByFlash(D, b, letter, z, limits.tmin, aboveTwoPhases(z, critical), T, r)) {
             p = r.p;
             ierr = 0;
             herr.clear();

@@ -135,6 +135,7 @@ bool twoPhasesAtTP(double T, double p, const Composition& z, const CriticalPoint
 
 constexpr int longStabilityTest = 60;      // exchanges
 constexpr double besideBubbleLine = 1.01;  // times its pressure
+constexpr double sameRoot = 1e-6;          // relative
 
 // Next to the critical temperature of a mixture and above it, where a line may end or be hard to find: one phase or two
 // by the stability of the one.
@@ -142,22 +143,28 @@ constexpr double besideBubbleLine = 1.01;  // times its pressure
 //   Returned  (value) false if the test has not led to a state
 bool solveByStability(double T, double p, const Composition& z, const CriticalPoint& critical,
                       const SaturatedPair& bubble, const SaturatedPair& dew, FlashResult& r) {
-    OtherPhase other[2];
-    if (dew.ierr <= 0) other[0] = {false, dew.Dl, dew.x};
-    if (bubble.ierr <= 0) other[1] = {true, bubble.Dv, bubble.y};
     const SilentMessages quiet;
-    if (!unstableFeed(T, p, z, longStabilityTest, other)) {
-        if (!singlePhaseAtTP(T, p, z, p >= critical.p ? 1 : 2, 0, 213, "", r)) return false;
+    OtherPhase other[2];
+    const int side = p >= critical.p ? 1 : 2;
+    double root = 0;
+    for (const int kph : {side, 3 - side}) {
+        double D = 0;
+        int code = 0;
+        Text255 inner;
+        TPRHO(T, p, z, kph, 0, D, code, inner);
+        if (code > 0 || std::abs(D - root) < sameRoot * D) continue;
+        root = D;
+        if (dew.ierr <= 0) other[0] = {false, dew.Dl, dew.x};
+        if (bubble.ierr <= 0) other[1] = {true, bubble.Dv, bubble.y};
+        if (unstableState(T, p, root, z, longStabilityTest, other)) continue;
+        if (!singlePhaseAtTP(T, p, z, kph, 0, 213, "", r)) return false;
         r.q = regionQuality(T, p, r.D, critical);
         return true;
     }
     // a little of the phase that was found, beside what it leaves of the feed
     const OtherPhase& found = other[0];
-    double root = 0;
-    Text255 inner;
-    TPRHO(T, p, z, 2, 0, root, r.ierr, inner);
     for (const double share : {0.1, 0.3, 0.03}) {
-        if (!(found.rho > 0 && r.ierr <= 0)) break;
+        if (!(found.rho > 0 && root > 0)) break;
         Composition rest = z;
         for (int i = 1; i <= modelTags.NC; ++i)
             rest[i] = std::max((z[i] - share * found.x[i]) / (1 - share), 0.1 * z[i]);
@@ -179,6 +186,9 @@ bool aboveEquationsLine(double p, int icomp, const SaturatedPair& line, const Cr
     return icomp > 0 && line.ierr > 0 && p > 0.99 * critical.p;
 }
 
+// Without a line; none is looked for beyond 1.5 times the critical point.
+const SaturatedPair noLine{.ierr = 1, .herr = {}};
+
 // Steps of TPFLSH after the limits; finished leaves the last checks to it.
 Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
     CriticalPoint critical;
@@ -197,10 +207,17 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         return Road::finished;
     }
 
+    const bool gasDissolves = icomp == 0 && gasOverLiquid(T, z) && mayBeTwoPhase(T, p, z, critical);
+    const bool beyondLines = T >= c * critical.T || p > c * critical.p;
+    if (gasDissolves && beyondLines) {
+        if (solveByStability(T, p, z, critical, noLine, noLine, r)) return Road::finished;
+        clear(r, icomp, z);
+    }
+
     // Single phase by inspection.
-    for (;;) {
+    while (!gasDissolves) {
         const double pb = lowestSaturationPressure(T, critical, icomp, z);
-        if (!(T >= c * critical.T || p < pb || p > c * critical.p)) break;
+        if (!(beyondLines || p < pb)) break;
         const int kph = T < critical.T && p > critical.p ? 1 : 2;
         if (singlePhaseAtTP(T, p, z, kph, 0, 215, "supercritical or vapor density iteration did not converge:  ", r)) {
             if (p <= critical.p) {
@@ -222,7 +239,8 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     }
     bool dewPointMissing = false;
     // where a mixture has a line, or may have one, that SATT has not found
-    const bool lineMayHide = icomp == 0 && modelTags.HEOS == "HMX" && !pengRobinsonSelected() && T > critical.T - 5;
+    const bool tellsStability = icomp == 0 && modelTags.HEOS == "HMX" && !pengRobinsonSelected();
+    const bool lineMayHide = tellsStability && T > critical.T - 5;
     SaturatedPair bubble;
     const bool dewFound = dew.ierr <= 0;
     if (dew.ierr > 0) {
@@ -267,7 +285,7 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     }
     const bool bubbleFound = bubble.ierr <= 0;
     if (bubble.ierr > 0) {
-        if (lineMayHide && dewFound) {
+        if (tellsStability && dewFound) {
             if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
             clear(r, icomp, z);
         }
@@ -300,6 +318,8 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         return Road::finished;
     }
     if (dewPointMissing) {
+        if (tellsStability && solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+        clear(r, icomp, z);
         reportError("TP", 212, noDewPoint, dew.herr, r.ierr, r.herr);
         return Road::failed;
     }
@@ -522,7 +542,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
         if (!singlePhase(215, "supercritical density iteration did not converge:  ")) return false;
         q = T <= critical.T ? subcooledLiquid : supercriticalOrNone;
         if (!isMetastable(T, p, D, z, critical)) return true;
-        return solveOnIsobar(p, D, 'D', z, limits.tmin, 1.5 * critical.T, T, r);
+        return solveOnIsobar(p, D, 'D', z, limits.tmin, aboveTwoPhases(z, critical), T, r);
     };
 
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
@@ -559,7 +579,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
                 saturationAtP(p, z, 1, bubble);
             }
             if (bubble.ierr > 0) {
-                if (icomp == 0 && solveOnIsobar(p, D, 'D', z, limits.tmin, 1.5 * critical.T, T, r)) return;
+                if (icomp == 0 && solveOnIsobar(p, D, 'D', z, limits.tmin, aboveTwoPhases(z, critical), T, r)) return;
                 reportError("PD", 211, noBubblePoint, bubble.herr, ierr, herr);
                 return;
             }
@@ -781,7 +801,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         const bool one = byInspection();
         if (one && !isMetastable(T, p, D, z, critical)) {
             q = regionQuality(T, p, D, critical);
-        } else if (!(icomp == 0 && onIsobar(std::max(1.3 * critical.T, 1.05 * T)))) {
+        } else if (!(icomp == 0 && onIsobar(std::max({1.3 * critical.T, 1.05 * T, hottestComponent(z)})))) {
             if (one) reportError(ab, 242, noDewPoint, Text255{}, ierr, herr);
             return false;
         }

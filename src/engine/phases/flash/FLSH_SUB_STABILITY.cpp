@@ -1,5 +1,6 @@
 #include "FLSH_SUB_STABILITY.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "CORE_PR.h"
@@ -22,6 +23,11 @@ bool flashAt(double T, double p, const Composition& z, FlashResult& r) {
     return r.ierr <= 0 && at == T && r.D > 0;
 }
 
+// True if the state was one of two phases, from which that of the conditions has been found.
+bool nearTwoPhases(const Condition& a, const Condition& b, const Composition& z, FlashResult& r) {
+    return r.q > 0 && r.q < 1 && twoPhasesNear(a, b, z, r);
+}
+
 // The root of a residual that rises with the variable, downward from where it is positive by steps, then by false
 // position.
 template <class Residual>
@@ -30,10 +36,12 @@ bool searchDownward(double from, double lowest, double tolerance, const Residual
     constexpr double stepDown = 0.97;
     FalsePosition ends{from, 0, from, 0};
     if (!residual(from, ends.fUpper) || ends.fUpper < 0) return false;
+    if (ends.fUpper == 0) return true;
     for (int step = 1;; ++step) {
         ends.lower = stepDown * ends.upper;
         if (step > mostStepsDown || ends.lower < lowest || !residual(ends.lower, ends.fLower)) return false;
-        if (ends.fLower <= 0) break;
+        if (ends.fLower == 0) return true;
+        if (ends.fLower < 0) break;
         ends.upper = ends.lower;
         ends.fUpper = ends.fLower;
     }
@@ -53,8 +61,9 @@ bool searchDownward(double from, double lowest, double tolerance, const Residual
 bool mayBeTwoPhase(double T, double p, const Composition& z, const CriticalPoint& critical) {
     int icomp = 0;
     ISPURE(z, icomp);
-    return icomp == 0 && modelTags.HEOS == "HMX" && !pengRobinsonSelected() && p < 1.5 * critical.p &&
-           T < 1.5 * critical.T && !beyondSaturation(T, z, critical);
+    if (icomp > 0 || !(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
+    const bool beside = p < 1.5 * critical.p && T < 1.5 * critical.T;
+    return (beside || gasOverLiquid(T, z)) && !beyondSaturation(T, z, critical);
 }
 
 bool isMetastable(double T, double p, double D, const Composition& z, const CriticalPoint& critical) {
@@ -64,6 +73,24 @@ bool isMetastable(double T, double p, double D, const Composition& z, const Crit
     return unstableState(T, p, D, z, exchanges, other);
 }
 
+double aboveTwoPhases(const Composition& z, const CriticalPoint& critical) {
+    return std::max(1.5 * critical.T, hottestComponent(z));
+}
+
+bool twoPhasesNear(const Condition& a, const Condition& b, const Composition& z, FlashResult& r) {
+    PhasePair both{r.T, r.p, r.Dl, r.Dv, r.q, r.x, r.y};
+    if (!newtonAtConditions(a, b, z, both) || !(both.q > 0 && both.q < 1)) return false;
+    r.T = both.T;
+    r.p = both.p;
+    r.Dl = both.Dl;
+    r.Dv = both.Dv;
+    r.q = both.q;
+    r.x = both.x;
+    r.y = both.y;
+    fillTwoPhase(r.T, r);
+    return true;
+}
+
 bool solveOnIsobar(double p, double b, char letter, const Composition& z, double tmin, double hot, double& T,
                    FlashResult& r) {
     const double wanted = letter == 'D' ? 1 / b : b;
@@ -71,30 +98,37 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
     const auto value = [&](double at, double& F) {
         T = at;
         if (!flashAt(T, p, z, r)) return false;
-        F = rising(letter, r) - wanted;
+        F = nearTwoPhases({'P', p}, {letter, b}, z, r) ? 0 : rising(letter, r) - wanted;
         return true;
     };
     return searchDownward(hot, tmin, 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted))), value);
 }
 
 bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r) {
-    constexpr int mostSteps = 80, mostStepsDown = 60;
-    constexpr double stepDown = 0.8;
+    constexpr int mostSteps = 80, mostStepsDown = 60, mostStepsUp = 12;
+    constexpr double stepDown = 0.8, stepUp = 1.5;
     const double wanted = letter == 'D' ? 1 / b : b;
     const double tolerance = 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted)));
     const SilentMessages quiet;
     const auto residual = [&](double lnp, double& F) {
         p = std::exp(lnp);
         if (!flashAt(T, p, z, r)) return false;
-        F = rising(letter, r) - wanted;
+        F = nearTwoPhases({'T', T}, {letter, b}, z, r) ? 0 : rising(letter, r) - wanted;
         return true;
     };
     FalsePosition ends{std::log(highest), 0, std::log(highest), 0};
-    if (!residual(ends.upper, ends.fUpper) || ends.fUpper > 0) return false;
     for (int step = 1;; ++step) {
+        if (step > mostStepsUp || !residual(ends.upper, ends.fUpper)) return false;
+        if (letter != 'D' || ends.fUpper <= 0) break;
+        ends.upper += std::log(stepUp);
+    }
+    for (int step = 1;; ++step) {
+        if (ends.fUpper == 0) return true;
         ends.lower = ends.upper + std::log(stepDown);
         if (step > mostStepsDown || !residual(ends.lower, ends.fLower)) return false;
-        if (ends.fLower >= 0) break;
+        if (ends.fLower == 0) return true;
+        // enthalpy and energy of a liquid rise again
+        if (ends.fLower > 0 && ends.fUpper < 0) break;
         ends.upper = ends.lower;
         ends.fUpper = ends.fLower;
     }
@@ -116,7 +150,7 @@ bool solveOnIsochoreByFlash(double D, double b, char letter, const Composition& 
         T = at;
         TDFLSH(T, D, z, r.p, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
         if (r.ierr > 0) return false;
-        F = rising(letter, r) - b;
+        F = nearTwoPhases({'D', D}, {letter, b}, z, r) ? 0 : rising(letter, r) - b;
         return true;
     };
     return searchDownward(hot, tmin, 1e-9 * std::max(1.0, std::abs(b)), value);

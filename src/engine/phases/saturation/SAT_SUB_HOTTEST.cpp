@@ -1,5 +1,6 @@
 #include "SAT_SUB_HOTTEST.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "CORE_PR.h"
@@ -108,7 +109,7 @@ void followToHottest(const Composition& z, const CriticalPoint& critical) {
     if (!followDewLine(z, critical.p, line)) return;
     constexpr double margin = 3e-4;
     const double end = line.highest.T * (1.0 + margin) + line.rest;
-    if (end < 0.9 * critical.T || end > 1.5 * critical.T) return;
+    if (end < 0.9 * critical.T || end > std::max(1.5 * critical.T, hottestComponent(z))) return;
     constexpr int mostExchanges = 15;
     for (const double share : {1.0, 0.8, 1.2, 0.5, 1.6}) {
         OtherPhase none[2];
