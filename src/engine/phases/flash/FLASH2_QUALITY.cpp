@@ -2,12 +2,12 @@
 #include <cmath>
 
 #include "FLASH2.h"
-#include "FLASH2_SHARE.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "SAT_SUB_NEWTON.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -59,9 +59,7 @@ bool found(const GivenQuality& given, std::string_view where, const SaturatedPai
 
 // Molar share of the vapor in averages: the quality itself, or that of a mass quality.
 double molarShare(double q, int kq, const Composition& x, const Composition& y) {
-    if (kq != 2) return q;
-    const double vapor = q / WMOL(y);
-    return vapor / (vapor + (1 - q) / WMOL(x));
+    return kq == 2 ? molarShare(q, x, y) : q;
 }
 
 void fillBetweenLines(double share, FlashResult& r) {
@@ -102,8 +100,8 @@ bool fromDewLine(const GivenQuality& given, const SaturatedPair& dew, FlashResul
     constexpr int mostSteps = 60;
     PhasePair here = pairOf(dew, 1);
     const auto solve = [&](double share, const PhasePair&, PhasePair& pair) {
-        (given.atT() ? pair.T : pair.p) = given.value;
-        return stateAtShare(given.atT(), share, given.z, pair);
+        pair.q = share;
+        return newtonAtConditions({given.atT() ? 'T' : 'P', given.value}, {'Q', share}, given.z, pair);
     };
     const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
     if (walkLine({1, given.q, -step, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived) return false;

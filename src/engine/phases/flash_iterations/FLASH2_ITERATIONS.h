@@ -43,12 +43,14 @@ void ABFL1X(double a, double b, const Composition& z, int kph, std::string_view 
 //             226     not converged
 //             227, 228  b is below its value at the bubble point, above that at the dew point
 //   Notes     Residuals are measured in units of the difference of the two end values, at least 1, so that they are
-//             close to differences of quality. Up to three passes past the tolerance bring them below 1e-9. Where the
-//             secant fails, has needed a wider tolerance, or the lines nearly meet, the state is solved by its share of
-//             the vapor (FLASH2_SHARE).
+//             close to differences of quality. Mixtures with composition derivatives are solved by Newton's method, from
+//             the lever rule or from flashes between the lines; others, and what is left, by a secant around TPFL2.
 void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::string_view ab, double& Tbub, double& Tdew,
            double& pbub, double& pdew, double& Dlbub, double& Dvdew, Composition& ybub, Composition& xdew, double& T,
            double& p, double& Dl, double& Dv, Composition& x, Composition& y, double& q, int& ierr, Text255& herr);
+
+// Molar share of the vapor of a mass quality, with the compositions of both phases.
+double molarShare(double qmass, const Composition& x, const Composition& y);
 
 // Single phase at given density and a second property: Newton's method in temperature.
 //   Given     D, b, z

@@ -5,7 +5,6 @@
 #include "CORE_PR.h"
 #include "CriticalPoint.h"
 #include "FLASH2_ITERATIONS.h"
-#include "FLASH2_SHARE.h"
 #include "FlashBricks.h"
 #include "LIMITS.h"
 #include "Message.h"
@@ -16,6 +15,11 @@
 #include "UTILITY.h"
 
 namespace frigana {
+
+double molarShare(double qmass, const Composition& x, const Composition& y) {
+    const double vapor = qmass / WMOL(y);
+    return vapor / (vapor + (1 - qmass) / WMOL(x));
+}
 
 namespace {
 
@@ -152,9 +156,25 @@ bool besideLines(const TwoPhaseProblem& problem, PhasePair& s) {
     return at > problem.lowest() * (1 - margin) && at < problem.highest() * (1 + margin);
 }
 
-// The state by Newton's method in all unknowns, from a share at which it may lie.
+// Newton's method in all unknowns, from two phases near the state. A share of the mass is that of the moles which goes
+// with it by the molar masses of the phases.
+bool goOnByNewton(const TwoPhaseProblem& problem, PhasePair& s) {
+    constexpr int mostPasses = 30;
+    const bool ofMass = problem.second() == 'Q' && problem.kq == 2;
+    PhasePair at = s;
+    for (int pass = 1; pass <= mostPasses; ++pass) {
+        const double b = ofMass ? molarShare(problem.b, at.x, at.y) : problem.b;
+        if (!newtonAtConditions({problem.ab[0], problem.a}, {problem.second(), b}, problem.z, at)) return false;
+        if (ofMass && std::abs(residualOf(problem, at)) > shareTolerance) continue;
+        if (!(at.q >= 0 && at.q <= 1) || !besideLines(problem, at)) return false;
+        s = at;
+        return true;
+    }
+    return false;
+}
+
+// The same from a share at which the state may lie.
 bool solveAtOnce(const TwoPhaseProblem& problem, double qStart, PhasePair& found) {
-    if (problem.second() == 'Q' && problem.kq == 2) return false;
     PhasePair s;
     s.q = std::clamp(qStart, 0.0, 1.0);
     s.T = (1 - s.q) * problem.Tbub + s.q * problem.Tdew;
@@ -162,27 +182,42 @@ bool solveAtOnce(const TwoPhaseProblem& problem, double qStart, PhasePair& found
     s.Dl = problem.Dlbub;
     s.Dv = problem.Dvdew * (s.p / problem.pdew) * (problem.Tdew / s.T);
     compositionsAtQuality(s.q, problem.z, problem.xdew, problem.ybub, s.x, s.y);
-    if (!newtonAtConditions({problem.ab[0], problem.a}, {problem.second(), problem.b}, problem.z, s)) return false;
-    if (!(s.q >= 0 && s.q <= 1) || !besideLines(problem, s)) return false;
+    if (!goOnByNewton(problem, s)) return false;
     found = s;
     return true;
 }
 
-// The state by its share of the vapor, from a share at which it may lie.
-bool solveByShare(const TwoPhaseProblem& problem, double qStart, PhasePair& found) {
+// The state by flashes at temperatures or pressures between the lines. Newton's method goes on from the first of them
+// that lies near enough: next to an azeotrope temperature and pressure hardly change, and over a liquid that dissolves
+// little gas all pressures belong to nearly one share.
+bool solveBetweenLines(const TwoPhaseProblem& problem, PhasePair& found) {
+    constexpr int mostSteps = 60;
+    constexpr double narrowest = 1e-14;  // relative
+    if ((problem.Fb < 0) == (problem.Fd < 0)) return false;
     const bool givenT = problem.givenT();
+    const auto scaled = [&](double at) { return givenT ? std::log(at) : at; };
     const PhasePair bubble = bubbleOf(problem), dew = dewOf(problem);
-    if (!(bubble.Dv > 0 && dew.Dl > 0)) return false;
-    PhasePair state = betweenLines(qStart > 0 && qStart < 1 ? qStart : 0.5, problem.z, bubble, dew);
-    const auto residual = [&](const PhasePair& s) { return residualOf(problem, s); };
-    if (problem.second() == 'Q' && problem.kq != 2) {
-        if (!approachShare(givenT, problem.b, problem.z, bubble, dew, state)) return false;
-    } else if (!searchShare(givenT, problem.z, residual, problem.Fb, problem.Fd, bubble, dew, shareTolerance, state)) {
-        return false;
+    const double from = scaled(problem.atBubble()), way = scaled(problem.atDew()) - from;
+    if (!(bubble.Dv > 0 && dew.Dl > 0) || way == 0) return false;
+    FalsePosition ends{from, problem.Fb, from + way, problem.Fd};
+    const SilentMessages quiet;
+    for (int step = 1; step <= mostSteps && ends.width() > narrowest * std::abs(from); ++step) {
+        const double at = step % 2 == 1 ? 0.5 * (ends.lower + ends.upper) : ends.next();
+        PhasePair s = betweenLines((at - from) / way, problem.z, bubble, dew);
+        (givenT ? s.T : s.p) = problem.a;
+        (givenT ? s.p : s.T) = givenT ? std::exp(at) : at;
+        int ierr = 0;
+        Text255 herr;
+        TPFL2(s.T, s.p, problem.z, s.Dl, s.Dv, s.x, s.y, s.q, ierr, herr);
+        if (ierr > 0) return false;
+        const double F = residualOf(problem, s);
+        if (std::abs(F) < shareTolerance || goOnByNewton(problem, s)) {
+            found = s;
+            return true;
+        }
+        ends.take(at, F);
     }
-    if (!besideLines(problem, state)) return false;
-    found = state;
-    return true;
+    return false;
 }
 
 // Compositions, densities and the unknown at an estimated quality, from the saturation states of both compositions.
@@ -381,7 +416,7 @@ void ABFL2(double a, double b, const Composition& z, int kq, int ksat, std::stri
         return;
     }
     PhasePair found;
-    if (byShare && (solveAtOnce(problem, q, found) || solveByShare(problem, q, found))) {
+    if (byShare && (solveAtOnce(problem, q, found) || solveBetweenLines(problem, found))) {
         take(found);
         return;
     }

@@ -2,7 +2,6 @@
 #include <cmath>
 
 #include "FLASH2_ITERATIONS.h"
-#include "FLASH2_SHARE.h"
 #include "FlashBricks.h"
 #include "Message.h"
 #include "PhaseCheck.h"
@@ -16,18 +15,19 @@ namespace frigana {
 
 namespace {
 
-// The share of the vapor at which a mixture has the pressure p at T, between its two lines.
-bool shareAtPressure(double T, double p, const Composition& z, PhasePair& state) {
+// Newton's method from places between the two lines of the temperature.
+bool fromBetweenLines(double T, double p, const Composition& z, PhasePair& state) {
     const SilentMessages quiet;
     SaturatedPair bubble;
     SaturatedPair dew;
     saturationAtT(T, z, 1, bubble);
     saturationAtT(T, z, 2, dew);
     if (bubble.ierr > 0 || dew.ierr > 0) return false;
-    constexpr double tolerance = 1e-11;
-    return searchShare(
-        true, z, [p](const PhasePair& s) { return std::log(s.p / p); }, std::log(bubble.p / p), std::log(dew.p / p),
-        pairOf(bubble, 0), pairOf(dew, 1), tolerance, state);
+    for (const double share : {0.5, 0.1, 0.9, 0.01, 0.99}) {
+        state = betweenLines(share, z, pairOf(bubble, 0), pairOf(dew, 1));
+        if (newtonAtConditions({'T', T}, {'P', p}, z, state) && state.q >= 0 && state.q <= 1) return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -71,7 +71,7 @@ void TPFL2(double T, double p, const Composition& z, double& Dl, double& Dv, Com
         return;
     }
     PhasePair state = start;
-    if (shareAtPressure(T, p, z, state)) {
+    if (fromBetweenLines(T, p, z, state)) {
         closeBalance(z, state.q, state.x, state.y);
         take(state);
     } else if (ierr <= 0) {
