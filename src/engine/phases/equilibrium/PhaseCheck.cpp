@@ -83,21 +83,20 @@ bool nearbyPhasesFallApart(double T, double rhol, const Composition& xliq, doubl
     return fallsApart(T, rhol, xliq) || fallsApart(T, rhov, xvap);
 }
 
-bool dewPressureRises(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
+bool isLowerDewPoint(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap) {
     Composition dalpha{}, dnalpha{};
     int ierr = 0;
     Text255 herr;
-    double byT = 0.0, byP = 0.0;
+    double byP = 0.0;
     for (const bool vapor : {false, true}) {
         PHIDERV(2, T, vapor ? rhov : rhol, vapor ? xvap : xliq, dalpha, dnalpha, ierr, herr);
         if (ierr > 0) return true;
         for (int i = 1; i <= modelTags.NC; ++i) {
             if (!(xliq[i] > 0.0)) continue;
-            byT += (vapor ? xliq[i] : -xliq[i]) * compositionDerivatives.DPHIDT[i];
             byP += (vapor ? xliq[i] : -xliq[i]) * compositionDerivatives.DPHIDP[i];
         }
     }
-    return byT * byP < 0.0;
+    return byP > 0.0;
 }
 
 namespace {
@@ -230,6 +229,24 @@ void closeBalance(const Composition& z, double q, Composition& xliq, Composition
     }
 }
 
+namespace {
+
+// Fugacities of a phase; those of traces in proportion from a fraction that is seen.
+bool fugacitiesOf(double T, double rho, const Composition& x, Composition& f) {
+    constexpr double seen = 10.0 * trace;
+    Composition seenX = x;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (x[i] > 0.0) seenX[i] = std::max(x[i], seen);
+    int ierr = 0;
+    Text255 herr;
+    FGCTY2(T, rho, seenX, f, ierr, herr);
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (x[i] > 0.0) f[i] *= x[i] / seenX[i];
+    return ierr <= 0;
+}
+
+}  // namespace
+
 bool phasesInEquilibrium(double T, double p, double rhol, const Composition& xliq, double rhov, const Composition& xvap,
                          double tolerance) {
     if (!(rhol > 0.0 && rhov > 0.0 && p > 0.0 && T > 0.0) || !std::isfinite(rhol + rhov + p + T)) return false;
@@ -244,15 +261,16 @@ bool phasesInEquilibrium(double T, double p, double rhol, const Composition& xli
         DPDD(T, rho, x, slope);
         if (slope < 0.0 || !(std::fabs(at - p) < 10.0 * tolerance * std::max(p, stiffness * rho * slope))) return false;
     }
+    // what is a trace in one phase and none in the other is seen where it is far off
+    constexpr double farOff = 10.0;
     Composition fl{}, fv{};
-    int ierr = 0;
-    Text255 herr;
-    FGCTY2(T, rhol, xliq, fl, ierr, herr);
-    if (ierr > 0) return false;
-    FGCTY2(T, rhov, xvap, fv, ierr, herr);
-    if (ierr > 0) return false;
-    for (int i = 1; i <= modelTags.NC; ++i)
-        if (xliq[i] > trace && xvap[i] > trace && !(std::fabs(fl[i] / fv[i] - 1.0) < tolerance)) return false;
+    if (!fugacitiesOf(T, rhol, xliq, fl) || !fugacitiesOf(T, rhov, xvap, fv)) return false;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        const bool inBoth = xliq[i] > trace && xvap[i] > trace, inOne = xliq[i] > trace || xvap[i] > trace;
+        if (inBoth && !(std::fabs(fl[i] / fv[i] - 1.0) < tolerance)) return false;
+        if (inOne && xliq[i] > 0.0 && xvap[i] > 0.0 && !(fl[i] < farOff * fv[i] && fv[i] < farOff * fl[i]))
+            return false;
+    }
     return true;
 }
 

@@ -31,10 +31,10 @@ bool fallsApart(double T, double rho, const Composition& x);
 // equations has further folds, a line runs a little beyond its spinodal, and ends there.
 bool nearbyPhasesFallApart(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 
-// True if pressure rises with temperature along the dew line at a dew point, and false on the retrograde side between
-// the highest temperature and the highest pressure.
-//   Source  differentials of equal fugacities, the composition of the liquid removed by the Gibbs-Duhem equation
-bool dewPressureRises(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
+// True if more pressure leads from a dew point into two phases, and false at the upper one of a temperature, between the
+// highest temperature and the critical point.
+//   Source  differential of equal fugacities, the composition of the liquid removed by the Gibbs-Duhem equation
+bool isLowerDewPoint(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 
 // A phase that lies below the plane that touches the Gibbs energy of another.
 struct OtherPhase {

@@ -289,7 +289,7 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
             if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
             clear(r, icomp, z);
         }
-        if (T > critical.T - 5) {
+        if (T > critical.T - 5 && !gasDissolves) {
             replaceByCritical(bubble, critical, r.x);
         } else {
             reportError("TP", 211, noBubblePoint, bubble.herr, r.ierr, r.herr);

@@ -379,10 +379,13 @@ Bounds boundsOf(const Solution& s) {
     return bounds;
 }
 
+// Where the trace of a gas in a liquid drowns in its rounding, the equations of both phases may seem to be met by a
+// vapor full of the liquid.
 bool acceptable(const Solution& s, const Bounds& bounds) {
     const double Pc = bounds.critical.p, Dc = bounds.critical.D;
+    const double tolerance = s.kph == 0 ? looseEquilibrium : solvedEquilibrium;
     return s.ierr == 0 && s.at.p <= 10.0 * Pc && !s.equalPhases(Dc) && !(s.kph != 0 && s.at.Dv > densestVapor * Dc) &&
-           !(s.at.T < bounds.coldest) && isEquilibrium(s.at, Pc, solvedEquilibrium);
+           !(s.at.T < bounds.coldest) && isEquilibrium(s.at, Pc, tolerance);
 }
 
 // Close to the critical point the simple start lies too far away, and next to a second liquid it leads to the wrong

@@ -155,7 +155,7 @@ Line newtonAtT(double T, const Composition& z, int kph, const CriticalPoint& cri
                           !saturationSpline.SPLINEREADY;
     Walk walk = Walk::lost;
     if (walkable &&
-        (!found || (kph == dewPoint && T > critical.T && !dewPressureRises(T, pair.Dl, pair.x, pair.Dv, pair.y)))) {
+        (!found || (kph == dewPoint && T > critical.T && !isLowerDewPoint(T, pair.Dl, pair.x, pair.Dv, pair.y)))) {
         walk = walkToLine(T, z, kph, kph == bubblePoint, pair);
         found = found || walk == Walk::found;
     }

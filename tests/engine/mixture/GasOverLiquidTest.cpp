@@ -1,0 +1,190 @@
+// Gases far above their critical temperature over a liquid that dissolves little of them: two phases far beyond the
+// critical point that CRITP estimates, where next to all pressures of a temperature belong to one share of the vapor.
+// And two places where one of several dew points is the right one.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+#include "CriticalPoint.h"
+#include "Equilibrium.h"
+#include "Larger.h"
+#include "PhaseCheck.h"
+
+namespace frigana::equilibria {
+namespace {
+
+using frigana::test::flash;
+using frigana::test::FlashState;
+using frigana::test::larger;
+
+// Largest relative difference of the fugacities, and of the material balance.
+double disequilibrium(const FlashState& s, const Composition& z) {
+    TwoPhases pair;
+    pair.T = s.T;
+    pair.rhol = s.Dl;
+    pair.rhov = s.Dv;
+    pair.x = s.x;
+    pair.y = s.y;
+    double worst = disequilibrium(pair);
+    for (int i = 1; i <= modelTags.NC; ++i) worst = larger(worst, std::abs((1 - s.q) * s.x[i] + s.q * s.y[i] - z[i]));
+    return worst;
+}
+
+struct WideState {
+    const char *heavy, *light;
+    double x1, T, p;  // mole fraction of the first; K, kPa
+};
+constexpr WideState wideStates[] = {
+    {"BUTANE", "CO", 0.35, 259.19065, 2042.4362},       {"BUTANE", "CO", 0.65, 339.16047, 2761.5358},
+    {"BUTANE", "CO", 0.95, 233.87754, 883.79335},       {"BUTANE", "CO", 0.05, 243.28785, 1897.1983},
+    {"BUTANE", "CO", 0.05, 118.74198, 16.326951},       {"NITROGEN", "R227EA", 0.95, 216.03206, 1201.1723},
+    {"C12", "CO", 0.05, 348.44525, 622.83759},          {"C12", "CO", 0.35, 438.31699, 802.44066},
+    {"C12", "CO", 0.65, 315.40117, 3700.2184},          {"NITROGEN", "R227EA", 0.95, 199.60283, 2267.1215},
+    {"ETHYLENE", "NITROGEN", 0.35, 226.6666, 10023.33},
+};
+
+TEST(GasOverLiquid, StatesOfTwoPhasesByEveryPairOfInputs) {
+    constexpr double agreement = 1e-6;
+    double worst = 0;
+    int flashes = 0;
+    for (const WideState& state : wideStates) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        FlashState wet = flash("TP", state.T, state.p, z);
+        SCOPED_TRACE(testing::Message() << state.heavy << '/' << state.light << ' ' << state.x1 << ' ' << state.T);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase()) << wet.q;
+        EXPECT_LT(disequilibrium(wet, z), agreement);
+        for (const std::string letters :
+             {"TD", "TH", "TS", "TE", "PD", "PH", "PS", "PE", "DH", "DS", "DE", "HS", "ES"}) {
+            SCOPED_TRACE(letters);
+            const FlashState found = flash(letters, wet[letters[0]], wet[letters[1]], z);
+            // on an isotherm a compressed liquid may have the same energy
+            if (letters == "TE" && found.ierr <= 0 && !found.twoPhase()) {
+                OtherPhase none[2];
+                EXPECT_FALSE(unstableState(found.T, found.p, found.D, z, 200, none));
+                double e = 0;
+                ENERGY(found.T, found.D, z, e);
+                EXPECT_NEAR(e, wet.e, 1e-6 * std::abs(wet.e));
+                continue;
+            }
+            ++flashes;
+            ASSERT_LE(found.ierr, 0) << words(found.herr);
+            ASSERT_TRUE(found.twoPhase()) << found.q;
+            EXPECT_LT(disequilibrium(found, z), agreement);
+            EXPECT_NEAR(found.T / wet.T, 1, agreement);
+            EXPECT_NEAR(found.p / wet.p, 1, agreement);
+            EXPECT_NEAR(found.q, wet.q, agreement);
+            worst = larger({worst, std::abs(found.T / wet.T - 1), std::abs(found.p / wet.p - 1)});
+        }
+    }
+    std::printf("%d flashes lead back within %.1e\n", flashes, worst);
+}
+
+// Above its hottest state the gas over a liquid is one phase, at any pressure that the flash at both finds stable.
+TEST(GasOverLiquid, OnePhaseStaysOne) {
+    for (const WideState& state : wideStates) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        SCOPED_TRACE(testing::Message() << state.heavy << '/' << state.light << ' ' << state.x1);
+        const double T = 1.4 * criticalPointOf(z).T;
+        for (const double p : {1.0, 100.0}) {
+            const FlashState one = flash("TP", T, p, z);
+            ASSERT_LE(one.ierr, 0) << words(one.herr);
+            if (one.twoPhase()) continue;
+            OtherPhase none[2];
+            EXPECT_FALSE(unstableState(T, p, one.D, z, 200, none)) << p;
+            const FlashState back = flash("TD", T, one.D, z);
+            ASSERT_LE(back.ierr, 0) << words(back.herr);
+            EXPECT_NEAR(back.p / p, 1, 1e-9);
+        }
+    }
+}
+
+// A frozen solvent: carbon monoxide in dodecane at 186 K, whose vapor holds 1e-12 of it. What is not found is said so.
+TEST(GasOverLiquid, NoVaporFullOfTheLiquidIsTakenForAnEquilibrium) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"C12", 0.05}, {"CO", 0.95}}, z));
+    const FlashState s = flash("TP", 186.37785, 1440.0337, z);
+    if (s.ierr > 0) return;
+    ASSERT_TRUE(s.twoPhase());
+    EXPECT_LT(s.y[1], 1e-10);
+    EXPECT_NEAR(s.x[2], 0.0046, 0.0005);
+}
+
+// Two liquids may stand beside a vapor; the dew point of the wrong one has a pressure above that of the bubble point.
+TEST(DewPoints, TheStableOneBesideSplitLiquids) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"R236FA", 0.05}, {"ISOBUTAN", 0.95}}, z));
+    for (const double T : {132.0, 136.0, 140.0, 143.73824, 147.0, 150.0}) {
+        SCOPED_TRACE(T);
+        const TwoPhases first = atTemperature(T, dew, z), other = atTemperature(T, bubble, z);
+        ASSERT_EQ(first.ierr, 0) << words(first.herr);
+        ASSERT_EQ(other.ierr, 0) << words(other.herr);
+        EXPECT_LT(disequilibrium(first), 1e-7);
+        EXPECT_LT(first.p, other.p);
+        OtherPhase none[2];
+        EXPECT_FALSE(unstableFeed(T, first.p * (1 - 1e-6), z, 200, none));
+    }
+    const FlashState liquid = flash("TP", 143.73824, 0.011064925, z);
+    ASSERT_LE(liquid.ierr, 0) << words(liquid.herr);
+    EXPECT_FALSE(liquid.twoPhase());
+    EXPECT_GT(liquid.D, 10);
+}
+
+// Between the critical point and the highest pressure of the dew line pressure rises with temperature, as on its cold
+// side; the lower dew point of a temperature is the one that more pressure leads from into two phases.
+TEST(DewPoints, TheLowerOneBesideTheCriticalPoint) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"PROPANE", 0.0453}, {"R23", 0.80804}, {"R236FA", 0.09289}, {"R245FA", 0.05377}}, z));
+    for (const double T : {326.4, 326.5479, 326.6, 326.7}) {
+        SCOPED_TRACE(T);
+        const TwoPhases point = atTemperature(T, dew, z);
+        ASSERT_EQ(point.ierr, 0) << words(point.herr);
+        EXPECT_LT(disequilibrium(point), 1e-7);
+        OtherPhase none[2];
+        EXPECT_FALSE(unstableFeed(T, 0.999 * point.p, z, 200, none));
+        EXPECT_TRUE(unstableFeed(T, 1.001 * point.p, z, 200, none));
+    }
+    FlashState wet = flash("TP", 327.82992, 5269.7734, z);
+    ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+    ASSERT_TRUE(wet.twoPhase());
+    for (const std::string letters : {"DH", "DS", "DE"}) {
+        const FlashState found = flash(letters, wet.D, wet[letters[1]], z);
+        ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
+        EXPECT_NEAR(found.T / wet.T, 1, 1e-8) << letters;
+        EXPECT_NEAR(found.q, wet.q, 1e-6) << letters;
+    }
+}
+
+// Where the lines nearly meet, temperature and pressure tell nothing of the share.
+TEST(MassQuality, IsMetBesideAzeotropes) {
+    struct Case {
+        const char *first, *second;
+        double x1;
+    };
+    for (const Case& blend : {Case{"R23", "R116", 0.6268}, {"R125", "R143A", 0.4}, {"R22", "R115", 0.63}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{blend.first, blend.x1}, {blend.second, 1 - blend.x1}}, z));
+        for (const double reduced : {0.6, 0.8, 0.95})
+            for (const double qmass : {0.01, 0.4, 0.97}) {
+                SCOPED_TRACE(testing::Message()
+                             << blend.first << '/' << blend.second << ' ' << reduced << ' ' << qmass);
+                const FlashState s = flash("TQ", reduced * criticalPointOf(z).T, qmass, z, 2);
+                ASSERT_LE(s.ierr, 0) << words(s.herr);
+                const double liquidMass = WMOL(s.x), vaporMass = WMOL(s.y);
+                // the molar share by the balance of the first component, or of the volume at the azeotrope itself
+                const double q = (1 / s.D - 1 / s.Dl) / (1 / s.Dv - 1 / s.Dl);
+                EXPECT_NEAR(q * vaporMass / (q * vaporMass + (1 - q) * liquidMass), qmass, 1e-9);
+                EXPECT_NEAR((1 - q) * s.x[1] + q * s.y[1], z[1], 1e-9);
+                const FlashState other = flash("PQ", s.p, qmass, z, 2);
+                ASSERT_LE(other.ierr, 0) << words(other.herr);
+                EXPECT_NEAR(other.T / s.T, 1, 1e-9);
+            }
+    }
+}
+
+}  // namespace
+}  // namespace frigana::equilibria
