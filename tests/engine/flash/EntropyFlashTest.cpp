@@ -231,5 +231,34 @@ TEST(EntropyFlash, SearchesAmongTwoLiquidsAreGivenUp) {
     std::printf("%d of 16 searches given up, most calls of Newton's method %ld\n", given, most);
 }
 
+// Of these energy tells no pressure: searches by pressure went far below all states and took up to 0.2 s each.
+TEST(EntropyFlash, ColdLiquidsOfABlendAreFoundByEnergyInFewSteps) {
+    ASSERT_LE(test::setUp({"PROPANE", "R22", "R218"}), 0);
+    Composition z{};
+    z[1] = 0.11708347839925548;
+    z[2] = 0.6687344220271536;
+    z[3] = 0.21418209957359102;
+    long most = 0;
+    double worst = 0;
+    for (const double T : {112.280478, 126.315538, 140.350598, 157.9})
+        for (const double share : {1.0001, 1.5, 20.0, 1000.0}) {
+            SCOPED_TRACE(std::to_string(T) + " K " + std::to_string(share));
+            const FlashState line = flash("TQ", T, 0, z);
+            ASSERT_LE(line.ierr, 0);
+            const FlashState liquid = flash("TP", T, share * line.p, z);
+            ASSERT_LE(liquid.ierr, 0);
+            saturationCounts.calls = 0;
+            const FlashState found = flash("ES", liquid.e, liquid.s, z);
+            most = std::max(most, saturationCounts.calls);
+            ASSERT_LE(found.ierr, 0) << found.herr.trimmed();
+            EXPECT_NEAR(property('E', found.T, found.D, z), liquid.e, 1e-9 * std::abs(liquid.e));
+            EXPECT_NEAR(property('S', found.T, found.D, z), liquid.s, 1e-9 * std::abs(liquid.s));
+            worst = test::larger(worst, std::abs(found.T / T - 1));
+        }
+    EXPECT_LT(worst, 3e-6);
+    EXPECT_LT(most, 20);
+    std::printf("temperatures within %.1e, most calls of Newton's method %ld\n", worst, most);
+}
+
 }  // namespace
 }  // namespace frigana

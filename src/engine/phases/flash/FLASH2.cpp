@@ -624,11 +624,12 @@ bool isStable(double given, double s, const Composition& z, double tmin, double 
 // A state of a mixture by few pressures of its isentrope: two phases by Newton's method from a state with two, one by
 // its own steps. Enthalpy rises with pressure along the isentrope, so that there is one such state; false where it was
 // not met on the way.
-bool solveMixtureByEntropy(double given, double s, const Composition& z, const CriticalPoint& critical, bool energy,
-                           FlashResult& r) {
+bool solveMixtureByEntropy(double given, double s, const Composition& z, const CriticalPoint& critical,
+                           const EosLimits& limits, bool energy, FlashResult& r) {
     if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
     constexpr int mostSteps = 8;
     constexpr double start = 0.25, longestStep = 2.5, sameState = 1e-9;  // of the critical pressure; in ln p
+    constexpr double cold = 0.9;                                         // [Tc]
     const char letter = energy ? 'E' : 'H';
     const double scale = std::max(1.0, std::abs(given));
     const SilentMessages quiet;
@@ -644,6 +645,10 @@ bool solveMixtureByEntropy(double given, double s, const Composition& z, const C
         double next = p * std::exp(std::clamp(-F * r.D / p, -longestStep, longestStep));
         if (!two) {
             refineState(letter, given, s, z, r.T, r.D);
+            // the energy of a cold liquid tells next to nothing of its pressure: the line decides
+            if (r.D > critical.D && r.T < cold * critical.T &&
+                isStable(given, s, z, limits.tmin, limits.tmax, limits.pmax, energy, r))
+                return true;
             const PhaseProperties alone = propertiesOf(r.T, r.D, z);
             const bool met = std::abs(chosenProperty(letter, alone) - given) < 1e-6 * scale;
             if (met && alone.p > lower && alone.p < upper) next = alone.p;
@@ -661,10 +666,8 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     if (refuseInputs(ab, {{energy ? 'E' : 'H', given, 200}, {'S', s, 200}}, r)) return;
 
     Text255 inner;
-    double tmin = 0;
-    double tmax = 0;
-    double Dmax = 0;
-    double pmax = 0;
+    EosLimits limits;
+    double &tmin = limits.tmin, &tmax = limits.tmax, &Dmax = limits.Dmax, &pmax = limits.pmax;
     LIMITS("EOS", z, tmin, tmax, Dmax, pmax);
     double Tc = 0;
     double Pc = 0;
@@ -739,7 +742,7 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
             for (std::size_t i = 0; i < std::size(kept); ++i) *restored[i] = kept[i];
         }
     }
-    if (icomp == 0 && solveMixtureByEntropy(given, s, z, {Tc, Pc, Dc}, energy, r)) {
+    if (icomp == 0 && solveMixtureByEntropy(given, s, z, {Tc, Pc, Dc}, limits, energy, r)) {
         solved = byPressure = true;
         r.ierr = 0;
     }
