@@ -42,7 +42,7 @@ constexpr WideState wideStates[] = {
     {"BUTANE", "CO", 0.05, 118.74198, 16.326951},       {"NITROGEN", "R227EA", 0.95, 216.03206, 1201.1723},
     {"C12", "CO", 0.05, 348.44525, 622.83759},          {"C12", "CO", 0.35, 438.31699, 802.44066},
     {"C12", "CO", 0.65, 315.40117, 3700.2184},          {"NITROGEN", "R227EA", 0.95, 199.60283, 2267.1215},
-    {"ETHYLENE", "NITROGEN", 0.35, 226.6666, 10023.33},
+    {"ETHYLENE", "NITROGEN", 0.35, 226.6666, 10023.33}, {"ISOBUTAN", "OXYGEN", 0.05, 198.76566, 4265.211},
 };
 
 TEST(GasOverLiquid, StatesOfTwoPhasesByEveryPairOfInputs) {
@@ -157,6 +157,43 @@ TEST(DewPoints, TheLowerOneBesideTheCriticalPoint) {
         EXPECT_NEAR(found.T / wet.T, 1, 1e-8) << letters;
         EXPECT_NEAR(found.q, wet.q, 1e-6) << letters;
     }
+}
+
+// A hot vapor over little liquid of a heavy component: Newton's method from the usual start ends at the upper dew
+// point.
+TEST(DewPoints, TheLowerOneOfAHotTemperature) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"C12", 0.65}, {"R1234ZE", 0.35}}, z));
+    constexpr double T = 597.38017;
+    const TwoPhases point = atTemperature(T, dew, z);
+    ASSERT_EQ(point.ierr, 0) << words(point.herr);
+    EXPECT_LT(disequilibrium(point), 1e-7);
+    OtherPhase none[2];
+    EXPECT_FALSE(unstableFeed(T, 0.999 * point.p, z, 200, none));
+    EXPECT_TRUE(unstableFeed(T, 1.001 * point.p, z, 200, none));
+    FlashState wet = flash("TP", T, 2331.1214, z);
+    ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+    ASSERT_TRUE(wet.twoPhase());
+    for (const std::string letters : {"TD", "TH", "TS", "TE"}) {
+        const FlashState found = flash(letters, T, wet[letters[1]], z);
+        ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
+        EXPECT_NEAR(found.p / wet.p, 1, 1e-6) << letters;
+    }
+}
+
+// A vapor over a liquid whose components hardly mix is far from the one that vapor pressures let expect.
+TEST(Stability, AsksOfTheGasBesideALiquidThatHardlyMixes) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"OCTANE", 0.65}, {"WATER", 0.35}}, z));
+    constexpr double T = 555.55421, p = 6405.2259;
+    const FlashState wet = flash("TP", T, p, z);
+    ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+    ASSERT_TRUE(wet.twoPhase()) << wet.q;
+    EXPECT_LT(disequilibrium(wet, z), 1e-6);
+    OtherPhase none[2];
+    EXPECT_FALSE(unstableState(T, p, wet.Dl, wet.x, 200, none));
+    EXPECT_FALSE(unstableState(T, p, wet.Dv, wet.y, 200, none));
+    EXPECT_TRUE(unstableFeed(T, p, z, 200, none));
 }
 
 // Where the lines nearly meet, temperature and pressure tell nothing of the share.

@@ -32,7 +32,7 @@ double hottestComponent(const Composition& z) {
 }
 
 bool gasOverLiquid(double T, const Composition& z) {
-    constexpr double farAbove = 1.3;
+    constexpr double farAbove = 1.2;
     double coldest = T;
     for (int i = 1; i <= modelTags.NC; ++i)
         if (z[i] > 0.0) coldest = std::min(coldest, fluidConstants.TCRIT[i]);

@@ -170,6 +170,27 @@ bool belowTangent(double T, double p, const Composition& z, const Composition& f
     return false;
 }
 
+// Ratio of a component's fractions in vapor and liquid.
+double estimatedRatio(int i, double T, double p) {
+    return fluidConstants.PCRIT[i] / p *
+           std::exp(5.373 * (fluidConstants.ACCEN[i] + 1.0) * (1.0 - fluidConstants.TCRIT[i] / T));
+}
+
+// The vapor beside a liquid, were it an ideal gas of the liquid's fugacities; true if it is far from the estimated one,
+// as beside liquids whose components hardly mix.
+bool farFromEstimate(double T, double p, const Composition& z, const Composition& fugacities, Composition& gas) {
+    constexpr double far = 3.0;
+    double least = 0.0, largest = 0.0;
+    for (int i = 1; i <= modelTags.NC; ++i) {
+        if (!(z[i] > 0.0)) continue;
+        gas[i] = fugacities[i] / p;
+        const double ratio = gas[i] / (z[i] * estimatedRatio(i, T, p));
+        largest = std::max(largest, ratio);
+        least = least > 0.0 ? std::min(least, ratio) : ratio;
+    }
+    return largest > far * least;
+}
+
 }  // namespace
 
 bool unstableFeed(double T, double p, const Composition& z, int mostExchanges, OtherPhase (&other)[2]) {
@@ -186,7 +207,6 @@ bool unstableFeed(double T, double p, const Composition& z, int mostExchanges, O
 }
 
 bool unstableState(double T, double p, double rho, const Composition& z, int mostExchanges, OtherPhase (&other)[2]) {
-    const FluidConstants& fluid = fluidConstants;
     const OtherPhase given[2] = {other[0], other[1]};
     OtherPhase& found = other[0];
     found.rho = 0.0;
@@ -203,11 +223,15 @@ bool unstableState(double T, double p, double rho, const Composition& z, int mos
     for (const bool vapor : {false, true}) {
         Composition w{};
         for (int i = 1; i <= modelTags.NC; ++i) {
-            const double K = fluid.PCRIT[i] / p * std::exp(5.373 * (fluid.ACCEN[i] + 1.0) * (1.0 - fluid.TCRIT[i] / T));
+            const double K = estimatedRatio(i, T, p);
             w[i] = vapor ? z[i] * K : z[i] / K;
         }
         if (belowTangent(T, p, z, feed, vapor, w, mostExchanges, found)) return true;
     }
+    Composition gas{};
+    if (packing(rho, z) > 1.0 && farFromEstimate(T, p, z, feed, gas) &&
+        belowTangent(T, p, z, feed, true, gas, mostExchanges, found))
+        return true;
     found.rho = 0.0;
     return fallsApart(T, rho, z);
 }

@@ -337,7 +337,7 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
         }
         const int code = r.ierr;
         const Text255 text = r.herr;
-        if (lineMayHide && solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
+        if (tellsStability && solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
         r.q = supercriticalOrNone;
         r.D = critical.D;
         r.ierr = code;

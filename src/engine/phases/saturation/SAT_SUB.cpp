@@ -153,11 +153,21 @@ Line newtonAtT(double T, const Composition& z, int kph, const CriticalPoint& cri
 
     const bool walkable = T > besideCritical * critical.T && modelTags.HEOS == "HMX" && !pengRobinsonSelected() &&
                           !saturationSpline.SPLINEREADY;
+    const auto isUpper = [&](const PhasePair& s) {
+        return kph == dewPoint && hot && !isLowerDewPoint(T, s.Dl, s.x, s.Dv, s.y);
+    };
     Walk walk = Walk::lost;
-    if (walkable &&
-        (!found || (kph == dewPoint && T > critical.T && !isLowerDewPoint(T, pair.Dl, pair.x, pair.Dv, pair.y)))) {
+    if (walkable && (!found || (T > critical.T && isUpper(pair)))) {
         walk = walkToLine(T, z, kph, kph == bubblePoint, pair);
         found = found || walk == Walk::found;
+    } else if (found && isUpper(pair)) {
+        // the lower one from a colder place, where there is one alone
+        constexpr double colder = 0.97;
+        PhasePair lower;
+        lower.T = colder * T;
+        if (newtonEquilibrium(lower, z, kph, 0, ierr, herr) == NewtonEnd::found &&
+            newtonAtConditions({'T', T}, {'Q', 1}, z, lower) && !isUpper(lower))
+            pair = lower;
     }
     if (!found && walk == Walk::otherLine && T > critical.T) return Line::none;
     if (!found) found = newtonFromOtherStarts(pair, z, kph, ierr, herr);
