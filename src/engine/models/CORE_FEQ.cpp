@@ -30,6 +30,13 @@ constexpr int position(int itau, int idel) {
     return 4 * idel + itau + 1;
 }
 
+// Terms are taken by fours, the last block filled up with terms of coefficient 0, or with rows whose values follow.
+constexpr int termsOfBlock = 4;
+constexpr int wholeBlocks(int terms) {
+    return (terms + termsOfBlock - 1) & -termsOfBlock;
+}
+static_assert(wholeBlocks(largestFeqTerms) == largestFeqTerms);
+
 // Derivatives of the single terms, shared by all slots.
 FeqTermArray PHIR01, PHIR02, PHIR03, PHIR10, PHIR20, PHIR30;
 
@@ -132,41 +139,45 @@ void evaluateRows(FeqSlot& f, double tau, double del) {
 FRIGANA_WIDE_LOOPS void evaluateTerms(FeqSlot& f, double tau, double del) {
     f.HDRVFLG = 0;
     if (derivedSlot == &f) derivedSlot = nullptr;
+    const int terms = f.NTERMF + f.NCRT, filled = wholeBlocks(terms);
     if (std::fabs(tau - f.TAUSVF) > sameTau) {
         f.TAUSVF = tau;
         const double lnTau = sharedLogTau.of(tau);
-        for (int r = 1; r <= f.NTPF; ++r) f.TAUP[r] = f.TPOWER[r] * lnTau;
+        for (int k = 1; k <= filled; ++k) f.TAUP[k] = f.tauPower[k] * lnTau;
     }
     if (std::fabs(del - f.DELSVF) > sameDel) {
         f.DELSVF = del;
         const double lnDel = sharedLogDel.of(del);
-        for (int r = 1; r <= f.NDPF; ++r) f.DELP[r] = f.DPOWER[r] * lnDel;
+        for (int k = 1; k <= filled; ++k) f.DELP[k] = f.delPower[k] * lnDel;
         const double del2 = del * del;
         const double byProducts[5] = {0.0, del, del2, del2 * del, del2 * del2};
+        double length[largestFeqTerms + 1];
         for (int r = 1; r <= f.NLPF; ++r) {
             const int power = f.lengthPower[r];  // NOLINT(bugprone-signed-char-misuse,cert-str34-c): no letter
-            f.DELLI[r] = f.GIF2[r] * (power <= 4 ? byProducts[power] : std::pow(del, f.DLPOWR[r]));
+            length[r] = f.GIF2[r] * (power <= 4 ? byProducts[power] : std::pow(del, f.DLPOWR[r]));
         }
-        for (int k = 1; k <= f.NTERMF; ++k) f.lengthTerm[k] = f.DLIF[k] * f.DELLI[f.ILPF[k]];
+        for (int k = 1; k <= filled; k += termsOfBlock)
+            for (int i = k; i < k + termsOfBlock; ++i) f.DELLI[i] = length[f.ILPF[i]];
+        for (int k = 1; k <= filled; ++k) f.lengthTerm[k] = f.DLIF[k] * f.DELLI[k];
     }
     evaluateRows(f, tau, del);
 
-    const int terms = f.NTERMF + f.NCRT;
     double exponent[largestFeqTerms], exponential[largestFeqTerms];
-    for (int k = 1; k <= f.NTERMF; ++k) exponent[k - 1] = f.TAUP[f.ITPF[k]] + f.DELP[f.IDPF[k]] - f.DELLI[f.ILPF[k]];
+    for (int k = 1; k <= filled; ++k) exponent[k - 1] = f.TAUP[k] + f.DELP[k] - f.DELLI[k];
     for (int j = 1; j <= f.NCRT; ++j) {
         const int k = f.NTERMF + j;
-        double e = f.TAUP[f.ITPF[k]] + f.DELP[f.IDPF[k]] + f.HXPF[j] + f.TXPF[j];
+        double e = exponent[k - 1] + f.HXPF[j] + f.TXPF[j];                            // g of a row is 0
         if (!f.LCRTFLG && f.kind[j] == FeqRow::nonAnalytic) e += std::log(f.EXTF[j]);  // ln 1 of a bell adds nothing
         exponent[k - 1] = e;
     }
-    exponentials(exponent, exponential, terms);
-    double sum = 0.0;
-    for (int k = 1; k <= terms; ++k) {
+    exponentials(exponent, exponential, filled);
+    for (int k = 1; k <= filled; ++k) {
         const double e = exponent[k - 1];  // NOLINT(clang-analyzer-core.uninitialized.Assign): filled above
-        f.PHISVF[k] = e < largestExponent && e > smallestExponent ? f.AFEQ[k] * exponential[k - 1] : 0.0;
-        sum += f.PHISVF[k];
+        const double value = f.AFEQ[k] * exponential[k - 1];
+        f.PHISVF[k] = (e < largestExponent) & (e > smallestExponent) ? value : 0.0;
     }
+    double sum = 0.0;
+    for (int k = 1; k <= filled; ++k) sum += f.PHISVF[k];
     f.DRVSAV[position(0, 0)] = sum;
     f.HDRVFLG = bit(position(0, 0));
 }
@@ -223,11 +234,11 @@ double distanceSecond(double value, const RowSide& r) {
 }
 
 // First and second derivative in del of every term into PHIR01 and PHIR02.
-FRIGANA_WIDE_LOOPS void deriveInDel(const FeqSlot& f, double del) {
+inline void deriveInDel(const FeqSlot& f, double del) {
     if (derivedSlot == &f && derivedDel == del) return;
     derivedSlot = &f;
     derivedDel = del;
-    for (int k = 1; k <= f.NTERMF; ++k) {
+    for (int k = 1; k <= wholeBlocks(f.NTERMF); ++k) {
         const double value = f.PHISVF[k], d = f.DIFEQ[k], l = f.DLIF[k], c = f.lengthTerm[k];
         PHIR01[k] = value * (d - c);
         PHIR02[k] = value * ((d - c) * (d - 1.0 - c) - l * c);
@@ -247,8 +258,8 @@ FRIGANA_WIDE_LOOPS void deriveInDel(const FeqSlot& f, double del) {
 }
 
 // First and second derivative in tau of every term into PHIR10 and PHIR20.
-FRIGANA_WIDE_LOOPS void deriveInTau(const FeqSlot& f, double tau) {
-    for (int k = 1; k <= f.NTERMF; ++k) {
+inline void deriveInTau(const FeqSlot& f, double tau) {
+    for (int k = 1; k <= wholeBlocks(f.NTERMF); ++k) {
         const double value = f.PHISVF[k], t = f.TIFEQ[k];
         PHIR10[k] = value * t;
         PHIR20[k] = value * t * (t - 1.0);
@@ -289,9 +300,11 @@ FRIGANA_WIDE_LOOPS void sumInTau(FeqSlot& f, double tau, double del) {
     deriveInDel(f, del);
     deriveInTau(f, tau);
     FeqTermArray PHIR11;
-    for (int k = 1; k <= f.NTERMF + f.NCRT; ++k) {
+    for (int k = 1; k <= wholeBlocks(f.NTERMF + f.NCRT); ++k) {
         const double value = f.PHISVF[k];
-        PHIR11[k] = std::fabs(value) > smallestTerm ? PHIR10[k] * PHIR01[k] / value : 0.0;
+        const bool counts = std::fabs(value) > smallestTerm;
+        const double quotient = PHIR10[k] * PHIR01[k] / (counts ? value : 1.0);
+        PHIR11[k] = counts ? quotient : 0.0;
     }
     for (int j = 1; j <= f.NCRT; ++j) {
         if (f.kind[j] != FeqRow::nonAnalytic) continue;
@@ -359,7 +372,7 @@ double sumThirdInTau(const FeqSlot& f, double tau) {
 }
 
 // Brings position n of the saved results up to date at the saved state.
-void derive(FeqSlot& f, int itau, int idel, double tau, double del) {
+FRIGANA_WIDE_LOOPS void derive(FeqSlot& f, int itau, int idel, double tau, double del) {
     if (itau == 0) {
         if (idel <= 2)
             sumInDel(f, del);
@@ -381,6 +394,14 @@ void derive(FeqSlot& f, int itau, int idel, double tau, double del) {
     }
     if (!(f.HDRVFLG & bit(position(itau, 0)))) sumInTau(f, tau, del);
     keep(f, itau, idel, f.DRVSAV[position(itau, 0)]);
+}
+
+// A result that is not saved; apart from what is asked at every call.
+FRIGANA_WIDE_LOOPS double evaluate(FeqSlot& f, bool sameState, int itau, int idel, double tau, double del) {
+    if (!sameState) evaluateTerms(f, tau, del);
+    const int n = position(itau, idel);
+    if (!(f.HDRVFLG & bit(n))) derive(f, itau, idel, tau, del);
+    return f.DRVSAV[n];
 }
 
 bool readTerms(int iunit, FeqSlot& f, int& ierr, Text255& herr) {
@@ -421,9 +442,8 @@ double PHIFEQ(int icomp, int itau, int idel, double tau, double del) {
     if (itau < 0 || itau > 3 || idel < 0 || idel > 3) return 0.0;
     FeqSlot& f = feqTerms[icomp];
     const int n = position(itau, idel);
-    if (!(std::fabs(tau - f.TAUSVF) < sameTau && std::fabs(del - f.DELSVF) < sameDel)) evaluateTerms(f, tau, del);
-    if (!(f.HDRVFLG & bit(n))) derive(f, itau, idel, tau, del);
-    return f.DRVSAV[n];
+    const bool same = std::fabs(tau - f.TAUSVF) < sameTau && std::fabs(del - f.DELSVF) < sameDel;
+    return same && (f.HDRVFLG & bit(n)) ? f.DRVSAV[n] : evaluate(f, same, itau, idel, tau, del);
 }
 
 void CRTFEQ(int icomp, double& tc, double& pc, double& rhoc) {
@@ -525,6 +545,13 @@ void SETEXP(int icomp) {
             f.GIF2[row] = f.GIF1[k];
         }
         f.ILPF[k] = row;
+        f.tauPower[k] = f.TPOWER[f.ITPF[k]];
+        f.delPower[k] = f.DPOWER[f.IDPF[k]];
+    }
+    for (int k = f.NTERMF + f.NCRT + 1; k <= wholeBlocks(f.NTERMF + f.NCRT); ++k) {
+        f.ILPF[k] = 1;
+        for (FeqTermArray* numbers : {&f.AFEQ, &f.TIFEQ, &f.DIFEQ, &f.DLIF, &f.tauPower, &f.delPower})
+            (*numbers)[k] = 0.0;
     }
     // l within 1e-20 of 0 to 4 goes by products; rows of critical terms have g = 0 and need no power at all
     for (int r = 1; r <= f.NLPF; ++r) {

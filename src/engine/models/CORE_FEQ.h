@@ -40,11 +40,12 @@ struct FeqSlot {
     Array1<int, largestFeqTerms> ITPF, IDPF, ILPF;  // rows of the tables
     FeqTermArray AFEQ, TIFEQ, DIFEQ, DLIF, GIF1;    // a, t, d, l, g
     FeqTermArray PHISVF;                            // value at the last state
+    FeqTermArray tauPower, delPower;                // t and d as the tables have them
+    FeqTermArray TAUP, DELP, DELLI;                 // t ln(tau), d ln(del), g del^l at the last state
     FeqTermArray lengthTerm;                        // l g del^l there
 
     // table row
     FeqTermArray TPOWER, DPOWER, DLPOWR, GIF2;         // distinct t, d, l, g
-    FeqTermArray TAUP, DELP, DELLI;                    // t ln(tau), d ln(del), g del^l at the last state
     Array1<std::int8_t, largestFeqTerms> lengthPower;  // l = 0 to 4: by products; 5: by the power routine
 
     // critical-region row j, term NTERMF + j
