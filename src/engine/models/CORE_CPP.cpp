@@ -92,11 +92,8 @@ double thirdInTau(const CppSlot& c, int icomp, double t, double rg) {
     return sum + hyperbolic;
 }
 
-}  // namespace
-
-double CP0CPP(int icomp, double t) {
-    if (t <= 0.0) return 0.0;
-    CppSlot& c = cppTerms[icomp];
+// The three sums, with the lower bound refreshed.
+double heatCapacity(CppSlot& c, double t) {
     const double reduced = t / c.TREDCP;
     double sum = 0.0;
     int k = 0;
@@ -123,11 +120,8 @@ double CP0CPP(int icomp, double t) {
     return sum * c.CREDCP;
 }
 
-double CPICPP(int icomp, double t) {
-    if (t <= 0.0) return 0.0;
-    CppSlot& c = cppTerms[icomp];
-    const double tref = referenceState.TREF[icomp];
-    refreshLowerBound(c, tref);
+double integral(CppSlot& c, double t) {
+    const double tref = c.lowerTREF;
     double sum = 0.0;
     int k = 0;
     for (int i = 1; i <= c.NTERMC; ++i) {
@@ -157,11 +151,8 @@ double CPICPP(int icomp, double t) {
     return sum * c.CREDCP;
 }
 
-double CPTCPP(int icomp, double t) {
-    if (t <= 0.0) return 0.0;
-    CppSlot& c = cppTerms[icomp];
-    const double tref = referenceState.TREF[icomp];
-    refreshLowerBound(c, tref);
+double integralOverTemperature(CppSlot& c, double t) {
+    const double tref = c.lowerTREF;
     double sum = 0.0;
     int k = 0;
     for (int i = 1; i <= c.NTERMC; ++i) {
@@ -200,13 +191,41 @@ double CPTCPP(int icomp, double t) {
     return sum * c.CREDCP;
 }
 
+template <double (*sum)(CppSlot&, double)>
+double sumOf(int icomp, double t) {
+    if (t <= 0.0) return 0.0;
+    refreshLowerBound(cppTerms[icomp], referenceState.TREF[icomp]);
+    return sum(cppTerms[icomp], t);
+}
+
+// Apart from what is asked at every state: the text takes room.
+[[gnu::noinline]] void warnOfOrders(int itau, int idel) {
+    Text255 herr;
+    message(herr, "[PH0CPP warning] invalid input; itau =", Integer{4, itau}, "; idel =", Integer{4, idel},
+            nullCharacter);
+    ERRMSG(99, herr);
+}
+
+}  // namespace
+
+double CP0CPP(int icomp, double t) {
+    return sumOf<heatCapacity>(icomp, t);
+}
+double CPICPP(int icomp, double t) {
+    return sumOf<integral>(icomp, t);
+}
+double CPTCPP(int icomp, double t) {
+    return sumOf<integralOverTemperature>(icomp, t);
+}
+
 double PH0CPP(int icomp, int itau, int idel, double t, double rho) {
     if (t <= 0.0) return 0.0;
     CppSlot& c = cppTerms[icomp];
     if (!(std::fabs(t - c.TSVCP0) < 1e-8)) {
-        c.CP0SAV = CP0CPP(icomp, t);
-        c.CPISAV = CPICPP(icomp, t);
-        c.CPTSAV = CPTCPP(icomp, t);
+        refreshLowerBound(c, referenceState.TREF[icomp]);
+        c.CP0SAV = heatCapacity(c, t);
+        c.CPISAV = integral(c, t);
+        c.CPTSAV = integralOverTemperature(c, t);
         c.TSVCP0 = t;
     }
     if (itau != 0 && idel != 0) return 0.0;
@@ -223,10 +242,7 @@ double PH0CPP(int icomp, int itau, int idel, double t, double rho) {
     if (idel == 1) return 1.0;
     if (idel == 2) return -1.0;
     if (idel == 3) return 2.0;
-    Text255 herr;
-    message(herr, "[PH0CPP warning] invalid input; itau =", Integer{4, itau}, "; idel =", Integer{4, idel},
-            nullCharacter);
-    ERRMSG(99, herr);
+    warnOfOrders(itau, idel);
     return 0.0;
 }
 
