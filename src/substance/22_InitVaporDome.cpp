@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "24_SaturationPoints.h"
+#include "SAT_SUB_EXPANSION.h"
 #include "UTILITY.h"
 
 namespace frigana {
@@ -20,10 +21,10 @@ struct DomePoint {
 constexpr DomeTable SUBSTANCE::*sides[] = {&SUBSTANCE::PTSPL, &SUBSTANCE::PTSPV, &SUBSTANCE::PTSTL, &SUBSTANCE::PTSTV};
 constexpr int sideCount = std::size(sides);
 
-// The domes of the last blends: the trial solutions of a search and the requests of a study ask for the same one again
-// and again.
+// The last domes: the trial solutions of a search and the requests of a study ask for the same one again and again.
 struct KnownDome {
     Composition z{};
+    bool expanded = false;       // from the saturation table of a pure fluid
     double first = 0, step = 0;  // of the pressures [kPa]; no step: no dome
     DomePoint points[sideCount][lastSolved];
 };
@@ -48,12 +49,12 @@ bool hasRow(const KnownDome& dome, const SUBSTANCE& substance, int row) {
     return true;
 }
 
-// Takes the rows below the last solved one from a dome of the same blend and the same pressures. The last one is solved
+// Takes the rows below the last solved one from a dome of the same fluid and the same pressures. The last one is solved
 // for: where it comes out as it did then, to the last digit, equation and reference state are the same, and so is every
 // other row.
-bool recall(SUBSTANCE& substance, double first, double step) {
+bool recall(SUBSTANCE& substance, bool expanded, double first, double step) {
     for (const KnownDome& dome : known) {
-        if (dome.step == 0.0 || dome.first != first || dome.step != step ||
+        if (dome.step == 0.0 || dome.first != first || dome.step != step || dome.expanded != expanded ||
             !std::equal(dome.z.begin(), dome.z.end(), substance.ZMOL.begin()))
             continue;
         solveRow(substance, first + (lastSolved - 1) * step, lastSolved);
@@ -72,10 +73,11 @@ bool recall(SUBSTANCE& substance, double first, double step) {
     return false;
 }
 
-void keep(const SUBSTANCE& substance, double first, double step) {
+void keep(const SUBSTANCE& substance, bool expanded, double first, double step) {
     KnownDome& dome = known[oldest];
     oldest = (oldest + 1) % keptDomes;
     dome.z = substance.ZMOL;
+    dome.expanded = expanded;
     dome.first = first;
     dome.step = step;
     for (int side = 0; side < sideCount; ++side)
@@ -93,15 +95,19 @@ void INITDATADOME(SUBSTANCE& substance, double PSTART, bool shown) {
     const double STEP = (highest * substance.PC - P1) / 11.0;
     int pure = 0;
     ISPURE(substance.ZMOL, pure);
-    // a pure fluid is quick, and how often its lines were asked for decides what answers next
-    const bool blend = pure == 0;
-    if (blend && !shown) {
+    if (pure == 0 && !shown) {
         for (const auto side : sides) (substance.*side).fill({});
         return;
     }
-    if (!blend || !recall(substance, P1, STEP)) {
+    // How often a pure fluid was asked for decides what answers: a dome in whose midst that changes is solved for.
+    const int missing = pure > 0 ? statesUntilExpansions(pure) : 0;
+    const bool expanded = pure > 0 && missing == 0;
+    const bool ofOneKind = missing == 0 || missing > sideCount * lastSolved;
+    if (ofOneKind && recall(substance, expanded, P1, STEP)) {
+        if (pure > 0) countAsAsked(pure, sideCount * (lastSolved - 1));
+    } else {
         for (int row = 1; row <= lastSolved; ++row) solveRow(substance, P1 + (row - 1) * STEP, row);
-        if (blend) keep(substance, P1, STEP);
+        if (ofOneKind) keep(substance, expanded, P1, STEP);
     }
 
     STATEPT& critical = substance.PTSPL[top];

@@ -12,6 +12,7 @@
 #include "54_Find_Refigerant.h"
 #include "PASSCMN.h"
 #include "SAT_SUB.h"
+#include "SAT_SUB_EXPANSION.h"
 #include "Substances.h"
 
 namespace frigana::test {
@@ -233,6 +234,43 @@ TEST(KeptDome, OfAnotherReferenceStateOrBlendIsSolvedFor) {
     EXPECT_NEAR(s.PTSPV[3].S, dew.S, 1e-9 * std::fabs(dew.S));
     SUBSTANCE& other = listed({{"R32.FLD", 0.6}, {"R125.FLD", 0.4}});
     EXPECT_GE(solvedFor(other, 512.5), 36);
+}
+
+// Newton's method answers, then the saturation table: what was kept of the one is not taken for the other, and a kept
+// dome changes nothing of when the table begins.
+TEST(KeptDome, OfAPureFluidIsTheSameToTheLastDigitWhicheverWayItIsSolved) {
+    constexpr int ofDome = 4 * (domeRows - 1), ofRow = 4;
+    SUBSTANCE& s = fluid("R134A.FLD");
+    const auto statesAskedFor = [&s] {
+        const long before = expansionControl.asked;
+        INITDATADOME(s, 300.0);
+        return expansionControl.asked - before;
+    };
+    EXPECT_EQ(statesAskedFor(), ofDome);
+    const std::vector<double> byNewton = domeOf(s);
+    int missing = statesUntilExpansions(1);
+    ASSERT_GT(missing, ofDome);
+    while (missing > ofDome) {
+        EXPECT_EQ(statesAskedFor(), ofRow);
+        EXPECT_EQ(domeOf(s), byNewton);
+        missing -= ofDome;
+        EXPECT_EQ(statesUntilExpansions(1), missing);
+    }
+    EXPECT_EQ(statesAskedFor(), ofDome) << "the table begins in its midst";
+    EXPECT_EQ(statesUntilExpansions(1), 0);
+
+    const long answered = expansionControl.answered;
+    EXPECT_EQ(statesAskedFor(), ofDome);
+    const std::vector<double> byTable = domeOf(s);
+    EXPECT_EQ(expansionControl.answered - answered, ofDome);
+    EXPECT_EQ(statesAskedFor(), ofRow);
+    EXPECT_EQ(domeOf(s), byTable);
+    for (std::size_t k = 0; k < byTable.size(); ++k)
+        EXPECT_NEAR(byTable[k], byNewton[k], 1e-10 * std::fabs(byNewton[k]));
+
+    SUBSTANCE& other = fluid("R32.FLD");
+    INITDATADOME(other, 300.0);
+    EXPECT_GT(std::fabs(domeOf(other)[0] - byTable[0]), 1.0);
 }
 
 TEST(KeptDome, OfATrialIsEmptyForABlend) {

@@ -170,6 +170,14 @@ bool expansionAtPressure(int icomp, double p, double& T, double& rhol, double& r
     return true;
 }
 
+int statesUntilExpansions(int icomp) {
+    return statesBeforeExpansions - uses[icomp].asked;
+}
+
+void countAsAsked(int icomp, int states) {
+    if (uses[icomp].asked < statesBeforeExpansions) uses[icomp].asked += states;
+}
+
 void forgetExpansions() {
     for (SlotUse& use : uses) use = {};
 }

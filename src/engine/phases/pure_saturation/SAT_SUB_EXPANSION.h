@@ -80,6 +80,14 @@ inline constexpr int statesBeforeExpansions = 200;
 bool expansionAtTemperature(int icomp, double T, double& p, double& rhol, double& rhov);
 bool expansionAtPressure(int icomp, double p, double& T, double& rhol, double& rhov);
 
+// How many more states of a slot Newton's method answers; 0 once the table does, where there is one.
+int statesUntilExpansions(int icomp);
+
+// Lets states count as asked for whose results were kept elsewhere: what answers next stays what it would have been.
+//   Given     icomp   component slot of a pure fluid
+//             states  fewer than are missing until the table answers; of no effect from then on
+void countAsAsked(int icomp, int states);
+
 // The states asked for are counted anew and tables are chosen anew (with the set-up of a fluid, and wherever its
 // equation may have become another one).
 void forgetExpansions();
