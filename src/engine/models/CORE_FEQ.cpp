@@ -342,8 +342,8 @@ void sumMixed(FeqSlot& f, double tau, double del) {
     keep(f, 2, 2, sum22);
 }
 
-double sumThirdInDel(const FeqSlot& f, double del) {
-    for (int k = 1; k <= f.NTERMF; ++k) {
+inline double sumThirdInDel(const FeqSlot& f, double del) {
+    for (int k = 1; k <= wholeBlocks(f.NTERMF); ++k) {
         const double d = f.DIFEQ[k], l = f.DLIF[k], c = f.lengthTerm[k];
         PHIR03[k] = f.PHISVF[k] * (d * (2.0 - 3.0 * d + d * d) + c * (6.0 * d - 2.0 - 3.0 * d * d - 3.0 * d * l +
                                                                       3.0 * l - l * l + c * (3.0 * (l + d - 1.0) - c)));
@@ -357,8 +357,8 @@ double sumThirdInDel(const FeqSlot& f, double del) {
     return sum;
 }
 
-double sumThirdInTau(const FeqSlot& f, double tau) {
-    for (int k = 1; k <= f.NTERMF; ++k) {
+inline double sumThirdInTau(const FeqSlot& f, double tau) {
+    for (int k = 1; k <= wholeBlocks(f.NTERMF); ++k) {
         const double t = f.TIFEQ[k];
         PHIR30[k] = f.PHISVF[k] * t * (t - 1.0) * (t - 2.0);
     }
