@@ -268,7 +268,10 @@ void SETUP(int nc, const FileNames& hfiles, const Text255& hfmix, Text3& hrf, in
     modelTags.HETA[0] = modelTags.HTCX[0] = "NUL";
     modelTags.HMXEOS[0] = "FEQ";
     readFluidFiles(nc, kept, ierr, herr);
-    if (failed()) return;
+    if (failed()) {
+        modelTags.NC = 0;  // nothing is calculated with half of a fluid
+        return;
+    }
 
     if (modelTags.HEOS == "HMX") {
         SETHMX(mixtureFile, ierr, herr);

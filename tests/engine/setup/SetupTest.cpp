@@ -4,6 +4,7 @@
 #include "CORE_ANC.h"
 #include "DISPATCH.h"
 #include "FluidText.h"
+#include "SAT_SUB.h"
 #include "TreeFolders.h"
 
 namespace frigana::test {
@@ -172,6 +173,19 @@ TEST_F(Setup, AFailedSetUpIsNotTakenForAGoodOne) {
     EXPECT_EQ(setUp({bad}), 104) << message();
     EXPECT_EQ(setUp({bad}), 104) << message();
     EXPECT_EQ(setUp({file}), 0) << message();
+}
+
+TEST_F(Setup, NothingIsCalculatedWithHalfOfAFluid) {
+    const std::string file = write("ONE.FLD", plainFile());
+    EXPECT_EQ(setUp({file, "MISSING.FLD"}), 101);
+    EXPECT_EQ(modelTags.NC, 0);
+    double T = 0.0, rhol = 0.0, rhov = 0.0;
+    Composition z{}, x{}, y{};
+    z[1] = z[2] = 0.5;
+    SATP(100.0, z, 1, T, rhol, rhov, x, y, ierr, herr);
+    EXPECT_GT(ierr, 0);
+    ASSERT_EQ(setUp({file}), 0);
+    EXPECT_EQ(modelTags.NC, 1);
 }
 
 TEST_F(Setup, AReferenceStateThatNeedsSetrefBecomesTheDefaultWithAWarning) {
