@@ -43,6 +43,7 @@ constexpr WideState wideStates[] = {
     {"C12", "CO", 0.05, 348.44525, 622.83759},          {"C12", "CO", 0.35, 438.31699, 802.44066},
     {"C12", "CO", 0.65, 315.40117, 3700.2184},          {"NITROGEN", "R227EA", 0.95, 199.60283, 2267.1215},
     {"ETHYLENE", "NITROGEN", 0.35, 226.6666, 10023.33}, {"ISOBUTAN", "OXYGEN", 0.05, 198.76566, 4265.211},
+    {"HEXANE", "CO", 0.35, 159.62111, 1557.0556},
 };
 
 TEST(GasOverLiquid, StatesOfTwoPhasesByEveryPairOfInputs) {
@@ -81,6 +82,34 @@ TEST(GasOverLiquid, StatesOfTwoPhasesByEveryPairOfInputs) {
         }
     }
     std::printf("%d flashes lead back within %.1e\n", flashes, worst);
+}
+
+TEST(GasOverLiquid, SharesOfTheVaporFarBeyondTheCriticalPoint) {
+    for (const WideState& state : {WideState{"HEXANE", "CO", 0.05, 292.13167, 3204.8677},
+                                   WideState{"NITROGEN", "R227EA", 0.95, 216.03206, 1201.1723},
+                                   WideState{"HEXANE", "CO", 0.95, 296.9947, 5028.3893},
+                                   WideState{"CF3I", "NITROGEN", 0.65, 342.8001, 11323.408}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        const FlashState wet = flash("TP", state.T, state.p, z);
+        ASSERT_TRUE(wet.twoPhase());
+        for (const std::string letters : {"TQ", "PQ"}) {
+            SCOPED_TRACE(testing::Message()
+                         << state.heavy << '/' << state.light << ' ' << state.x1 << ' ' << state.T << ' ' << letters);
+            // a share may belong to several temperatures or pressures
+            const FlashState found = flash(letters, letters == "TQ" ? state.T : state.p, wet.q, z);
+            ASSERT_LE(found.ierr, 0) << words(found.herr);
+            EXPECT_LT(disequilibrium(found, z), 1e-6);
+            EXPECT_NEAR(found.q, wet.q, 1e-9);
+            EXPECT_NEAR(letters == "TQ" ? found.T / state.T : found.p / state.p, 1, 1e-12);
+        }
+    }
+    // a blend of fluids of about the same volatility has none there
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"R32", 0.7}, {"R125", 0.3}}, z));
+    const double T = 1.6 * criticalPointOf(z).T, p = 1.6 * criticalPointOf(z).p;
+    EXPECT_EQ(flash("TQ", T, 0.5, z).ierr, 271);
+    EXPECT_EQ(flash("PQ", p, 0.5, z).ierr, 291);
 }
 
 // Above its hottest state the gas over a liquid is one phase, at any pressure that the flash at both finds stable.
@@ -186,7 +215,7 @@ TEST(Stability, AsksOfTheGasBesideALiquidThatHardlyMixes) {
     Composition z;
     ASSERT_TRUE(setUpMixture({{"OCTANE", 0.65}, {"WATER", 0.35}}, z));
     constexpr double T = 555.55421, p = 6405.2259;
-    const FlashState wet = flash("TP", T, p, z);
+    FlashState wet = flash("TP", T, p, z);
     ASSERT_LE(wet.ierr, 0) << words(wet.herr);
     ASSERT_TRUE(wet.twoPhase()) << wet.q;
     EXPECT_LT(disequilibrium(wet, z), 1e-6);
@@ -194,6 +223,30 @@ TEST(Stability, AsksOfTheGasBesideALiquidThatHardlyMixes) {
     EXPECT_FALSE(unstableState(T, p, wet.Dl, wet.x, 200, none));
     EXPECT_FALSE(unstableState(T, p, wet.Dv, wet.y, 200, none));
     EXPECT_TRUE(unstableFeed(T, p, z, 200, none));
+    // beside it there is no bubble point
+    for (const std::string letters : {"TD", "TH", "TS", "TE"}) {
+        const FlashState found = flash(letters, T, wet[letters[1]], z);
+        ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
+        EXPECT_NEAR(found.p / p, 1, 1e-6) << letters;
+    }
+}
+
+// Equilibria of dense phases far above the pressure of the vapor pass for bubble points.
+TEST(Stability, OnePhaseBelowAFalseBubblePoint) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"C12", 0.65}, {"ISOBUTAN", 0.35}}, z));
+    constexpr double T = 582.23496, p = 34239.157;
+    FlashState one = flash("TP", T, p, z);
+    ASSERT_LE(one.ierr, 0) << words(one.herr);
+    ASSERT_FALSE(one.twoPhase());
+    OtherPhase none[2];
+    EXPECT_FALSE(unstableState(T, p, one.D, z, 200, none));
+    for (const std::string letters : {"TD", "TS"}) {
+        const FlashState found = flash(letters, T, one[letters[1]], z);
+        ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
+        EXPECT_FALSE(found.twoPhase());
+        EXPECT_NEAR(found.p / p, 1, 1e-6) << letters;
+    }
 }
 
 // Where the lines nearly meet, temperature and pressure tell nothing of the share.

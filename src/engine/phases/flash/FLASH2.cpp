@@ -232,6 +232,8 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         ABFL2(T, b, z, 1, 1, ab, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, Tsolved, p, Dl, Dv, x,
               y, q, code, inner);
         if (code > 0) {
+            if (onIsotherm()) return;
+            noState(r);
             ierr = code;
             herr = inner;
             return;

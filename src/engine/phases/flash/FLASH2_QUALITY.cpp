@@ -1,6 +1,7 @@
 // Flash at given temperature or pressure and quality.
 #include <cmath>
 
+#include "CriticalPoint.h"
 #include "FLASH2.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
@@ -94,17 +95,20 @@ void saturatedEnd(const GivenQuality& given, int kph, FlashResult& r) {
     fillProperties(propertiesOf(r.T, r.D, liquid ? r.x : r.y), r);
 }
 
-// A state of a mixture by a walk from the dew point down to the share.
-bool fromDewLine(const GivenQuality& given, const SaturatedPair& dew, FlashResult& r) {
-    constexpr double step = 0.1, smallestStep = 1e-3;
+// A state of a mixture by a walk to the share from the one line that it has there: the dew line (1) above its critical
+// temperature, either above its critical pressure.
+bool fromOneLine(const GivenQuality& given, const SaturatedPair& line, double shareOfLine, FlashResult& r) {
+    constexpr double longest = 0.1, smallestStep = 1e-3;
     constexpr int mostSteps = 60;
-    PhasePair here = pairOf(dew, 1);
+    const double step = shareOfLine > given.q ? -longest : longest;
+    PhasePair here = pairOf(line, shareOfLine);
     const auto solve = [&](double share, const PhasePair&, PhasePair& pair) {
         pair.q = share;
         return newtonAtConditions({given.atT() ? 'T' : 'P', given.value}, {'Q', share}, given.z, pair);
     };
     const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
-    if (walkLine({1, given.q, -step, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived) return false;
+    if (walkLine({shareOfLine, given.q, step, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived)
+        return false;
     r.T = here.T;
     r.p = here.p;
     r.Dl = here.Dl;
@@ -126,13 +130,13 @@ void betweenLines(const GivenQuality& given, FlashResult& r) {
         bubble.ierr = 2;
         bubble.herr.assign("input state is solid or two-phase solid-vapor");
     }
-    if (bubble.ierr > 0 && given.icomp == 0 && given.kq != 2) {
-        // above its critical temperature or pressure a mixture has its dew points alone
+    const bool walkable = given.icomp == 0 && given.kq != 2;
+    if (bubble.ierr > 0 && walkable) {
         {
             const SilentMessages quiet;
             given.saturation(2, dew);
         }
-        if (dew.ierr <= 0 && fromDewLine(given, dew, r)) {
+        if (dew.ierr <= 0 && fromOneLine(given, dew, 1, r)) {
             fillBetweenLines(q, r);
             return;
         }
@@ -142,6 +146,10 @@ void betweenLines(const GivenQuality& given, FlashResult& r) {
         dew = bubble;
     } else {
         given.saturation(2, dew);
+    }
+    if (dew.ierr > 0 && walkable && fromOneLine(given, bubble, 0, r)) {
+        fillBetweenLines(q, r);
+        return;
     }
     if (!found(given, where, dew, r)) return;
     r.Dl = bubble.Dl;
@@ -209,7 +217,7 @@ void TQFLSH(double T, double q, const Composition& z, int kq, double& p, double&
     }
     CriticalPoint critical;
     if (!criticalPoint("TQ", 270, bulk, critical, r)) return;
-    if (T >= (icomp > 0 ? 1.0 : 1.5) * critical.T) {
+    if (T >= (icomp > 0 ? 1.0 : 1.5) * critical.T && !(icomp == 0 && gasOverLiquid(T, bulk))) {
         ierr = 271;
         message(herr,
                 "[TQFLSH error 271] temperature input to temperature-quality flash is greater than critical "
@@ -251,7 +259,9 @@ void PQFLSH(double p, double q, const Composition& z, int kq, double& T, double&
         reportLimits("PQ", limits, r);
         return;
     }
-    if (p >= (icomp > 0 ? 1.0 : 1.5) * critical.p) {
+    // where a gas may stand over a liquid at some temperature
+    const bool gasDissolves = icomp == 0 && gasOverLiquid(std::nextafter(hottestComponent(bulk), 0.0), bulk);
+    if (p >= (icomp > 0 ? 1.0 : 1.5) * critical.p && !gasDissolves) {
         ierr = 291;
         message(herr,
                 "[PQFLSH error 291] pressure input to pressure-quality flash is greater than critical pressure; P =",

@@ -161,17 +161,28 @@ bool solveByStability(double T, double p, const Composition& z, const CriticalPo
         r.q = regionQuality(T, p, r.D, critical);
         return true;
     }
-    // a little of the phase that was found, beside what it leaves of the feed
+    // a little of the phase that was found, beside what it leaves of the feed; or next to all of it
     const OtherPhase& found = other[0];
-    for (const double share : {0.1, 0.3, 0.03}) {
-        if (!(found.rho > 0 && root > 0)) break;
+    if (!(found.rho > 0 && root > 0)) return false;
+    constexpr double nextToAll = 0.999;
+    double most = 1;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (found.x[i] > 0) most = std::min(most, z[i] / found.x[i]);
+    const bool isVapor = packing(found.rho, found.x) < packing(root, z);
+    for (const double share : {0.1, 0.3, 0.03, nextToAll * most}) {
+        const bool nextTo = share == nextToAll * most;
+        const double least = nextTo ? 1 - nextToAll : 0.1;
         Composition rest = z;
         for (int i = 1; i <= modelTags.NC; ++i)
-            rest[i] = std::max((z[i] - share * found.x[i]) / (1 - share), 0.1 * z[i]);
+            rest[i] = std::max((z[i] - share * found.x[i]) / (1 - share), least * z[i]);
         normalize(rest);
-        const bool isVapor = packing(found.rho, found.x) < packing(root, z);
-        r.Dl = isVapor ? root : found.rho;
-        r.Dv = isVapor ? found.rho : root;
+        double D = root;
+        int code = 0;
+        Text255 inner;
+        if (nextTo) TPRHO(T, p, rest, isVapor ? 1 : 2, 0, D, code, inner);
+        if (code > 0) break;
+        r.Dl = isVapor ? D : found.rho;
+        r.Dv = isVapor ? found.rho : D;
         r.x = isVapor ? rest : found.x;
         r.y = isVapor ? found.x : rest;
         r.q = isVapor ? share : 1 - share;
@@ -471,7 +482,12 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
                 TDFL2(T, D, z, 1, Tbub, Tdew, bubble.p, dew.p, bubble.Dl, dew.Dv, bubble.y, dew.x, p, Dl, Dv, x, y, q,
                       ierr, herr);
                 if (ierr > 0) {
-                    q = supercriticalOrNone;
+                    const int code = ierr;
+                    const Text255 text = herr;
+                    if (solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r)) return;
+                    noState(r);
+                    ierr = code;
+                    herr = text;
                     return;
                 }
             }

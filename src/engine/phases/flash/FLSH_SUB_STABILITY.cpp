@@ -105,7 +105,7 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
 }
 
 bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r) {
-    constexpr int mostSteps = 80, mostStepsDown = 60, mostStepsUp = 12;
+    constexpr int mostSteps = 80, mostStepsDown = 60, mostStepsUp = 12, mostUnknown = 10;
     constexpr double stepDown = 0.8, stepUp = 1.5;
     const double wanted = letter == 'D' ? 1 / b : b;
     const double tolerance = 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted)));
@@ -116,16 +116,25 @@ bool solveOnIsotherm(double T, double b, char letter, const Composition& z, doub
         F = nearTwoPhases({'T', T}, {letter, b}, z, r) ? 0 : rising(letter, r) - wanted;
         return true;
     };
+    // downward past pressures at which the flash finds no state, as beside the lines of some mixtures
+    int unknown = 0;
+    const auto downward = [&](double& lnp, double& F) {
+        while (!residual(lnp, F)) {
+            if (++unknown > mostUnknown) return false;
+            lnp += std::log(stepDown);
+        }
+        return true;
+    };
     FalsePosition ends{std::log(highest), 0, std::log(highest), 0};
-    for (int step = 1;; ++step) {
-        if (step > mostStepsUp || !residual(ends.upper, ends.fUpper)) return false;
-        if (letter != 'D' || ends.fUpper <= 0) break;
+    if (!downward(ends.upper, ends.fUpper)) return false;
+    for (int step = 1; (letter == 'D' || letter == 'S') && ends.fUpper > 0; ++step) {
         ends.upper += std::log(stepUp);
+        if (step > mostStepsUp || !residual(ends.upper, ends.fUpper)) return false;
     }
     for (int step = 1;; ++step) {
         if (ends.fUpper == 0) return true;
         ends.lower = ends.upper + std::log(stepDown);
-        if (step > mostStepsDown || !residual(ends.lower, ends.fLower)) return false;
+        if (step > mostStepsDown || !downward(ends.lower, ends.fLower)) return false;
         if (ends.fLower == 0) return true;
         // enthalpy and energy of a liquid rise again
         if (ends.fLower > 0 && ends.fUpper < 0) break;

@@ -32,7 +32,7 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
 
 // The same on its isotherm, downward from a pressure: density rises with pressure, and entropy, enthalpy and energy
 // fall up to far beyond the two phases.
-//   Given     highest  pressure; for a density beyond it the search begins above
+//   Given     highest  pressure; for a density or an entropy beyond it the search begins above
 //   Returned  p, r    false if the state was not found
 bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r);
 
