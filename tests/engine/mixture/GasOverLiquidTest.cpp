@@ -9,6 +9,7 @@
 
 #include "CriticalPoint.h"
 #include "Equilibrium.h"
+#include "FluidConstants.h"
 #include "Larger.h"
 #include "PhaseCheck.h"
 
@@ -246,6 +247,33 @@ TEST(Stability, OnePhaseBelowAFalseBubblePoint) {
         ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
         EXPECT_FALSE(found.twoPhase());
         EXPECT_NEAR(found.p / p, 1, 1e-6) << letters;
+    }
+}
+
+// Below a millionth of a pascal a vapor still stands over a liquid.
+TEST(ThinGas, CondensesAtTheColdEnd) {
+    for (const WideState& state : {WideState{"PROPYLEN", "PROPANE", 0.2588761, 81.719042, 4.0679522e-08},
+                                   WideState{"ETHANE", "TOLUENE", 0.95, 130.80203, 8.3812717e-08}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        FlashState wet = flash("TP", state.T, state.p, z);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase());
+        EXPECT_LT(disequilibrium(wet, z), 1e-6);
+        ASSERT_LT(wet.D, 1e-10);
+        for (const std::string letters : {"TD", "DH", "DS", "DE"}) {
+            SCOPED_TRACE(testing::Message() << state.heavy << ' ' << letters);
+            const FlashState found = flash(letters, wet[letters[0]], wet[letters[1]], z);
+            ASSERT_LE(found.ierr, 0) << words(found.herr);
+            ASSERT_TRUE(found.twoPhase());
+            EXPECT_LT(disequilibrium(found, z), 1e-6);
+            EXPECT_NEAR(found.T / wet.T, 1, 1e-8);
+            EXPECT_NEAR(found.q, wet.q, 1e-6);
+        }
+        const FlashState dry = flash("TD", 200, 5e-11, z);
+        ASSERT_LE(dry.ierr, 0) << words(dry.herr);
+        EXPECT_FALSE(dry.twoPhase());
+        EXPECT_NEAR(dry.p / (fluidConstants.R * 200 * 5e-11), 1, 1e-9);
     }
 }
 

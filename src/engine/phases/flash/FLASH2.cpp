@@ -259,14 +259,17 @@ bool beyondVaporLiquidLine(int icomp, double D) {
     return (liquid > 0 && D > liquid) || D < fluidConstants.DTPV[icomp];
 }
 
+// No line is looked for of thinner mixtures, as by TDFLSH [mol/L].
+constexpr double thinnest = 1e-10;
+
 // A state of a mixture without its saturation lines: one phase by Newton's method in temperature, or, where that one is
 // two at its temperature, both by Newton's method from there. The property rises with temperature along an isochore, so
 // that there is one such state.
 bool solveMixtureAtDensity(double D, double b, std::string_view ab, const Composition& z, const CriticalPoint& critical,
                            double tmin, FlashResult& r) {
     if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
-    constexpr int mostSteps = 6;
     constexpr double tolerance = 1e-9, usual = 0.8;  // [Tc]
+    const int mostSteps = D < thinnest ? 20 : 6;     // a thin gas condenses at the cold end alone
     const char letter = ab[1];
     const SilentMessages quiet;
     const auto flashAt = [&](double T) {
@@ -313,11 +316,9 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
         return;
     }
     Text255 inner;
-    // thinner mixtures are one phase at any temperature, as for TDFLSH
-    constexpr double thinnest = 1e-10;
     const bool mayBeTwo = icomp > 0 || D >= thinnest;
 
-    if (icomp == 0 && mayBeTwo && solveMixtureAtDensity(D, b, ab, z, critical, limits.tmin, r)) {
+    if (icomp == 0 && solveMixtureAtDensity(D, b, ab, z, critical, limits.tmin, r)) {
         ierr = 0;
         herr.clear();
         reportLimits(ab, limitsAt(T, D, p, z), r);

@@ -437,10 +437,13 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
     if (!criticalPoint("TD", 220, z, critical, r)) return;
 
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
-    if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= critical.T || D < 1e-10) {
+    constexpr double thinGas = 1e-10;  // [mol/L], without lines
+    if ((icomp > 0 && T < fluidConstants.TTPN[icomp]) || T >= critical.T || D < thinGas) {
         p = fillSinglePhase(T, D, z, r);
         q = p <= critical.p ? superheatedVapor : supercriticalOrNone;
-        if (isMetastable(T, p, D, z, critical) && !solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r)) {
+        // a thin gas has more pressure than what is left where a part of it condenses
+        const double highest = D < thinGas ? p : 1.5 * critical.p;
+        if (isMetastable(T, p, D, z, critical) && !solveOnIsotherm(T, D, 'D', z, highest, p, r)) {
             noState(r);
             reportError("TD", 222, noDewPoint, Text255{}, ierr, herr);
             return;
