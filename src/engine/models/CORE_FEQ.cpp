@@ -174,7 +174,8 @@ FRIGANA_WIDE_LOOPS void evaluateTerms(FeqSlot& f, double tau, double del) {
     for (int k = 1; k <= filled; ++k) {
         const double e = exponent[k - 1];  // NOLINT(clang-analyzer-core.uninitialized.Assign): filled above
         const double value = f.AFEQ[k] * exponential[k - 1];
-        f.PHISVF[k] = (e < largestExponent) & (e > smallestExponent) ? value : 0.0;
+        const bool within = (e < largestExponent) & (e > smallestExponent);
+        f.PHISVF[k] = within ? value : 0.0;
     }
     double sum = 0.0;
     for (int k = 1; k <= filled; ++k) sum += f.PHISVF[k];
