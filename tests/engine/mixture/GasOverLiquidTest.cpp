@@ -211,6 +211,20 @@ TEST(DewPoints, TheLowerOneOfAHotTemperature) {
     }
 }
 
+// A cold liquid that nearly falls apart: Newton's method finds its vapor only from next to the share.
+TEST(TwoPhases, AreApproachedByTheirShare) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"PROPANE", 0.19784}, {"R218", 0.62799}, {"R32", 0.17417}}, z));
+    constexpr double T = 108.99536, p = 0.00025430791;
+    const FlashState wet = flash("TP", T, p, z);
+    ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+    ASSERT_TRUE(wet.twoPhase());
+    EXPECT_LT(disequilibrium(wet, z), 1e-6);
+    OtherPhase none[2];
+    EXPECT_FALSE(unstableState(T, p, wet.Dl, wet.x, 200, none));
+    EXPECT_FALSE(unstableState(T, p, wet.Dv, wet.y, 200, none));
+}
+
 // A vapor over a liquid whose components hardly mix is far from the one that vapor pressures let expect.
 TEST(Stability, AsksOfTheGasBesideALiquidThatHardlyMixes) {
     Composition z;

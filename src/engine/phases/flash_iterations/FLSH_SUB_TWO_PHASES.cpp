@@ -5,6 +5,7 @@
 #include "FlashBricks.h"
 #include "Message.h"
 #include "PhaseCheck.h"
+#include "RootBracket.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_MIXTURE.h"
 #include "SAT_SUB_MIXTURE_RATIOS.h"
@@ -23,9 +24,29 @@ bool fromBetweenLines(double T, double p, const Composition& z, PhasePair& state
     saturationAtT(T, z, 1, bubble);
     saturationAtT(T, z, 2, dew);
     if (bubble.ierr > 0 || dew.ierr > 0) return false;
+    const PhasePair first = pairOf(bubble, 0), last = pairOf(dew, 1);
+    const auto found = [&] { return newtonAtConditions({'T', T}, {'P', p}, z, state) && state.q >= 0 && state.q <= 1; };
     for (const double share : {0.5, 0.1, 0.9, 0.01, 0.99}) {
-        state = betweenLines(share, z, pairOf(bubble, 0), pairOf(dew, 1));
-        if (newtonAtConditions({'T', T}, {'P', p}, z, state) && state.q >= 0 && state.q <= 1) return true;
+        state = betweenLines(share, z, first, last);
+        if (found()) return true;
+    }
+    // at shares that close in on the one of the pressure, each approached from the last
+    constexpr int mostSteps = 60;
+    constexpr double shortestStep = 1e-3;
+    FalsePosition ends{0, std::log(bubble.p / p), 1, std::log(dew.p / p)};
+    if (!(ends.fLower > 0 && ends.fUpper < 0)) return false;
+    PhasePair atShare = first;
+    for (int step = 1; step <= mostSteps; ++step) {
+        double share = step % 2 == 1 ? 0.5 * (ends.lower + ends.upper) : ends.next();
+        state = betweenLines(share, z, first, last);
+        while (!newtonAtConditions({'T', T}, {'Q', share}, z, state)) {
+            share = 0.5 * (share + atShare.q);
+            if (std::abs(share - atShare.q) < shortestStep) return false;
+            state = atShare;
+        }
+        atShare = state;
+        if (found()) return true;
+        ends.take(share, std::log(atShare.p / p));
     }
     return false;
 }
