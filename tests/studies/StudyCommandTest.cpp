@@ -35,6 +35,18 @@ std::vector<std::vector<std::string>> rowsOf(const std::string& path) {
     return rows;
 }
 
+std::uintmax_t bytesOf(const std::string& path) {
+    std::error_code none;
+    const auto size = std::filesystem::file_size(path, none);
+    return none ? 0 : size;
+}
+
+// A study that is at work: its file has grown beyond a length; half a minute is waited for it.
+void waitForRows(const std::string& path, std::uintmax_t beyond) {
+    for (int wait = 0; wait < 3000 && bytesOf(path) <= beyond; ++wait)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
 TEST(StudyCommand, RowsStandInTheOrderOfTheCasesWhateverTheJobs) {
     test::TemporaryFolder folder;
     ASSERT_EQ(run(example("grid.toml") + " --jobs 1 --csv " + folder.path("1.csv") + " --chart " +
@@ -86,6 +98,7 @@ TEST(StudyCommand, GoesOnAfterAnInterruptionAsIfThereHadBeenNone) {
               0);
     int interruptions = 0;
     for (int attempt = 0; attempt < 3; ++attempt) {
+        const auto before = bytesOf(csv);
         const pid_t child = fork();
         if (child == 0) {
             close(STDERR_FILENO);
@@ -93,7 +106,7 @@ TEST(StudyCommand, GoesOnAfterAnInterruptionAsIfThereHadBeenNone) {
                   csv.c_str(), "--json-lines", jsonLines.c_str(), "--resume", nullptr);
             _exit(127);
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+        waitForRows(csv, before + 100);
         kill(child, SIGINT);
         int status = 0;
         waitpid(child, &status, 0);
@@ -133,11 +146,7 @@ struct Begun {
     }
     // The exit status after a signal that is sent once there are rows.
     int after(int signal) const {
-        std::error_code none;
-        for (int wait = 0; wait < 3000; ++wait) {
-            if (const auto size = std::filesystem::file_size(csv, none); !none && size > 1000) break;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
+        waitForRows(csv, 1000);
         kill(process, signal);
         int status = 0;
         waitpid(process, &status, 0);
