@@ -406,7 +406,7 @@ void printPoints(std::ostream& out, const std::vector<Reported>& results) {
 }
 
 std::string requestedName(const RunReport& report) {
-    const std::string name(operationName(report.type, report.sub));
+    std::string name(operationName(report.type, report.sub));
     if (!name.empty()) return name;
     return "request type " + std::to_string(report.type) + ", sub-type " + std::to_string(report.sub);
 }

@@ -1,4 +1,6 @@
 // The program frigana: runs requests and says what came of them; every other thing it does is a command.
+#include <cstdio>
+#include <exception>
 #include <iostream>
 
 #include "Commands.h"
@@ -44,11 +46,17 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    frigana::holdStandardHandles();
-    frigana::writeUtf8();
-    const int status = run(argc, argv);
-    // What could not be written was not said.
-    std::cout.flush();
-    if (!std::cout) return frigana::app::complain(frigana::app::runtimeError, "standard output cannot be written");
-    return status;
+    try {
+        frigana::holdStandardHandles();
+        frigana::writeUtf8();
+        const int status = run(argc, argv);
+        // What could not be written was not said.
+        std::cout.flush();
+        if (!std::cout) return frigana::app::complain(frigana::app::runtimeError, "standard output cannot be written");
+        return status;
+    } catch (const std::exception& fault) {
+        // No command should end so: what it knows of the cause is said, as of every failure.
+        (void)std::fprintf(stderr, "frigana: %s\n", fault.what());
+        return frigana::app::runtimeError;
+    }
 }

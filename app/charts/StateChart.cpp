@@ -113,8 +113,7 @@ namespace {
 std::string labelOf(const diagrams::FluidChart& chart, const Curve& curve, const diagrams::Scales& scales) {
     constexpr int digits = 4;
     const auto shown = [&](const Curve& any) { return shownNumber(shownValue(any, scales), digits); };
-    const std::string label = shown(curve);
-    if (curve.constant == Property::density || curve.constant == Property::pressure) return label;
+    if (curve.constant == Property::density || curve.constant == Property::pressure) return shown(curve);
     const auto decimals = [](const std::string& text) {
         const auto dot = text.find('.');
         return dot == std::string::npos ? 0 : static_cast<int>(text.size() - dot) - 1;

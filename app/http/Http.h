@@ -43,8 +43,8 @@ struct Settings {
     std::string host = "127.0.0.1";
     int port = 0;  // 0: the system chooses
     std::size_t connections = 256;
-    std::size_t headerBytes = 32 * 1024;  // of one request
-    std::size_t bodyBytes = 1024 * 1024;
+    std::size_t headerBytes = std::size_t{32} * 1024;  // of one request
+    std::size_t bodyBytes = std::size_t{1024} * 1024;
     std::size_t requestsPerConnection = 1000;
     std::chrono::milliseconds idle{15'000};       // between two requests of a connection
     std::chrono::milliseconds arrival{10'000};    // from the first to the last byte of a request

@@ -119,7 +119,7 @@ HttpServer::HttpServer(const Settings& settings) : settings_(settings) {
         inWork.last = true;
         give(service_.complaint(response.status, "the request is not understood"), response);
     });
-    set_exception_handler([this](const httplib::Request&, httplib::Response& response, std::exception_ptr) {
+    set_exception_handler([this](const httplib::Request&, httplib::Response& response, const std::exception_ptr&) {
         response.headers.clear();
         give(service_.complaint(500, "the server could not answer"), response);
     });

@@ -14,7 +14,7 @@
 namespace frigana::serve {
 
 // Limits of the interface, beside those of the transport and of the workers.
-inline constexpr std::size_t longestBody = 1024 * 1024;
+inline constexpr std::size_t longestBody = std::size_t{1024} * 1024;
 inline constexpr int deepestNesting = 64;
 inline constexpr std::size_t mostCasesOfAStudy = 200'000;
 inline constexpr int mostStudiesAtOnce = 4;

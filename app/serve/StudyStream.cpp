@@ -21,7 +21,7 @@ class Lines {
     explicit Lines(const http::Write& write) : write_(write) {}
 
     bool put(const std::string& line) {
-        constexpr std::size_t enough = 16 * 1024;
+        constexpr std::size_t enough = std::size_t{16} * 1024;
         constexpr auto soon = std::chrono::milliseconds(50);
         waiting_ += line;
         waiting_ += '\n';
