@@ -36,7 +36,7 @@ class Run {
     void drive();
     std::size_t takeChunk(std::vector<std::string>& cases, std::size_t size);
     bool hear(std::size_t number, Answer&& answer);
-    void end(std::exception_ptr thrown = nullptr);
+    void end(const std::exception_ptr& thrown = nullptr);
     void awaitDrivers();
 
     Pool& pool_;
@@ -55,7 +55,7 @@ class Run {
     std::size_t driving_ = 0;
 };
 
-void Run::end(std::exception_ptr thrown) {
+void Run::end(const std::exception_ptr& thrown) {
     ended_ = true;
     if (thrown_ == nullptr) thrown_ = thrown;
     enough_.raise();

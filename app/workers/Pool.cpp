@@ -12,7 +12,7 @@ namespace {
 
 // Requests that are sent ahead fit the buffer of the socket, so that sending them never waits for a worker that itself
 // waits for its answer to be read.
-constexpr std::size_t bytesAhead = 48 * 1024;
+constexpr std::size_t bytesAhead = std::size_t{48} * 1024;
 
 // A waiting caller looks this often whether it was given up.
 constexpr auto betweenLooks = std::chrono::milliseconds(20);

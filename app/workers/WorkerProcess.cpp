@@ -40,7 +40,7 @@ void setLimits(const Limits& limits) {
     limit(RLIMIT_NOFILE, 64);
 }
 
-std::array<char, 64 * 1024> signalStack;
+std::array<char, std::size_t{64} * 1024> signalStack;
 std::array<void*, 48> frames;
 
 // Says where the calculation was; then the signal takes its ordinary course.
