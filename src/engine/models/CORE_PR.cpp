@@ -92,6 +92,7 @@ OneFluid mixedFluid(const Composition& x, double t) {
         for (int j = 1; j <= i; ++j) {
             if (x[j] == 0.0) continue;
             const double weight = (i == j ? 1.0 : 2.0) * x[i] * x[j] * interaction(i, j);
+            // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): filled where x is not 0
             one.a0 += weight * constant[i] * constant[j];
             one.a1 += weight * (constant[i] * perRootTemperature[j] + perRootTemperature[i] * constant[j]);
             one.a2 += weight * perRootTemperature[i] * perRootTemperature[j];

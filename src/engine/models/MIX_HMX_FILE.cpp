@@ -580,7 +580,9 @@ bool canEstimate(int i) {
 int firstOfPair(int i, int j) {
     const FluidConstants& c = fluidConstants;
     if (std::fabs(c.DIPOLE[i] - c.DIPOLE[j]) >= 1e-5) return c.DIPOLE[i] > c.DIPOLE[j] ? i : j;
-    const auto size = [&](int k) { return c.TCRIT[k] / (c.PCRIT[k] * c.ACCEN[k]); };
+    const auto size = [&](int k) {
+        return c.TCRIT[k] / (c.PCRIT[k] * c.ACCEN[k]);  // NOLINT(clang-analyzer-core.CallAndMessage): c is the record
+    };
     return size(i) >= size(j) ? i : j;
 }
 

@@ -60,6 +60,7 @@ bool fallsApart(double T, double rho, const Composition& x) {
     if (count < 2) return false;
     const int last = present[--count];
     const auto derivative = [&](int of, int by) {
+        // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): c is the record that PHIDERV has filled
         return c.DPHIDXJ[by][of] - c.DLNPHIIDXJ[last][of] - (of == last ? 1.0 / x[last] : 0.0);
     };
     double second[ncmax][ncmax];
