@@ -51,7 +51,7 @@ std::string nearest(std::string_view word, const Words& words) {
     std::string best;
     std::size_t least = std::max<std::size_t>(2, word.size() / 3) + 1;
     for (const auto& candidate : words) {
-        const std::size_t far = editDistance(word, candidate);
+        const std::size_t far = editDistance(word, candidate, least);
         if (far < least) {
             least = far;
             best = std::string(candidate);

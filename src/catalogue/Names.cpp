@@ -163,7 +163,7 @@ std::vector<std::string> FluidNames::near(std::string_view name) const {
     const auto consider = [&](const std::string& spelling, const std::string& stem) {
         const auto* file = tables.byStem(foldedName(stem));
         if (file == nullptr) return;
-        const std::size_t far = editDistance(folded, foldedName(spelling));
+        const std::size_t far = editDistance(folded, foldedName(spelling), farthest);
         if (far > farthest) return;
         const auto [entry, isNew] = best.emplace(file->name, std::pair{far, spelling});
         if (!isNew && far < entry->second.first) entry->second = {far, spelling};
