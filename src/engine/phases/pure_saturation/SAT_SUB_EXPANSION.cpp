@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "FluidFilePath.h"
 #include "ModelTags.h"
@@ -40,7 +41,7 @@ double phiOf(const ExpansionTable& table, double p) {
 
 // The piece that a value lies in, and where: from -1 to 1.
 struct Place {
-    int piece;
+    std::ptrdiff_t piece;
     double x;
 };
 Place placeOf(const ExpansionPieces& pieces, double variable) {
@@ -54,7 +55,7 @@ template <int functions>
 void sumSeries(const double* coefficients, int order, double x, double (&sum)[functions]) {
     double last[functions] = {}, beforeLast[functions] = {};
     const double twice = 2.0 * x;
-    for (int k = order - 1; k >= 1; --k) {
+    for (std::ptrdiff_t k = order - 1; k >= 1; --k) {
         const double* const c = coefficients + k * functions;
         for (int f = 0; f < functions; ++f) {
             const double next = (c[f] - beforeLast[f]) + twice * last[f];

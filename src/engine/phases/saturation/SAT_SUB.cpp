@@ -426,6 +426,7 @@ void solveSATP(Method method, double p, const Composition& x, int kph, double& T
 
     const auto commonExit = [&] {
         if (ierr != 0) return;
+        // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): memo is the record of this floor
         remember(memo.atP, p, T, rhol, rhov, kph, icomp, z, xliq, xvap, memo.XSAVP, memo.XLSAVP, memo.XVSAVP, herr);
     };
 
