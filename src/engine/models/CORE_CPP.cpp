@@ -34,18 +34,21 @@ void refreshLowerBound(CppSlot& c, double tref) {
     c.lowerTREDCP = c.TREDCP;
     for (int k = 1; k <= terms; ++k) {
         c.lowerXKC0[k] = c.XKC0[k];
-        c.lowerPowerI[k] = std::pow(tref, c.XKC0[k] + 1.0);
-        c.lowerPowerT[k] = std::pow(tref, c.XKC0[k]);
+        c.lowerPower[k] = std::pow(tref, c.XKC0[k]);
         c.reducedPower[k] = std::pow(c.TREDCP, c.XKC0[k]);
         c.lowerExp[k] = std::exp(c.XKC0[k] / tref);
     }
+    c.powerTemperature.fill(0.0);
 }
 
-// Most equations begin with a constant: its power, and that of its integral, need none.
-double powerOf(double x, double exponent) {
-    if (exponent == 0.0) return 1.0;
-    if (exponent == 1.0) return x;
-    return std::pow(x, exponent);
+// t^k of a power term: most equations begin with a constant, which needs none.
+double powerOfTemperature(CppSlot& c, int k, double t) {
+    if (c.XKC0[k] == 0.0) return 1.0;
+    if (c.powerTemperature[k] != t) {
+        c.powerTemperature[k] = t;
+        c.power[k] = std::pow(t, c.XKC0[k]);
+    }
+    return c.power[k];
 }
 
 double planckExponential(CppSlot& c, int k, double u) {
@@ -99,7 +102,7 @@ double heatCapacity(CppSlot& c, double t) {
     int k = 0;
     for (int i = 1; i <= c.NTERMC; ++i) {
         ++k;
-        sum += c.CPC0[k] * powerOf(reduced, c.XKC0[k]);
+        sum += c.CPC0[k] * (powerOfTemperature(c, k, t) / c.reducedPower[k]);
     }
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;
@@ -130,7 +133,7 @@ double integral(CppSlot& c, double t) {
         if (std::fabs(e) < 1e-6)
             sum += c.CPC0[k] * c.TREDCP * std::log(t / tref);
         else
-            sum += c.CPC0[k] * (powerOf(t, e) - c.lowerPowerI[k]) / (e * c.reducedPower[k]);
+            sum += c.CPC0[k] * (t * powerOfTemperature(c, k, t) - tref * c.lowerPower[k]) / (e * c.reducedPower[k]);
     }
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;
@@ -160,7 +163,7 @@ double integralOverTemperature(CppSlot& c, double t) {
         if (std::fabs(c.XKC0[k]) < 1e-6)
             sum += c.CPC0[k] * std::log(t / tref);
         else
-            sum += c.CPC0[k] * (powerOf(t, c.XKC0[k]) - c.lowerPowerT[k]) / (c.XKC0[k] * c.reducedPower[k]);
+            sum += c.CPC0[k] * (powerOfTemperature(c, k, t) - c.lowerPower[k]) / (c.XKC0[k] * c.reducedPower[k]);
     }
     for (int i = 1; i <= c.NTERME; ++i) {
         ++k;

@@ -29,13 +29,15 @@ struct CppSlot {
     // what the lower bound of the integrals contributes, for the TREF, TREDCP and XKC0 that it was computed with
     double lowerTREF, lowerTREDCP;
     CppTermArray lowerXKC0;
-    CppTermArray lowerPowerI;   // TREF^(k + 1)
-    CppTermArray lowerPowerT;   // TREF^k
+    CppTermArray lowerPower;    // TREF^k
     CppTermArray reducedPower;  // TREDCP^k
     CppTermArray lowerExp;      // exp(k / TREF)
 
     // exponential of a Planck-Einstein term and the argument it was taken for: the three sums ask for the same
     CppTermArray planckArgument, planckExp;
+
+    // power t^k of a power term and the temperature it was taken for: (t/TREDCP)^k and t^(k + 1) follow from it
+    CppTermArray powerTemperature, power;
 };
 
 extern SlotArray<CppSlot> cppTerms;
