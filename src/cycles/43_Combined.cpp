@@ -311,7 +311,7 @@ void SOLBASICCYCLE_CON_MECHCOOLING(SUBSTANCE& substance, const CYCLEIN& cycle, c
         SOLBASICCYCLE_CON_MECHCOOLMATRIZ(substance, cycle, FILEOUT);
         return;
     }
-    static CYCLEIN trial;
+    static constinit CYCLEIN trial{};
     trial = cycle;
     trial.TDAT[subcoolerSetting] = fallGiven;
     const double target = cycle.VDAT[subcoolerSetting];

@@ -99,7 +99,7 @@ void SOLTUBES(int option, const PipeFlow& flow, const PipeRun& run, double value
               int phase, int material, int wallOption, const VelocityRange& velocity, PIPEOPT& record) {
     constexpr int diameterGiven = 3;
     constexpr int widest = 6;
-    static PIPEOPT limit;
+    static constinit PIPEOPT limit{};
 
     double D = value;
     if (option == diameterGiven) {
@@ -252,7 +252,7 @@ void pipeState(const SUBSTANCE& substance, double P, double H, int phase, STATEP
 
 void sizeLine(const SUBSTANCE& substance, const CYCLEIN& cycle, const Line& line, const Text255& solution,
               LinePipes& sized) {
-    static STATEPT inlet, outlet;
+    static constinit STATEPT inlet{}, outlet{};
     const double P = recovered(solution, line.inletP);
     pipeState(substance, P, recovered(solution, line.inletH), line.phase, inlet);
     pipeState(substance, recovered(solution, line.outletP), recovered(solution, line.outletH), line.phase, outlet);

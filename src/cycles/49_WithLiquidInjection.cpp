@@ -126,7 +126,7 @@ void coolCompressor(const SUBSTANCE& substance, double efficiency, double T) {
         return outlet.T;
     };
 
-    static STATEPT probeInlet, probeOutlet;
+    static constinit STATEPT probeInlet{}, probeOutlet{};
     double H = c.p6.H;
     double outletT = outletTemperature(H, c.p6, c.p7);
     for (int step = 1; step <= steps; ++step) {

@@ -194,7 +194,7 @@ void intermediatePressures(const SUBSTANCE& substance, const CYCLEIN& cycle) {
         return;
     }
     for (int i = 1; i < c.N; ++i) {
-        static STATEPT bubble, dew;
+        static constinit STATEPT bubble{}, dew{};
         const double T = cycle.VDAT[firstParameter(i) + 5];
         refuseStageIf(T >= c.condenser.T || T <= c.evaporator.T, stageTemperature, i);
         double DT = 0.0;
@@ -210,7 +210,7 @@ PressureChange injectionPressureChange(const SUBSTANCE& substance, Parameter giv
 }
 
 void solveStage(const SUBSTANCE& substance, int i) {
-    static STATEPT liquidAbove, vaporAbove;
+    static constinit STATEPT liquidAbove{}, vaporAbove{};
     const bool highest = i == c.N - 1;
     const double stageP = c.PT11[i].P;
     // To the stage above; for the highest one the mean condensing pressure, not that of the discharge.

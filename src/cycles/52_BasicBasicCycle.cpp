@@ -5,7 +5,7 @@
 namespace frigana {
 
 void SOLBASICBASICCYC(SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT) {
-    static CYCLEIN full;
+    static constinit CYCLEIN full{};
     full = cycle;  // title and sub-type stay
     full.NDAT = 15;
     const auto set = [](int k, int option, double value) {

@@ -196,7 +196,7 @@ double exchangerLiquid(const SUBSTANCE& substance, const STATEPT& inlet, double 
 
 double exchangerEffectiveness(const SUBSTANCE& substance, double M, const STATEPT& liquidInlet,
                               const STATEPT& liquidOutlet, const STATEPT& vaporInlet, const STATEPT& vaporOutlet) {
-    static STATEPT liquid, vapor;
+    static constinit STATEPT liquid{}, vapor{};
     const double meanT = (liquidInlet.T + vaporInlet.T) / 2.0;
     PROPSIMPLEPT(substance, (liquidInlet.P + liquidOutlet.P) / 2.0, meanT, liquid);
     PROPSIMPLEPT(substance, (vaporInlet.P + vaporOutlet.P) / 2.0, meanT, vapor);

@@ -76,7 +76,7 @@ inline void solveExchanger(SUBSTANCE& substance, const CYCLEIN& cycle, const int
         solver(substance, cycle, FILEOUT);
         return;
     }
-    static CYCLEIN trial;
+    static constinit CYCLEIN trial{};
     trial = cycle;
     trial.TDAT[exchanger] = fallGiven;
     secantDriver({cycle.VDAT[exchanger], lines[option], firstTrial}, FILEOUT, [&](double fall, const Text255& path) {

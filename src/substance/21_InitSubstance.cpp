@@ -252,7 +252,7 @@ void INITSUBSTANCE(SUBSTANCE& substance) {
             break;
     }
     if (known) {
-        static STATEPT coldest;
+        static constinit STATEPT coldest{};
         PROPSIMPLETQ(substance, substance.TMIN + 1.0, 0.0, coldest);
         substance.PMIN = coldest.P;
     }
