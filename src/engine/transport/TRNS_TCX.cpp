@@ -35,9 +35,14 @@ bool readLimits(SectionReader& in, int icomp) {
     return in.limits(fluid.TMTCX[icomp], fluid.TXTCX[icomp], fluid.PXTCX[icomp], fluid.DXTCX[icomp]);
 }
 
+// Terms of a numerator and of a denominator.
+bool readCounts(SectionReader& in, std::string_view what, int& numerator, int& denominator) {
+    return in.line(what, numerator, denominator) && in.count("number of terms", numerator, largestConductivityTerms) &&
+           in.count("number of terms", denominator, largestConductivityTerms - numerator);
+}
+
 bool readRows(SectionReader& in, ConductivitySlot& s, int first, int n, int columns, bool integer) {
-    return in.count("number of terms", n, largestConductivityTerms) &&
-           in.count("number of terms", first + n, largestConductivityTerms) &&
+    return in.count("number of terms", first + n, largestConductivityTerms) &&
            in.terms(s.CTCX + first, n, columns, integer);
 }
 
@@ -90,10 +95,10 @@ void SETTC1(int nread, int icomp, const Text12& hcas, int& ierr, Text255& herr) 
     SectionReader in("SETTC1", nread, hcas, ierr, herr);
     clearTerms(icomp);
     ConductivitySlot s{};
-    if (!readLimits(in, icomp) || !in.line("numbers of terms of the dilute gas", s.NDGNUM, s.NDGDEN) ||
+    if (!readLimits(in, icomp) || !readCounts(in, "numbers of terms of the dilute gas", s.NDGNUM, s.NDGDEN) ||
         !in.line("reducing values of the dilute gas", s.TRDDGT, s.TCXDGT) || !readRows(in, s, 0, s.NDGNUM, 2, false) ||
         !readRows(in, s, s.NDGNUM, s.NDGDEN, 2, false) ||
-        !in.line("numbers of terms of the background", s.NBKNUM, s.NBKDEN) ||
+        !readCounts(in, "numbers of terms of the background", s.NBKNUM, s.NBKDEN) ||
         !in.line("reducing values of the background", s.TRDBKT, s.DRDBKT, s.TCXBKT) ||
         !readRows(in, s, s.NDGNUM + s.NDGDEN, s.NBKNUM, 4, false) ||
         !readRows(in, s, s.NDGNUM + s.NDGDEN + s.NBKNUM, s.NBKDEN, 4, false))
