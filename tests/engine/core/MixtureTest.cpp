@@ -6,6 +6,7 @@
 
 #include "CORE_BWR.h"
 #include "CORE_CPP.h"
+#include "DISPATCH.h"
 #include "EXCESS.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
@@ -294,6 +295,70 @@ TEST(DirectBWR, GivesWhatTheReducedEnergyOfTheModelGives) {
             EXPECT_NEAR(jt, JT, 1e-8 * std::fabs(JT));
         }
     }
+    loadFluid("R134A");
+}
+
+// The single routines under the direct functions and under the reduced energy, each value on the scale of its terms.
+TEST(DirectBWR, ServesTheSingleRoutines) {
+    struct Values {
+        double e, s, h, dpdt, drhodt, dpdd, d2pdd2, cv, cp, b, c, A, G, fugacity;
+    };
+    const auto at = [](const char* top, double t, double rho) {
+        useBWR(top);
+        Values v{};
+        Therm2Result two;
+        THERM2(t, rho, pure(), two);
+        ENERGY(t, rho, pure(), v.e);
+        ENTRO(t, rho, pure(), v.s);
+        ENTHAL(t, rho, pure(), v.h);
+        DPDT(t, rho, pure(), v.dpdt);
+        DDDT(t, rho, pure(), v.drhodt);
+        DPDD(t, rho, pure(), v.dpdd);
+        CVCP(t, rho, pure(), v.cv, v.cp);
+        v.d2pdd2 = two.d2PdD2;
+        VIRB(t, pure(), v.b);
+        VIRC(t, pure(), v.c);
+        v.A = two.A;
+        v.G = two.G;
+        Composition f;
+        FGCTY(t, rho, pure(), f);
+        v.fugacity = f[1];
+        return v;
+    };
+    for (const double t : {300.0, 420.0})
+        for (const double rho : {0.01, 1.0, 6.0}) {
+            const Values direct = at("BWR", t, rho), reduced = at("FEQ", t, rho);
+            EXPECT_NEAR(direct.e, reduced.e, 1e-10 * (std::fabs(reduced.e) + 1000.0));
+            EXPECT_NEAR(direct.s, reduced.s, 1e-10 * (std::fabs(reduced.s) + 10.0));
+            EXPECT_NEAR(direct.h, reduced.h, 1e-10 * (std::fabs(reduced.h) + 1000.0));
+            EXPECT_NEAR(direct.dpdt, reduced.dpdt, 1e-10 * std::fabs(reduced.dpdt));
+            EXPECT_NEAR(direct.drhodt, reduced.drhodt, 1e-9 * std::fabs(reduced.drhodt));
+            EXPECT_NEAR(direct.dpdd, reduced.dpdd, 1e-10 * fluidConstants.R * t);
+            EXPECT_NEAR(direct.d2pdd2, reduced.d2pdd2, 1e-9 * fluidConstants.R * t);
+            EXPECT_NEAR(direct.cv, reduced.cv, 1e-10 * std::fabs(reduced.cv));
+            EXPECT_NEAR(direct.cp, reduced.cp, 1e-9 * std::fabs(reduced.cp));
+            EXPECT_NEAR(direct.A, reduced.A, 1e-10 * (std::fabs(reduced.A) + 1000.0));
+            EXPECT_NEAR(direct.G, reduced.G, 1e-10 * (std::fabs(reduced.G) + 1000.0));
+            EXPECT_NEAR(direct.fugacity, reduced.fugacity, 1e-10 * reduced.fugacity);
+            // quotients of differences at the smallest densities, in single digits of theirs
+            EXPECT_NEAR(direct.b, reduced.b, 1e-5 * std::fabs(reduced.b) + 1e-8);
+            EXPECT_NEAR(direct.c, reduced.c, 1e-2 * std::fabs(reduced.c) + 1e-6);
+        }
+    double d = 7.0;
+    useBWR("BWR");
+    VIRD(300.0, pure(), d);
+    EXPECT_EQ(d, 0.0) << "the direct functions have no fourth coefficient";
+    // the limits at zero density are those of the ideal gas
+    double cv, cp, p, e, h, s, w, jt;
+    CVCP(300.0, 1e-9, pure(), cv, cp);
+    EXPECT_NEAR(cp, CP0(300.0, pure()), 1e-9 * cp);
+    THERM(300.0, 1e-9, pure(), p, e, h, s, cv, cp, w, jt);
+    EXPECT_NEAR(h - e, fluidConstants.R * 300.0, 1e-9 * fluidConstants.R * 300.0);
+    EXPECT_NEAR(cp, CP0(300.0, pure()), 1e-9 * cp);
+    double b, dbdt;
+    VIRB(300.0, pure(), b);
+    DBDT(300.0, pure(), dbdt);
+    EXPECT_NEAR(jt, (300.0 * dbdt - b) / cp, 1e-9 * std::fabs(jt));
     loadFluid("R134A");
 }
 

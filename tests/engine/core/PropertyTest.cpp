@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "CORE_BWR.h"
 #include "CORE_FEQ.h"
@@ -14,6 +16,7 @@
 #include "Larger.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
+#include "RIEM.h"
 #include "ReferenceState.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
@@ -350,16 +353,136 @@ TEST(Properties, AtZeroDensity) {
     EXPECT_EQ(s, r.s);
 }
 
+// What a routine gives for R134A at 0.05 mol/L, as one list.
+struct Routine {
+    const char* name;
+    std::vector<double> (*results)(double t);
+};
+
+template <auto routine, std::size_t... k>
+std::vector<double> filledBy(std::index_sequence<k...>, double t) {
+    std::vector<double> r(sizeof...(k), 7.0);
+    routine(t, 0.05, pure(), r[k]...);
+    return r;
+}
+
+// The results of a routine of temperature, density and composition.
+template <auto routine, std::size_t count>
+std::vector<double> stateResults(double t) {
+    return filledBy<routine>(std::make_index_sequence<count>{}, t);
+}
+
+// The result of a routine of temperature and composition.
+template <auto routine>
+std::vector<double> virialResult(double t) {
+    std::vector<double> r(1, 7.0);
+    routine(t, pure(), r[0]);
+    return r;
+}
+
+// The quantities of the first component.
+template <auto routine>
+std::vector<double> componentResult(double t) {
+    Composition f{};
+    f.fill(7.0);
+    int ierr = 7;
+    Text255 herr;
+    routine(t, 0.05, pure(), f, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    return {f[1]};
+}
+
+std::vector<double> therm2Results(double t) {
+    const Therm2Result r = therm2(t, 0.05);
+    return {r.p, r.e,       r.h,      r.s,    r.cv,     r.cp,   r.w,    r.Z,    r.jtcoef, r.A,
+            r.G, r.kappa_t, r.volexp, r.dPdD, r.d2PdD2, r.dPdT, r.dDdT, r.dDdP, r.d2PdT2, r.d2PdTD};
+}
+
+std::vector<double> derivativesOfPvt(double t) {
+    PvtDerivatives r;
+    DERVPVT(t, 0.05, pure(), r);
+    return {r.dPdD,   r.dPdT,   r.d2PdD2, r.d2PdT2, r.d2PdTD, r.dDdP,   r.dDdT,  r.d2DdP2,
+            r.d2DdT2, r.d2DdPT, r.dTdP,   r.dTdD,   r.d2TdP2, r.d2TdD2, r.d2TdPD};
+}
+
+std::vector<double> fugacity(double t) {
+    Composition f{};
+    f.fill(7.0);
+    FGCTY(t, 0.05, pure(), f);
+    return {f[1]};
+}
+
+std::vector<double> virialCoefficients(double t) {
+    std::vector<double> r(3, 7.0);
+    VIRBCD(t, pure(), r[0], r[1], r[2]);
+    return r;
+}
+
+std::vector<double> supercompressibility(double t) {
+    std::vector<double> r(1, 7.0);
+    FPV(t, 0.05, 1000.0, pure(), r[0]);
+    return r;
+}
+
+std::vector<double> curvature(double t) {
+    std::vector<double> r(1, 7.0);
+    RIEM(t, 0.05, pure(), r[0]);
+    return r;
+}
+
 TEST(Properties, TemperatureOfZeroOrLessGivesZeros) {
     ASSERT_TRUE(loadFluid("R134A"));
-    for (const double t : {0.0, -1.0}) {
-        const Properties r = therm(t, 5.0);
-        for (const double value : {r.p, r.e, r.h, r.s, r.cv, r.cp, r.w, r.jt}) EXPECT_EQ(value, 0.0);
-        EXPECT_EQ(therm2(t, 5.0).dPdD, 0.0);
-        Composition f = pure();
-        FGCTY(t, 5.0, pure(), f);
-        EXPECT_EQ(f[1], 0.0);
+    const Routine routines[] = {
+        {"THERM", stateResults<THERM, 8>},
+        {"THERM2", therm2Results},
+        {"THERM3", stateResults<THERM3, 10>},
+        {"THERM0", stateResults<THERM0, 9>},
+        {"RESIDUAL", stateResults<RESIDUAL, 8>},
+        {"ENTRO", stateResults<ENTRO, 1>},
+        {"ENTHAL", stateResults<ENTHAL, 1>},
+        {"ENERGY", stateResults<ENERGY, 1>},
+        {"PRESS", stateResults<PRESS, 1>},
+        {"DPDD", stateResults<DPDD, 1>},
+        {"DPDD2", stateResults<DPDD2, 1>},
+        {"DPDT", stateResults<DPDT, 1>},
+        {"DDDP", stateResults<DDDP, 1>},
+        {"DDDT", stateResults<DDDT, 1>},
+        {"CVCP", stateResults<CVCP, 2>},
+        {"GIBBS", stateResults<GIBBS, 2>},
+        {"AG", stateResults<AG, 2>},
+        {"DERVPVT", derivativesOfPvt},
+        {"DHD1", stateResults<DHD1, 6>},
+        {"VIRB", virialResult<VIRB>},
+        {"DBDT", virialResult<DBDT>},
+        {"DBDT2", virialResult<DBDT2>},
+        {"VIRC", virialResult<VIRC>},
+        {"DCDT", virialResult<DCDT>},
+        {"DCDT2", virialResult<DCDT2>},
+        {"VIRD", virialResult<VIRD>},
+        {"VIRBA", virialResult<VIRBA>},
+        {"VIRCA", virialResult<VIRCA>},
+        {"VIRBCD", virialCoefficients},
+        {"FGCTY", fugacity},
+        {"FGCTY2", componentResult<FGCTY2>},
+        {"FUGCOF", componentResult<FUGCOF>},
+        {"CHEMPOT", componentResult<CHEMPOT>},
+        {"FPV", supercompressibility},
+        {"RIEM", curvature},
+    };
+    constexpr auto isZero = [](double value) { return value == 0.0; };
+    for (const Routine& routine : routines) {
+        for (const double t : {0.0, -1.0})
+            for (const double value : routine.results(t)) EXPECT_EQ(value, 0.0) << routine.name << " at " << t << " K";
+        const std::vector<double> results = routine.results(300.0);
+        EXPECT_TRUE(std::none_of(results.begin(), results.end(), isZero)) << routine.name;
     }
+    double cv = 7.0, cp = 7.0, slope = 7.0;
+    CVCPK(1, 0.0, 0.05, cv, cp);
+    DPDDK(1, 0.0, 0.05, slope);
+    EXPECT_TRUE(cv == 0.0 && cp == 0.0 && slope == 0.0);
+    slope = 7.0;
+    DPDTK(1, -1.0, 0.05, slope);
+    EXPECT_EQ(slope, 0.0);
 }
 
 TEST(Properties, SpeedOfSoundOfANegativeArgumentIsZero) {
