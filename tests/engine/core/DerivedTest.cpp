@@ -1,11 +1,15 @@
 // Curvature, heating values, excess properties and activities.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <random>
 
+#include "CSTAR.h"
 #include "DISPATCH.h"
 #include "EXCESS.h"
+#include "FLSH_SUB.h"
 #include "FluidConstants.h"
 #include "FluidFiles.h"
 #include "Fluids.h"
@@ -13,7 +17,11 @@
 #include "ModelTags.h"
 #include "PROP_SUB.h"
 #include "RIEM.h"
+#include "SAT_SUB.h"
+#include "SAT_SUB_DERIVED.h"
+#include "SETUP.h"
 #include "TPRHO.h"
+#include "UTILITY.h"
 
 namespace frigana::test {
 namespace {
@@ -115,6 +123,62 @@ TEST(HeatingValues, FollowTheHeatCapacitiesWithTemperature) {
     EXPECT_NEAR((heat(t + 1, true) - heat(t - 1, true)) / 2.0, fuel + 5 * 29.62 - 3 * 38.67 - 4 * 33.82, 1.0);
 }
 
+// The same for the elements beside carbon and hydrogen: methanol, ammonia and hydrogen sulfide burn to carbon dioxide,
+// nitrogen, sulfur dioxide and water vapor.
+TEST(HeatingValues, CountOxygenNitrogenAndSulfur) {
+    struct Row {
+        const char* formula;
+        double oxygen, carbonDioxide, nitrogen, sulfurDioxide, water;  // moles per mole of fuel
+    };
+    constexpr Row rows[] = {{"CH3OH {CH4O}", 1.5, 1.0, 0.0, 0.0, 2.0},
+                            {"NH3", 0.75, 0.0, 0.5, 0.0, 1.5},
+                            {"{H2S}", 1.5, 0.0, 0.0, 1.0, 1.0}};
+    ASSERT_TRUE(loadFluid("PROPANE"));  // its heat capacity stands for that of the fuel
+    fluidConstants.HCMBST[1] = 500.0;
+    const double t = 330.0, step = 1.0;
+    for (const Row& row : rows) {
+        fluidFiles.HSYN1[1] = row.formula;
+        double gross = 0.0, above = 0.0, below = 0.0;
+        int ierr = 0;
+        Text255 herr;
+        HEAT(t + step, 0.0, pure(), gross, above, ierr, herr);
+        ASSERT_EQ(ierr, 0) << herr.trimmed();
+        HEAT(t - step, 0.0, pure(), gross, below, ierr, herr);
+        // cp at 330 K as above, and of N2 29.13, SO2 40.8
+        const double expected = CP0(t, pure()) + row.oxygen * 29.62 - row.carbonDioxide * 38.67 - row.nitrogen * 29.13 -
+                                row.sulfurDioxide * 40.8 - row.water * 33.82;
+        EXPECT_NEAR((above - below) / (2.0 * step), expected, 0.5) << row.formula;
+    }
+}
+
+// Gases almost without density give the mean of their heats; a component that is selected, or alone, gives its own.
+TEST(HeatingValues, OfAMixtureAreTheMeanOfItsComponents) {
+    ASSERT_LE(setUp({"METHANE", "ETHANE"}), 0);
+    fluidFiles.HSYN1[1] = "{CH4}";
+    fluidFiles.HSYN1[2] = "{C2H6}";
+    // Rossini et al., kJ/mol
+    fluidConstants.HCMBST[1] = 890.71;
+    fluidConstants.HCMBST[2] = 1560.69;
+    const auto gross = [](const Composition& x) {
+        double heat = 0.0, net = 0.0;
+        int ierr = 0;
+        Text255 herr;
+        HEAT(298.15, 0.0, x, heat, net, ierr, herr);
+        EXPECT_EQ(ierr, 0) << herr.trimmed();
+        return heat;
+    };
+    Composition x{};
+    x[1] = 0.25;
+    x[2] = 0.75;
+    EXPECT_NEAR(gross(x), 0.25 * 890710.0 + 0.75 * 1560690.0, 1e-3);
+    EXPECT_NEAR(gross(unitComposition(2)), 1560690.0, 1e-3);
+    PUREFLD(1);
+    EXPECT_NEAR(gross(x), 890710.0, 1e-3);
+    PUREFLD(0);
+    fluidConstants.HCMBST[2] = -1.0;
+    EXPECT_NEAR(gross(unitComposition(1)), 890710.0, 1e-3) << "what is not in the mixture need not be known";
+}
+
 // Enthalpies from 298.15 K [J/mol], with what the handbook fits leave (0.3 per cent, carbon dioxide 0.7); JANAF
 // thermochemical tables (Chase, 1998).
 TEST(HeatingValues, EnthalpiesOfTheProductsMeetTheTables) {
@@ -135,6 +199,7 @@ TEST(HeatingValues, EnthalpiesOfTheProductsMeetTheTables) {
         EXPECT_NEAR(ENTHHC(row.product, row.t), row.enthalpy, row.tolerance) << static_cast<int>(row.product);
     // liquid water from 25 to 100 C: 75.4 J/(mol K) on the mean
     EXPECT_NEAR(ENTHHC(CombustionProduct::liquidWater, 373.15), 5655.0, 25.0);
+    EXPECT_EQ(ENTHHC(CombustionProduct::oxygen, 0.0), 0.0);
 }
 
 TEST(HeatingValues, OtherElementsAndMissingHeatsAreRefused) {
@@ -143,7 +208,8 @@ TEST(HeatingValues, OtherElementsAndMissingHeatsAreRefused) {
     int ierr = 0;
     Text255 herr;
     fluidConstants.HCMBST[1] = 100.0;
-    for (const char* formula : {"CF3CH2F {C2H2F4}", "{CCl4}", "{C2h6}", "{}", ""}) {
+    for (const char* formula :
+         {"CF3CH2F {C2H2F4}", "{CCl4}", "{C2h6}", "{}", "", "{2CH4}", "{(CH3)2O}", "{CH4~}", "{CH4:2}", "{[CH4]}"}) {
         fluidFiles.HSYN1[1] = formula;
         HEAT(300.0, 0.0, pure(), gross, net, ierr, herr);
         EXPECT_EQ(ierr, 1) << formula;
@@ -155,6 +221,9 @@ TEST(HeatingValues, OtherElementsAndMissingHeatsAreRefused) {
     HEAT(300.0, 0.0, pure(), gross, net, ierr, herr);
     EXPECT_EQ(ierr, 2);
     EXPECT_TRUE(herr.startsWith("[HEAT error 2] Heating values are not available for all species in the mixture"));
+    gross = net = 7.0;
+    HEAT(0.0, 0.0, pure(), gross, net, ierr, herr);
+    EXPECT_TRUE(ierr == 0 && gross == 0.0 && net == 0.0) << "there is no state at 0 K";
 }
 
 TEST(ExcessProperties, OfAPureFluidVanish) {
@@ -179,6 +248,211 @@ TEST(ExcessProperties, OfAPureFluidVanish) {
     EXPECT_NEAR(activity[1], 1.0, 1e-9);
     EXPECT_NEAR(coefficient[1], 1.0, 1e-9);
     EXPECT_EQ(modelTags.IPUREFLD, 0);
+}
+
+class ExcessOfBlend : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_LE(setUp({"PROPANE", "BUTANE"}), 0);
+        x[1] = x[2] = 0.5;
+    }
+    // The density of the mixture that EXCESS takes, or its code.
+    double excess(double t, double p, int kphase, double rho) {
+        EXCESS(t, p, x, kphase, rho, e[0], e[1], e[2], e[3], e[4], e[5], ierr, herr);
+        return rho;
+    }
+    Composition x{};
+    double e[6] = {};
+    int ierr = 0;
+    Text255 herr;
+};
+
+// A phase that is not there, with a guess or without, is the one that the flash finds.
+TEST_F(ExcessOfBlend, APhaseThatIsNotThereIsThatOfTheFlash) {
+    const double gas = excess(390.0, 100.0, 0, 0.0);
+    ASSERT_EQ(ierr, 0) << herr.trimmed();
+    const double enthalpy = e[2];
+    for (const double guess : {0.0, -9.0, -1e-3}) {
+        EXPECT_NEAR(excess(390.0, 100.0, 1, guess), gas, 1e-9 * gas) << guess;
+        ASSERT_EQ(ierr, 0) << herr.trimmed();
+        EXPECT_NEAR(e[2], enthalpy, 1e-6) << guess;
+    }
+}
+
+// Without a state of the mixture, or of one of its fluids, there are no results, and the gas constant is the mixture's.
+TEST_F(ExcessOfBlend, AStateThatIsNotThereIsRefused) {
+    RMIX(x);
+    const double R = fluidConstants.R;
+    excess(80.0, 100.0, 0, 0.0);
+    EXPECT_GT(ierr, 0) << "below the limits of the mixture";
+    fluidConstants.TMEOS[2] = fluidConstants.TTPN[2] = 320.0;  // butane freezes, a blend does so later
+    excess(300.0, 5000.0, 1, 0.0);
+    EXPECT_GT(ierr, 0);
+    EXPECT_EQ(fluidConstants.R, R);
+    for (const double value : e) EXPECT_EQ(value, 0.0);
+    excess(0.0, 100.0, 1, 0.0);
+    EXPECT_EQ(ierr, 0);
+    for (const double value : e) EXPECT_EQ(value, 0.0);
+    modelTags.LFORCESETUP = true;
+}
+
+// A component without a share has no activity; one whose pure state is not there ends the calculation.
+TEST_F(ExcessOfBlend, ActivitiesOfWhatIsThere) {
+    x[1] = 1.0;
+    x[2] = 0.0;
+    double rho = 0.0;
+    TPRHO(300.0, 5000.0, x, 1, 0, rho, ierr, herr);
+    Composition activity, coefficient;
+    ACTVY(300.0, rho, x, activity, coefficient, ierr, herr);
+    ASSERT_EQ(ierr, 0) << herr.trimmed();
+    EXPECT_NEAR(activity[1], 1.0, 1e-9);
+    EXPECT_EQ(activity[2], 0.0);
+    x[1] = x[2] = 0.5;
+    TPRHO(300.0, 5000.0, x, 1, 0, rho, ierr, herr);
+    fluidConstants.TMEOS[2] = fluidConstants.TTPN[2] = 320.0;
+    ACTVY(300.0, rho, x, activity, coefficient, ierr, herr);
+    EXPECT_GT(ierr, 0);
+    EXPECT_GT(activity[1], 0.5) << "propane came first";
+    EXPECT_EQ(activity[2], 0.0);
+    EXPECT_EQ(modelTags.IPUREFLD, 0);
+    modelTags.LFORCESETUP = true;
+}
+
+// ------------------------------------------------------------------------------------------------- saturation lines
+
+class SaturationOfComponent : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_LE(setUp({"R134A"}), 0); }
+    int ierr = 0;
+    Text255 herr;
+};
+
+TEST_F(SaturationOfComponent, IsRefusedWhereThereIsNone) {
+    double p = 7.0, rho = 7.0, csat = 7.0, dpdt = 7.0, cv2p = 7.0;
+    const double Tc = fluidConstants.TCRIT[1], coldest = fluidConstants.TTPN[1];
+    DPTSATK(1, Tc + 1.0, 1, p, rho, csat, dpdt, ierr, herr);
+    EXPECT_GT(ierr, 0);
+    for (const double value : {p, rho, csat, dpdt}) EXPECT_EQ(value, 0.0);
+    CSATK(1, Tc + 1.0, 2, p, rho, csat, ierr, herr);
+    EXPECT_GT(ierr, 0);
+    EXPECT_EQ(csat, 0.0);
+    // differences of 0.01 K need neighbours on both sides
+    for (const double T : {Tc - 0.005, coldest + 0.005}) {
+        cv2p = csat = 7.0;
+        CV2PK(1, T, 5.0, cv2p, csat, ierr, herr);
+        EXPECT_GT(ierr, 0) << T;
+        EXPECT_TRUE(cv2p == 0.0 && csat == 0.0) << T;
+    }
+    EXPECT_EQ(modelTags.IPUREFLD, 0);
+}
+
+// Without a density the two phases are all liquid.
+TEST_F(SaturationOfComponent, WithoutADensityItIsThatOfTheLiquid) {
+    double p, rho, csat, cv2p, csat0, cv0;
+    CSATK(1, 300.0, 1, p, rho, csat, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    CV2PK(1, 300.0, rho, cv2p, csat, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    CV2PK(1, 300.0, 0.0, cv0, csat0, ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    EXPECT_NEAR(cv0, cv2p, 1e-6 * cv2p);
+    EXPECT_EQ(csat0, csat);
+}
+
+// From densities anywhere on their sides of the critical one, the equal areas are found or refused.
+TEST_F(SaturationOfComponent, EqualAreasFromRoughDensitiesAreThoseOfTheFlashOrRefused) {
+    const Composition x = unitComposition(1);
+    const double Dc = fluidConstants.DCRIT[1];
+    int found = 0, refused = 0;
+    for (const double reduced : {0.5, 0.6, 0.7, 0.8, 0.9, 0.97, 0.995}) {
+        const double T = reduced * fluidConstants.TCRIT[1];
+        double p, Dl, Dv;
+        Composition liquid, vapor;
+        SATT(T, x, 1, p, Dl, Dv, liquid, vapor, ierr, herr);
+        ASSERT_EQ(ierr, 0);
+        for (const double denser : {1.3, 1.05, 0.98, 0.9, 0.8, 0.7})
+            for (const double thinner : {0.3, 0.9, 1.1, 2.0, 5.0, 30.0}) {
+                double pressure = 7.0, rhol = std::max(denser * Dl, 1.01 * Dc),
+                       rhov = std::min(thinner * Dv, 0.99 * Dc);
+                MAXWELL(1, T, pressure, rhol, rhov, ierr, herr);
+                if (ierr == 0) {
+                    ++found;
+                    EXPECT_NEAR(pressure / p, 1.0, 2e-4) << T << ' ' << denser << ' ' << thinner;
+                    EXPECT_NEAR(rhol / Dl, 1.0, 2e-3) << T << ' ' << denser << ' ' << thinner;
+                    EXPECT_NEAR(rhov / Dv, 1.0, 2e-3) << T << ' ' << denser << ' ' << thinner;
+                } else {
+                    ++refused;
+                    EXPECT_FALSE(std::fabs(denser - 1.0) < 0.06 && std::fabs(thinner - 1.0) < 0.2)
+                        << "near starts are found: " << T << ' ' << denser << ' ' << thinner;
+                    EXPECT_EQ(ierr, 1);
+                    EXPECT_TRUE(pressure == -1.0 && rhol == -1.0 && rhov == -1.0);
+                    EXPECT_TRUE(herr.startsWith("[MAXWELL error] no convergence"));
+                }
+            }
+    }
+    std::printf("equal areas: %d found, %d refused\n", found, refused);
+    EXPECT_GT(found, 100);
+    EXPECT_GT(refused, 0);
+    double pressure = 7.0, rhol = 0.0, rhov = 0.1;
+    MAXWELL(1, 300.0, pressure, rhol, rhov, ierr, herr);
+    EXPECT_EQ(ierr, 1) << "without a start";
+    EXPECT_EQ(pressure, -1.0);
+}
+
+// ---------------------------------------------------------------------------------------------------- critical flow
+
+// The throat has the entropy of the stagnation state and the energy of the flow that approaches it, or it is refused
+// and there are no results.
+void expectThroat(double T, double p, double v, int& ierr) {
+    const Composition z = unitComposition(1);
+    double cs = 7.0, ts = 7.0, Ds = 7.0, ps = 7.0, ws = 7.0;
+    Text255 herr;
+    CSTAR(T, p, v, z, cs, ts, Ds, ps, ws, ierr, herr);
+    SCOPED_TRACE(testing::Message() << T << " K, " << p << " kPa, " << v << " m/s: " << herr.trimmed());
+    if (ierr != 0) {
+        for (const double value : {cs, ts, Ds, ps, ws}) EXPECT_EQ(value, 0.0);
+        return;
+    }
+    double t = T, D, Dl, Dv, q, e, h0, s0, cv, cp, w, pThroat, h, s, jt;
+    Composition liquid, vapor;
+    Text255 text;
+    int code;
+    TPFLSH(t, p, z, D, Dl, Dv, liquid, vapor, q, e, h0, s0, cv, cp, w, code, text);
+    THERM(ts, Ds, z, pThroat, e, h, s, cv, cp, w, jt);
+    const double R = fluidConstants.R, mass = WMOL(z) / 1000.0;
+    EXPECT_NEAR(s, s0, 1e-6 * R);
+    EXPECT_NEAR(h + 0.5 * ws * ws * mass, h0 + 0.5 * v * v * mass, 1e-7 * std::fabs(h0) + 1e-6 * R * T);
+    EXPECT_NEAR(w, ws, 1e-9 * w);
+    EXPECT_NEAR(pThroat, ps, 1e-6 * p + 1e-6 * ps);
+    EXPECT_NEAR(cs, Ds * ws * std::sqrt(R * T * mass) / p, 1e-9 * cs);
+}
+
+TEST(CriticalFlow, KeepsEntropyAndEnergy) {
+    for (const char* fluid : {"R134A", "METHANE", "PROPANE"}) {
+        ASSERT_LE(setUp({fluid}), 0);
+        std::mt19937 random(11);
+        std::uniform_real_distribution<double> unit(0.0, 1.0);
+        int found = 0;
+        for (int k = 0; k < 300; ++k) {
+            const double T = fluidConstants.TTPN[1] + (fluidConstants.TXEOS[1] - fluidConstants.TTPN[1]) * unit(random);
+            const double p = std::exp(10.0 * unit(random)), v = k % 3 == 0 ? std::exp(9.0 * unit(random)) : 0.0;
+            int ierr = 0;
+            expectThroat(T, p, v, ierr);
+            found += ierr == 0;
+        }
+        EXPECT_GT(found, 100) << fluid;
+    }
+}
+
+// A flow of more than twice its speed of sound has no throat ahead: the search for one ends.
+TEST(CriticalFlow, OfAFasterFlowEndsWithoutAThroat) {
+    int ierr = 0;
+    ASSERT_LE(setUp({"PROPANE"}), 0);
+    expectThroat(319.05, 1317.43, 696.205, ierr);
+    EXPECT_EQ(ierr, 200);
+    ASSERT_LE(setUp({"METHANE"}), 0);
+    expectThroat(107.597, 7206.46, 1719.82, ierr);
+    EXPECT_EQ(ierr, 200);
 }
 
 }  // namespace
