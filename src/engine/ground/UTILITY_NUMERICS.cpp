@@ -152,10 +152,9 @@ void CUBIC(double a2, double a1, double a0, double& x1, double& x2, double& x3) 
     const double discriminant = q * q * q + r * r;
     if (discriminant > 0.0) {
         const double root = std::sqrt(discriminant);
-        // of the two cube roots the one without cancellation is taken; their product is -q
+        // of the two cube roots the one without cancellation is taken, which is not 0; their product is -q
         const double s1 = CBRTX(r >= 0.0 ? r + root : r - root);
-        const double s2 = s1 == 0.0 ? 0.0 : -q / s1;
-        x1 = x2 = x3 = s1 + s2 - a2 / 3.0;
+        x1 = x2 = x3 = s1 - q / s1 - a2 / 3.0;
         return;
     }
     const double amplitude = 2.0 * std::sqrt(std::max(-q, 0.0));

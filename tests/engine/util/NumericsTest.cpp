@@ -1,6 +1,7 @@
 // Numerics against closed forms.
 #include "UTILITY_NUMERICS.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <vector>
@@ -53,6 +54,13 @@ TEST(Numerics, RootOfALine) {
     const double values[] = {2.0, 2.0, -6.0};
     MINP(3, first, values, xext, ierr, herr);  // the first two
     EXPECT_DOUBLE_EQ(xext, 1.5);
+    const double outer[] = {1.0, 3.0, 1.0};
+    const double ofOuter[] = {2.0, -6.0, 2.0};
+    MINP(3, outer, ofOuter, xext, ierr, herr);  // the first and the last
+    EXPECT_DOUBLE_EQ(xext, 1.5);
+    const double zeros[] = {0.0, 0.0};
+    MINP(2, x, zeros, xext, ierr, herr);
+    EXPECT_EQ(xext, 1.0) << "the first point is a root already";
 }
 
 TEST(Numerics, ExtremumIsHeldToItsBounds) {
@@ -226,6 +234,37 @@ TEST(Numerics, FitThroughPoints) {
     }
 }
 
+TEST(Numerics, FitThroughPointsThatCoincide) {
+    const std::vector<double> x{2.0, 2.0, 2.0}, y{3.0, 3.0, 3.0};
+    double value = 7.0;
+    FITL(2, x, y, 2.5, value, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(value, 3.0);
+    FITL(3, x, y, 2.5, value, ierr, herr);
+    EXPECT_EQ(ierr, 1);
+    EXPECT_EQ(words(herr), "[LUdecomp error 1] singular matrix");
+    EXPECT_EQ(value, 0.0);
+}
+
+TEST(Numerics, SystemsThatTheTablesCannotHoldAreRefused) {
+    std::vector<double> a(1, 1.0), c(1, 7.0);
+    for (const int n : {0, -1, largestSystem + 1}) {
+        ierr = 0;
+        LUDECOMP(n, a.data(), 1, c.data(), ierr, herr);
+        EXPECT_EQ(ierr, 1) << n;
+        EXPECT_EQ(words(herr), "[LUdecomp error 1] singular matrix");
+        double lambda = 7.0;
+        MINEIGEN(n, a.data(), 1, lambda, c.data(), ierr, herr);
+        EXPECT_EQ(ierr, 1) << n;
+        EXPECT_EQ(words(herr), "[MINEIGEN error 1] routine did not converge");
+    }
+    for (const int n : {0, -1, largestSplineCount + 1}) {
+        TRIDIAG(n, a, a, a, a, c);
+        CSPLINE(n, a, a, c);
+    }
+    EXPECT_EQ(c[0], 7.0) << "nothing is written";
+}
+
 TEST(Numerics, NaturalSplineOfThreePoints) {
     const std::vector<double> x{0.0, 1.0, 2.0}, y{0.0, 1.0, 0.0};
     std::vector<double> y2(3);
@@ -280,10 +319,36 @@ TEST(Numerics, SplineOutsideItsRange) {
     }
 }
 
+// The same points from the right to the left are the same curve.
+TEST(Numerics, SplineOfFallingArguments) {
+    const std::vector<double> x{0.0, 0.7, 1.5, 2.0}, y{1.0, 0.2, -0.3, 0.4};
+    const std::vector<double> xFalling(x.rbegin(), x.rend()), yFalling(y.rbegin(), y.rend());
+    std::vector<double> y2(4), y2Falling(4);
+    CSPLINE(3, x, y, y2);
+    CSPLINE(3, xFalling, yFalling, y2Falling);
+    for (const double at : {0.0, 0.3, 0.7, 1.1, 1.9, 2.0}) {
+        double rising = 7.0, falling = 8.0;
+        CSPLNVAL(3, x, y, y2, at, rising, ierr, herr);
+        CSPLNVAL(3, xFalling, yFalling, y2Falling, at, falling, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        EXPECT_NEAR(rising, falling, 1e-14) << at;
+    }
+    for (const double at : {-0.1, 2.1, std::nan("")}) {
+        double value = 7.0;
+        CSPLNVAL(3, xFalling, yFalling, y2Falling, at, value, ierr, herr);
+        EXPECT_EQ(ierr, 192) << at;
+        EXPECT_EQ(value, 0.0);
+    }
+}
+
 TEST(Numerics, SplineWithAnIntervalOfLengthZero) {
     const std::vector<double> x{1.0, 1.0, 2.0}, y{3.0, 3.0, 4.0};
     std::vector<double> y2(3, 9.0);
     CSPLINE(2, x, y, y2);
+    for (const double second : y2) EXPECT_EQ(second, 0.0);
+    const std::vector<double> atTheEnd{0.0, 1.0, 1.0};
+    std::fill(y2.begin(), y2.end(), 9.0);
+    CSPLINE(2, atTheEnd, y, y2);
     for (const double second : y2) EXPECT_EQ(second, 0.0);
     double value = 7.0;
     CSPLNVAL(2, x, y, y2, 1.0, value, ierr, herr);
@@ -348,6 +413,30 @@ TEST(Numerics, SmallestEigenvalueOfASingularMatrix) {
     EXPECT_EQ(ierr, 0);
     EXPECT_NEAR(lambda, 0.0, 1e-12);
     EXPECT_NEAR(vector[1], vector[2], 1e-7);
+}
+
+TEST(Numerics, SmallestEigenvalueOfNothing) {
+    SquareMatrix<3> zeros{};
+    double lambda = 7.0;
+    Array1<double, 3> vector{};
+    MINEIGEN(3, zeros, lambda, vector, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(lambda, 0.0);
+    for (int i = 1; i <= 3; ++i) EXPECT_NEAR(vector[i] * vector[i], 1.0 / 3.0, 1e-15);
+}
+
+// What the search is shifted by, to keep a singular matrix regular, may be an eigenvalue itself.
+TEST(Numerics, EigenvaluesThatCannotBeFoundAreRefused) {
+    SquareMatrix<2> matrix{};
+    matrix[1][1] = -1e-8;
+    matrix[2][2] = 1.0;
+    double lambda;
+    Array1<double, 2> vector{};
+    MINEIGEN(2, matrix, lambda, vector, ierr, herr);
+    EXPECT_EQ(ierr, 1);
+    matrix[1][1] = std::nan("");
+    MINEIGEN(2, matrix, lambda, vector, ierr, herr);
+    EXPECT_EQ(ierr, 1);
 }
 
 TEST(Numerics, EigenvalueOfARotationDoesNotConverge) {
