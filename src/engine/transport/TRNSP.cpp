@@ -20,14 +20,14 @@ SlotArray<CollisionSlot> collisionTerms;
 namespace {
 
 bool correspondingStates(const Text3& tag) {
-    return tag[1] == 'E' && tag[2] == 'C';
+    return tag.startsWith("EC");
 }
 bool noModel(const Text3& tag) {
     return tag[1] == ' ' || tag == "NUL";
 }
 // Number n of a tag of two given letters and a digit; -1 for any other tag.
-int modelNumber(const Text3& tag, char first, char second) {
-    return tag[1] == first && tag[2] == second && tag[3] >= '0' && tag[3] <= '9' ? tag[3] - '0' : -1;
+int modelNumber(const Text3& tag, std::string_view family) {
+    return tag.startsWith(family) && tag[3] >= '0' && tag[3] <= '9' ? tag[3] - '0' : -1;
 }
 
 void unknownModel(int code, std::string_view text, double& value, int& ierr, Text255& herr) {
@@ -49,7 +49,7 @@ void ETAK0(int icomp, double T, double& eta0, int& ierr, Text255& herr) {
         eta0 = ETA0DG(icomp, T);
         return;
     }
-    switch (modelNumber(tag, 'V', 'S')) {
+    switch (modelNumber(tag, "VS")) {
         case 0:
             eta0 = ETA0DG(icomp, T);
             break;
@@ -79,7 +79,7 @@ void ETAK0(int icomp, double T, double& eta0, int& ierr, Text255& herr) {
 void ETAK1(int icomp, double T, double& b, int& ierr, Text255& herr) {
     ierr = 0;
     herr.clear();
-    switch (modelNumber(modelTags.HETA[icomp], 'V', 'S')) {
+    switch (modelNumber(modelTags.HETA[icomp], "VS")) {
         case 1:
         case 4:
             b = ETA1B2(icomp, T);
@@ -99,7 +99,7 @@ void ETAK1(int icomp, double T, double& b, int& ierr, Text255& herr) {
 void ETAKR(int icomp, double T, double D, double& etar, int& ierr, Text255& herr) {
     ierr = 0;
     herr.clear();
-    switch (modelNumber(modelTags.HETA[icomp], 'V', 'S')) {
+    switch (modelNumber(modelTags.HETA[icomp], "VS")) {
         case 0:
             etar = ETA0HC(icomp, T, D, ierr, herr);
             if (ierr == 0) etar -= ETA0DG(icomp, T);
@@ -156,7 +156,7 @@ void ETAKB(int icomp, double T, double D, double& etab, int& ierr, Text255& herr
 void TCXK0(int icomp, double T, double& t0, int& ierr, Text255& herr) {
     ierr = 0;
     herr.clear();
-    switch (modelNumber(modelTags.HTCX[icomp], 'T', 'C')) {
+    switch (modelNumber(modelTags.HTCX[icomp], "TC")) {
         case 0:
             t0 = 0.0;
             break;
@@ -183,7 +183,7 @@ void TCXK0(int icomp, double T, double& t0, int& ierr, Text255& herr) {
 void TCXKB(int icomp, double T, double D, double& tb, int& ierr, Text255& herr) {
     ierr = 0;
     herr.clear();
-    switch (modelNumber(modelTags.HTCX[icomp], 'T', 'C')) {
+    switch (modelNumber(modelTags.HTCX[icomp], "TC")) {
         case 0:
             tb = TCX0HC(icomp, T, D, ierr, herr);
             break;
@@ -506,7 +506,7 @@ double OMEGA2(int icomp, double T, double eps) {
 }
 
 double OMEGA(int icomp, double T, double eps, const Text3& tag) {
-    if (tag[1] == 'C' && tag[2] == 'I') {
+    if (tag.startsWith("CI")) {
         if (tag[3] == '1') return OMEGA1(icomp, T, eps);
         if (tag[3] == '2') return OMEGA2(icomp, T, eps);
         if (tag[3] == '0') return std::fabs(eps) <= 1e-20 ? 1.0 : OMEGAS(2, 2, T / eps);

@@ -513,7 +513,7 @@ double backgroundByReference(int i, double Ti, double Di, bool conductivity, int
 }
 
 bool correspondingStates(const Text3& tag) {
-    return tag[1] == 'E' && tag[2] == 'C';
+    return tag.startsWith("EC");
 }
 
 // State of component i within the limits of its own model.

@@ -102,6 +102,21 @@ std::vector<Kind> kinds() {
                  limits + "NUL\n  0.5\n  300.0\n  0.1 0.5\n  1.0\n  0.5\n  1.2\n  300.0\n  -2.0\n  150.0\n  1.0\n"
                           "  20.0\n  0.3\n  10.0\n  1000.0\n  4.9\nNUL\n"),
          equation},
+        {"VS2 of old files",
+         section("ETA", "VS2",
+                 limits + "NUL\n  0.5\n  300.0\n  0.1 0.5\n  1.0\n  0.5\n  1.2\n  300.0\n  -2.0\n  150.0\n  1.0\n"
+                          "  20.0\n  0.3\n  10.0\n  1000.0\nNUL\n"),
+         equation, "6.0"},
+        {"VS4 of old files",
+         section("ETA", "VS4",
+                 limits + dilute + virial +
+                     "  0 0 0 1\n  1e-5 0 0 1\n  0 0 0 1\n  0 0 0 1\n  0 0 0 1\n  0 0 0 1\n  1e-9 0 0 1\nNUL\n"),
+         equation, "6.0"},
+        {"TRN of old files",
+         section("TRN", "ECS",
+                 limits + "FEQ R134A.FLD\nVS1\nTC1\n  1\n  0.4\n  300.0\n  +1 +1 0\n  1.0 0.0 0.0 0.0\n"
+                          "  0.1 0.0 1.0 0.0\n  +1 +0 0\n  1.0 0.0 0.0 0.0\nNUL\n"),
+         equation, "6.0"},
         {"VS3",
          section("ETA", "VS3",
                  limits + "  +2 +1\n  300.0 10.0\n  1.0 0.0\n  0.5 1.0\n  1.0 0.5\n  +1 +1\n  300.0 5.0 2.0\n"

@@ -249,6 +249,50 @@ TEST_F(Dispatch, aCorrelationWithoutTermsGivesZero) {
     EXPECT_EQ(point.ierr, 0) << point.message;
 }
 
+// A slot whose section could not be read divides by nothing.
+TEST(DispatchCodes, aModelWithoutDataGivesZero) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    const double gas = fluidConstants.R;
+    viscosityTerms[1] = {};
+    conductivityTerms[1] = {};
+    struct Dilute {
+        const char* name;
+        double (*value)(int, double);
+    };
+    for (const Dilute& model :
+         {Dilute{"ETA1DG", ETA1DG}, Dilute{"ETA1B2", ETA1B2}, Dilute{"ETA2DG", ETA2DG}, Dilute{"ETA3DG", ETA3DG},
+          Dilute{"ETA4DG", ETA4DG}, Dilute{"ETA5DG", ETA5DG}, Dilute{"TCX1DG", TCX1DG}, Dilute{"TCX2DG", TCX2DG},
+          Dilute{"TCX3DG", TCX3DG}, Dilute{"TCX5DG", TCX5DG}})
+        EXPECT_EQ(model.value(1, 300.0), 0.0) << model.name;
+    struct Dense {
+        const char* name;
+        double (*value)(int, double, double);
+    };
+    for (const Dense& model :
+         {Dense{"ETA1RS", ETA1RS}, Dense{"ETA2RS", ETA2RS}, Dense{"ETA3RS", ETA3RS}, Dense{"ETA4RS", ETA4RS},
+          Dense{"ETA5RS", ETA5RS}, Dense{"TCX1BK", TCX1BK}, Dense{"TCX2BK", TCX2BK}, Dense{"TCX5BK", TCX5BK},
+          Dense{"TCX3CR", TCX3CR}, Dense{"ETAR23", ETAR23}, Dense{"ETAH2O", ETAH2O}})
+        for (const double D : {0.0, 5.0}) EXPECT_EQ(model.value(1, 300.0, D), 0.0) << model.name;
+    fluidConstants.R = gas;
+    modelTags.LFORCESETUP = true;
+}
+
+// A fluid of which one component of a mixture has a model and the other none.
+TEST(DispatchCodes, aMixtureNeedsTheModelsOfWhatIsInIt) {
+    ASSERT_EQ(setUp({"R32", "R125"}), 0);
+    modelTags.HETA[2] = modelTags.HTCX[2] = "NUL";
+    Composition x{};
+    x[1] = x[2] = 0.5;
+    const TransportPoint both = transport(300.0, 0.1, x);
+    EXPECT_EQ(both.ierr, 40);
+    EXPECT_EQ(both.eta, notComputed);
+    EXPECT_EQ(transport(300.0, 0.1, unitComposition(2)).ierr, 40);
+    EXPECT_GT(transport(300.0, 0.1, unitComposition(1)).eta, 10.0);
+    modelTags.HTCX[2] = "ECS";
+    EXPECT_EQ(transport(300.0, 0.1, unitComposition(2)).eta, noTransportModel);
+    modelTags.LFORCESETUP = true;
+}
+
 class Mixtures : public testing::Test {
   protected:
     void SetUp() override {
@@ -364,6 +408,7 @@ TEST(CollisionIntegral, theTagSelectsTheForm) {
     EXPECT_DOUBLE_EQ(OMEGA(5, 600.0, 300.0, "CI0"), OMEGAS(2, 2, 2.0));
     EXPECT_EQ(OMEGA(5, 600.0, 300.0, "NUL"), 1.0);
     EXPECT_EQ(OMEGA(5, 600.0, 300.0, "CI3"), 1.0);
+    EXPECT_EQ(OMEGA(5, 600.0, 300.0, "CX1"), 1.0);
     // no molecule: logarithm and ratio are replaced
     EXPECT_EQ(OMEGA(5, 600.0, 0.0, "CI0"), 1.0);
     EXPECT_EQ(OMEGA(5, 600.0, 1e-20, "CI0"), 1.0);

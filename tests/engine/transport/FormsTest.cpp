@@ -96,6 +96,16 @@ TEST_F(Forms, theOlderModelsFollowTheirFormulas) {
     EXPECT_NEAR(ETA3DG(1, T), 10.0 * (1.0 + 0.5 * tau) / std::sqrt(tau), 1e-12);
     EXPECT_NEAR(ETA3RS(1, T, D), 2.0 * 3.0 * tau * del / (1.0 + 0.1 * del), 1e-12);
     EXPECT_EQ(ETA3RS(1, T, 0.0), 0.0);
+    EXPECT_NEAR(transport(T, D).eta, 10.0 * (1.0 + 0.5 * tau) / std::sqrt(tau) + 6.0 * tau * del / (1.0 + 0.1 * del),
+                1e-12);
+
+    // without the two denominators
+    ASSERT_EQ(setUpWith("R134A", section("ETA", "VS3") + wideLimits +
+                                     "  2 0\n  300.0 10.0\n  1.0 0.0\n  0.5 1.0\n  1 0\n  300.0 5.0 2.0\n"
+                                     "  3.0 1.0 1.0\nNUL\n"),
+              0)
+        << message();
+    EXPECT_NEAR(transport(T, D).eta, 10.0 * (1.0 + 0.5 * tau) + 6.0 * tau * del, 1e-12);
 }
 
 // The dilute gas of friction theory times one polynomial and over another.
@@ -213,6 +223,16 @@ TEST_F(Forms, waterHasTheViscosityOfTheReleaseOf2008) {
         if (row.T > 1000.0) {
             EXPECT_NEAR(ETAH2O(1, row.T, row.rho * perMole), row.eta, 0.6e-6);
         }
+    }
+    // the factors of two states near the critical point, table 5; files of the older release have none
+    ASSERT_EQ(setUp("WATER"), 0);
+    const double version = fluidConstants.VERFL[1];
+    EXPECT_GT(version, 8.0);
+    for (const auto& [rho, factor] : {std::pair{272.0, 1.03416789}, std::pair{322.0, 1.09190440}}) {
+        const double enhanced = ETAH2O(1, 647.35, rho * perMole);
+        fluidConstants.VERFL[1] = 8.0;
+        EXPECT_NEAR(enhanced / ETAH2O(1, 647.35, rho * perMole), factor, 2e-4) << rho;
+        fluidConstants.VERFL[1] = version;
     }
 }
 
@@ -914,6 +934,7 @@ TEST_F(Forms, theModelsOfMethaneFollowTheirFormulas) {
         1e-14);
     const double A = 0.001 + 0.1 / T + 1.0 / T / T, B = 1e-4 + 0.01 / T + 0.5 / T / T, C = 0.02 + 1.0 / T;
     EXPECT_NEAR(TCX2BK(1, T, D), (A + B * D) * D / (C * D + 1.0), 1e-14);
+    EXPECT_NEAR(transport(T, D).tcx, TCX2DG(1, T) + (A + B * D) * D / (C * D + 1.0), 1e-14) << "no enhancement";
 
     ASSERT_EQ(
         setUpWith("R134A", section("ETA", "VS1") + wideLimits + plainViscosity + "  0 0 0 0 0 0\n  1 1 1\nNUL\n" +
@@ -932,6 +953,48 @@ TEST_F(Forms, theModelsOfMethaneFollowTheirFormulas) {
         std::exp(base + (0.5 + 10.0 / std::pow(T, 1.5)) * std::pow(D, 0.1) + (0.2 + 5.0 / T + 500.0 / T / T) * root) -
         std::exp(base);
     EXPECT_NEAR(TCX3BK(1, T, D), D * (0.001 + 0.0005 * v * v) + excess, 1e-12);
+    EXPECT_NEAR(transport(T, D).tcx, 0.002 * std::sqrt(T) / 0.25 * inverse + D * (0.001 + 0.0005 * v * v) + excess,
+                1e-12);
+}
+
+// The enhancement of each tag is that of its routine, on top of the two other parts.
+TEST_F(Forms, everyTagOfAnEnhancementReachesItsRoutine) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    EnhancementSection& s = conductivityTerms[1].enhancement;
+    s.TRTCK = 370.0, s.DRTCK = 4.9, s.PRTCK = 4100.0, s.TXTCK = 1e4, s.TCXRED = 0.7;
+    for (int row = 1; row <= 30; ++row) conductivityTerms[1].CTCX[row - 1].c = 0.5 + 0.1 * row;
+    for (int row = 1; row <= 6; ++row) s.CTCK[row - 1] = {.c = 0.4 + 0.1 * row, .a = 0, .b = 0, .e = 0, .f = 0, .i = 0};
+    s.NNUMTCK = 1;
+    s.NDENTCK = s.NEXPTCK = 0;
+    struct Row {
+        const char* tag;
+        double (*routine)(int, double, double);
+    };
+    const double T = 385.0, D = 4.0;
+    for (const Row& row :
+         {Row{"TK1", TCX1CR}, Row{"TK2", TCX2CR}, Row{"TK4", TCX4CR}, Row{"NH3", TCCNH3}, Row{"CH4", TCCCH4}}) {
+        modelTags.HTCXCR[1] = row.tag;
+        double value = 7.0, background = 0.0, dilute = 0.0, whole = 0.0;
+        TCXKC(1, T, D, value, ierr, herr);
+        EXPECT_EQ(ierr, 0) << row.tag << ": " << message();
+        EXPECT_EQ(value, row.routine(1, T, D)) << row.tag;
+        EXPECT_NE(value, 0.0) << row.tag;
+        TCXK0(1, T, dilute, ierr, herr);
+        TCXKB(1, T, D, background, ierr, herr);
+        TCXK(1, T, D, whole, ierr, herr);
+        EXPECT_EQ(whole, dilute + background + value) << row.tag;
+    }
+    modelTags.HTCXCR[1] = "TK6";
+    double value = 7.0, crossover = 0.0;
+    TCXKC(1, T, D, value, ierr, herr);
+    TCXM1C(unitComposition(1), T, D, crossover, ierr, herr);
+    EXPECT_EQ(value, crossover);
+    EXPECT_GT(value, 0.0);
+    modelTags.HTCXCR[1] = "TK9";
+    TCXK(1, T, D, value, ierr, herr);
+    EXPECT_EQ(ierr, 39);
+    EXPECT_EQ(value, notComputed);
+    modelTags.LFORCESETUP = true;
 }
 
 // The enhancement that goes with it, from slopes of the pressure and a viscosity of its own; every row counts.
@@ -965,6 +1028,10 @@ TEST_F(Forms, theEnhancementOfMethanesModelFollowsItsFormula) {
             const double expected = A * std::exp(-B) / (18.849555924 * c[18] * eta);
             EXPECT_NEAR(TCX2CR(1, T, D), expected, 1e-10 * expected) << T << ' ' << D;
         }
+    double slope = 0.0;
+    DPDDK(1, 0.9 * Tc, Dc, slope);
+    EXPECT_LT(slope, 0.0);
+    EXPECT_EQ(TCX2CR(1, 0.9 * Tc, Dc), 0.0) << "none between the spinodals";
 }
 
 // The enhancement of the other version, in units of centimetre, gram and second; none between the spinodals.
