@@ -2,7 +2,9 @@
 #include <filesystem>
 
 #include "CORE_CPP.h"
+#include "FLSH_SUB.h"
 #include "FluidText.h"
+#include "LIMITS.h"
 #include "MIX_HMX.h"
 #include "PROP_SUB.h"
 #include "SAT_SUB.h"
@@ -332,6 +334,119 @@ TEST_F(Reference, ThePointOfAMixtureShiftsAllComponentsAlike) {
         EXPECT_NEAR(referenceState.HREF[i], h[i], enthalpyTolerance);
         EXPECT_NEAR(referenceState.SREF[i], s[i], entropyTolerance);
     }
+}
+
+// A mixture and its values at a state; those of the ideal gas where asked for.
+struct MixtureValues {
+    double h, s;
+};
+MixtureValues mixtureValues(double t, double rho, const Composition& x, bool idealGas = false) {
+    double p, e, cv, cp, w, other, G;
+    MixtureValues v{};
+    if (idealGas)
+        THERM0(t, rho, x, p, e, v.h, v.s, cv, cp, w, other, G);
+    else
+        THERM(t, rho, x, p, e, v.h, v.s, cv, cp, w, other);
+    return v;
+}
+
+// Every kind of point gives the mixture, and not its components, the values that are wanted there.
+TEST_F(Reference, EveryPointOfAMixtureHasTheValuesAskedFor) {
+    setUpPair("R32.FLD", "R125.FLD", "IIR");
+    Composition x{};
+    x[1] = 0.7;
+    x[2] = 0.3;
+    const double M = WMOL(x);
+    double p = 0.0, rhol = 0.0, rhov = 0.0, t = 0.0;
+    Composition xl, xv;
+    const auto saturated = [&](double temperature, int kph) {
+        SATT(temperature, x, kph, p, rhol, rhov, xl, xv, ierr, herr);
+        EXPECT_EQ(ierr, 0) << message();
+        return kph == 1 ? rhol : rhov;
+    };
+    const auto expectValues = [&](const char* what, double temperature, double rho, double h, double s) {
+        const MixtureValues v = mixtureValues(temperature, rho, x);
+        EXPECT_NEAR(v.h, h, 1e-5) << what;
+        EXPECT_NEAR(v.s, s, 1e-7) << what;
+    };
+    for (const char* tag : {"IIR", "DEF", "def"}) {
+        ASSERT_EQ(reference("ASH", 2, x), 0) << message();
+        ASSERT_EQ(reference(tag, 2, x), 0) << message();
+        expectValues(tag, 273.15, saturated(273.15, 1), 200.0 * M, M);
+    }
+    ASSERT_EQ(reference("ASH", 2, x), 0) << message();
+    expectValues("ASH", 233.15, saturated(233.15, 1), 0.0, 0.0);
+    ASSERT_EQ(reference("NBP", 2, x), 0) << message();
+    SATP(101.325, x, 1, t, rhol, rhov, xl, xv, ierr, herr);
+    expectValues("NBP", t, rhol, 0.0, 0.0);
+    ASSERT_EQ(reference("OTH", 2, x, 700.0, 7.0, 260.0, -1.0), 0) << message();
+    expectValues("boiling", 260.0, saturated(260.0, 1), 700.0, 7.0);
+    ASSERT_EQ(reference("OTH", 2, x, 700.0, 7.0, 260.0, -2.0), 0) << message();
+    expectValues("dew", 260.0, saturated(260.0, 2), 700.0, 7.0);
+    ASSERT_EQ(reference("OTH", 2, x, 1000.0, 10.0, 300.0, 100.0), 0) << message();
+    double e, h, s, cv, cp, w, q, rho = 0.0;
+    t = 300.0;
+    TPFLSH(t, 100.0, x, rho, rhol, rhov, xl, xv, q, e, h, s, cv, cp, w, ierr, herr);
+    expectValues("OTH", 300.0, rho, 1000.0, 10.0);
+    // the same point with other values moves the offsets
+    ASSERT_EQ(reference("OTH", 2, x, 1500.0, 10.0, 300.0, 100.0), 0) << message();
+    expectValues("OTH", 300.0, rho, 1500.0, 10.0);
+    // and the same point of another composition moves them again
+    x[1] = 0.4;
+    x[2] = 0.6;
+    ASSERT_EQ(reference("OTH", 2, x, 1500.0, 10.0, 300.0, 100.0), 0) << message();
+    TPFLSH(t, 100.0, x, rho, rhol, rhov, xl, xv, q, e, h, s, cv, cp, w, ierr, herr);
+    expectValues("OTH of another composition", 300.0, rho, 1500.0, 10.0);
+    ASSERT_EQ(reference("OT0", 2, x, 2000.0, 20.0, 310.0, 101.325), 0) << message();
+    RMIX(x);
+    const MixtureValues ideal = mixtureValues(310.0, 101.325 / (fluidConstants.R * 310.0), x, true);
+    EXPECT_NEAR(ideal.h, 2000.0, 1e-5);
+    EXPECT_NEAR(ideal.s, 20.0, 1e-7);
+}
+
+// The offsets of a point that a mixture does not have are not those of a finished reference state.
+TEST_F(Reference, APointThatAMixtureDoesNotHaveIsRefused) {
+    setUpPair("R32.FLD", "R125.FLD", "IIR");
+    Composition x{};
+    x[1] = x[2] = 0.5;
+    EXPECT_EQ(reference("OTH", 2, x, 0.0, 0.0, 100.0, 100.0), 27);
+    EXPECT_EQ(message().find("[SETREF error 27] specified reference state for mixture is outside equation limits: "),
+              0U)
+        << message();
+    EXPECT_FALSE(referenceState.LREFDONE);
+    EXPECT_GT(reference("OTH", 2, x, 0.0, 0.0, 400.0, -1.0), 0) << "no saturation above the critical temperature";
+    EXPECT_FALSE(referenceState.LREFDONE);
+    EXPECT_EQ(reference("IIR", 2, x), 0) << message();
+    EXPECT_TRUE(referenceState.LREFDONE);
+}
+
+// Where a mixture boils below the range of its equations, the point is at the mean of those of its components.
+TEST_F(Reference, AMixtureThatBoilsBelowItsRangeTakesTheMeanTemperature) {
+    setUpPair("ETHYLENE.FLD", "CYCLOHEX.FLD", "NBP");
+    Composition x{};
+    x[1] = 0.4;
+    x[2] = 0.6;
+    ASSERT_LE(reference("NBP", 2, x), 0) << message();
+    const double t = 0.4 * referenceState.TREF[1] + 0.6 * referenceState.TREF[2];
+    double p = 0.0, rhol = 0.0, rhov = 0.0, tmin, tmax, Dmax, pmax;
+    Composition xl, xv;
+    LIMITS("EOS", x, tmin, tmax, Dmax, pmax);
+    SATP(101.325, x, 1, p, rhol, rhov, xl, xv, ierr, herr);
+    EXPECT_LT(p, tmin) << "else it had its own point";
+    SATT(t, x, 1, p, rhol, rhov, xl, xv, ierr, herr);
+    ASSERT_EQ(ierr, 0) << message();
+    const MixtureValues v = mixtureValues(t, rhol, x);
+    EXPECT_NEAR(v.h, 0.0, 1e-5);
+    EXPECT_NEAR(v.s, 0.0, 1e-7);
+}
+
+// A file may give a point of its own for a fluid that the named one does not reach.
+TEST_F(Reference, AFluidThatDoesNotReachTheNamedPointTakesTheOneOfItsFile) {
+    const std::string file = edited("NITROGEN.FLD", "NBP   ", "OTH\n300.0 100.0 1000.0 10.0");
+    ASSERT_EQ(setUp({file}, "NA"), 0) << message();
+    EXPECT_EQ(reference("IIR", 1, unitComposition(1)), 23);
+    EXPECT_EQ(referenceState.HREFI[1], "OTH");
+    expectAt(1, 300.0, referenceState.RHOREF[1], 1000.0, 10.0, "the point of the file");
 }
 
 TEST_F(Reference, ASelectedComponentDoesNotStandForTheOthers) {
