@@ -189,6 +189,14 @@ TEST(Ancillary, MixtureTakesTheMeanAndTheCodeOfTheLastComponent) {
     const Answer a = askOf(PSATT, 360.0, x);
     EXPECT_EQ(a.ierr, 121);
     EXPECT_DOUBLE_EQ(a.value, 0.25 * ask(PSATK, 360.0).value + 0.75 * 3000.0);
+    modelTags.HPLK[2] = modelTags.HPLK[1], modelTags.HDLK[2] = modelTags.HDLK[1], modelTags.HDVK[2] = modelTags.HDVK[1];
+    ancTerms[2].DLDRD = ancTerms[2].DVDRD = 7.0;
+    EXPECT_NEAR(askOf(PLSATT, 300.0, x).value, ask(PLSATK, 300.0).value, 1e-9);
+    EXPECT_NEAR(askOf(DLSATT, 300.0, x).value, 0.25 * ask(DLSATK, 300.0).value + 0.75 * ask(DLSATK, 300.0, 2).value,
+                1e-12);
+    EXPECT_NEAR(askOf(DVSATT, 300.0, x).value, 0.25 * ask(DVSATK, 300.0).value + 0.75 * ask(DVSATK, 300.0, 2).value,
+                1e-12);
+    EXPECT_EQ(askOf(PLSATT, 300.0, unitComposition(2)).value, ask(PLSATK, 300.0, 2).value);
     modelTags.NC = 1;
 }
 
@@ -284,6 +292,43 @@ TEST(AncillaryInverse, PressureBeyondTheEndsOfTheLine) {
     EXPECT_EQ(none.ierr, 2);
     EXPECT_EQ(none.value, 400.0);
     EXPECT_TRUE(none.herr.startsWith("[TSATP error 2] vapor pressure equation not available"));
+}
+
+// The temperature of a value of every line, of a fluid and of a mixture, is the one that the value was asked at.
+TEST(AncillaryInverse, EveryLineIsInverted) {
+    useForm('5');
+    ancTerms[1].PLKA[1] = ancTerms[1].PSKA[1] = -6.5;
+    // a liquid that is denser and a vapor that is thinner in the cold
+    modelTags.HDLK[1] = "DL1";
+    ancTerms[1].DLKA[1] = 1.0, ancTerms[1].DLKA[2] = 0.3;
+    modelTags.HDVK[1] = "DV3";
+    ancTerms[1].DVKA[1] = -4.0;
+    for (const double t : {180.0, 260.0, 340.0}) {
+        EXPECT_NEAR(askOf(TSATP, ask(PSATK, t).value, pure()).value, t, 1e-6);
+        EXPECT_NEAR(askOf(TSATPL, ask(PLSATK, t).value, pure()).value, t, 1e-6);
+        EXPECT_NEAR(askOf(TSATD, ask(DLSATK, t).value, pure()).value, t, 1e-6);
+        EXPECT_NEAR(askOf(TSATD, ask(DVSATK, t).value, pure()).value, t, 1e-6);
+    }
+    modelTags.HDVK[1] = "NBS";
+    EXPECT_EQ(askOf(TSATD, 1.0, pure()).ierr, 1) << "a vapor without its line";
+}
+
+TEST(AncillaryInverse, LinesOfAMixtureAreInverted) {
+    ASSERT_LE(setUp({"R32", "R125"}), 0);
+    for (const int i : {1, 2}) {
+        AncSlot& a = ancTerms[i];
+        modelTags.HPLK[i] = "PL5";
+        a.PLTMIN = a.PSTMIN, a.PLTRD = a.PSTRD, a.PLPRD = 0.99 * a.PSPRD;
+        a.NPL = a.NPS, a.PLKA = a.PSKA, a.PLEXP = a.PSEXP;
+    }
+    Composition x{};
+    x[1] = x[2] = 0.5;
+    for (const double t : {200.0, 260.0, 310.0}) {
+        EXPECT_NEAR(askOf(TSATP, askOf(PSATT, t, x).value, x).value, t, 1e-6);
+        EXPECT_NEAR(askOf(TSATPL, askOf(PLSATT, t, x).value, x).value, t, 1e-6);
+        EXPECT_NEAR(askOf(TSATD, askOf(DLSATT, t, x).value, x).value, t, 1e-6);
+    }
+    modelTags.LFORCESETUP = true;
 }
 
 TEST(AncillaryInverse, DensityBeyondTheEndsOfTheLine) {

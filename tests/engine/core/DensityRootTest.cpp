@@ -9,6 +9,7 @@
 #include "FluidConstants.h"
 #include "Fluids.h"
 #include "ModelTags.h"
+#include "PREOS.h"
 #include "PROP_SUB.h"
 #include "TPRHO.h"
 
@@ -181,6 +182,32 @@ TEST(DensityRoot, NoVaporRootGivesCode203) {
     EXPECT_NE(r.herr.find(" mol/L, x (mol frac) ="), 0);
     EXPECT_GT(r.rho, 0.0);
     EXPECT_LT(r.rho, fluidConstants.DCRIT[1]);
+}
+
+// Under the cubic equation the roots are known in closed form: one on each side, and the nearer one to a guess.
+TEST(DensityRoot, OfTheCubicEquation) {
+    ASSERT_LE(setUp({"PROPANE"}), 0);
+    int cubic = 1, own = 0;
+    PREOS(cubic);
+    const double t = 300.0, p = 900.0;
+    const Root vapor = root(t, p, 2), liquid = root(t, p, 1);
+    EXPECT_LT(vapor.rho, 1.0);
+    EXPECT_GT(liquid.rho, 9.0);
+    for (const Root& r : {vapor, liquid}) {
+        EXPECT_EQ(r.ierr, 0);
+        EXPECT_NEAR(pressureAt(t, r.rho), p, 1e-7 * p);
+    }
+    EXPECT_EQ(root(t, p, -2).rho, vapor.rho);
+    EXPECT_EQ(root(t, p, -1).rho, liquid.rho);
+    EXPECT_EQ(root(t, p, 0, 0.9 * liquid.rho).rho, liquid.rho);
+    EXPECT_EQ(root(t, p, 0, 2.0 * vapor.rho).rho, vapor.rho);
+    EXPECT_EQ(root(450.0, p, 1).rho, root(450.0, p, 2).rho) << "one root only";
+    // next to no pressure: the liquid is found by its own search, from the root of the cubic equation
+    const Root stretched = root(t, 0.5, 1);
+    EXPECT_NEAR(stretched.rho, liquid.rho, 0.05 * liquid.rho);
+    EXPECT_NEAR(pressureAt(t, stretched.rho), 0.5, 1e-3);
+    PREOS(own);
+    modelTags.LFORCESETUP = true;
 }
 
 TEST(DensityRoot, MixtureWithoutACriticalPointGivesCode200) {

@@ -2,6 +2,7 @@
 // against closed forms.
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "CORE_BWR.h"
 #include "CORE_ECS.h"
@@ -15,6 +16,7 @@
 #include "FluidFiles.h"
 #include "Larger.h"
 #include "ModelTags.h"
+#include "PHIDERV.h"
 #include "PROP_SUB.h"
 #include "TemporaryFolder.h"
 #include "TextFile.h"
@@ -197,6 +199,95 @@ TEST_F(PengRobinson, DensitiesSolveTheEquation) {
     }
 }
 
+// Beyond the temperature at which a component's attraction has fallen to zero, its root is that of the square.
+TEST_F(PengRobinson, PressureBeyondTheZeroOfTheAttraction) {
+    const Composition x = mixture(0.3, 0.3);
+    double tr, dr;
+    REDPR(x, tr, dr);
+    for (const double t : {1500.0, 2300.0, 2500.0, 4000.0})
+        for (const double rho : {0.1, 2.0, 6.0}) {
+            const double p = fluidConstants.R * t * rho * (1.0 + PHIPRX(0, 1, tr / t, rho / dr, x));
+            EXPECT_NEAR(p, pressure(t, rho, x), 1e-10 * p) << t << ' ' << rho;
+        }
+}
+
+TEST_F(PengRobinson, CriticalPointAndReducingValues) {
+    const Composition x = mixture(0.5, 0.3);
+    double tc, pc, dc;
+    CRTPR(2, tc, pc, dc);
+    EXPECT_TRUE(tc == 304.1 && pc == 7377.0 && dc == 10.6);
+    CRTPRX(unitComposition(3), tc, pc, dc);
+    EXPECT_TRUE(tc == 617.7 && pc == 2110.0 && dc == 1.6);
+    CRTPRX(x, tc, pc, dc);
+    EXPECT_NEAR(tc, 0.5 * 369.8 + 0.3 * 304.1 + 0.2 * 617.7, 1e-10);
+    EXPECT_NEAR(pc, 0.5 * 4250.0 + 0.3 * 7377.0 + 0.2 * 2110.0, 1e-9);
+    EXPECT_NEAR(1.0 / dc, 0.5 / 5.0 + 0.3 / 10.6 + 0.2 / 1.6, 1e-13) << "volumes add up";
+    double tred, dred;
+    REDPR(unitComposition(2), tred, dred);
+    EXPECT_TRUE(tred == fluidConstants.TZ[2] && dred == fluidConstants.RHOZ[2]);
+    // fluids without a density have no volume to add
+    for (int i = 1; i <= 3; ++i) prTerms[i].RHOCPR = fluidConstants.RHOZ[i] = 0.0;
+    CRTPRX(x, tc, pc, dc);
+    EXPECT_EQ(dc, 0.0);
+    REDPR(x, tred, dred);
+    EXPECT_EQ(dred, 0.0);
+    EXPECT_EQ(PHIPRX(0, 1, 1.0, 0.5, x), 0.0);
+}
+
+TEST_F(PengRobinson, NothingIsLeftOfWhatIsNotThere) {
+    const Composition x = mixture(0.5, 0.3);
+    for (const Order o : {Order{-1, 0}, {0, -1}, {4, 0}, {0, 4}}) {
+        EXPECT_EQ(PHIPR(1, o.itau, o.idel, 1.0, 0.5), 0.0);
+        EXPECT_EQ(PHIPRX(o.itau, o.idel, 1.0, 0.5, x), 0.0);
+    }
+    for (const auto& [tau, del] : {std::pair{0.0, 0.5}, std::pair{-1.0, 0.5}, std::pair{1.0, 1e-10}}) {
+        EXPECT_EQ(PHIPR(1, 0, 1, tau, del), 0.0);
+        EXPECT_EQ(PHIPRX(0, 1, tau, del, x), 0.0);
+    }
+    double rho1 = 7.0, rho2 = 7.0;
+    for (const auto& [t, p] : {std::pair{0.0, 100.0}, std::pair{300.0, 0.0}}) {
+        rho1 = rho2 = 7.0;
+        TPRHOPR(t, p, x, rho1, rho2);
+        EXPECT_TRUE(rho1 == 0.0 && rho2 == 0.0) << t << ' ' << p;
+    }
+    // a component that is not in the mixture does not count
+    const Composition two = mixture(0.4, 0.6);
+    double tr, dr;
+    REDPR(two, tr, dr);
+    const double whole = PHIPRX(0, 1, tr / 300.0, 3.0 / dr, two);
+    EXPECT_NEAR(fluidConstants.R * 300.0 * 3.0 * (1.0 + whole), pressure(300.0, 3.0, two), 1e-8);
+    // and one that has no constants leaves the mixture without a model, but not the others
+    for (double PrSlot::*constant : {&PrSlot::PCPR, &PrSlot::TCPR}) {
+        const PrSlot kept = prTerms[3];
+        prTerms[3].*constant = 0.0;
+        EXPECT_EQ(PHIPRX(0, 1, 1.0, 0.5, x), 0.0);
+        EXPECT_EQ(PHIPR(3, 0, 1, 1.0, 0.5), 0.0);
+        EXPECT_NE(PHIPR(1, 0, 1, 1.0, 0.5), 0.0);
+        TPRHOPR(300.0, 100.0, x, rho1, rho2);
+        EXPECT_TRUE(rho1 == 0.0 && rho2 == 0.0);
+        TPRHOPR(300.0, 100.0, unitComposition(1), rho1, rho2);
+        EXPECT_GT(rho1, rho2);
+        Composition dalpha, dnalpha;
+        PHIDERV(1, 300.0, 1.0, x, dalpha, dnalpha, ierr, herr);
+        EXPECT_EQ(ierr, 1);
+        EXPECT_EQ(words(herr),
+                  "[PHIDERV error 1] composition derivatives of the Peng-Robinson model are not available");
+        Composition f, u;
+        FUGCOF(300.0, 1.0, x, f, ierr, herr);
+        EXPECT_EQ(ierr, 1);
+        EXPECT_EQ(f[1], 0.0);
+        CHEMPOT(300.0, 1.0, x, u, ierr, herr);
+        EXPECT_EQ(ierr, 1);
+        EXPECT_EQ(u[1], 0.0);
+        prTerms[3].PRCOEF[1] = 7.0;
+        if (constant == &PrSlot::PCPR) {
+            SETPRCO(3);
+            EXPECT_EQ(prTerms[3].PRCOEF[1], 7.0) << "no shift without a critical pressure";
+        }
+        prTerms[3] = kept;
+    }
+}
+
 TEST_F(PengRobinson, CompositionDerivatives) {
     Random random;
     double worst = 0.0;
@@ -269,6 +360,17 @@ TEST_F(PengRobinson, EstimatedParameterOfAPair) {
     EXPECT_EQ(FPRKIJ[1][3][2], 0.0);
     ESTPR(1, 2);
     for (const double value : FPRKIJ[1][2]) EXPECT_EQ(value, 0.0);
+    for (const auto& [i, j] : {std::pair{2, 1}, std::pair{1, 1}}) {
+        FPRKIJ[i][j].fill(0.7);
+        ESTPR(i, j);
+        for (const double value : FPRKIJ[i][j]) EXPECT_EQ(value, 0.0) << i << ' ' << j;
+    }
+    for (const int unknown : {1, 3}) {
+        const double density = std::exchange(fluidConstants.DCRIT[unknown], 0.0);
+        ESTPR(1, 3);
+        EXPECT_EQ(FPRKIJ[1][3][1], 0.0) << "no size without a critical density";
+        fluidConstants.DCRIT[unknown] = density;
+    }
 }
 
 struct ReaderCase {
@@ -308,6 +410,53 @@ TEST_F(PengRobinson, ReaderAcceptsAndRefuses) {
     EXPECT_EQ(modelTags.HMODCP[1], "CPP");
     SETPR(0, 1, "", ierr, herr);
     EXPECT_EQ(ierr, 1);
+}
+
+// ---- what all have in common ----
+
+// Orders that no model has, and states that are none, give nothing.
+TEST(ModelsOfOneFluid, OrdersBeyondTheThirdAndStatesThatAreNoneAreZero) {
+    struct Model {
+        const char *fluid, *tag;
+        double (*phi)(int, int, int, double, double);
+    };
+    for (const Model& model :
+         {Model{"R123", "BWR", PHIBWR}, Model{"QUITEST", "", PHIQUI}, Model{"R134A", "", PHIFEQ}}) {
+        ASSERT_TRUE(test::setUp({model.fluid}, model.tag, model.phi == PHIQUI ? testFluids : test::dataFolder));
+        EXPECT_NE(model.phi(1, 0, 1, 1.1, 0.5), 0.0) << model.fluid;
+        for (const Order o : {Order{-1, 0}, {0, -1}, {4, 0}, {0, 4}, {-1, 4}})
+            EXPECT_EQ(model.phi(1, o.itau, o.idel, 1.1, 0.5), 0.0) << model.fluid << ' ' << o.itau << ' ' << o.idel;
+        for (const auto& [tau, del] : {std::pair{0.0, 0.5}, std::pair{1.1, 0.0}, std::pair{1.1, 1e-11}})
+            EXPECT_EQ(model.phi(1, 0, 1, tau, del), 0.0) << model.fluid << ' ' << tau << ' ' << del;
+    }
+}
+
+// The reducing values of a component are those of its equation.
+TEST(ModelsOfOneFluid, ReducingValuesAreThoseOfTheEquation) {
+    double tz = 0.0, rhoz = 0.0, tc = 0.0, pc = 0.0, dc = 0.0;
+    ASSERT_TRUE(test::setUp({"QUITEST"}, "", testFluids));
+    REDK(1, tz, rhoz);
+    EXPECT_TRUE(tz == 350.0 && rhoz == 5.0) << "of its file";
+    CRTQUI(1, tc, pc, dc);
+    EXPECT_TRUE(tc == 350.0 && pc == 4378.2551318925625 && dc == 5.0);
+    ASSERT_TRUE(test::setUp({"R123"}, "BWR"));
+    REDK(1, tz, rhoz);
+    EXPECT_NEAR(tz, fluidConstants.TCRIT[1], 1e-9);
+    EXPECT_NEAR(rhoz, fluidConstants.DCRIT[1], 1e-9);
+    modelTags.HMXEOS[1] = "ECS";
+    REDK(1, tz, rhoz);
+    EXPECT_TRUE(tz == fluidConstants.TCRIT[1] && rhoz == fluidConstants.DCRIT[1]);
+    CRTECS(1, tc, pc, dc);
+    EXPECT_TRUE(tc == fluidConstants.TCRIT[1] && pc == fluidConstants.PCRIT[1] && dc == fluidConstants.DCRIT[1]);
+    modelTags.HMXEOS[1] = "PR";
+    fluidConstants.TZ[1] = 400.0;
+    fluidConstants.RHOZ[1] = 4.0;
+    REDK(1, tz, rhoz);
+    EXPECT_TRUE(tz == 400.0 && rhoz == 4.0) << "those of the fluid's own equation stay";
+    modelTags.HMXEOS[1] = "XYZ";
+    REDK(1, tz, rhoz);
+    EXPECT_TRUE(tz == 9.99e99 && rhoz == 9.99e99);
+    modelTags.LFORCESETUP = true;
 }
 
 // ---- BWR ----
@@ -598,6 +747,41 @@ TEST_F(CorrespondingStates, Derivatives) {
     EXPECT_EQ(PHIECS(1, 2, 1, 1.1, 0.8), 0.0);
     EXPECT_EQ(PHIECS(1, 0, 3, 1.1, 0.8), 0.0);
     EXPECT_EQ(PHIECS(1, 0, 1, 1.1, 1e-10), 0.0);
+}
+
+// Without density the shape factors have the limits of those of little density.
+TEST_F(CorrespondingStates, ShapeFactorsWithoutDensity) {
+    EcsPolynomial& inDensity = ecsTerms[1].FDECS;
+    inDensity.count = 3;
+    for (const int k : {1, 2, 3}) {
+        inDensity.coefficient[k] = 0.3 * k;
+        inDensity.power[k] = k;
+    }
+    const double t = 450.0, step = 1e-7 * fluidConstants.DCRIT[1];
+    ShapeFactor none, little;
+    FJ(1, t, 0.0, none);
+    FJ(1, t, step, little);
+    EXPECT_NEAR(none.value, little.value, 1e-6);
+    EXPECT_NEAR(none.dD, little.dD, 1e-5 * std::fabs(little.dD));
+    EXPECT_NEAR(none.dDD, little.dDD, 1e-5 * std::fabs(little.dDD));
+    EXPECT_NEAR(none.dT, little.dT, 1e-6 * std::fabs(little.dT));
+    EXPECT_NE(none.dD, 0.0);
+    EXPECT_NE(none.dDD, 0.0);
+    modelTags.LFORCESETUP = true;
+}
+
+TEST_F(CorrespondingStates, OrdersThatItDoesNotHaveAreZero) {
+    for (const Order o : {Order{-1, 0}, {0, -1}, {3, 0}, {2, 1}, {1, 2}})
+        EXPECT_EQ(PHIECS(1, o.itau, o.idel, 1.1, 0.5), 0.0) << o.itau << ' ' << o.idel;
+    EXPECT_EQ(PHIECS(1, 0, 1, 0.0, 0.5), 0.0);
+    EXPECT_EQ(PHIECS(1, 0, 1, 1.1, 1e-10), 0.0);
+    EXPECT_NE(PHIECS(1, 0, 1, 1.1, 0.5), 0.0);
+    for (SlotArray<double> FluidConstants::*constant :
+         {&FluidConstants::TZ, &FluidConstants::RHOZ, &FluidConstants::TCRIT}) {
+        const double kept = std::exchange((fluidConstants.*constant)[-1], 0.0);
+        EXPECT_EQ(PHIECS(1, 0, 1, 1.1, 0.5), 0.0) << "a reference fluid without constants";
+        (fluidConstants.*constant)[-1] = kept;
+    }
 }
 
 TEST_F(CorrespondingStates, ValueIsThatOfTheReference) {
