@@ -157,7 +157,8 @@ FRIGANA_WIDE_LOOPS void evaluateTerms(FeqSlot& f, double tau, double del) {
             length[r] = f.GIF2[r] * (power <= 4 ? byProducts[power] : std::pow(del, f.DLPOWR[r]));
         }
         for (int k = 1; k <= filled; k += termsOfBlock)
-            for (int i = k; i < k + termsOfBlock; ++i) f.DELLI[i] = length[f.ILPF[i]];
+            // The row of every term is one of those above.
+            for (int i = k; i < k + termsOfBlock; ++i) f.DELLI[i] = length[f.ILPF[i]];  // cppcheck-suppress uninitvar
         for (int k = 1; k <= filled; ++k) f.lengthTerm[k] = f.DLIF[k] * f.DELLI[k];
     }
     evaluateRows(f, tau, del);

@@ -80,9 +80,13 @@ struct Caloric {
 };
 template <char given>
 Caloric caloric(double& own, double& other, double& another) {
-    if constexpr (given == 'E') return {own, other, another};
-    if constexpr (given == 'H') return {other, own, another};
-    if constexpr (given == 'S') return {other, another, own};
+    static_assert(given == 'E' || given == 'H' || given == 'S');
+    if constexpr (given == 'E')
+        return {own, other, another};
+    else if constexpr (given == 'H')
+        return {other, own, another};
+    else
+        return {other, another, own};
 }
 
 // The first property, and the other one of temperature and pressure.
@@ -91,8 +95,11 @@ struct Driver {
 };
 template <char first>
 Driver driver(double& given, double& wanted) {
-    if constexpr (first == 'T') return {given, wanted};
-    if constexpr (first == 'P') return {wanted, given};
+    static_assert(first == 'T' || first == 'P');
+    if constexpr (first == 'T')
+        return {given, wanted};
+    else
+        return {wanted, given};
 }
 
 // States in full; first and second are e and s, e and h, or h and s.
