@@ -14,6 +14,7 @@
 #include "FLASH2.h"
 #include "FLSH_SUB.h"
 #include "LIMITS.h"
+#include "Letters.h"
 #include "NamedRequest.h"
 #include "SETUP.h"
 #include "StateQuery.h"
@@ -232,10 +233,6 @@ bool QualityLine::solve(char letter, double value, double quality, Flash& f) {
 // ---- what is asked for
 // ------------------------------------------------------------------------------------------------
 
-char upper(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
 bool between(const Flash& f) {
     return f.q > 0.0 && f.q < 1.0;
 }
@@ -375,7 +372,7 @@ const PropertyRow* findProperty(std::string_view name) {
 }
 
 std::string PropertyFluid::answer(const Question& question) const {
-    char a = upper(question.first), b = upper(question.second);
+    char a = capitalLetter(question.first), b = capitalLetter(question.second);
     const double *first = question.firstValues, *second = question.secondValues;
     constexpr std::string_view letters = "TPDHSQ";
     const auto place = [&](char letter) { return letters.find(letter); };

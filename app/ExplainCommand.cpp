@@ -36,7 +36,7 @@ void addRows(Table& table, const Request& request, int circuit, int stage, std::
                               : "true";
             else if (limits)
                 allowed = limitsText(*limits, option.quantity, unitIn(units, option.quantity));
-            const bool zero = parameter.absent == Absent::zero && zeroOption(parameter) == &option;
+            const bool zero = parameter.absent == Absent::zero && &zeroOption(parameter) == &option;
             const std::string left = zero                                                    ? "0"
                                      : parameter.absent == Absent::optional                  ? "none"
                                      : !previous.empty() || parameter.absent == Absent::zero ? "(or this)"

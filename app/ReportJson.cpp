@@ -133,9 +133,7 @@ void putStages(json& item, const FilledRequest& input) {
 }
 
 std::string wordOf(int property) {
-    for (const PropertyName& name : propertyNames())
-        if (name.code == property) return std::string(name.word);
-    return {};
+    return std::string(propertyName(property).word);
 }
 
 void putTable(json& item, const PropertyQuestion& ask) {
@@ -181,7 +179,7 @@ void putInput(json& root, const RunResult& result, const ReportStyle& style) {
     for (std::size_t i = 0; i < input.blocks.size(); ++i) {
         const Circuit& circuit = input.request->circuits[i];
         const Block& block = input.blocks[i];
-        const std::string own = circuit.key.empty() ? std::string() : std::string(circuit.key) + '.';
+        const std::string own = catalogue::prefixOf(circuit);
         if (!block.title.empty()) item[own + "title"] = block.title;
         fluids[circuit.key.empty() ? "fluid" : std::string(circuit.key)] = fluidJson(result, i, style);
         for (std::size_t k = 0; k < block.settings.size() && k < circuit.parameters.size(); ++k)

@@ -1,5 +1,7 @@
 #include "Catalogue.h"
 
+#include <algorithm>
+
 #include "40_RangeChecks.h"
 #include "CycleParameters.h"
 
@@ -354,6 +356,18 @@ std::span<const PropertyName> propertyNames() {
     return properties;
 }
 
+const PropertyName& propertyName(int code) {
+    for (const PropertyName& property : properties)
+        if (property.code == code) return property;
+    return properties[0];
+}
+
+std::string prefixOf(const Circuit& circuit) {
+    std::string prefix(circuit.key);
+    if (!prefix.empty()) prefix += '.';
+    return prefix;
+}
+
 std::string keyOf(const Parameter& parameter, const Option& option) {
     std::string key(parameter.place);
     if (!key.empty()) key += '.';
@@ -363,15 +377,15 @@ std::string keyOf(const Parameter& parameter, const Option& option) {
 std::string keyOf(const Circuit& circuit, int stage, const Parameter& parameter, const Option& option) {
     std::string key;
     // What lies between two circuits belongs to neither.
-    if (!circuit.key.empty() && parameter.place != "intermediate") key = std::string(circuit.key) + '.';
+    if (parameter.place != "intermediate") key = prefixOf(circuit);
     if (stage > 0) key += "stage" + std::to_string(stage) + '.';
     return key += keyOf(parameter, option);
 }
 
-const Option* zeroOption(const Parameter& parameter) {
-    for (const Option& option : parameter.options)
-        if (option.quantity != Quantity::temperature && option.quantity != Quantity::pressure) return &option;
-    return nullptr;
+const Option& zeroOption(const Parameter& parameter) {
+    return *std::find_if(parameter.options.begin(), parameter.options.end(), [](const Option& option) {
+        return option.quantity != Quantity::temperature && option.quantity != Quantity::pressure;
+    });
 }
 
 std::optional<Limits> limitsOf(const Request& request, int circuit, bool stage, const Parameter& parameter,

@@ -98,13 +98,16 @@ std::span<const Request> requests();
 const Request* findRequest(std::string_view name);
 const Request* findRequest(int type, int sub);
 
+// What stands in front of the keys of a circuit: "low."; empty where there is only one.
+std::string prefixOf(const Circuit& circuit);
 // Full key of an option, without the key of the circuit: "evaporator.temperature".
 std::string keyOf(const Parameter& parameter, const Option& option);
 // The same with circuit and stage in front: "low.evaporator.temperature", "stage2.compressor.isentropic_efficiency".
 std::string keyOf(const Circuit& circuit, int stage, const Parameter& parameter, const Option& option);
 
-// The option that stands, with 0, where a parameter with a natural zero is left out: its first one that is a difference.
-const Option* zeroOption(const Parameter& parameter);
+// The option that stands, with 0, where a parameter with a natural zero is left out: its first one that is a
+// difference.
+const Option& zeroOption(const Parameter& parameter);
 
 // Limits of a value, from the rows of the range checks.
 struct Limits {
@@ -142,5 +145,7 @@ struct PropertyName {
     Quantity quantity, difference;
 };
 std::span<const PropertyName> propertyNames();
+// By its code; temperature where a request has none.
+const PropertyName& propertyName(int code);
 
 }  // namespace frigana::catalogue

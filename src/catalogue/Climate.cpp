@@ -8,6 +8,7 @@
 #include "OneRefrigerant.h"
 #include "StateQuery.h"
 #include "UTILITY.h"
+#include "Words.h"
 
 namespace frigana::catalogue {
 
@@ -51,9 +52,7 @@ void addComponents(const Fluid& fluid, const std::string& dataFolder, std::size_
 
 // The figure behind the name of the fluid, in cycles; the value of its own, in facts of a fluid.
 std::optional<double> figureOfResult(const RunResult& result, std::size_t circuit) {
-    const Request* request = result.input.request;
-    const std::string key(circuit < request->circuits.size() ? request->circuits[circuit].key : "");
-    const std::string_view text = result.text(key.empty() ? "fluid_and_gwp" : key + ".fluid_and_gwp");
+    const std::string_view text = result.text(prefixOf(result.input.request->circuits[circuit]) + "fluid_and_gwp");
     double figure = result.number("gwp");
     if (const auto blank = text.find_last_of(' '); blank != std::string_view::npos)
         figure = std::strtod(std::string(text.substr(blank + 1)).c_str(), nullptr);
@@ -64,9 +63,7 @@ std::optional<double> figureOfResult(const RunResult& result, std::size_t circui
 
 std::optional<std::size_t> climateReportOf(std::string_view name) {
     for (std::size_t k = 0; k < climateReports.size(); ++k)
-        if (std::equal(name.begin(), name.end(), climateReports[k].begin(), climateReports[k].end(),
-                       [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 'a' + 'A' : a) == b; }))
-            return k;
+        if (inCapitals(name) == climateReports[k]) return k;
     return std::nullopt;
 }
 

@@ -19,14 +19,30 @@ constexpr int propertyType = 1, cycleType = 2;
 // ---- writing
 // ---------------------------------------------------------------------------------------------------------
 
+std::string word(int number) {
+    return std::to_string(number);
+}
+std::string word(double number) {
+    return numberText(number);
+}
+// Numbers with blanks between.
+template <class... Numbers>
+std::string numbersLine(const Numbers&... numbers) {
+    std::string line;
+    ((line += word(numbers) + ' '), ...);
+    line.back() = '\n';
+    return line;
+}
+
 std::string settingLine(const Setting& setting) {
-    return std::to_string(setting.option) + ' ' + numberText(setting.value) + '\n';
+    return numbersLine(setting.option, setting.value);
 }
 
 // A name bare, or in quotes where it holds what ends a bare text.
 std::string nameLine(const std::string& name) {
     const bool bare = !name.empty() && name.find_first_of(" ,\t'\"/") == std::string::npos;
-    return (bare ? name : '"' + name + '"') + '\n';
+    if (bare) return name + '\n';
+    return '"' + name + "\"\n";
 }
 
 std::string referenceLine(const Fluid& fluid) {
@@ -64,30 +80,25 @@ std::string propertyText(const FilledRequest& filled) {
     } else {
         text += "1\n1\n" + nameLine(fluid.file) + "1\n";
     }
-    text += nameLine(fluid.blendName.empty() ? "none" : fluid.blendName) + referenceLine(fluid);
+    text += fluid.blendName.empty() ? "none\n" : nameLine(fluid.blendName);
+    text += referenceLine(fluid);
     text += std::to_string(filled.request->sub) + '\n';
     constexpr int firstTool = 2, lastTool = 6;
     if (filled.request->sub <= lastTool)
         for (int tool = firstTool; tool < filled.request->sub; ++tool) text += "0\n";
-    const auto line = [&](std::initializer_list<std::string> parts) {
-        for (const std::string& part : parts) text += part + ' ';
-        text.back() = '\n';
-    };
     switch (filled.request->sub) {
         case 2:
-            line({std::to_string(ask.running), numberText(ask.from), numberText(ask.to), numberText(ask.step)});
+            text += numbersLine(ask.running, ask.from, ask.to, ask.step);
             break;
         case 3:
-            line({std::to_string(ask.constant), std::to_string(ask.running), numberText(ask.constantValue),
-                  numberText(ask.from), numberText(ask.to), numberText(ask.step)});
+            text += numbersLine(ask.constant, ask.running, ask.constantValue, ask.from, ask.to, ask.step);
             break;
         case 4:
-            line({std::to_string(ask.first), numberText(ask.firstValue), std::to_string(ask.second),
-                  numberText(ask.secondValue)});
+            text += numbersLine(ask.first, ask.firstValue, ask.second, ask.secondValue);
             break;
         case 5:
         case 6:
-            line({std::to_string(ask.side), numberText(ask.sideValue)});
+            text += numbersLine(ask.side, ask.sideValue);
             break;
         default:
             break;
@@ -129,8 +140,7 @@ void readRecords(void* context) {
 }
 
 std::string textOf(std::string_view text) {
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\r')) text.remove_suffix(1);
-    return std::string(text);
+    return std::string(text.substr(0, text.find_last_not_of(" \r") + 1));
 }
 
 Fluid fluidOf(const SUBSTANCE& substance, bool cycle) {

@@ -7,6 +7,7 @@
 
 #include "EditDistance.h"
 #include "StoredBlends.h"
+#include "Words.h"
 
 namespace frigana::catalogue {
 
@@ -15,7 +16,7 @@ namespace {
 constexpr int propertyType = 1;
 constexpr int lineSizing = 5, runIndex = 30;
 constexpr int saturationTable = 2, isopropertyTable = 3, storeBlend = 7, fluidInformation = 1;
-constexpr int mostRows = 2000;
+constexpr int leastRows = 3, mostRows = 2000;  // of a table
 
 // A value of the file under its full key.
 struct Leaf {
@@ -45,6 +46,14 @@ void flatten(const Node& table, const std::string& prefix, std::vector<Leaf>& le
     }
 }
 
+// How a person writes a reference state, in small letters.
+struct ReferenceWord {
+    std::string_view word, code;
+};
+constexpr ReferenceWord referenceWords[] = {
+    {"def", "DEF"}, {"default", "DEF"}, {"iir", "IIR"}, {"ash", "ASH"}, {"ashrae", "ASH"}, {"nbp", "NBP"},
+};
+
 // The nearest of some words, empty where none is near.
 template <class Words>
 std::string nearest(std::string_view word, const Words& words) {
@@ -58,19 +67,6 @@ std::string nearest(std::string_view word, const Words& words) {
         }
     }
     return best;
-}
-
-std::string joined(const std::vector<std::string>& parts, const std::string& between, const std::string& last) {
-    std::string text;
-    for (std::size_t i = 0; i < parts.size(); ++i)
-        text += (i == 0 ? "" : i + 1 == parts.size() ? last : between) + parts[i];
-    return text;
-}
-
-std::string lowercase(std::string_view text) {
-    std::string result;
-    for (const char c : text) result += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return result;
 }
 
 class Reader {
@@ -98,7 +94,11 @@ class Reader {
   private:
     // ---- messages ----
 
-    void fail(int line, const std::string& text) { result_.problems.push_back({line, text}); }
+    void fail(int line, const std::string& text) {
+        Problem& problem = result_.problems.emplace_back();
+        problem.line = line;
+        problem.text = text;
+    }
     void fail(const Leaf& leaf, const std::string& text) {
         fail(leaf.node->line, leaf.key + " = " + leaf.node->shown() + ": " + text);
     }
@@ -121,14 +121,16 @@ class Reader {
         for (const Request& request : requests()) all.emplace_back(request.name);
         const Leaf* leaf = find("request");
         if (leaf == nullptr) {
-            fail(0, "missing: request; one of " + joined(all, ", ", ", "));
+            fail(0, "missing: request; one of " + listed(all, ", "));
             return false;
         }
         if (leaf->node->kind == Node::Kind::text) result_.request = findRequest(leaf->node->text);
         if (result_.request != nullptr) return true;
         const std::string near = nearest(leaf->node->shown(), all);
-        fail(*leaf, "there is no such request" +
-                        (near.empty() ? "; allowed are " + joined(all, ", ", ", ") : "; near is " + near));
+        if (near.empty())
+            fail(*leaf, "there is no such request; allowed are " + listed(all, ", "));
+        else
+            fail(*leaf, "there is no such request; near is " + near);
         return false;
     }
 
@@ -157,7 +159,7 @@ class Reader {
             general_.emplace(key);
         const bool two = request.circuits.size() == 2;
         for (const Circuit& circuit : request.circuits) {
-            const std::string prefix = two ? std::string(circuit.key) + '.' : std::string();
+            const std::string prefix = prefixOf(circuit);
             for (const char* key : {"fluid", "fractions", "blend_name"}) general_.insert(prefix + key);
             if (two)
                 for (const char* key : {"title", "reference_state", "reference_of"}) general_.insert(prefix + key);
@@ -186,12 +188,14 @@ class Reader {
             for (const std::string& key : all)
                 if (key.starts_with(leaf.key + '.')) below.push_back(key);
             if (!below.empty()) {
-                fail(leaf.node->line, leaf.key + " is a table: " + joined(below, ", ", " or "));
+                // A heading whose lines were all taken out asks for nothing.
+                if (leaf.node->kind != Node::Kind::table)
+                    fail(leaf.node->line, leaf.key + " is a table: " + listed(below, " or "));
                 continue;
             }
-            const std::string near = nearest(leaf.key, all);
-            fail(leaf.node->line, leaf.key + " is no key of " + std::string(result_.request->name) +
-                                      (near.empty() ? "" : "; near is " + near));
+            std::string text = leaf.key + " is no key of " + std::string(result_.request->name);
+            if (const std::string near = nearest(leaf.key, all); !near.empty()) text += "; near is " + near;
+            fail(leaf.node->line, text);
         }
     }
 
@@ -221,14 +225,13 @@ class Reader {
         if (state == nullptr) state = find("reference_state");
         if (state != nullptr) {
             const std::string text =
-                state->node->kind == Node::Kind::text ? lowercase(state->node->text) : std::string();
-            static const std::map<std::string, std::string> codes{{"def", "DEF"}, {"default", "DEF"}, {"iir", "IIR"},
-                                                                  {"ash", "ASH"}, {"ashrae", "ASH"},  {"nbp", "NBP"}};
-            const auto code = codes.find(text);
-            if (code == codes.end())
+                state->node->kind == Node::Kind::text ? inSmallLetters(state->node->text) : std::string();
+            const auto word = std::find_if(std::begin(referenceWords), std::end(referenceWords),
+                                           [&](const ReferenceWord& one) { return one.word == text; });
+            if (word == std::end(referenceWords))
                 fail(*state, "allowed are DEF (of the fluid file), IIR, ASHRAE and NBP");
             else
-                fluid.referenceState = code->second;
+                fluid.referenceState = word->code;
         }
         const Leaf* of = find(prefix + "reference_of");
         if (of == nullptr) of = find("reference_of");
@@ -242,23 +245,22 @@ class Reader {
     }
 
     // A fraction of a component: 0.7 or "70 %".
-    bool readFraction(const std::string& key, const Node& node, double& value) {
+    bool readFraction(const Leaf& leaf, double& value) {
+        const Node& node = *leaf.node;
+        std::string problem;
         if (node.kind == Node::Kind::number) {
             value = node.number;
         } else if (node.kind == Node::Kind::text) {
             const Parsed parsed = parseQuantity(node.text, Quantity::fraction, nullptr);
-            if (!parsed.problem.empty()) {
-                fail(node.line, key + " = " + node.shown() + ": " + parsed.problem);
-                return false;
-            }
+            problem = parsed.problem;
             value = parsed.value;
         } else {
-            fail(node.line, key + " = " + node.shown() + ": is no fraction; write 0.7 or \"70 %\"");
-            return false;
+            problem = "is no fraction; write 0.7 or \"70 %\"";
         }
-        if (std::isfinite(value) && value >= 0.0) return true;
-        fail(node.line, key + " = " + node.shown() + ": a fraction is not below 0");
-        return false;
+        if (problem.empty() && !std::isfinite(value)) problem = "is not finite";
+        if (problem.empty() && value < 0.0) problem = "a fraction is not below 0";
+        if (!problem.empty()) fail(leaf, problem);
+        return problem.empty();
     }
 
     void readComponents(const Leaf& leaf, const std::string& prefix, Fluid& fluid) {
@@ -270,7 +272,7 @@ class Reader {
             const std::string key = leaf.key + '.' + name;
             const FoundFluid found = names_.find(name);
             double fraction = 0.0;
-            if (!readFraction(key, node, fraction)) {
+            if (!readFraction({key, &node}, fraction)) {
                 sound = false;
                 continue;
             }
@@ -465,19 +467,14 @@ class Reader {
             const std::string key = keyOf(own, stage, parameter, option);
             if (keys.empty() || keys.back() != key) keys.push_back(key);
         }
-        return joined(keys, ", ", " or ");
-    }
-
-    static Setting zeroOf(const Parameter& parameter) {
-        const Option* option = zeroOption(parameter);
-        return option == nullptr ? Setting{} : Setting{option->number, 0.0};
+        return listed(keys, " or ");
     }
 
     Setting readParameter(const Parameter& parameter, int circuit, int stage) {
         if (parameter.absent == Absent::unused || parameter.absent == Absent::derived) return {1, 0.0};
         const Chosen chosen = choose(parameter, circuit, stage);
         if (chosen.leaf != nullptr) return readOption(*chosen.leaf, chosen.known);
-        if (parameter.absent == Absent::zero) return zeroOf(parameter);
+        if (parameter.absent == Absent::zero) return {zeroOption(parameter).number, 0.0};
         if (parameter.absent == Absent::refused) missing_.push_back(alternatives(parameter, circuit, stage));
         return {1, 0.0};
     }
@@ -489,12 +486,14 @@ class Reader {
         FilledRequest filled;
         filled.request = &request;
         const bool two = request.circuits.size() == 2;
+        std::string title = readTitle("", std::string(request.title));
         for (std::size_t i = 0; i < request.circuits.size(); ++i) {
             const Circuit& circuit = request.circuits[i];
-            const std::string prefix = two ? std::string(circuit.key) + '.' : std::string();
+            const std::string prefix = prefixOf(circuit);
             Block block;
-            const std::string title = i == 0 ? readTitle("", std::string(request.title)) : filled.blocks.front().title;
-            block.title = two ? readTitle(prefix, title) : title;
+            // That of the first circuit is the second one's too, where it has none.
+            if (two) title = readTitle(prefix, title);
+            block.title = title;
             block.fluid = readFluid(prefix);
             for (const Parameter& parameter : circuit.parameters)
                 block.settings.push_back(readParameter(parameter, static_cast<int>(i), 0));
@@ -511,7 +510,7 @@ class Reader {
         if (stages.countIndex == 0) return;
         auto& settings = filled.blocks.front().settings;
         const int count = settings[static_cast<std::size_t>(stages.countIndex - 1)].option;
-        for (int stage = 1; stage < count && stage < stages.most; ++stage)
+        for (int stage = 1; stage < count; ++stage)
             for (const Parameter& parameter : stages.parameters) settings.push_back(readParameter(parameter, 0, stage));
     }
 
@@ -540,12 +539,6 @@ class Reader {
 
     // ---- property requests ----
 
-    const PropertyName& propertyOf(int code) const {
-        for (const PropertyName& property : propertyNames())
-            if (property.code == code) return property;
-        return propertyNames().front();
-    }
-
     int readWord(const Parameter& parameter) {
         const Leaf* leaf = find(keyOf(parameter, parameter.options.front()));
         if (leaf == nullptr) {
@@ -557,14 +550,15 @@ class Reader {
             words.emplace_back(option.label);
             if (leaf->node->kind == Node::Kind::text && leaf->node->text == option.label) return option.number;
         }
-        fail(*leaf, "allowed are " + joined(words, ", ", " and "));
+        fail(*leaf, "allowed are " + listed(words));
         return 0;
     }
 
+    // Of a request that has it.
     const Parameter& parameterOf(int index) const {
-        for (const Parameter& parameter : result_.request->circuits.front().parameters)
-            if (parameter.index == index) return parameter;
-        return result_.request->circuits.front().parameters.front();
+        const auto parameters = result_.request->circuits.front().parameters;
+        return *std::find_if(parameters.begin(), parameters.end(),
+                             [&](const Parameter& parameter) { return parameter.index == index; });
     }
 
     void readTable(PropertyQuestion& ask) {
@@ -590,7 +584,7 @@ class Reader {
                 if (const Leaf* leaf = find(key)) fail(*leaf, "suggested_limits asks for no table");
             return;
         }
-        const PropertyName& property = propertyOf(ask.running == 0 ? 1 : ask.running);
+        const PropertyName& property = propertyName(ask.running);
         bool ends = true;
         const auto readEnd = [&](const char* key, double& value) {
             if (const Leaf* leaf = find(key)) {
@@ -604,10 +598,8 @@ class Reader {
         readEnd("to", ask.to);
         if (chosen.leaf == nullptr) return missing_.push_back(alternatives(step, 0, 0));
         if (chosen.known.option->key == "count") {
-            const int count = readCount(*chosen.leaf, Limits{2, mostRows});
-            // A hair less than the exact part of the way, so that rounding leaves no row out.
-            constexpr double hair = 1e-12;
-            if (count >= 2) ask.step = (ask.to - ask.from) / (count - 1) * (1.0 - hair);
+            const int count = readCount(*chosen.leaf, Limits{leastRows, mostRows});
+            if (count > 0) ask.step = (ask.to - ask.from) / (count - 1);
         } else {
             ask.step = readQuantity(*chosen.leaf, property.difference, std::nullopt);
             if (ask.step == 0.0 && result_.problems.empty())
@@ -632,9 +624,8 @@ class Reader {
                 {known->second.option->number, readQuantity(leaf, known->second.option->quantity, std::nullopt)});
         }
         if (given.size() != 2) {
-            const std::string text =
-                "a state point has two of temperature, pressure and density, here are " + std::to_string(given.size());
-            return fail(line, where.empty() ? text : where + ": " + text);
+            return fail(line, where + "a state point has two of temperature, pressure and density, here are " +
+                                  std::to_string(given.size()));
         }
         ask.first = given[0].code;
         ask.firstValue = given[0].value;
@@ -646,8 +637,7 @@ class Reader {
         const Parameter& side = parameterOf(saturationSide);
         const Chosen chosen = choose(side, 0, 0);
         if (chosen.leaf == nullptr) {
-            const std::string text = "missing: " + alternatives(side, 0, 0);
-            return fail(line, where.empty() ? text : where + ": " + text);
+            return fail(line, where + "missing: " + alternatives(side, 0, 0));
         }
         const Setting setting = readOption(*chosen.leaf, chosen.known);
         ask.side = setting.option;
@@ -680,12 +670,11 @@ class Reader {
         const Node* list = points->node;
         int number = 0;
         for (const Node& item : list->items) {
-            const std::string where = "points, point " + std::to_string(++number);
+            const std::string where = "points, point " + std::to_string(++number) + ": ";
             leaves_.clear();
             if (item.kind == Node::Kind::table) flatten(item, "", leaves_);
             for (const Leaf& leaf : leaves_)
-                if (!known_.contains(leaf.key))
-                    fail(leaf.node->line, where + ": " + leaf.key + " is no key of a point");
+                if (!known_.contains(leaf.key)) fail(leaf.node->line, where + leaf.key + " is no key of a point");
             FilledRequest filled = head;
             readOnePoint(filled.question, where, item.line);
             result_.runs.push_back(std::move(filled));
@@ -719,7 +708,7 @@ class Reader {
     }
 
     void finish() {
-        if (!missing_.empty()) fail(0, "missing: " + joined(missing_, "; ", "; "));
+        if (!missing_.empty()) fail(0, "missing: " + listed(missing_, "; ", "; "));
     }
 
     const FluidNames& names_;
@@ -743,32 +732,22 @@ constexpr GeneralKey general[] = {
     {"reference_of", "what the reference state is of", "composition (if left out), pure fluids"},
 };
 
-Node treeOf(std::string_view text, NamedFormat format, std::vector<Problem>& problems) {
-    Node tree;
-    problems = format == NamedFormat::toml ? readToml(text, tree) : readJson(text, tree);
-    return tree;
-}
-
 }  // namespace
 
 NamedRequest readNamed(std::string_view text, NamedFormat format, const FluidNames& names, const std::string& blends) {
     NamedRequest failed;
     // The mark that some editors put in front of UTF-8.
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-    const Node tree = treeOf(text, format, failed.problems);
+    Node tree;
+    failed.problems = format == NamedFormat::toml ? readToml(text, tree) : readJson(text, tree);
     if (!failed.problems.empty()) return failed;
     return Reader(tree, names, blends).read();
 }
 
-std::string requestNameOf(std::string_view text, NamedFormat format) {
-    std::vector<Problem> problems;
-    const Node tree = treeOf(text, format, problems);
-    const Node* name = problems.empty() ? tree.find("request") : nullptr;
-    return name != nullptr && name->kind == Node::Kind::text ? name->text : std::string();
-}
-
 std::string message(const std::string& file, const Problem& problem) {
-    return file + (problem.line > 0 ? ':' + std::to_string(problem.line) : "") + ": " + problem.text;
+    std::string text = file;
+    if (problem.line > 0) text += ':' + std::to_string(problem.line);
+    return text + ": " + problem.text;
 }
 
 std::span<const GeneralKey> generalKeys() {
@@ -779,7 +758,8 @@ std::string limitsText(const Limits& limits, Quantity quantity, const Unit& unit
     const std::string lower = quantityText(limits.lower, quantity, unit),
                       upper = quantityText(limits.upper, quantity, unit);
     if (limits.open) return "above " + lower + " and below " + upper;
-    return lower == upper ? lower : lower + " to " + upper;
+    if (lower == upper) return lower;
+    return lower + " to " + upper;
 }
 
 FilledRequest typicalRequest(const Request& request, const std::optional<Fluid>& fluid) {

@@ -31,9 +31,6 @@ struct NamedRequest {
 NamedRequest readNamed(std::string_view text, NamedFormat format, const FluidNames& names,
                        const std::string& blends = {});
 
-// Reads the name alone, for who has to know it before the rest; empty where there is none.
-std::string requestNameOf(std::string_view text, NamedFormat format);
-
 // A problem as a person reads it: "chiller.toml:7: ...".
 std::string message(const std::string& file, const Problem& problem);
 

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "NamedRequest.h"
+#include "Words.h"
 
 namespace frigana::catalogue {
 
@@ -26,25 +27,45 @@ std::string quoted(std::string_view text) {
     return result + '"';
 }
 
-// Titles of positional requests may hold bytes that are no UTF-8; those are read as the old code page of the west.
-std::string asUtf8(const std::string& text) {
-    const auto isTail = [&](std::size_t at) {
-        return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
+unsigned byteOf(char c) {
+    return static_cast<unsigned char>(c);
+}
+
+// Bytes of the character of UTF-8 at the head of a text; 0 where there is none.
+//   Source  The Unicode Standard, well-formed byte sequences
+std::size_t characterLength(std::string_view text) {
+    struct Form {
+        unsigned first, last;      // of the byte in front
+        std::size_t length;        // with those behind it, which are 80 to BF
+        unsigned lowest, highest;  // of the first one behind it
     };
+    constexpr Form forms[] = {
+        {0x00, 0x7F, 1, 0x80, 0xBF}, {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF},
+        {0xE1, 0xEC, 3, 0x80, 0xBF}, {0xED, 0xED, 3, 0x80, 0x9F}, {0xEE, 0xEF, 3, 0x80, 0xBF},
+        {0xF0, 0xF0, 4, 0x90, 0xBF}, {0xF1, 0xF3, 4, 0x80, 0xBF}, {0xF4, 0xF4, 4, 0x80, 0x8F},
+    };
+    const auto form = std::find_if(std::begin(forms), std::end(forms), [&](const Form& one) {
+        return byteOf(text.front()) >= one.first && byteOf(text.front()) <= one.last;
+    });
+    if (form == std::end(forms) || text.size() < form->length) return 0;
+    const std::string_view behind = text.substr(1, form->length - 1);
+    if (!behind.empty() && (byteOf(behind.front()) < form->lowest || byteOf(behind.front()) > form->highest)) return 0;
+    return std::all_of(behind.begin(), behind.end(), [](char c) { return (byteOf(c) & 0xC0) == 0x80; }) ? form->length
+                                                                                                        : 0;
+}
+
+// Titles of positional requests may hold bytes that are no UTF-8; those are read as the old code page of the west.
+std::string asUtf8(std::string_view text) {
     std::string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto c = static_cast<unsigned char>(text[at]);
-        const std::size_t length = c < 0x80 ? 1 : c >= 0xC2 && c < 0xE0 ? 2 : c >= 0xE1 && c < 0xED ? 3 : 0;
-        bool sound = length > 0;
-        for (std::size_t i = 1; i < length; ++i) sound = sound && isTail(at + i);
-        if (sound) {
-            result += text.substr(at, length);
-            at += length;
+    while (!text.empty()) {
+        const std::size_t length = characterLength(text);
+        if (length > 0) {
+            result += text.substr(0, length);
         } else {
-            result += static_cast<char>(0xC0 | (c >> 6));
-            result += static_cast<char>(0x80 | (c & 0x3F));
-            ++at;
+            result += static_cast<char>(0xC0 | (byteOf(text.front()) >> 6));
+            result += static_cast<char>(0x80 | (byteOf(text.front()) & 0x3F));
         }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     return result;
 }
@@ -52,7 +73,7 @@ std::string asUtf8(const std::string& text) {
 // A component as a key of an inline table.
 std::string bareOrQuoted(const std::string& name) {
     const bool bare = !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
+        return isSmall(c) || isCapital(c) || isDigit(c) || c == '_' || c == '-';
     });
     return bare ? name : quoted(name);
 }
@@ -62,7 +83,8 @@ std::string bareOrQuoted(const std::string& name) {
 std::string exactQuantity(double value, Quantity quantity, UnitSystem system) {
     const Unit& unit = unitIn(system, quantity);
     const auto written = [](const std::string& number, const Unit& in) {
-        return in.symbol.empty() ? number : quoted(number + ' ' + std::string(in.symbol));
+        if (in.symbol.empty()) return number;
+        return quoted(number + ' ' + std::string(in.symbol));
     };
     const double number = fromInner(value, unit);
     constexpr int mostDigits = 17;
@@ -100,11 +122,11 @@ class Writer {
 
     void writeFluid(const Fluid& fluid) {
         if (fluid.kind == 3) {
-            std::string components;
+            std::vector<std::string> components;
             for (const Fluid::Component& component : fluid.components)
-                components += (components.empty() ? "" : ", ") + bareOrQuoted(names_.nameFor(component.file)) + " = " +
-                              numberText(component.fraction);
-            put("fluid", "{ " + components + " }");
+                components.push_back(bareOrQuoted(names_.nameFor(component.file)) + " = " +
+                                     numberText(component.fraction));
+            put("fluid", "{ " + listed(components, ", ") + " }");
             put("fractions", quoted(fluid.byMass ? "mass" : "mole"));
             put("blend_name", quoted(asUtf8(fluid.blendName)));
         } else {
@@ -113,7 +135,8 @@ class Writer {
         }
         if (fluid.referenceState != "DEF" || style_.explained) {
             if (style_.explained) comment("DEF (of the fluid file), IIR, ASHRAE or NBP");
-            put("reference_state", quoted(fluid.referenceState == "ASH" ? "ASHRAE" : fluid.referenceState));
+            const bool ashrae = fluid.referenceState == "ASH";
+            put("reference_state", quoted(ashrae ? std::string_view("ASHRAE") : fluid.referenceState));
         }
         if (fluid.referenceOf == 1) put("reference_of", quoted("pure fluids"));
     }
@@ -121,9 +144,8 @@ class Writer {
     // ---- parameters ----
 
     static bool isZero(const Parameter& parameter, const Setting& setting) {
-        const Option* option = zeroOption(parameter);
-        return parameter.absent == Absent::zero && setting.value == 0.0 && option != nullptr &&
-               option->number == setting.option;
+        return parameter.absent == Absent::zero && setting.value == 0.0 &&
+               zeroOption(parameter).number == setting.option;
     }
 
     std::string valueText(const Option& option, const Setting& setting) const {
@@ -144,10 +166,7 @@ class Writer {
         std::string text(option.label);
         const auto limits = limitsOf(request_, circuit, stage, parameter, option);
         if (!limits) return text;
-        const Unit& unit = unitIn(style_.units, option.quantity);
-        return text + "; " +
-               (option.form == Form::count ? numberText(limits->lower) + " to " + numberText(limits->upper)
-                                           : limitsText(*limits, option.quantity, unit));
+        return text + "; " + limitsText(*limits, option.quantity, unitIn(style_.units, option.quantity));
     }
 
     // The table that a key stands in: that of the parameter, or the one that its own first word names where the
@@ -167,27 +186,33 @@ class Writer {
         return nullptr;
     }
 
-    void writeParameter(int circuit, bool stage, const Parameter& parameter, const Setting& setting,
-                        std::string_view inTable) {
-        const Option* chosen = chosenOption(parameter, setting);
-        if (chosen == nullptr) return;
-        const std::string full = keyOf(parameter, *chosen);
-        const std::string key = inTable.empty() ? full : full.substr(inTable.size() + 1);
+    // A parameter that is written, with its option and the table that it stands in.
+    struct Written {
+        const Parameter* parameter;
+        const Option* chosen;
+        Setting setting;
+        std::string_view table;
+    };
+
+    void writeParameter(int circuit, bool stage, const Written& written) {
+        const Parameter& parameter = *written.parameter;
+        const Option& chosen = *written.chosen;
+        std::string key = keyOf(parameter, chosen);
+        if (!written.table.empty()) key.erase(0, written.table.size() + 1);
         if (style_.explained)
-            comment(explanation(circuit, stage, parameter, *chosen) +
+            comment(explanation(circuit, stage, parameter, chosen) +
                     (parameter.absent == Absent::zero ? "; 0 if left out" : ""));
-        put(key, valueText(*chosen, setting));
+        put(key, valueText(chosen, written.setting));
         if (!style_.explained) return;
         for (const Option& option : parameter.options)
             if (option.form == Form::quantity || option.form == Form::yes) {
-                if (option.number == chosen->number || option.key == chosen->key) continue;
-                const std::string other = parameter.place.empty() ? keyOf(parameter, option) : std::string(option.key);
-                comment("or " + other + ": " + explanation(circuit, stage, parameter, option));
+                if (option.number == chosen.number || option.key == chosen.key) continue;
+                comment("or " + std::string(option.key) + ": " + explanation(circuit, stage, parameter, option));
             }
     }
 
     bool isWritten(const Parameter& parameter, const Setting& setting) const {
-        if (parameter.absent == Absent::unused || parameter.absent == Absent::derived) return false;
+        if (parameter.absent == Absent::derived) return false;
         if (parameter.absent == Absent::optional && !filled_.isSecondRun()) return false;
         return style_.zeros || !isZero(parameter, setting);
     }
@@ -195,11 +220,6 @@ class Writer {
     // The parameters of a circuit or stage by their places, each place a table in the order of the request.
     void writeParameters(int circuit, int stage, std::span<const Parameter> parameters,
                          std::span<const Setting> settings, bool between) {
-        struct Written {
-            const Parameter* parameter;
-            Setting setting;
-            std::string_view table;
-        };
         std::vector<Written> all;
         std::vector<std::string_view> tables;
         for (std::size_t i = 0; i < parameters.size() && i < settings.size(); ++i) {
@@ -207,7 +227,7 @@ class Writer {
             const Option* chosen = chosenOption(parameter, settings[i]);
             if (chosen == nullptr || (parameter.place == "intermediate" && isSystem()) != between) continue;
             if (!isWritten(parameter, settings[i])) continue;
-            all.push_back({&parameter, settings[i], tableOf(parameter, *chosen, parameters)});
+            all.push_back({&parameter, chosen, settings[i], tableOf(parameter, *chosen, parameters)});
             if (std::find(tables.begin(), tables.end(), all.back().table) == tables.end())
                 tables.push_back(all.back().table);
         }
@@ -222,8 +242,7 @@ class Writer {
             if (name.empty() && stage > 0) heading.pop_back();
             if (!name.empty() || stage > 0) table(heading);
             for (const Written& written : all)
-                if (written.table == name)
-                    writeParameter(circuit, stage > 0, *written.parameter, written.setting, name);
+                if (written.table == name) writeParameter(circuit, stage > 0, written);
         }
     }
 
@@ -264,11 +283,6 @@ class Writer {
 
     // ---- property requests ----
 
-    static const PropertyName& property(int code) {
-        for (const PropertyName& name : propertyNames())
-            if (name.code == code) return name;
-        return propertyNames().front();
-    }
     void putQuantity(const std::string& key, double value, Quantity quantity) {
         put(key, exactQuantity(value, quantity, style_.units));
     }
@@ -276,12 +290,12 @@ class Writer {
     void writePropertyRequest() {
         writeFluid(filled_.blocks.front().fluid);
         const PropertyQuestion& ask = filled_.question;
-        const PropertyName& running = property(ask.running);
+        const PropertyName& running = propertyName(ask.running);
         switch (request_.sub) {
             case 2:
             case 3:
                 if (request_.sub == 3) {
-                    const PropertyName& constant = property(ask.constant);
+                    const PropertyName& constant = propertyName(ask.constant);
                     put("constant", "{ " + std::string(constant.word) + " = " +
                                         exactQuantity(ask.constantValue, constant.quantity, style_.units) + " }");
                 }
@@ -300,7 +314,7 @@ class Writer {
             case 4: {
                 if (style_.explained)
                     comment("two of temperature, pressure and density; or points = [ { ... }, { ... } ]");
-                const PropertyName &first = property(ask.first), &second = property(ask.second);
+                const PropertyName &first = propertyName(ask.first), &second = propertyName(ask.second);
                 putQuantity(std::string(first.word), ask.firstValue, first.quantity);
                 putQuantity(std::string(second.word), ask.secondValue, second.quantity);
                 break;

@@ -8,26 +8,13 @@
 
 #include "EditDistance.h"
 #include "OneRefrigerant.h"
+#include "Words.h"
 
 namespace frigana::catalogue {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-std::string uppercase(std::string_view text) {
-    std::string result;
-    for (const char c : text) result += upper(c);
-    return result;
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 std::string stemOf(std::string_view file) {
     return std::string(file.substr(0, file.find_last_of('.')));
@@ -38,7 +25,7 @@ std::string stemOf(std::string_view file) {
 std::string foldedName(std::string_view name) {
     std::string folded;
     for (const char c : name)
-        if (c != ' ' && c != '-' && c != '_') folded += upper(c);
+        if (c != ' ' && c != '-' && c != '_') folded += capitalLetter(c);
     // The family in place of the R: HFC-134a, HFO-1234yf, HC-290.
     for (const std::string_view family : {"HCFO", "HCFC", "HFO", "HFC", "CFC", "PFC", "HC", "FC"})
         if (folded.starts_with(family) && folded.size() > family.size() && isDigit(folded[family.size()]))
@@ -77,7 +64,7 @@ struct FluidNames::Tables {
         for (int i = 0; i < 2; ++i) {
             const std::string extension = i == 0 ? ".FLD" : ".MIX";
             for (const auto& entry : fs::directory_iterator(fs::path(folder) / folders[i], error))
-                if (uppercase(entry.path().extension().string()) == extension)
+                if (inCapitals(entry.path().extension().string()) == extension)
                     found.push_back({entry.path().filename().string(), i == 1});
         }
         std::sort(found.begin(), found.end(),
@@ -85,27 +72,26 @@ struct FluidNames::Tables {
         for (const File& file : found) files.emplace(foldedName(stemOf(file.name)), file);
     }
 
+    void addAlias(const std::string& name, const std::string& stem) {
+        if (!name.empty() && aliases.emplace(foldedName(name), stem).second) spellings.push_back(name);
+    }
     void readAliases() {
         if (aliasesRead) return;
         aliasesRead = true;
         for (const Refrigerant& fluid : Refrigerants::of(folder).all()) {
-            std::vector<std::string> all{fluid.designation};
-            all.insert(all.end(), fluid.aliases.begin(), fluid.aliases.end());
-            for (const std::string& name : all) {
-                if (name.empty()) continue;
-                if (aliases.emplace(foldedName(name), fluid.name).second) spellings.push_back(name);
-            }
+            addAlias(fluid.designation, fluid.name);
+            for (const std::string& name : fluid.aliases) addAlias(name, fluid.name);
         }
     }
 
     // By the name with its extension; of two that differ in their letters alone the one that is written so.
     const File* byName(std::string_view name) const {
-        const std::string upperName = uppercase(name);
+        const std::string upperName = inCapitals(name);
         if (!upperName.ends_with(".FLD") && !upperName.ends_with(".MIX")) return nullptr;
         const File* found = nullptr;
         for (const auto& [stem, file] : files) {
             if (file.name == name) return &file;
-            if (found == nullptr && uppercase(file.name) == upperName) found = &file;
+            if (found == nullptr && inCapitals(file.name) == upperName) found = &file;
         }
         return found;
     }
@@ -119,10 +105,6 @@ FluidNames::FluidNames(std::string dataFolder) : tables_(std::make_unique<Tables
     tables_->folder = std::move(dataFolder);
 }
 FluidNames::~FluidNames() = default;
-
-const std::string& FluidNames::dataFolder() const {
-    return tables_->folder;
-}
 
 FoundFluid FluidNames::find(std::string_view name) const {
     Tables& tables = *tables_;
@@ -139,9 +121,7 @@ FoundFluid FluidNames::find(std::string_view name) const {
     }
     std::string problem = "is no fluid or blend of the installation";
     const auto suggestions = near(name);
-    for (std::size_t i = 0; i < suggestions.size(); ++i)
-        problem += (i == 0 ? "; near are " : i + 1 == suggestions.size() ? " and " : ", ") + suggestions[i];
-    if (suggestions.size() == 1) problem.replace(problem.find("near are"), 8, "near is");
+    if (!suggestions.empty()) problem += (suggestions.size() == 1 ? "; near is " : "; near are ") + listed(suggestions);
     return {{}, false, problem};
 }
 
@@ -182,16 +162,17 @@ std::vector<std::string> FluidNames::near(std::string_view name) const {
 std::string FluidNames::shownName(std::string_view file) const {
     std::string stem = stemOf(file);
     // R-717 and ammonia are both usual; the name of the file says which one this installation prefers.
-    const bool numbered = stem.size() > 1 && upper(stem[0]) == 'R' && isDigit(stem[1]);
+    const bool numbered = stem.size() > 1 && capitalLetter(stem[0]) == 'R' && isDigit(stem[1]);
     const Refrigerant* known = numbered ? oneRefrigerant(tables_->folder, file) : nullptr;
-    std::string designation = known == nullptr ? std::string() : known->designation;
+    std::string designation;
+    if (known != nullptr) designation = known->designation;
     designation.erase(std::remove(designation.begin(), designation.end(), '-'), designation.end());
     return designation.empty() ? stem : designation;
 }
 
 std::string FluidNames::nameFor(std::string_view file) const {
-    for (const std::string& name : {shownName(file), stemOf(file)})
-        if (!name.empty() && find(name).file == file) return name;
+    if (const std::string shown = shownName(file); find(shown).file == file) return shown;
+    if (const std::string stem = stemOf(file); find(stem).file == file) return stem;
     return std::string(file);
 }
 

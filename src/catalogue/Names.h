@@ -39,8 +39,6 @@ class FluidNames {
     // The shortest name that find() leads back to exactly this file name.
     std::string nameFor(std::string_view file) const;
 
-    const std::string& dataFolder() const;
-
     // The names of a data folder, kept for the next one who asks.
     static const FluidNames& of(const std::string& dataFolder);
 

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "OneRefrigerant.h"
+#include "Words.h"
 
 namespace frigana::catalogue {
 
@@ -19,13 +20,6 @@ namespace fs = std::filesystem;
 using nlohmann::json;
 
 constexpr const char* listOfFluids = "refrigerants.json";
-
-std::string inCapitals(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-    return result;
-}
 
 std::string stem(std::string_view file) {
     return std::string(file.substr(0, file.find_last_of('.')));

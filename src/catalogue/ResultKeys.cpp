@@ -2,6 +2,8 @@
 
 #include <unordered_map>
 
+#include "Words.h"
+
 namespace frigana::catalogue {
 
 namespace {
@@ -352,11 +354,8 @@ const Dictionary circuitDictionary(circuits), sectionDictionary(sections), group
 std::string spelled(std::string_view name) {
     std::string key;
     for (const char c : name) {
-        const bool letter = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (letter)
-            key += c;
-        else if (c >= 'A' && c <= 'Z')
-            key += static_cast<char>(c - 'A' + 'a');
+        if (isSmall(smallLetter(c)) || isDigit(c))
+            key += smallLetter(c);
         else if (!key.empty() && key.back() != '_')
             key += '_';
     }
@@ -392,11 +391,6 @@ std::string_view withoutStage(std::string_view section, std::string& stage) {
 }
 
 }  // namespace
-
-std::string_view circuitKey(std::string_view circuit) {
-    const auto word = circuitDictionary.keys.find(circuit);
-    return word == circuitDictionary.keys.end() ? std::string_view{} : word->second;
-}
 
 KeyOfResult resultKey(const ResultPlace& place) {
     KeyMaker maker;

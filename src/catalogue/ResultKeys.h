@@ -29,7 +29,4 @@ struct KeyOfResult {
 
 KeyOfResult resultKey(const ResultPlace& place);
 
-// Key of a circuit: "high" for "High temperature circuit"; empty for an empty name.
-std::string_view circuitKey(std::string_view circuit);
-
 }  // namespace frigana::catalogue

@@ -22,13 +22,6 @@ std::string contentOf(const std::string& path) {
     return content.str();
 }
 
-bool writeText(const std::string& path, const std::string& text) {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    file.close();
-    return static_cast<bool>(file);
-}
-
 void failWith(RunResult& result, std::string_view text) {
     result.report = {};
     result.report.end = RunEnd::runtimeError;
@@ -37,6 +30,20 @@ void failWith(RunResult& result, std::string_view text) {
         result.report.type = result.input.request->type;
         result.report.sub = result.input.request->sub;
     }
+}
+
+bool writeText(const std::string& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    return static_cast<bool>(file);
+}
+
+// A request for the private folder; where it cannot be written, the result says so.
+bool writeRequest(const std::string& path, const FilledRequest& filled, RunResult& result) {
+    if (writeText(path, positionalText(filled))) return true;
+    failWith(result, "the private folder cannot be written");
+    return false;
 }
 
 void runFile(const std::string& path, const std::string& address, RunResult& result,
@@ -48,6 +55,11 @@ void runFile(const std::string& path, const std::string& address, RunResult& res
     result.resultExists = fileExists(runReport.resultPath.view());
 }
 
+void keepTexts(const std::string& path, RunResult& result) {
+    result.positional = contentOf(path);
+    result.resultText = contentOf(std::string(trimRight(result.report.resultPath.view())));
+}
+
 constexpr int propertyType = 1, storeBlendOperation = 7;
 
 // A blend of a cycle, stored in an installation of this run alone: its fluids are those of the real one.
@@ -57,10 +69,7 @@ bool storeListedBlend(const FilledRequest& filled, const Fluid& fluid, const Pri
     store.request = findRequest(propertyType, storeBlendOperation);
     store.blocks.push_back({{}, fluid, {}});
     const std::string path = folder / "blend.fi1";
-    if (!writeText(path, positionalText(store))) {
-        failWith(result, "the private folder cannot be written");
-        return false;
-    }
+    if (!writeRequest(path, store, result)) return false;
     RunResult stored;
     runFile(path, address, stored);
     if (stored.isDone()) return true;
@@ -137,21 +146,13 @@ RunResult runFilled(const FilledRequest& given, const RunOptions& options) {
     }
     const std::string path = folder / "request.fi1";
     if (filled.isSecondRun()) {
-        if (!writeText(path, positionalText(filled.firstRun())))
-            failWith(result, "the private folder cannot be written");
+        if (!writeRequest(path, filled.firstRun(), result)) return result;
         runFile(path, address, result);
         if (!result.isDone()) return result;
     }
-    const std::string text = positionalText(filled);
-    if (!writeText(path, text)) {
-        failWith(result, "the private folder cannot be written");
-        return result;
-    }
+    if (!writeRequest(path, filled, result)) return result;
     runFile(path, address, result);
-    if (options.keepTexts) {
-        result.positional = text;
-        result.resultText = contentOf(std::string(trimRight(result.report.resultPath.view())));
-    }
+    if (options.keepTexts) keepTexts(path, result);
     if (keepsBlend && result.isDone()) keepBlend(filled, options, result);
     result.indexKeys();
     return result;
@@ -162,10 +163,7 @@ RunResult runPositional(const std::string& path, const RunOptions& options) {
     runFile(path, options.dataFolder + "/frigana", result, options.outputFolder);
     // What was asked for, for those who look at the result; a request that was not answered may not be readable.
     if (result.report.end != RunEnd::runtimeError && result.resultExists) readPositional(path, result.input);
-    if (options.keepTexts) {
-        result.positional = contentOf(path);
-        result.resultText = contentOf(std::string(trimRight(result.report.resultPath.view())));
-    }
+    if (options.keepTexts) keepTexts(path, result);
     result.indexKeys();
     return result;
 }

@@ -19,21 +19,16 @@ double orMissing(double value) {
 }
 
 void addPoints(RunResult& result, const Circuit& circuit, std::span<const Point> points, int stage) {
-    const std::string own = circuit.key.empty() ? std::string() : std::string(circuit.key) + '.';
-    const std::string prefix = stage == 0 ? own : own + "stage" + std::to_string(stage) + '.';
+    const std::string own = prefixOf(circuit);
+    std::string prefix = own;
+    if (stage > 0) prefix += "stage" + std::to_string(stage) + '.';
     for (const Point& point : points) {
-        PointState state{point.number,
-                         stage,
-                         std::string(circuit.key),
-                         prefix + std::string(point.key),
-                         std::string(point.label),
-                         missingValue,
-                         missingValue,
-                         missingValue,
-                         missingValue,
-                         missingValue,
-                         missingValue,
-                         missingValue};
+        PointState& state = result.points.emplace_back();
+        state.number = point.number;
+        state.stage = stage;
+        state.circuit = circuit.key;
+        state.key = prefix + std::string(point.key);
+        state.label = point.label;
         const auto read = [&](const char* name) { return orMissing(result.number(state.key + '.' + name)); };
         if (point.diagramRow > 0) {
             const std::string row = std::to_string(point.diagramRow);
@@ -50,7 +45,6 @@ void addPoints(RunResult& result, const Circuit& circuit, std::span<const Point>
             state.quality = read("quality");
             state.saturationTemperature = read("saturation_temperature");
         }
-        result.points.push_back(std::move(state));
     }
 }
 
@@ -100,9 +94,18 @@ void gatherEntries(std::vector<Value>& entries) {
         [](void* context, const ResultEntry& e) {
             auto& gathered = *static_cast<std::vector<Value>*>(context);
             if (e.kind == Kind::start) return gathered.clear();
-            gathered.push_back({e.kind, e.line, std::string(e.circuit), std::string(e.section), std::string(e.group),
-                                e.row, std::string(e.name), std::string(e.unit), e.value, e.integer,
-                                std::string(e.text)});
+            Value& value = gathered.emplace_back();
+            value.kind = e.kind;
+            value.line = e.line;
+            value.circuit = e.circuit;
+            value.section = e.section;
+            value.group = e.group;
+            value.row = e.row;
+            value.name = e.name;
+            value.unit = e.unit;
+            value.value = e.value;
+            value.integer = e.integer;
+            value.text = e.text;
         },
         &entries);
 }
@@ -119,9 +122,7 @@ void stopGathering(std::vector<Value>& entries) {
 std::string refusedKey(const RunResult& result) {
     const RunReport& report = result.report;
     const Request* request = result.input.request;
-    if (report.end != RunEnd::refused || report.parameter == 0 || request == nullptr || report.record < 1 ||
-        report.record > static_cast<int>(request->circuits.size()))
-        return {};
+    if (report.end != RunEnd::refused || report.parameter == 0 || request == nullptr) return {};
     const Circuit& circuit = request->circuits[static_cast<std::size_t>(report.record - 1)];
     int index = report.parameter, stage = 0;
     std::span<const Parameter> parameters = circuit.parameters;

@@ -39,7 +39,8 @@ struct PointState {
     std::string circuit;  // key of the circuit, empty for a single one
     std::string key;      // full: "low.evaporator.outlet"
     std::string label;
-    double pressure, temperature, density, enthalpy, entropy, quality, saturationTemperature;
+    double pressure = missingValue, temperature = missingValue, density = missingValue, enthalpy = missingValue,
+           entropy = missingValue, quality = missingValue, saturationTemperature = missingValue;
 };
 
 // What an engineer should know of a finished result.

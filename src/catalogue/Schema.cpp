@@ -27,10 +27,9 @@ json valueSchema(const Request& request, int circuit, bool stage, const Paramete
             break;
         case Form::count:
             schema["type"] = "integer";
-            if (limits) {
-                schema["minimum"] = limits->lower;
-                schema["maximum"] = limits->upper;
-            }
+            // Those of the options that the checks know.
+            schema["minimum"] = limits->lower;
+            schema["maximum"] = limits->upper;
             break;
         case Form::word:
             schema["type"] = "string";
@@ -42,7 +41,7 @@ json valueSchema(const Request& request, int circuit, bool stage, const Paramete
             if (option.quantity == Quantity::count) {
                 schema["type"] = "integer";
             } else {
-                schema["type"] = json::array({"number", "string"});
+                schema["type"] = json::parse(R"(["number", "string"])");
             }
             if (limits) description += "; allowed " + limitsText(*limits, option.quantity, inner);
             break;
@@ -59,7 +58,7 @@ json& tableOf(json& root, const std::string& key, std::string& last) {
     for (auto dot = key.find('.'); dot != std::string::npos; dot = key.find('.', begin)) {
         json& next = (*at)["properties"][key.substr(begin, dot - begin)];
         if (next.is_null())
-            next = {{"type", "object"}, {"additionalProperties", false}, {"properties", json::object()}};
+            next = json::parse(R"({"type": "object", "additionalProperties": false, "properties": {}})");
         at = &next;
         begin = dot + 1;
     }
@@ -85,7 +84,10 @@ void putParameters(json& root, const Request& request, int circuit, int stage, s
 }
 
 json textOf(std::string_view meaning) {
-    return {{"type", "string"}, {"description", std::string(meaning)}};
+    json schema;
+    schema["type"] = "string";
+    schema["description"] = meaning;
+    return schema;
 }
 
 void putGeneral(json& root, const std::string& prefix, bool inCircuit) {
@@ -95,11 +97,9 @@ void putGeneral(json& root, const std::string& prefix, bool inCircuit) {
         if (!inCircuit && (name == "fluid" || name == "fractions" || name == "blend_name") && prefix == "-") continue;
         json schema = textOf(key.meaning);
         if (name == "fluid") {
-            schema = {{"description", std::string(key.meaning)},
-                      {"anyOf",
-                       json::array({json{{"type", "string"}},
-                                    json{{"type", "object"},
-                                         {"additionalProperties", {{"type", json::array({"number", "string"})}}}}})}};
+            schema.erase("type");
+            schema["anyOf"] = json::parse(
+                R"([{"type": "string"}, {"type": "object", "additionalProperties": {"type": ["number", "string"]}}])");
         }
         put(root, (prefix == "-" ? std::string() : prefix) + name, std::move(schema));
     }
@@ -108,13 +108,14 @@ void putGeneral(json& root, const std::string& prefix, bool inCircuit) {
 }  // namespace
 
 std::string schemaOf(const Request& request) {
-    json root = {{"$schema", "https://json-schema.org/draft/2020-12/schema"},
-                 {"title", std::string(request.title)},
-                 {"description", std::string(request.about)},
-                 {"type", "object"},
-                 {"additionalProperties", false},
-                 {"required", json::array({"request"})},
-                 {"properties", {{"request", {{"const", std::string(request.name)}}}}}};
+    json root;
+    root["$schema"] = "https://json-schema.org/draft/2020-12/schema";
+    root["title"] = request.title;
+    root["description"] = request.about;
+    root["type"] = "object";
+    root["additionalProperties"] = false;
+    root["required"].push_back("request");
+    root["properties"]["request"]["const"] = request.name;
     const bool two = request.circuits.size() == 2;
     putGeneral(root, two ? "-" : "", false);
     if (two) {
@@ -123,22 +124,23 @@ std::string schemaOf(const Request& request) {
         root["required"].push_back("fluid");
     }
     json& properties = root["properties"];
-    properties["units"] = {{"description", "units of plain numbers"}, {"enum", {"SI", "metric", "imperial"}}};
+    properties["units"] =
+        json::parse(R"({"description": "units of plain numbers", "enum": ["SI", "metric", "imperial"]})");
     for (std::size_t i = 0; i < request.circuits.size(); ++i)
         putParameters(root, request, static_cast<int>(i), 0, request.circuits[i].parameters);
     for (int stage = 1; request.stages.countIndex > 0 && stage < request.stages.most; ++stage)
         putParameters(root, request, 0, stage, request.stages.parameters);
     constexpr int propertyType = 1, firstPoint = 4, lastPoint = 6;
     if (request.type == propertyType && request.sub >= firstPoint && request.sub <= lastPoint)
-        properties["points"] = {{"description", "several points, each a table of the same keys"},
-                                {"type", "array"},
-                                {"items", {{"type", "object"}}}};
+        properties["points"] = json::parse(R"({"description": "several points, each a table of the same keys",
+                                               "type": "array", "items": {"type": "object"}})");
     json results = json::array();
     for (const ListedResult& one : resultsOf(request)) {
-        json value = {{"key", one.key}, {"name", one.name}};
+        json& value = results.emplace_back();
+        value["key"] = one.key;
+        value["name"] = one.name;
         if (!one.unit.empty()) value["unit"] = one.unit;
         if (one.quantity != Quantity::none) value["quantity"] = std::string(nameOf(one.quantity));
-        results.push_back(std::move(value));
     }
     // For programs: what the result will hold. Validators pass over it.
     root["x-results"] = std::move(results);

@@ -4,6 +4,7 @@
 
 #include "23_SpecificPoints.h"
 #include "FLASH2.h"
+#include "Letters.h"
 #include "OPENFL.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
@@ -18,10 +19,6 @@ constexpr StateProperty properties[] = {
     {'D', "density", Quantity::density, &STATEPT::D},         {'H', "enthalpy", Quantity::specificEnergy, &STATEPT::H},
     {'S', "entropy", Quantity::specificHeat, &STATEPT::S},    {'Q', "quality", Quantity::quality, &STATEPT::Q},
 };
-
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
 
 // Results of a flash in the units of the engine.
 struct Flash {
@@ -43,30 +40,69 @@ constexpr SimplePair simplePairs[] = {
 
 constexpr int lowerDensity = 1;
 
-// Pairs that the state points have no routine for: temperature and density by the engine, then the whole state.
-bool flashPair(const SUBSTANCE& substance, char a, char b, double x, double y, Flash& f) {
-    const double M = substance.WM;
-    const Composition& z = substance.ZMOL;
-    if (a == 'T' && b == 'S') {
-        f.T = x;
-        TSFLSH(x, y * M, z, lowerDensity, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr,
-               f.herr);
-    } else if (a == 'D' && b == 'H') {
-        f.D = x / M;
-        DHFLSH(f.D, y * M, z, f.T, f.p, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.s, f.cv, f.cp, f.w, f.ierr, f.herr);
-    } else if (a == 'D' && b == 'S') {
-        f.D = x / M;
-        DSFLSH(f.D, y * M, z, f.T, f.p, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr, f.herr);
-    } else if (a == 'H' && b == 'S') {
-        HSFLSH(x * M, y * M, z, f.T, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.cv, f.cp, f.w, f.ierr, f.herr);
-    } else {
-        return false;
-    }
-    return true;
-}
-
 bool isPair(const GivenProperty& first, const GivenProperty& second, char a, char b) {
     return first.property->letter == a && second.property->letter == b;
+}
+
+// The flash of a pair by the engine itself: of those that the state points have no routine for, and of those whose
+// routine does not tell why there is no state.
+struct FlashPair {
+    char first, second;
+    // Given     x, y  both properties in the units of the results, M [g/mol]
+    void (*flash)(double x, double y, double M, const Composition& z, Flash& f);
+};
+constexpr int qualityByMass = 2;
+constexpr FlashPair flashPairs[] = {
+    {'T', 'S',
+     [](double T, double s, double M, const Composition& z, Flash& f) {
+         f.T = T;
+         TSFLSH(T, s * M, z, lowerDensity, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr,
+                f.herr);
+     }},
+    {'D', 'H',
+     [](double D, double h, double M, const Composition& z, Flash& f) {
+         f.D = D / M;
+         DHFLSH(f.D, h * M, z, f.T, f.p, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.s, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+    {'D', 'S',
+     [](double D, double s, double M, const Composition& z, Flash& f) {
+         f.D = D / M;
+         DSFLSH(f.D, s * M, z, f.T, f.p, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+    {'H', 'S',
+     [](double h, double s, double M, const Composition& z, Flash& f) {
+         HSFLSH(h * M, s * M, z, f.T, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+    {'P', 'H',
+     [](double p, double h, double M, const Composition& z, Flash& f) {
+         PHFLSH(p, h * M, z, f.T, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.s, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+    {'P', 'S',
+     [](double p, double s, double M, const Composition& z, Flash& f) {
+         PSFLSH(p, s * M, z, f.T, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.h, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+    {'T', 'H',
+     [](double T, double h, double M, const Composition& z, Flash& f) {
+         THFLSH(T, h * M, z, lowerDensity, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.q, f.e, f.s, f.cv, f.cp, f.w, f.ierr,
+                f.herr);
+     }},
+    {'T', 'Q',
+     [](double T, double q, double, const Composition& z, Flash& f) {
+         TQFLSH(T, q, z, qualityByMass, f.p, f.D, f.Dl, f.Dv, f.x, f.y, f.e, f.h, f.s, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+    {'P', 'Q',
+     [](double p, double q, double, const Composition& z, Flash& f) {
+         PQFLSH(p, q, z, qualityByMass, f.T, f.D, f.Dl, f.Dv, f.x, f.y, f.e, f.h, f.s, f.cv, f.cp, f.w, f.ierr, f.herr);
+     }},
+};
+
+bool flashPair(const SUBSTANCE& substance, const GivenProperty& first, const GivenProperty& second, Flash& f) {
+    for (const FlashPair& pair : flashPairs)
+        if (isPair(first, second, pair.first, pair.second)) {
+            pair.flash(first.value, second.value, substance.WM, substance.ZMOL, f);
+            return true;
+        }
+    return false;
 }
 
 }  // namespace
@@ -129,7 +165,7 @@ std::span<const StateProperty> stateProperties() {
 
 const StateProperty* findStateProperty(char letter) {
     for (const StateProperty& property : properties)
-        if (property.letter == upper(letter)) return &property;
+        if (property.letter == capitalLetter(letter)) return &property;
     return nullptr;
 }
 
@@ -146,13 +182,13 @@ StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProp
         for (const SimplePair& pair : simplePairs) {
             if (!isPair(first, second, pair.first, pair.second)) continue;
             pair.state(substance, first.value, second.value, answer.point);
-            if (answer.point.H == missingValue || answer.point.D == missingValue)
-                return failure(reasonOf(answer.point.HERR));
-            return answer;
+            if (answer.point.H != missingValue && answer.point.D != missingValue) return answer;
+            Flash flash;
+            if (answer.point.HERR.blank() && flashPair(substance, first, second, flash)) answer.point.HERR = flash.herr;
+            return failure(reasonOf(answer.point.HERR));
         }
         Flash flash;
-        if (!flashPair(substance, first.property->letter, second.property->letter, first.value, second.value, flash))
-            continue;
+        if (!flashPair(substance, first, second, flash)) continue;
         if (flash.ierr > 0) return failure(reasonOf(flash.herr));
         PROPSIMPLETD(substance, flash.T, flash.D * substance.WM, answer.point);
         if (answer.point.H == missingValue) return failure(reasonOf(answer.point.HERR));

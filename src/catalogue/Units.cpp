@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "NumberText.h"
+#include "Words.h"
 
 namespace frigana::catalogue {
 
@@ -145,50 +146,58 @@ struct QuantityRow {
     std::string_view name;
     std::span<const Unit> units;
     std::string_view shown[3];  // unit of SI, metric, imperial
+    std::string_view sample;    // how it is written, for messages
 };
 constexpr QuantityRow rows[] = {
-    {Q::none, "number", none, {"", "", ""}},
-    {Q::temperature, "temperature", temperature, {"K", "°C", "°F"}},
-    {Q::temperatureDifference, "temperature difference", temperatureDifference, {"K", "K", "°F"}},
-    {Q::pressure, "pressure", pressure, {"kPa", "bar", "psi"}},
-    {Q::pressureDifference, "pressure difference", pressureDifference, {"kPa", "bar", "psi"}},
-    {Q::density, "density", density, {"kg/m3", "kg/m3", "lb/ft3"}},
-    {Q::specificVolume, "specific volume", specificVolume, {"m3/kg", "m3/kg", "ft3/lb"}},
-    {Q::specificEnergy, "specific energy", specificEnergy, {"kJ/kg", "kJ/kg", "Btu/lb"}},
-    {Q::specificHeat, "entropy or heat capacity", specificHeat, {"kJ/(kg K)", "kJ/(kg K)", "Btu/(lb °F)"}},
-    {Q::volumetricCapacity, "heat per volume", volumetricCapacity, {"kJ/m3", "kJ/m3", "Btu/ft3"}},
-    {Q::volumeFlow, "volume flow", volumeFlow, {"m3/s", "m3/h", "ft3/min"}},
-    {Q::massFlow, "mass flow", massFlow, {"kg/s", "kg/h", "lb/h"}},
-    {Q::power, "power", power, {"kW", "kW", "Btu/h"}},
-    {Q::fraction, "fraction", fraction, {"", "", ""}},
-    {Q::quality, "quality", quality, {"", "", ""}},
-    {Q::length, "length", length, {"m", "m", "ft"}},
-    {Q::diameter, "diameter", diameter, {"m", "mm", "in"}},
-    {Q::velocity, "velocity", velocity, {"m/s", "m/s", "ft/s"}},
-    {Q::thermalConductivity, "thermal conductivity", thermalConductivity, {"W/(m K)", "W/(m K)", "Btu/(h ft °F)"}},
-    {Q::viscosity, "viscosity", viscosity, {"uPa s", "uPa s", "lb/(ft h)"}},
-    {Q::surfaceTension, "surface tension", surfaceTension, {"N/m", "mN/m", "lbf/ft"}},
-    {Q::molarMass, "molar mass", molarMass, {"g/mol", "g/mol", "lb/lbmol"}},
-    {Q::energyRatio, "energy efficiency ratio", energyRatio, {"Btu/(W h)", "Btu/(W h)", "Btu/(W h)"}},
-    {Q::ratio, "ratio", ratio, {"", "", ""}},
-    {Q::count, "number", countUnits, {"", "", ""}},
+    {Q::none, "number", none, {"", "", ""}, "a number"},
+    {Q::temperature, "temperature", temperature, {"K", "°C", "°F"}, "\"-5 °C\""},
+    {Q::temperatureDifference, "temperature difference", temperatureDifference, {"K", "K", "°F"}, "\"5 K\""},
+    {Q::pressure, "pressure", pressure, {"kPa", "bar", "psi"}, "\"2.4 bar\""},
+    {Q::pressureDifference, "pressure difference", pressureDifference, {"kPa", "bar", "psi"}, "\"10 kPa\""},
+    {Q::density, "density", density, {"kg/m3", "kg/m3", "lb/ft3"}, "\"1200 kg/m3\""},
+    {Q::specificVolume, "specific volume", specificVolume, {"m3/kg", "m3/kg", "ft3/lb"}, "\"0.05 m3/kg\""},
+    {Q::specificEnergy, "specific energy", specificEnergy, {"kJ/kg", "kJ/kg", "Btu/lb"}, "\"250 kJ/kg\""},
+    {Q::specificHeat, "entropy or heat capacity", specificHeat, {"kJ/(kg K)", "kJ/(kg K)", "Btu/(lb °F)"}, "\"1.2 kJ/(kg K)\""},
+    {Q::volumetricCapacity, "heat per volume", volumetricCapacity, {"kJ/m3", "kJ/m3", "Btu/ft3"}, "\"2000 kJ/m3\""},
+    {Q::volumeFlow, "volume flow", volumeFlow, {"m3/s", "m3/h", "ft3/min"}, "\"10 m3/h\""},
+    {Q::massFlow, "mass flow", massFlow, {"kg/s", "kg/h", "lb/h"}, "\"0.05 kg/s\""},
+    {Q::power, "power", power, {"kW", "kW", "Btu/h"}, "\"4 kW\""},
+    {Q::fraction, "fraction", fraction, {"", "", ""}, "0.7 or \"70 %\""},
+    {Q::quality, "quality", quality, {"", "", ""}, "0.6 or \"60 %\""},
+    {Q::length, "length", length, {"m", "m", "ft"}, "\"15 m\""},
+    {Q::diameter, "diameter", diameter, {"m", "mm", "in"}, "\"16 mm\""},
+    {Q::velocity, "velocity", velocity, {"m/s", "m/s", "ft/s"}, "\"8 m/s\""},
+    {Q::thermalConductivity, "thermal conductivity", thermalConductivity, {"W/(m K)", "W/(m K)", "Btu/(h ft °F)"}, "\"0.08 W/(m K)\""},
+    {Q::viscosity, "viscosity", viscosity, {"uPa s", "uPa s", "lb/(ft h)"}, "\"200 uPa s\""},
+    {Q::surfaceTension, "surface tension", surfaceTension, {"N/m", "mN/m", "lbf/ft"}, "\"8 mN/m\""},
+    {Q::molarMass, "molar mass", molarMass, {"g/mol", "g/mol", "lb/lbmol"}, "\"102 g/mol\""},
+    {Q::energyRatio, "energy efficiency ratio", energyRatio, {"Btu/(W h)", "Btu/(W h)", "Btu/(W h)"}, "\"10 Btu/(W h)\""},
+    {Q::ratio, "ratio", ratio, {"", "", ""}, "3.5"},
+    {Q::count, "number", countUnits, {"", "", ""}, "a whole number"},
 };
 // clang-format on
 static_assert(std::size(rows) == quantityCount);
 
+// The unit in which a system shows a quantity.
+constexpr const Unit* shownUnit(const QuantityRow& row, int system) {
+    return std::find_if(row.units.data(), row.units.data() + row.units.size(),
+                        [&](const Unit& unit) { return unit.symbol == row.shown[system]; });
+}
+static_assert(std::all_of(std::begin(rows), std::end(rows), [](const QuantityRow& row) {
+    for (int system = 0; system < 3; ++system)
+        if (shownUnit(row, system) == row.units.data() + row.units.size()) return false;
+    return true;
+}));
+
 const QuantityRow& rowOf(Q quantity) {
     return rows[static_cast<int>(quantity)];
-}
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 // Spelling without blanks and in small letters, so that "kJ / (kg K)" and "kJ/(kgK)" are one.
 std::string folded(std::string_view text) {
     std::string result;
     for (const char c : text)
-        if (c != ' ' && c != '\t') result += lower(c);
+        if (c != ' ' && c != '\t') result += smallLetter(c);
     return result;
 }
 
@@ -204,13 +213,9 @@ bool isSpelling(const Unit& unit, const std::string& text) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
-    return text;
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
+    constexpr std::string_view blanks = " \t";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
 // Length of the number at the head of a text: sign, digits, points and commas, exponent.
@@ -218,7 +223,7 @@ std::size_t numberLength(std::string_view text) {
     std::size_t at = 0;
     if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
     while (at < text.size() && (isDigit(text[at]) || text[at] == '.' || text[at] == ',')) ++at;
-    if (at + 1 < text.size() && lower(text[at]) == 'e') {
+    if (at + 1 < text.size() && smallLetter(text[at]) == 'e') {
         std::size_t exponent = at + 1;
         if (text[exponent] == '+' || text[exponent] == '-') ++exponent;
         if (exponent < text.size() && isDigit(text[exponent])) {
@@ -244,41 +249,11 @@ std::string withPoint(std::string_view number) {
     return text;
 }
 
-// How a quantity is written, for messages.
-std::string sample(Q quantity) {
-    switch (quantity) {
-        case Q::temperature:
-            return "\"-5 °C\"";
-        case Q::temperatureDifference:
-            return "\"5 K\"";
-        case Q::pressure:
-            return "\"2.4 bar\"";
-        case Q::pressureDifference:
-            return "\"10 kPa\"";
-        case Q::density:
-            return "\"1200 kg/m3\"";
-        case Q::volumeFlow:
-            return "\"10 m3/h\"";
-        case Q::power:
-            return "\"4 kW\"";
-        case Q::length:
-            return "\"15 m\"";
-        case Q::diameter:
-            return "\"16 mm\"";
-        case Q::fraction:
-            return "0.7 or \"70 %\"";
-        case Q::quality:
-            return "0.6 or \"60 %\"";
-        default:
-            return "a number";
-    }
-}
-
 std::string allSymbols(Q quantity) {
-    std::string text;
+    std::vector<std::string> symbols;
     for (const Unit& unit : unitsOf(quantity))
-        if (!unit.symbol.empty()) text += (text.empty() ? "" : ", ") + std::string(unit.symbol);
-    return text;
+        if (!unit.symbol.empty()) symbols.emplace_back(unit.symbol);
+    return listed(symbols, ", ");
 }
 
 }  // namespace
@@ -306,9 +281,7 @@ std::string_view nameOf(Quantity quantity) {
 
 const Unit& unitIn(UnitSystem system, Quantity quantity) {
     const QuantityRow& row = rowOf(quantity);
-    for (const Unit& unit : row.units)
-        if (unit.symbol == row.shown[static_cast<int>(system)]) return unit;
-    return row.units.front();
+    return *shownUnit(row, static_cast<int>(system));
 }
 
 const Unit* findUnit(Quantity quantity, std::string_view text) {
@@ -331,8 +304,8 @@ constexpr int keptDigits = 14;
 double roundedToDecimals(double value) {
     if (!std::isfinite(value)) return value;
     char field[40];
-    const auto [end, error] = toText(field, field + sizeof field, value, std::chars_format::scientific, keptDigits - 1);
-    if (error == std::errc()) fromText(field, end, value);
+    const auto end = toText(field, field + sizeof field, value, std::chars_format::scientific, keptDigits - 1).ptr;
+    fromText(field, end, value);
     return value;
 }
 
@@ -370,28 +343,32 @@ Parsed parseQuantity(std::string_view text, Quantity quantity, const Unit* plain
     const std::size_t end = numberLength(text);
     const std::string_view digits = text.substr(0, end);
     if (digits.find_first_of("0123456789") == std::string_view::npos)
-        return fail("is not a number with a unit; write " + sample(quantity));
+        return fail("is not a number with a unit; write " + std::string(rowOf(quantity).sample));
     const std::string number = withPoint(digits);
     if (number.empty()) return fail("has a comma that may be the decimal one or may not; write a point");
     const char* first = number.data() + (number.front() == '+' ? 1 : 0);
     const char* last = number.data() + number.size();
     const auto [stop, error] = fromText(first, last, parsed.value);
-    if (error != std::errc() || stop != last) return fail("is not a number with a unit; write " + sample(quantity));
+    if (error != std::errc() || stop != last)
+        return fail("is not a number with a unit; write " + std::string(rowOf(quantity).sample));
 
     const std::string_view unitText = trimmed(text.substr(end));
     if (unitText.empty()) {
         parsed.unit = plain;
         if (plain == nullptr && unitsOf(quantity).front().symbol.empty()) parsed.unit = &unitsOf(quantity).front();
         if (parsed.unit == nullptr)
-            return fail("has no unit; write " + sample(quantity) + ", or units = \"SI\" at the top");
+            return fail("has no unit; write " + std::string(rowOf(quantity).sample) + ", or units = \"SI\" at the top");
     } else {
         parsed.unit = findUnit(quantity, unitText);
         if (parsed.unit == nullptr) {
             const std::string known = allSymbols(quantity);
             if (quantity == Q::pressureDifference && findUnit(Q::pressure, unitText) != nullptr)
-                return fail("is not a difference of pressures: a difference has no gauge; write " + sample(quantity));
-            return fail("has the unit " + std::string(unitText) + ", which is none of a " +
-                        std::string(nameOf(quantity)) + (known.empty() ? "" : " (" + known + ")"));
+                return fail("is not a difference of pressures: a difference has no gauge; write " +
+                            std::string(rowOf(quantity).sample));
+            std::string problem = "has the unit " + std::string(unitText) + ", which is none of a ";
+            problem += nameOf(quantity);
+            if (!known.empty()) problem += " (" + known + ')';
+            return fail(problem);
         }
     }
     parsed.value = toInner(parsed.value, *parsed.unit);
@@ -400,8 +377,7 @@ Parsed parseQuantity(std::string_view text, Quantity quantity, const Unit* plain
 
 std::string numberText(double number) {
     char field[40];
-    const auto [end, error] = toText(field, field + sizeof field, number);
-    return error == std::errc() ? std::string(field, end) : "?";
+    return {field, toText(field, field + sizeof field, number).ptr};
 }
 
 std::string numberText(double number, int significantDigits) {
@@ -417,17 +393,13 @@ std::string quantityText(double value, Quantity, const Unit& unit) {
     const double single = std::strtod(numberText(number, singleDigits).c_str(), nullptr);
     if (std::abs(number - single) <= 1e-7 * std::abs(number)) number = single;
     if (std::abs(number) < 1e-9) number = 0.0;
-    const std::string text = numberText(number, shownDigits);
-    return unit.symbol.empty() ? text : text + " " + std::string(unit.symbol);
-}
-
-std::string quantityText(double value, Quantity quantity, UnitSystem system) {
-    return quantityText(value, quantity, unitIn(system, quantity));
+    std::string text = numberText(number, shownDigits);
+    if (!unit.symbol.empty()) text += ' ' + std::string(unit.symbol);
+    return text;
 }
 
 Quantity quantityOfResult(std::string_view name, std::string_view unit) {
-    std::string text;
-    for (const char c : name) text += lower(c);
+    const std::string text = inSmallLetters(name);
     const auto holds = [&](std::string_view part) { return text.find(part) != std::string::npos; };
     if (unit == "K") {
         for (const char* part : {"drop", "glide", "superheat", "subcooling", "rise", "fall", "step"})

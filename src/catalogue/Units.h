@@ -90,7 +90,6 @@ std::string numberText(double number, int significantDigits);
 // Number and unit in a system: "-5 °C". Without digits the number is exact; a limit of single precision shows as the
 // number that was meant.
 std::string quantityText(double value, Quantity quantity, const Unit& unit);
-std::string quantityText(double value, Quantity quantity, UnitSystem system);
 
 // The quantity of a result by its name and its inner unit, as the writer tells them.
 Quantity quantityOfResult(std::string_view name, std::string_view unit);

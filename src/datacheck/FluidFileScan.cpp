@@ -1,5 +1,9 @@
 #include "FluidFileScan.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "Letters.h"
 #include "Message.h"
 #include "OPENFL.h"
 #include "ReaderReport.h"
@@ -26,26 +30,18 @@ constexpr std::string_view onlyCapitals[] = {"AUX", "END"};
 // What a fluid needs to be used alone and in mixtures.
 constexpr std::string_view neededKeys[] = {"EOS", "AUX", "TRN", "STN", "PS", "DL", "DV"};
 
-// The key in capitals; blank where it is none.
+// The key in capitals; blank where it is none, as in letters of both kinds.
 Text3 knownKey(std::string_view text) {
-    Text3 upper(text);
-    bool small = false;
-    for (int k = 1; k <= 3; ++k)
-        if (upper[k] >= 'a' && upper[k] <= 'z') {
-            upper[k] = static_cast<char>(upper[k] - 'a' + 'A');
-            small = true;
-        }
-    for (const std::string_view key : keys) {
-        if (upper != key) continue;
-        if (!small) return upper;
-        for (const std::string_view capital : onlyCapitals)
-            if (key == capital) return {};
-        Text3 lower = upper;
-        for (int k = 1; k <= 3; ++k)
-            if (lower[k] != ' ') lower[k] = static_cast<char>(lower[k] - 'A' + 'a');
-        return lower == text ? upper : Text3{};
+    const Text3 given(text);
+    Text3 upper(text), lower(text);
+    for (int k = 1; k <= 3; ++k) {
+        upper[k] = capitalLetter(given[k]);
+        lower[k] = smallLetter(given[k]);
     }
-    return {};
+    const auto knows = [&](const auto& list) { return std::find(std::begin(list), std::end(list), upper.trimmed()); };
+    if (knows(keys) == std::end(keys)) return {};
+    if (given == upper) return upper;
+    return given == lower && knows(onlyCapitals) == std::end(onlyCapitals) ? upper : Text3{};
 }
 
 class Scanner {

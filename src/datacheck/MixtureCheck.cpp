@@ -145,7 +145,7 @@ class ParameterScan {
         for (int k = 1; k <= numbers; ++k) {
             double value = 0.0;
             if (record.read(value) == ReadStatus::ok && std::isfinite(value)) continue;
-            return fault(report_.faults, number(), "expected ", FreeInteger{numbers}, " numbers, found '",
+            return fault(report_.faults, number(), "expected", FreeInteger{numbers}, " numbers, found '",
                          record.offendingText().substr(0, 40), "' as number", FreeInteger{k});
         }
     }
