@@ -59,7 +59,7 @@ double heatOfInjectionLine(const Judge& judge) {
 }
 
 std::string_view causeOfOpenBalance(const Judge& judge) {
-    if (judge.result.input.request != nullptr && judge.result.input.request->name == "multi-stage")
+    if (judge.result.input.request->name == "multi-stage")
         return "The feed of a lower tank is taken as saturated liquid at the pressure that the ratio of its stage "
                "gives, "
                "not at that of the tank above, and a zeotropic blend as having one composition everywhere.";
@@ -86,7 +86,7 @@ void judgeBalances(Judge& judge) {
     for (const auto& [circuit, balance] : balances) {
         const double open = balance.taken - balance.given;
         if (!(std::abs(open) > openShare * std::abs(balance.given))) continue;
-        judge.say("balance_open", circuit.empty() ? "performance" : circuit + "performance",
+        judge.say("balance_open", circuit + "performance",
                   "What the circuit takes up and gives away differs by " + judge.shown(open, Quantity::power) + ", " +
                       catalogue::numberText(100.0 * open / balance.given, 2) + " % of what it gives away.",
                   std::string(causeOfOpenBalance(judge)) + " Take the figures as that much uncertain.");

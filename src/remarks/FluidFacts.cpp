@@ -21,13 +21,17 @@ std::string nameOf(const catalogue::Fluid& fluid, const std::string& dataFolder)
 std::unique_ptr<FluidFacts> askFor(const catalogue::Fluid& fluid, const std::string& dataFolder) {
     catalogue::FilledRequest request;
     request.request = catalogue::findRequest("fluid-information");
-    request.blocks.push_back({"", fluid, {}});
+    // Whatever a request takes as reference: what cannot be set up with that one has its limits all the same.
+    catalogue::Fluid own = fluid;
+    own.referenceState = catalogue::Fluid{}.referenceState;
+    own.referenceOf = catalogue::Fluid{}.referenceOf;
+    request.blocks.push_back({"", own, {}});
     const catalogue::RunResult result = catalogue::runFilled(request, {dataFolder, false});
     if (!result.isDone()) return nullptr;
     return std::make_unique<FluidFacts>(FluidFacts{
         result.number("triple_point_temperature"), result.number("lowest_temperature"),
         result.number("highest_temperature"), result.number("highest_pressure"), result.number("critical_temperature"),
-        result.number("critical_pressure"), estimatesOf(fluid, dataFolder)});
+        result.number("critical_pressure"), estimatesOf(own, dataFolder)});
 }
 
 }  // namespace

@@ -17,8 +17,7 @@ constexpr std::array<std::string_view, 6> referenceStates{"DEF", "NBP", "ASH", "
 constexpr int cycleType = 2;
 
 std::string placeOfFluid(const Judge& judge, std::size_t circuit) {
-    const std::string& key = judge.circuits()[circuit].key;
-    return key.empty() ? "fluid" : key + ".fluid";
+    return prefixOf(judge.result.input.request->circuits[circuit]) + "fluid";
 }
 
 void judgeLimits(Judge& judge) {
@@ -145,7 +144,7 @@ double coldestOf(const Judge& judge, std::size_t circuit) {
 
 void judgeLiquids(Judge& judge) {
     const auto& input = judge.result.input;
-    for (std::size_t i = 0; i < judge.circuits().size() && i < input.blocks.size(); ++i) {
+    for (std::size_t i = 0; i < input.blocks.size(); ++i) {
         if (!judge.circuits()[i].blend) continue;
         const double coldest = coldestOf(judge, i);
         if (!std::isfinite(coldest) ||

@@ -2,14 +2,11 @@
 #include <cmath>
 
 #include "EngineFacts.h"
-#include "FluidFacts.h"
-#include "Remarks.h"
+#include "Judge.h"
 
 namespace frigana::remarks {
 
 namespace {
-
-using catalogue::Quantity;
 
 // Codes T SS C NN of refusals that come from the course of a calculation.
 struct Help {
@@ -31,7 +28,8 @@ constexpr Help helps[] = {
     {25, unusableReference},
     {26, unusableReference},
     {117,
-     "There are no parameters of a pair of these components, and no estimate serves with one of them. Mix others, leave "
+     "There are no parameters of a pair of these components, and no estimate serves with one of them. Mix others, "
+     "leave "
      "that component out, or add a record of published parameters to fluids/HMX.BNC."},
     {202239, "The exchanger has a drop on its liquid side but exchanges nothing. Ask for a fall of the liquid."},
     {202240, "The vapor side of the exchanger would get colder: it has a drop but takes up too little heat."},
@@ -75,10 +73,7 @@ class Helper {
 
   private:
     std::string shown(double value, Quantity quantity) const {
-        const catalogue::Unit& unit = catalogue::unitIn(circumstances_.units, quantity);
-        std::string text = catalogue::numberText(catalogue::fromInner(value, unit), 4);
-        if (!unit.symbol.empty()) text += ' ' + std::string(unit.symbol);
-        return text;
+        return remarks::shown(value, quantity, circumstances_.units);
     }
 
     // The setting of a parameter by its place, whose option has one of two keys.
@@ -141,7 +136,6 @@ class Helper {
     }
 
     std::string rangeOfFluid() const {
-        if (refused_.input.blocks.empty()) return {};
         const FluidFacts* facts = factsOf(refused_.input.blocks.front().fluid, circumstances_.dataFolder);
         if (facts == nullptr || !std::isfinite(facts->lowestTemperature)) return {};
         return "The equation of this fluid reaches from " + shown(facts->lowestTemperature, Quantity::temperature) +

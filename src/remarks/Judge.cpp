@@ -1,6 +1,7 @@
 #include "Judge.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace frigana::remarks {
@@ -28,10 +29,9 @@ Judge::Judge(const RunResult& judged, const Circumstances& given) : result(judge
     const auto* request = result.input.request;
     for (std::size_t i = 0; i < result.input.blocks.size(); ++i) {
         const catalogue::Fluid& fluid = result.input.blocks[i].fluid;
-        const std::string key(request != nullptr && i < request->circuits.size() ? request->circuits[i].key : "");
-        circuits_.push_back({key, factsOf(fluid, circumstances.dataFolder), isBlend(fluid)});
+        circuits_.push_back(
+            {std::string(request->circuits[i].key), factsOf(fluid, circumstances.dataFolder), isBlend(fluid)});
     }
-    if (circuits_.empty()) circuits_.push_back({"", nullptr, false});
 }
 
 void Judge::say(std::string_view name, std::string_view place, std::string text, std::string advice) {
@@ -48,10 +48,7 @@ double Judge::at(std::string_view place, std::string_view name) const {
 }
 
 std::string Judge::shown(double value, Quantity quantity) const {
-    const catalogue::Unit& unit = catalogue::unitIn(circumstances.units, quantity);
-    std::string text = catalogue::numberText(catalogue::fromInner(value, unit), 4);
-    if (!unit.symbol.empty()) text += ' ' + std::string(unit.symbol);
-    return text;
+    return remarks::shown(value, quantity, circumstances.units);
 }
 
 std::vector<std::string> Judge::devicesNamed(std::string_view word) const {
@@ -70,16 +67,20 @@ const Judge::CircuitFacts& Judge::circuitOf(std::string_view place) const {
     return circuits_.front();
 }
 
+std::string shown(double value, Quantity quantity, catalogue::UnitSystem units) {
+    constexpr int digits = 4, whole = 15;
+    constexpr double large = 1e4;  // from here on whole numbers, for nobody reads an exponent
+    const catalogue::Unit& unit = catalogue::unitIn(units, quantity);
+    const double number = catalogue::fromInner(value, unit);
+    std::string text = std::abs(number) < large ? catalogue::numberText(number, digits)
+                                                : catalogue::numberText(std::round(number), whole);
+    if (!unit.symbol.empty()) text += ' ' + std::string(unit.symbol);
+    return text;
+}
+
 std::string_view lastWord(std::string_view key) {
     const auto dot = key.rfind('.');
     return dot == std::string_view::npos ? key : key.substr(dot + 1);
-}
-
-std::string listed(const std::vector<std::string>& words) {
-    std::string text;
-    for (std::size_t i = 0; i < words.size(); ++i)
-        text += (i == 0 ? "" : i + 1 == words.size() ? " and " : ", ") + words[i];
-    return text;
 }
 
 std::string inWords(std::string_view place) {

@@ -8,9 +8,11 @@
 
 #include "FluidFacts.h"
 #include "Remarks.h"
+#include "Words.h"
 
 namespace frigana::remarks {
 
+using catalogue::listed;
 using catalogue::Quantity;
 
 class Judge {
@@ -37,7 +39,8 @@ class Judge {
     // Those whose last word begins or ends with a word: "liquid_line", "compressor".
     std::vector<std::string> devicesNamed(std::string_view word) const;
 
-    // Circuits by key ("" for a single one) with the facts of their fluids; null facts where they cannot be told.
+    // Circuits by key ("" for a single one) with the facts of their fluids, as many as the request has blocks; null
+    // facts where they cannot be told.
     struct CircuitFacts {
         std::string key;
         const FluidFacts* facts;
@@ -52,13 +55,13 @@ class Judge {
     std::vector<CircuitFacts> circuits_;
 };
 
+// A number with its unit in a system.
+std::string shown(double value, Quantity quantity, catalogue::UnitSystem units);
+
 // Last word of a key: "compressor" of "stage1.compressor".
 std::string_view lastWord(std::string_view key);
 // A key as words: "suction line before exchanger of the low circuit".
 std::string inWords(std::string_view place);
-
-// "a", "a and b", "a, b and c".
-std::string listed(const std::vector<std::string>& words);
 
 // One for each topic.
 void judgePhases(Judge& judge);      // lines, inlets and outlets in the wrong phase

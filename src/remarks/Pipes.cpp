@@ -89,7 +89,7 @@ void judgeOil(Judge& judge, const Line& line, const Velocities& velocities) {
 
 void judgePipes(Judge& judge) {
     const auto& input = judge.result.input;
-    if (input.request->name != "line-sizing" || input.blocks.empty()) return;
+    if (input.request->name != "line-sizing") return;
     for (const Line& line : lines) {
         if (!judge.has(pipe(line, wantedPipe) + ".velocity")) continue;
         const Velocities velocities = velocitiesOf(line, input.blocks.front());

@@ -19,16 +19,14 @@ double glideOfBlend(const Judge& judge, const std::string& place) {
 
 void judgeSaturationDrops(Judge& judge) {
     const auto& input = judge.result.input;
-    for (std::size_t i = 0; i < input.blocks.size() && i < judge.circuits().size(); ++i) {
-        const Judge::CircuitFacts& circuit = judge.circuits()[i];
-        if (!circuit.blend || i >= input.request->circuits.size()) continue;
+    for (std::size_t i = 0; i < input.blocks.size(); ++i) {
+        if (!judge.circuits()[i].blend) continue;
         for (const catalogue::Parameter& parameter : input.request->circuits[i].parameters) {
             if (parameter.index > static_cast<int>(input.blocks[i].settings.size())) continue;
             const catalogue::Setting& setting = input.blocks[i].settings[static_cast<std::size_t>(parameter.index) - 1];
             for (const catalogue::Option& option : parameter.options) {
                 if (option.number != setting.option || option.key != "saturation_drop") continue;
-                std::string place(parameter.place);
-                if (!circuit.key.empty()) place = circuit.key + '.' + place;
+                const std::string place = prefixOf(input.request->circuits[i]) + std::string(parameter.place);
                 if (parameter.place != "evaporator" && parameter.place != "condenser") continue;
                 const double drop = judge.at(place, "pressure_drop");
                 if (drop < 0.0 || glideOfBlend(judge, place) > smallGlide)
@@ -78,10 +76,9 @@ void judgeOutletDrop(Judge& judge, const catalogue::Parameter& parameter, const 
 void judgeOutletDrops(Judge& judge) {
     const auto& input = judge.result.input;
     const catalogue::Request& request = *input.request;
-    for (std::size_t i = 0; i < input.blocks.size() && i < request.circuits.size(); ++i) {
+    for (std::size_t i = 0; i < input.blocks.size(); ++i) {
         const auto& settings = input.blocks[i].settings;
-        const std::string prefix =
-            request.circuits[i].key.empty() ? std::string() : std::string(request.circuits[i].key) + '.';
+        const std::string prefix = prefixOf(request.circuits[i]);
         for (const catalogue::Parameter& parameter : request.circuits[i].parameters)
             if (parameter.index <= static_cast<int>(settings.size()) && isWorkedBackwards(request, parameter.place))
                 judgeOutletDrop(judge, parameter, settings[static_cast<std::size_t>(parameter.index) - 1], prefix);

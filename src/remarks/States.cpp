@@ -6,6 +6,7 @@
 
 #include "EngineFacts.h"
 #include "Judge.h"
+#include "Letters.h"
 
 namespace frigana::remarks {
 
@@ -17,10 +18,11 @@ constexpr int isopropertyTable = 3, statePoint = 4;
 // A state of the result by the beginning of its keys: "" of a state point, "table.12.liquid." of a table.
 struct State {
     std::string prefix;
-    double T, p, D, quality;
+    double T, p, D, h, quality;
     bool viscosityMissing, conductivityMissing;
 
-    bool exists() const { return std::isfinite(D); }
+    // Temperature, pressure and density may be what was asked for.
+    bool exists() const { return std::isfinite(h); }
     bool hasTwoPhases() const { return quality > 0.0 && quality < 1.0; }
 };
 
@@ -31,7 +33,7 @@ std::vector<State> statesOf(const Judge& judge) {
         if (!entry.isNumber() || lastWord(entry.key) != mark) continue;
         const std::string prefix = entry.key.substr(0, entry.key.size() - mark.size());
         const auto of = [&](const char* name) { return judge.at("", prefix + name); };
-        states.push_back({prefix, of("temperature"), of("pressure"), of("density"), of("quality"),
+        states.push_back({prefix, of("temperature"), of("pressure"), of("density"), of("enthalpy"), of("quality"),
                           std::isnan(of("viscosity")), std::isnan(of("thermal_conductivity"))});
     }
     return states;
@@ -55,7 +57,7 @@ std::string placeOf(const State& state) {
 }
 
 std::string asSentence(std::string text) {
-    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    text.front() = capitalLetter(text.front());
     return text;
 }
 
@@ -204,7 +206,6 @@ void judgeSizedLines(Judge& judge, const Fluid& fluid, const FluidFacts* facts) 
 
 void judgeStates(Judge& judge) {
     const auto& input = judge.result.input;
-    if (input.blocks.empty()) return;
     const Fluid& fluid = input.blocks.front().fluid;
     const FluidFacts* facts = judge.circuits().front().facts;
     if (input.request->name == "line-sizing") return judgeSizedLines(judge, fluid, facts);

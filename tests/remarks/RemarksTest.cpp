@@ -11,6 +11,8 @@
 #include "../catalogue/RequestFiles.h"
 #include "Catalogue.h"
 #include "FilledRequest.h"
+#include "FluidFacts.h"
+#include "Judge.h"
 #include "NamedRequest.h"
 #include "ResultFile.h"
 #include "TemporaryFolder.h"
@@ -266,6 +268,212 @@ TEST(Remarks, TellEstimatedMixingParametersAndCriticalPoints) {
     EXPECT_EQ(find(remarksOf(run(stateOf("R410A.MIX", 293.15, 100.0))), "mixing_parameters_estimated"), nullptr);
 }
 
+// ---- states of tables and phases ----
+
+FilledRequest read(const std::string& text) {
+    const catalogue::NamedRequest named =
+        catalogue::readNamed(text, catalogue::NamedFormat::toml, catalogue::FluidNames::of(test::dataFolder));
+    for (const catalogue::Problem& problem : named.problems) ADD_FAILURE() << catalogue::message("a", problem);
+    return named.runs.empty() ? stateOf("R134A.FLD", 300.0, 100.0) : named.runs.front();
+}
+
+std::string tableOf(const char* fluid, const char* constant, const char* running, double from, double to, double step) {
+    return "request = \"isoproperty-table\"\nunits = \"SI\"\nfluid = \"" + std::string(fluid) + "\"\nconstant." +
+           constant + "\nproperty = \"" + running + "\"\nfrom = " + std::to_string(from) +
+           "\nto = " + std::to_string(to) + "\nstep = " + std::to_string(step) + '\n';
+}
+
+void expectText(const FilledRequest& request, const char* name, const char* place, const std::string& begin,
+                const std::string& end = ".") {
+    const RunResult result = run(request);
+    ASSERT_TRUE(result.isDone()) << result.report.HERR.trimmed();
+    const std::vector<Remark> said = remarksOf(result);
+    const Remark* remark = find(said, name);
+    ASSERT_NE(remark, nullptr) << name << ": " << listOf(said);
+    EXPECT_EQ(remark->place, place);
+    EXPECT_TRUE(remark->text.starts_with(begin)) << remark->text;
+    EXPECT_TRUE(remark->text.ends_with(end)) << remark->text;
+}
+
+// At 300 K R134a would need more than 70 MPa for 1600 kg/m3.
+TEST(Remarks, TellTheFirstOfTheRowsThatAreMissing) {
+    expectText(read(tableOf("R134a", "temperature = 300", "density", 5, 1655, 825)), "state_missing", "table.3",
+               "There are no values of the state of row 3. The engine says: [TDFLSH error");
+    expectText(read(tableOf("R134a", "temperature = 300", "density", 1605, 1655, 25)), "state_missing", "table.1",
+               "There are no values of the state of row 1, and of 2 more. The engine says: [TDFLSH error");
+}
+
+// The viscosity of R152a is correlated from 240 K to 440 K, that of carbon dioxide up to 1500 K and its conductivity up
+// to 1100 K, that of ammonia's up to 680 K alone, the viscosity of R1234yf from 220 K.
+TEST(Remarks, TellWhichTransportOfWhichStateLiesBeyond) {
+    expectText(read(tableOf("R152a", "pressure = 1000", "temperature", 420, 490, 10)), "transport_beyond_range",
+               "table.4",
+               "Outside the range of the correlation: the viscosity of the state of row 4 at 176.8 °C, and of 4 more.");
+    expectText(read(tableOf("CO2", "pressure = 1000", "temperature", 1000, 1200, 100)), "transport_beyond_range",
+               "table.3", "Outside the range of the correlation: the conductivity of the state of row 3 at 926.9 °C.");
+    expectText(read(tableOf("CO2", "pressure = 1000", "temperature", 1550, 1600, 25)), "transport_beyond_range",
+               "table.1",
+               "Outside the range of the correlation: viscosity and conductivity of the state of row 1 at 1277 °C, and "
+               "of 2 more.");
+    expectText(stateOf("AMMONIA.FLD", 690.0, 1000.0), "transport_beyond_range", "state",
+               "Outside the range of the correlation: the conductivity of the state at 416.9 °C.");
+    expectText(read(tableOf("CO2", "pressure = 1000", "temperature", 1600, 1800, 100)), "transport_missing", "table.2",
+               "There is no viscosity and conductivity of the state of row 2 at 1427 °C, and of 1 more. The engine "
+               "says: [TRNPRP warning");
+    const std::string phases =
+        "request = \"equilibrium-phases\"\nfluid = \"R1234yf\"\nbubble.temperature = \"210 K\"\n";
+    expectText(read(phases), "transport_missing", "liquid",
+               "There is no viscosity of the liquid at -63.15 °C. No correlation of the fluid reaches there.");
+    expectText(read(phases), "transport_beyond_range", "vapor",
+               "Outside the range of the correlation: the viscosity of the vapor at -63.15 °C.");
+}
+
+TEST(Remarks, TellWhichTransportIsAnEstimate) {
+    expectText(stateOf("DME.FLD", 300.0, 100.0), "transport_estimated", "fluid",
+               "Conductivity of this fluid is an estimate, not a correlation");
+    expectText(stateOf("CYCLOPEN.FLD", 340.0, 50.0), "transport_estimated", "fluid",
+               "Viscosity of this fluid is an estimate, not a correlation");
+}
+
+// A result whose values are taken away afterwards.
+RunResult without(const FilledRequest& request, const std::vector<std::string>& keys) {
+    RunResult result = run(request);
+    for (catalogue::Value& value : result.entries)
+        if (std::find(keys.begin(), keys.end(), value.key) != keys.end()) value.value = -777.0;
+    result.indexKeys();
+    return result;
+}
+
+TEST(Remarks, TellEachMissingValueByItsName) {
+    struct {
+        std::vector<std::string> keys;
+        const char* text;
+    } const rows[] = {
+        {{"viscosity"}, "There is no viscosity of the state at 26.85 °C. No correlation of the fluid reaches there."},
+        {{"thermal_conductivity"},
+         "There is no conductivity of the state at 26.85 °C. No correlation of the fluid reaches there."},
+        {{"viscosity", "thermal_conductivity"},
+         "There is no viscosity and conductivity of the state at 26.85 °C. No correlation of the fluid reaches there."},
+    };
+    for (const auto& row : rows) {
+        const std::vector<Remark> said = remarksOf(without(stateOf("R161.FLD", 300.0, 100.0), row.keys));
+        const Remark* remark = find(said, "transport_missing");
+        ASSERT_NE(remark, nullptr) << listOf(said);
+        EXPECT_EQ(remark->text, row.text);
+        // What is not shown is no estimate.
+        EXPECT_EQ(find(said, "transport_estimated") == nullptr, row.keys.size() == 2);
+    }
+}
+
+// The reason is asked of the engine by what the row still has: where it has the state after all, there is none to tell.
+TEST(Remarks, TellMissingRowsOfEveryTable) {
+    const std::string saturation =
+        "request = \"saturation-table\"\nunits = \"SI\"\nfluid = \"R134a\"\nproperty = \"temperature\"\nfrom = 250\nto "
+        "= 270\nstep = 10\n";
+    struct {
+        std::string request;
+        std::vector<std::string> keys;
+        const char *place, *text;
+    } const rows[] = {
+        {saturation, {"table.2.liquid.enthalpy"}, "table.2.liquid", "There are no values of the liquid of row 2."},
+        {saturation,
+         {"table.2.vapor.enthalpy", "table.3.vapor.enthalpy"},
+         "table.2.vapor",
+         "There are no values of the vapor of row 2, and of 1 more."},
+        {saturation,
+         {"table.1.vapor.enthalpy", "table.1.vapor.temperature"},
+         "table.1.vapor",
+         "There are no values of the vapor of row 1."},
+        {saturation,
+         {"table.1.vapor.enthalpy", "table.1.vapor.temperature", "table.1.vapor.pressure"},
+         "table.1.vapor",
+         "There are no values of the vapor of row 1."},
+        {tableOf("R134a", "density = 5", "temperature", 300, 320, 10),
+         {"table.1.enthalpy"},
+         "table.1",
+         "There are no values of the state of row 1."},
+        {tableOf("R134a", "temperature = 300", "pressure", 100, 300, 100),
+         {"table.1.enthalpy"},
+         "table.1",
+         "There are no values of the state of row 1."},
+        {tableOf("R134a", "temperature = 300", "pressure", 100, 300, 100),
+         {"table.1.enthalpy", "table.1.pressure"},
+         "table.1",
+         "There are no values of the state of row 1."},
+        {tableOf("R134a", "temperature = 300", "pressure", 100, 300, 100),
+         {"table.1.enthalpy", "table.1.pressure", "table.1.temperature"},
+         "table.1",
+         "There are no values of the state of row 1."},
+    };
+    for (const auto& row : rows) {
+        const std::vector<Remark> said = remarksOf(without(read(row.request), row.keys));
+        const Remark* remark = find(said, "state_missing");
+        ASSERT_NE(remark, nullptr) << row.text << listOf(said);
+        EXPECT_EQ(remark->place, row.place);
+        EXPECT_EQ(remark->text, row.text);
+    }
+}
+
+// R161 is described up to 5000 kPa and has its critical point at 5010 kPa; R236ea is described from 243 K.
+TEST(Remarks, TellWhichLimitOfTheEquationAStateIsBeyond) {
+    expectText(requestOf("basic", "R161.FLD", {{0, 1, 1, 260.0}, {0, 11, 2, 5005.0}}), "state_beyond_equation",
+               "condenser.outlet",
+               "The state condenser outlet has 50.05 bar, above the 50 bar to which the equation is valid.");
+    expectText(requestOf("basic", "R236EA.FLD", {{0, 1, 1, 320.0}, {0, 11, 1, 410.0}}), "state_beyond_equation",
+               "compressor.outlet", "The state compressor outlet has ",
+               ", above the 138.8 °C to which the equation is valid.");
+    FilledRequest cold = requestOf("basic", "R134A.FLD", {{0, 1, 1, 238.15}, {0, 11, 1, 290.15}});
+    catalogue::Fluid& blend = cold.blocks.front().fluid;
+    blend.kind = 3;
+    blend.blendName = "mine";
+    blend.components = {{"R236EA.FLD", 0.3}, {"R134A.FLD", 0.7}};
+    expectText(cold, "state_beyond_equation", "evaporator.inlet", "The state evaporator inlet has ",
+               ", below the -30.15 °C from which the equation is valid.");
+}
+
+TEST(Remarks, TellAPotentialThatLeavesAComponentOut) {
+    // The fourth report has no figure of propane.
+    const RunResult result = run(requestOf("basic", "R402A.MIX", {}));
+    const std::vector<Remark> said = remarks::remarksOn(result, {test::dataFolder, catalogue::UnitSystem::metric, 0});
+    const Remark* remark = find(said, "potential_unknown");
+    ASSERT_NE(remark, nullptr) << listOf(said);
+    EXPECT_EQ(remark->text, "The global warming potential of R402A leaves out PROPANE, for which AR4 has no figure.");
+}
+
+TEST(Remarks, TellAViscosityBeyondItsRangeOfTheLinesThatAreSized) {
+    // Evaporating at 230 K, R152a leaves the range of its viscosity (240 K and above).
+    expectText(requestOf("line-sizing", "R152A.FLD", {{0, 1, 1, 230.0}}), "transport_beyond_range",
+               "suction_line.inlet", "The viscosity at the inlet of the suction line (",
+               ") lies outside the range of its correlation.");
+}
+
+// What a fluid is does not hang on the reference state of the request that asked first.
+TEST(Remarks, FactsOfAFluidStandWhateverItsReference) {
+    catalogue::Fluid fluid;
+    fluid.file = "R1132E.FLD";
+    fluid.referenceState = "XYZ";
+    const remarks::FluidFacts* first = remarks::factsOf(fluid, test::dataFolder);
+    ASSERT_NE(first, nullptr);
+    fluid.file = "CO2.FLD";
+    fluid.referenceState = "NBP";  // which it cannot have
+    const remarks::FluidFacts* facts = remarks::factsOf(fluid, test::dataFolder);
+    ASSERT_NE(facts, nullptr);
+    EXPECT_NEAR(facts->criticalTemperature, 304.128, 0.01);
+    fluid.file = "NOTHING.FLD";
+    EXPECT_EQ(remarks::factsOf(fluid, test::dataFolder), nullptr);
+}
+
+TEST(Remarks, NumbersHaveNoExponent) {
+    using catalogue::Quantity;
+    using catalogue::UnitSystem;
+    EXPECT_EQ(remarks::shown(70000.0, Quantity::pressure, UnitSystem::SI), "70000 kPa");
+    EXPECT_EQ(remarks::shown(1234567.8, Quantity::pressure, UnitSystem::SI), "1234568 kPa");
+    EXPECT_EQ(remarks::shown(-12345.6, Quantity::pressure, UnitSystem::SI), "-12346 kPa");
+    EXPECT_EQ(remarks::shown(1234.56, Quantity::pressure, UnitSystem::SI), "1235 kPa");
+    EXPECT_EQ(remarks::shown(268.15, Quantity::temperature, UnitSystem::metric), "-5 °C");
+    EXPECT_EQ(remarks::shown(0.7123, Quantity::fraction, UnitSystem::metric), "0.7123");
+}
+
 TEST(Remarks, HelpWhereARequestWasRefused) {
     // Vapor in the liquid line leaves so little that the compressor would discharge two phases.
     const RunResult refused =
@@ -287,6 +495,52 @@ TEST(Remarks, HelpNamesTheTriplePointBehindWetCompression) {
     const RunResult drop = run(requestOf("basic", "R134A.FLD", {{0, 1, 1, 268.15}, {0, 3, 2, 120.0}}));
     ASSERT_EQ(drop.report.IERR, 201300);
     EXPECT_NE(helpFor(drop).find("take 120 K of saturation temperature"), std::string::npos) << helpFor(drop);
+    const RunResult pressure =
+        run(requestOf("basic", "R134A.FLD", {{0, 1, 1, 268.0}, {0, 3, 1, 485.0}, {0, 11, 1, 300.0}}));
+    ASSERT_EQ(pressure.report.IERR, 201300);
+    EXPECT_TRUE(helpFor(pressure).starts_with("The drops of evaporator and suction line take 4.85 bar of the 2.4"))
+        << helpFor(pressure);
+}
+
+// Below the triple point with the level given as a pressure, of a fluid without facts, of a cycle without such a place.
+TEST(Remarks, HelpFallsBackToWhatIsCommonToWetCompression) {
+    const std::string common = "The compressor would discharge inside the two-phase region.";
+    const RunResult dry =
+        run(requestOf("basic", "R236EA.FLD", {{0, 1, 2, 20.0}, {0, 2, 2, 0.0}, {0, 4, 2, 0.0}, {0, 7, 1, 1.0}}));
+    ASSERT_EQ(dry.report.IERR, 201300) << dry.report.HERR.trimmed();
+    EXPECT_TRUE(helpFor(dry).starts_with(common)) << helpFor(dry);
+    RunResult unknown = dry;
+    unknown.input.blocks.front().fluid.file = "NOTHING.FLD";
+    EXPECT_TRUE(helpFor(unknown).starts_with(common)) << helpFor(unknown);
+    unknown.input.blocks.front().settings.clear();
+    EXPECT_TRUE(helpFor(unknown).starts_with(common)) << helpFor(unknown);
+    unknown.input = {};
+    EXPECT_TRUE(helpFor(unknown).starts_with(common)) << helpFor(unknown);
+}
+
+// Every code that has help of its own is told it, whatever the request.
+TEST(Remarks, HelpOfACodeNeedsNoRequest) {
+    RunResult refused;
+    refused.report.end = RunEnd::refused;
+    struct {
+        int code;
+        const char* part;
+    } const rows[] = {
+        {24, "Ask for DEF"},      {117, "no parameters of a pair"},      {202239, "Ask for a fall of the liquid"},
+        {204201, "no heat left"}, {204202, "the two means must differ"}, {209234, "raise the limit"},
+        {100123, "two fluids"},
+    };
+    for (const auto& [code, part] : rows) {
+        refused.report.IERR = code;
+        EXPECT_NE(helpFor(refused).find(part), std::string::npos) << code;
+    }
+    for (const int code : {0, 27, 200300, 106300, 101199}) {
+        refused.report.IERR = code;
+        EXPECT_EQ(helpFor(refused), "") << code;
+    }
+    refused.report.IERR = 209234;
+    refused.report.end = RunEnd::returned;
+    EXPECT_EQ(helpFor(refused), "");
 }
 
 TEST(Remarks, HelpTellsTheRangeOfTheFluidInTheUnitsOfTheReport) {
@@ -318,6 +572,9 @@ TEST(Remarks, HelpTellsAShareThatLeavesNothing) {
     const RunResult refused = run(requestOf("booster", "CO2.FLD", {{0, 28, 3, 1.0}}));
     ASSERT_EQ(refused.report.end, RunEnd::refused);
     EXPECT_NE(helpFor(refused).find("the states behind are missing"), std::string::npos) << helpFor(refused);
+    const RunResult medium = run(requestOf("booster", "CO2.FLD", {{0, 28, 2, 0.0}}));
+    ASSERT_EQ(medium.report.end, RunEnd::refused);
+    EXPECT_NE(helpFor(medium).find("the states behind are missing"), std::string::npos) << helpFor(medium);
 }
 
 TEST(Remarks, HaveNamesOfTheirOwn) {
