@@ -336,6 +336,60 @@ TEST_F(Copy, DamagedFilesAreNamedWithLineAndReason) {
          "R32",
          change("?Known: viscosity up to 12.0:", "?Known: viscosity 12.0:"),
          {"?Known: FIGURE up to BOUND: REASON"}},
+        {"a known deviation without its bound",
+         "R32",
+         change("?Known: viscosity up to 12.0:", "?Known: viscosity up to much:"),
+         {"?Known: FIGURE up to BOUND: REASON"}},
+        {"a known deviation without its reason",
+         "R32",
+         [](const std::string& text) {
+             const auto at = text.find("?Known: viscosity up to 12.0:");
+             return text.substr(0, at) + "?Known: viscosity up to 12.0" + text.substr(text.find('\n', at));
+         },
+         {"?Known: FIGURE up to BOUND: REASON"}},
+        {"a known deviation with its reason in front",
+         "R32",
+         change("?Known: viscosity up to 12.0:", "?Known: two models: viscosity up to 12.0,"),
+         {"?Known: FIGURE up to BOUND: REASON"}},
+        {"more known deviations than there is room for",
+         "R32",
+         [](const std::string& text) {
+             std::string more;
+             for (int k = 1; k <= 9; ++k) more += "?Known: viscosity up to 12.0: once more\n";
+             return replaced(text, "?Known: viscosity up to 12.0:", more + "?Known: viscosity up to 12.0:");
+         },
+         {"too many known deviations"}},
+        {"more sections than there is room for",
+         "R32",
+         [](const std::string& text) {
+             std::string more;
+             for (int k = 10; k <= 70; ++k) more += "#AUX  !---unused---\nU" + std::to_string(k) + "\n?\n!\n\n";
+             return replaced(text, "@END", more + "@END");
+         },
+         {"too many sections"}},
+        {"a heading in letters of both kinds", "R32", change("#STN", "#Stn"), {"unknown section Stn"}},
+        {"small letters that the set-up does not know",
+         "R32",
+         [](const std::string& text) { return replaced(text, "#AUX  !---ideal-gas Helmholtz", "#aux  !---"); },
+         {"unknown section aux"}},
+        {"an end in small letters", "R32", change("@END", "@end"), {"found end of file"}},
+        {"another critical temperature",
+         "R32",
+         change("  351.255   ", "  371.255   "),
+         {"not within 2 % of that of the header"}},
+        {"no state within the limits of the viscosity",
+         "R134A",
+         changeIn("#ETA", "\n  169.85 ", "\n  2169.85 "),
+         {"no state lies within the limits of the models"}},
+        {"a surface tension that is passed over", "R32", change("#STN", "@STN"), {"unknown surface tension model"}},
+        {"a heat capacity that is not read",
+         "R32",
+         [](const std::string& text) {
+             return changeIn("#AUX  !---ideal-gas heat", "  1  4  0  0  0  0  0",
+                             "  1  20  0  0  0  0  0")(changeIn("#EOS", "\nCPP", "\nPH0")(text));
+         },
+         {"heat capacity forms", "BAD.FLD, line"}},
+        {"an ancillary of another form", "R32", changeIn("#PS", "\nPS5", "\nPS9"), {"vapor pressure"}},
         {"a known deviation of nothing",
          "R32",
          change("?Known: viscosity up to", "?Known: viscositi up to"),
@@ -350,6 +404,27 @@ TEST_F(Copy, DamagedFilesAreNamedWithLineAndReason) {
     }
     EXPECT_TRUE(check(r32).clean) << said(report_);
     EXPECT_EQ(firstFreeUnit(12), 12);
+}
+
+// What a file may hold without being at fault.
+TEST_F(Copy, FilesOfOtherFormsAreClean) {
+    const std::string r32 = original("fluids/R32.FLD");
+    struct {
+        const char* name;
+        Damage change;
+    } const rows[] = {
+        {"a name with a comment", change("R32    ", "R32 !of the file")},
+        {"a heading in small letters", change("#STN", "#stn")},
+        {"a reference state with a line of its own",
+         change("IIR                                                !default reference state",
+                "OT0                                                !default reference state\n  298.15  1.0  20000.0  "
+                "100.0")},
+        {"an equation that points to the Helmholtz energy", changeIn("#EOS", "\nCPP", "\nPH0")},
+        {"remarks between the sections", change("#STN", "! a remark\n!EOS\n#STN")},
+    };
+    for (const auto& row : rows) EXPECT_TRUE(check(row.change(r32)).clean) << row.name << '\n' << said(report_);
+    check(std::end(rows)[-2].change(r32));
+    EXPECT_EQ(report_[FigureOf::heatCapacityForms].verdict, Verdict::clean);
 }
 
 TEST_F(Copy, FiguresOutOfBoundAreFound) {
@@ -380,6 +455,9 @@ TEST_F(Copy, FiguresOutOfBoundAreFound) {
         {FigureOf::conductivity, "R134A", changeIn("#TCX", " -0.0105248 ", " -0.1105248 ")},
         {FigureOf::surfaceTension, "R32", changeIn("#STN", "  0.07147 ", " -0.07147 ")},
         {FigureOf::surfaceTension, "R32", changeIn("#STN", "  1.246", " -1.246")},
+        {FigureOf::surfaceTension, "R32", changeIn("#STN", "  0.07147 ", "  nan ")},
+        {FigureOf::vaporPressure, "R32", changeIn("#PS", " -7.770499754 ", " nan ")},
+        {FigureOf::conductivity, "R134A", changeIn("#TCX", " -0.0105248 ", " nan ")},
     };
     for (const Row& row : rows) {
         const FluidReport& report = check(row.damage(original(std::string("fluids/") + row.file + ".FLD")));
@@ -528,6 +606,34 @@ TEST_F(Copy, DamagedParametersAreFound) {
          changed(" -0.0072955 ", " -O.0072955 "),
          {"set-up 118", "row of a departure function"}},
         {"an unknown section", changed("#BNC ", "#BMC "), {"unknown section BMC", "there is no pair"}},
+        {"pairs without their tag",
+         changed("---binary pairs---\nBNC\n", "---binary pairs---\n"),
+         {"the section lacks its tag"}},
+        {"an end behind a heading", hmx.substr(0, hmx.find("#MXM") + 30), {"expected @END, found end of file"}},
+        {"an end behind the heading of the pairs",
+         hmx.substr(0, hmx.find('\n', hmx.find("#BNC")) + 1),
+         {"the section lacks its tag", "expected @END, found end of file", "there is no pair"}},
+        {"an end within the source of the pairs",
+         hmx.substr(0, hmx.find("?Akasaka")) + "?Akasaka\n",
+         {"expected @END, found end of file", "there is no pair"}},
+        {"an end in small letters in the wrong place", changed("#BNC ", "#end\n#BNC "), {"there is no pair"}},
+        {"a number that is not finite",
+         changed(pair, replaced(pair, "28.95", "nan")),
+         {line(pair), "found 'nan' as number 1"}},
+        {"a rule that reduces to nothing",
+         changed(pair, replaced(pair, "28.95", "-2895.0")),
+         {line(pair) + ": R32.FLD + R125.FLD: the reducing temperature or density is not positive"}},
+        {"too few transport numbers",
+         changed("VC1  0.12106679", "TRN  0.12106679"),
+         {"expected 9 numbers", "as number 7"}},
+        {"more functions than there is room for",
+         [&] {
+             std::string functions;
+             const std::string one = sectionOf(hmx, "#MXM  !---departure function---\nLJ2");
+             for (int k = 10; k < 72; ++k) functions += replaced(one, "LJ2", "X" + std::to_string(k));
+             return replaced(hmx, "#BNC ", functions + "#BNC ");
+         }(),
+         {"too many departure functions"}},
     };
     const InstalledFluid fluids[] = {{"R32.FLD", "75-10-5"}, {"R125.FLD", "354-33-6"}, {"R134A.FLD", "811-97-2"}};
     ParametersReport report;
@@ -545,6 +651,7 @@ TEST_F(Copy, DamagedParametersAreFound) {
     EXPECT_EQ(report.tried, 3);
     checkParameters("NOWHERE.BNC", fluids, report);
     EXPECT_FALSE(report.clean);
+    EXPECT_TRUE(contains(said(report.faults), "cannot be opened")) << said(report.faults);
     EXPECT_EQ(firstFreeUnit(12), 12);
 }
 
@@ -571,6 +678,17 @@ TEST_F(Copy, DamagedMixturesAreFound) {
         {"another molar mass", changed("72.58", "72.68"), {"line 2: the molar mass is not that of the fractions"}},
         {"updated parameters", mixture.substr(0, mixture.rfind(" 0")) + " 1\n", {"set-up -102"}},
         {"no flag", mixture.substr(0, mixture.rfind(" 0")), {"flag of updated parameters, found end of file"}},
+        {"a name behind the end", mixture.substr(0, mixture.find("R125.FLD")), {"found end of file"}},
+        {"a fraction behind the end",
+         mixture.substr(0, mixture.find("R125.FLD") + 9),
+         {"mole fraction, found end of file"}},
+        {"a component twice", changed("R125.FLD", "R32.FLD"), {"it holds R32.FLD twice"}},
+        {"a fraction above 1",
+         changed("0.3023853006241376", "1.3023853006241376"),
+         {"line 7: the mole fraction is not from 0 to 1"}},
+        {"a fraction that is no number",
+         changed("0.3023853006241376", "nan"),
+         {"line 7: the mole fraction is not from 0 to 1", "add up to"}},
     };
     MixtureReport report;
     for (const Row& row : rows) {
@@ -584,6 +702,14 @@ TEST_F(Copy, DamagedMixturesAreFound) {
     put("mixtures/BAD.MIX", mixture);
     checkMixture("BAD.MIX", "HMX.BNC", report);
     EXPECT_TRUE(report.clean) << said(report.faults);
+    checkMixture("NOWHERE.MIX", "HMX.BNC", report);
+    EXPECT_TRUE(contains(said(report.faults), "cannot be opened")) << said(report.faults);
+    // The mixture is sound, the parameters of its pair are not.
+    const std::string hmx = original("fluids/HMX.BNC");
+    put("fluids/HMX.BNC", replaced(hmx, "LJ1  28.95  -0.006008", "LJ1  -2895.0  -0.006008"));
+    checkMixture("BAD.MIX", "HMX.BNC", report);
+    EXPECT_TRUE(contains(said(report.faults), "the reducing temperature or density is not positive"))
+        << said(report.faults);
     EXPECT_EQ(firstFreeUnit(12), 12);
 }
 
