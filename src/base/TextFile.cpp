@@ -180,7 +180,6 @@ bool exceedsOne(std::string_view text) {
     const auto e = text.find('e');
     const auto mantissa = text.substr(0, e);
     const auto first = mantissa.find_first_of("123456789");
-    if (first == std::string_view::npos) return false;
     const auto point = std::min(mantissa.find('.'), mantissa.size());
     if (e == std::string_view::npos) return first < point;
     long exponent = 0;
@@ -244,8 +243,6 @@ bool parseReal(std::string_view item, double& value) {
         // Too small is zero, too large is an error.
         if (exceedsOne(std::string_view(text, static_cast<std::size_t>(length)))) return false;
         read = text[0] == '-' ? -0.0 : 0.0;
-    } else if (end.ec != std::errc{}) {
-        return false;
     }
     value = read;
     return true;

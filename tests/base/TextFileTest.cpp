@@ -57,6 +57,154 @@ TEST_F(TextFile, WhatIsNoNumberIsRefused) {
     }
 }
 
+// A number may have more digits than a double; one of more than 500 is none.
+TEST_F(TextFile, NumbersOfManyDigits) {
+    struct {
+        std::string text;
+        double expected;
+    } const rows[] = {
+        {"0." + std::string(400, '0') + "1", 0.0},
+        {"-." + std::string(400, '0') + "1", 0.0},
+        {"1e-99999999999999999999", 0.0},
+        {"0." + std::string(400, '0') + "1e400", 0.01},
+        {"1" + std::string(400, '0') + "e-400", 1.0},
+        {std::string(400, '0') + "7", 7.0},
+        {"0e99999", 0.0},
+        {"3." + std::string(400, '3'), 10.0 / 3.0},
+    };
+    for (const auto& row : rows) {
+        ASSERT_TRUE(open(row.text));
+        double value = -99.0;
+        EXPECT_EQ(readValues(1, value), ReadStatus::ok) << row.text;
+        EXPECT_NEAR(value, row.expected, 1e-15 * row.expected) << row.text;
+    }
+    for (const std::string& text :
+         {std::string(400, '9'), '-' + std::string(400, '9') + ".5", std::string("1e99999999999999999999"),
+          std::string(600, '1'), "0." + std::string(600, '0')}) {
+        ASSERT_TRUE(open(text));
+        double value = 7.0;
+        EXPECT_EQ(readValues(1, value), ReadStatus::malformed) << text;
+        EXPECT_EQ(value, 7.0);
+    }
+    for (const char* text : {"NAN", "-nan", "INF", "+inf", "iNfInItY"}) {
+        ASSERT_TRUE(open(text));
+        double value = 7.0;
+        EXPECT_EQ(readValues(1, value), ReadStatus::ok) << text;
+        EXPECT_FALSE(std::isfinite(value)) << text;
+    }
+    for (const char* text : {"nano", "na", "infinite", "i", "1+", "1q", "1Q-"}) {
+        ASSERT_TRUE(open(text));
+        double value = 7.0;
+        EXPECT_EQ(readValues(1, value), ReadStatus::malformed) << text;
+    }
+}
+
+// What a text may be left out by, repeated by, or hold.
+TEST_F(TextFile, TextsAreLeftOutAndRepeatedLikeNumbers) {
+    ASSERT_TRUE(open(",2*'a b',2*,3*R22, '' 'it''s' \"\" \"a\"\n"));
+    Text255 t[10];
+    for (Text255& text : t) text = "before";
+    FreeRecord record(1);
+    EXPECT_EQ(record.rest(), "");
+    for (Text255& text : t) EXPECT_EQ(record.read(text), ReadStatus::ok);
+    const char* const expected[] = {"before", "a b", "a b", "before", "before", "3*R22", "", "it's", "", "a"};
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(t[i], expected[i]) << i;
+    EXPECT_EQ(record.rest(), "");
+    for (const char* text : {"'", "'open", "\"open'", "0*'a'", "0*,", "99999999999*'a'"}) {
+        ASSERT_TRUE(open(text));
+        Text255 value;
+        EXPECT_EQ(readValues(1, value), ReadStatus::malformed) << text;
+    }
+    // A slash ends a record of numbers, and texts behind it stay as they were too.
+    ASSERT_TRUE(open("1 / 'a'"));
+    int first = 0, second = 5;
+    Text255 text = "before";
+    EXPECT_EQ(readValues(1, first, second, text), ReadStatus::ok);
+    EXPECT_EQ(second, 5);
+    EXPECT_EQ(text, "before");
+}
+
+TEST_F(TextFile, AUnitThatIsNotOpenHasNothing) {
+    for (const int unit : {1, 0, -1, 1000}) {
+        Text255 text = "before";
+        int integer = 3;
+        double real = 3.0;
+        FileStamp stamp;
+        EXPECT_FALSE(unitIsOpen(unit));
+        EXPECT_EQ(readText(unit, text), ReadStatus::endOfFile);
+        EXPECT_EQ(readValues(unit == 0 ? 1 : unit, text), ReadStatus::endOfFile);
+        EXPECT_EQ(readValues(unit == 0 ? 1 : unit, integer), ReadStatus::endOfFile);
+        EXPECT_EQ(readValues(unit == 0 ? 1 : unit, real), ReadStatus::endOfFile);
+        EXPECT_EQ(text, "before");
+        EXPECT_EQ(skipLine(unit), ReadStatus::endOfFile);
+        EXPECT_EQ(skipFilledLine(unit), ReadStatus::endOfFile);
+        EXPECT_EQ(lineNumber(unit), 0);
+        EXPECT_EQ(unitPath(unit), "");
+        EXPECT_EQ(currentLine(unit), "");
+        EXPECT_EQ(readProblem(unit), "");
+        EXPECT_EQ(nextLinePlace(unit).linesBefore, 0);
+        EXPECT_FALSE(stampOf(unit, stamp));
+        goToLine(unit, {5, 1});
+        rewindUnit(unit);
+        writeLine(unit, Text255("lost"));
+        closeAndDelete(unit);
+        EXPECT_TRUE(closeUnit(unit));
+    }
+    for (const int unit : {0, -1, 1000}) EXPECT_FALSE(openForWriting(unit, path)) << unit;
+}
+
+// What is open for the one is not for the other.
+TEST_F(TextFile, AUnitReadsOrWrites) {
+    ASSERT_TRUE(open("one\ntwo\n"));
+    writeLine(1, Text255("lost"));
+    writeFree(1, "lost");
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_EQ(contents(), "one\ntwo\n");
+    ASSERT_TRUE(openForWriting(1, path));
+    writeFree(1, "kept");
+    EXPECT_EQ(skipLine(1), ReadStatus::endOfFile);
+    goToLine(1, {0, 0});
+    writeFree(1, 7);
+    EXPECT_EQ(lineNumber(1), 2);
+    rewindUnit(1);
+    EXPECT_EQ(skipLine(1), ReadStatus::ok);
+    EXPECT_EQ(currentLine(1), " kept");
+    EXPECT_EQ(skipLine(1), ReadStatus::ok);
+    EXPECT_EQ(skipLine(1), ReadStatus::endOfFile);
+    EXPECT_EQ(skipLine(1), ReadStatus::endOfFile);
+}
+
+// A path beyond what systems take is that of no file, for whatever it is given.
+TEST_F(TextFile, APathThatIsTooLongIsNone) {
+    const std::string none = temporary.path(std::string(2000, 'a')), null = path + std::string(1, '\0') + "a";
+    contents("here");
+    for (const std::string& name : {none, null}) {
+        char found[3000];
+        EXPECT_FALSE(openForReading(1, name));
+        for (const Writing how : {Writing::direct, Writing::whole, Writing::fresh})
+            EXPECT_FALSE(openForWriting(1, name, how));
+        EXPECT_FALSE(fileExists(name));
+        EXPECT_FALSE(removeFile(name));
+        EXPECT_FALSE(clearFile(name));
+        EXPECT_FALSE(findInAnyCase(name, "a", found));
+        EXPECT_LT(lockFolder(name), 0);
+    }
+    // One that has room for itself, but not for the name it has until it is whole.
+    const std::string folder = temporary.path();
+    std::string deep = folder;
+    while (deep.size() + 202 < static_cast<std::size_t>(longestPath)) {
+        deep += '/' + std::string(200, 'd');
+        fs::create_directory(deep);
+    }
+    deep += '/' + std::string(static_cast<std::size_t>(longestPath) - deep.size() - 1, 'f');
+    ASSERT_EQ(deep.size(), static_cast<std::size_t>(longestPath));
+    EXPECT_FALSE(openForWriting(1, deep, Writing::whole));
+    EXPECT_TRUE(openForWriting(1, deep));
+    EXPECT_TRUE(closeUnit(1));
+    EXPECT_TRUE(fileExists(deep));
+    EXPECT_EQ(contents(), "here");
+}
+
 TEST_F(TextFile, IntegersReachTheirLimits) {
     ASSERT_TRUE(open("2147483647 -2147483648 +12"));
     int a = 0, b = 0, c = 0;
