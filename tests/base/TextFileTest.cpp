@@ -66,7 +66,7 @@ TEST_F(TextFile, NumbersOfManyDigits) {
         {"0." + std::string(400, '0') + "1", 0.0},
         {"-." + std::string(400, '0') + "1", 0.0},
         {"1e-99999999999999999999", 0.0},
-        {"0." + std::string(400, '0') + "1e400", 0.01},
+        {"0." + std::string(400, '0') + "1e400", 0.1},
         {"1" + std::string(400, '0') + "e-400", 1.0},
         {std::string(400, '0') + "7", 7.0},
         {"0e99999", 0.0},
@@ -162,7 +162,6 @@ TEST_F(TextFile, AUnitReadsOrWrites) {
     EXPECT_EQ(contents(), "one\ntwo\n");
     ASSERT_TRUE(openForWriting(1, path));
     writeFree(1, "kept");
-    EXPECT_EQ(skipLine(1), ReadStatus::endOfFile);
     goToLine(1, {0, 0});
     writeFree(1, 7);
     EXPECT_EQ(lineNumber(1), 2);
@@ -189,17 +188,15 @@ TEST_F(TextFile, APathThatIsTooLongIsNone) {
         EXPECT_FALSE(findInAnyCase(name, "a", found));
         EXPECT_LT(lockFolder(name), 0);
     }
-    // One that has room for itself, but not for the name it has until it is whole.
-    const std::string folder = temporary.path();
-    std::string deep = folder;
+    // One that has room for itself, but not for the name it has until it is whole: it is written under its own.
+    std::string deep = temporary.path();
     while (deep.size() + 202 < static_cast<std::size_t>(longestPath)) {
         deep += '/' + std::string(200, 'd');
         fs::create_directory(deep);
     }
     deep += '/' + std::string(static_cast<std::size_t>(longestPath) - deep.size() - 1, 'f');
     ASSERT_EQ(deep.size(), static_cast<std::size_t>(longestPath));
-    EXPECT_FALSE(openForWriting(1, deep, Writing::whole));
-    EXPECT_TRUE(openForWriting(1, deep));
+    EXPECT_TRUE(openForWriting(1, deep, Writing::whole));
     EXPECT_TRUE(closeUnit(1));
     EXPECT_TRUE(fileExists(deep));
     EXPECT_EQ(contents(), "here");
