@@ -18,17 +18,11 @@ inline constexpr int secantPasses = 3;  // always all of them: there is no test 
 inline constexpr double secantStep = static_cast<double>(0.1f);
 
 // The scratch files of the two trials. Their names are no others'.
-inline Text255 trialFileA() {
-    return scratchPath("temporalA.txt");
-}
-inline Text255 trialFileB() {
-    return scratchPath("temporalB.txt");
-}
+Text255 trialFileA();
+Text255 trialFileB();
 
 // True if a solver is to write a trial, of which one line is read.
-inline bool isTrial(const Text255& path) {
-    return path == trialFileA() || path == trialFileB();
-}
+bool isTrial(const Text255& path);
 
 // The unknown after three secant steps, each from two fresh trial solutions.
 //   Given     solve(x, path)  writes the whole result of the trial value x to path
@@ -67,22 +61,7 @@ void secantDriver(const SecantSearch& search, const Text255& FILEOUT, Solve solv
 // A cycle whose exchanger between suction line and liquid line may be given in several ways (parameter 20). Its solver
 // takes the fall of the liquid, option 2; any other option is looked for on its line of the result.
 using OneFluidSolver = void (*)(SUBSTANCE& substance, const CYCLEIN& cycle, const Text255& FILEOUT);
-inline void solveExchanger(SUBSTANCE& substance, const CYCLEIN& cycle, const int (&lines)[6], double firstTrial,
-                           const Text255& FILEOUT, OneFluidSolver solver) {
-    constexpr int exchanger = 20;
-    constexpr int fallGiven = 2;
-    const int option = cycle.TDAT[exchanger];
-    if (option == fallGiven) {
-        solver(substance, cycle, FILEOUT);
-        return;
-    }
-    static constinit CYCLEIN trial{};
-    trial = cycle;
-    trial.TDAT[exchanger] = fallGiven;
-    secantDriver({cycle.VDAT[exchanger], lines[option], firstTrial}, FILEOUT, [&](double fall, const Text255& path) {
-        trial.VDAT[exchanger] = fall;
-        solver(substance, trial, path);
-    });
-}
+void solveExchanger(SUBSTANCE& substance, const CYCLEIN& cycle, const int (&lines)[6], double firstTrial,
+                    const Text255& FILEOUT, OneFluidSolver solver);
 
 }  // namespace frigana

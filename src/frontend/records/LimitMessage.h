@@ -1,19 +1,11 @@
 // Messages that quote a limit.
 #pragma once
 
-#include "Message.h"
+#include "FixedText.h"
 
 namespace frigana {
 
 // Text with a limit in it: 12 columns with 4 decimals, left-justified and trimmed, between the fixed parts.
-inline Text255 limitMessage(std::string_view before, double limit, std::string_view after) {
-    FixedText<12> number;
-    message(number, FixedPoint{12, 4, limit});
-    std::string_view digits = number.trimmed();
-    while (!digits.empty() && digits.front() == ' ') digits.remove_prefix(1);
-    Text255 text;
-    message(text, before, digits, after);
-    return text;
-}
+Text255 limitMessage(std::string_view before, double limit, std::string_view after);
 
 }  // namespace frigana
