@@ -46,7 +46,6 @@ class SectionReader {
     // A unit of 0 or below means built-in data, which there are none of: code 101 in the words of the routine.
     SectionReader(const char* routine, int nread, const Text12& hcas, int& ierr, Text255& herr);
     bool good() const { return ierr_ == 0; }
-    int unit() const { return unit_; }
 
     template <class... Value>
     bool line(std::string_view what, Value&... values) {
