@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include "14_ErrorControl.h"
@@ -237,21 +238,10 @@ void CHECKCOMPOSITION(const FileNames& names, const Composition& fractions, int 
 void INITSUBSTANCE(SUBSTANCE& substance) {
     refuseForeignNames(substance);
     SETPATH(installationFolder(false).view());
-    const bool known = substance.FLUIDKIND >= 1 && substance.FLUIDKIND <= 3;
-    switch (substance.FLUIDKIND) {
-        case 1:
-            initPureFluid(substance);
-            break;
-        case 2:
-            initPredefinedMixture(substance);
-            break;
-        case 3:
-            initListedMixture(substance);
-            break;
-        default:
-            break;
-    }
-    if (known) {
+    constexpr void (*initOfKind[])(SUBSTANCE&) = {initPureFluid, initPredefinedMixture, initListedMixture};
+    const int kind = substance.FLUIDKIND;
+    if (kind >= 1 && kind <= static_cast<int>(std::size(initOfKind))) {
+        initOfKind[kind - 1](substance);
         static constinit STATEPT coldest{};
         PROPSIMPLETQ(substance, substance.TMIN + 1.0, 0.0, coldest);
         substance.PMIN = coldest.P;

@@ -10,7 +10,9 @@
 #include "24_SaturationPoints.h"
 #include "31_FluidInformation.h"
 #include "54_Find_Refigerant.h"
+#include "FluidConstants.h"
 #include "PASSCMN.h"
+#include "Refusal.h"
 #include "SAT_SUB.h"
 #include "SAT_SUB_EXPANSION.h"
 #include "Substances.h"
@@ -338,6 +340,67 @@ TEST(Lookup, APredefinedMixtureIsWithinTwoPercentOfItsRow) {
     s.ZKG[1] = s.ZKG[2] = 0.5;
     FINDPREDEFINEDMIXTURE(s, mixtures, position, flag);
     EXPECT_EQ(position, 0);
+}
+
+// Two circuits: each fluid is looked up once, the second one only where it is another.
+TEST(Lookup, BothFluidsOfACycleMustBeKnown) {
+    const auto pureFluid = [](const char* name) {
+        SUBSTANCE s{};
+        s.FLUIDKIND = s.NREFS = 1;
+        s.FLUIDNAME = name;
+        return s;
+    };
+    const auto blend = [](double share) {
+        SUBSTANCE s{};
+        s.FLUIDKIND = s.NMIX = 2;
+        s.FLUIDNAME = "R410A.MIX";
+        s.REFSNAMEMIX[1] = "R32.FLD";
+        s.REFSNAMEMIX[2] = "R125.FLD";
+        s.ZKG[1] = share;
+        s.ZKG[2] = 1.0 - share;
+        return s;
+    };
+    struct Row {
+        SUBSTANCE first, second;
+        int code;
+    };
+    static const Row rows[] = {
+        {pureFluid("R134A.FLD"), pureFluid("R32.FLD"), 0},
+        {pureFluid("R134A.FLD"), pureFluid("NOVEL.FLD"), 100123},
+        {pureFluid("NOVEL.FLD"), pureFluid("R32.FLD"), 100123},
+        {pureFluid("NOVEL.FLD"), pureFluid("NOVEL.FLD"), 100123},
+        {blend(0.5), pureFluid("R32.FLD"), 0},
+        {blend(0.3), pureFluid("R32.FLD"), 100124},
+        {pureFluid("R32.FLD"), blend(0.3), 100124},
+        {blend(0.5), blend(0.3), 0},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(refusalOf([&row] { CHECKREF_CYCLES(row.first, row.second); }), row.code)
+            << row.first.FLUIDNAME.trimmed() << ' ' << row.second.FLUIDNAME.trimmed();
+    EXPECT_EQ(runReport.HERR, "Mixture cannot be selected!!!");
+}
+
+TEST(LookupEdges, ANameWithoutAFluidIsNone) {
+    SUBSTANCE s{};
+    s.FLUIDKIND = 4;
+    FNDFLDFLAG = 'Y';
+    CHECKREF_PROPERTIES(s);
+    EXPECT_EQ(FNDFLDFLAG, 'N') << "what the last look-up found is no finding of this one";
+}
+
+// A substance of no kind is not set up: its records stay, but for the point of a failed calculation.
+TEST(InitSubstance, WithoutAKindSetsNothingUp) {
+    SUBSTANCE& s = fluid("R134A.FLD");
+    const double coldest = s.PMIN, critical = s.TC;
+    for (const int kind : {0, 4, -1}) {
+        s.FLUIDKIND = kind;
+        s.REFSNAME[1] = "R32.FLD";
+        s.PTBAD.P = 7.0;
+        INITSUBSTANCE(s);
+        EXPECT_TRUE(s.PMIN == coldest && s.TC == critical) << kind;
+        EXPECT_EQ(s.PTBAD.P, -777.0) << kind;
+        EXPECT_NEAR(fluidConstants.TCRIT[1], critical, 1e-9) << kind;
+    }
 }
 
 TEST(LookupEdges, OneUnknownComponentLeavesTheFlagAtN) {
