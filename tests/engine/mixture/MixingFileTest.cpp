@@ -418,6 +418,11 @@ TEST_F(MixingFile, DepartureFunctionsThatCannotBeReadAreRefused) {
     const std::string head = "#MXM\nKW0 test\n?\n!\n";
     const std::string named = head + "first    second   third    fourth   fifth    sixth   \n";
     const std::string ideal = named + "1 1 0 1 1 0\n";
+    std::string furtherRules;
+    for (int k = 0; k < largestRules; ++k) {
+        std::string rule = plainKW0;
+        furtherRules += rule.replace(rule.find("KW0"), 3, "A" + std::to_string(10 + k));
+    }
     struct Row {
         const char* what;
         std::string rules;
@@ -436,6 +441,13 @@ TEST_F(MixingFile, DepartureFunctionsThatCannotBeReadAreRefused) {
         {"row too short", ideal + " 1 3 1 0 0\n 0.1 1 1\n", 118},
         {"row of letters", ideal + " 1 3 1 0 0\n x y z u\n", 118},
         {"row missing in the second block", ideal + " 1 3 1 1 7\n 0.1 1 1 0\n", 118},
+        {"columns below zero", ideal + " 1 -1 1 0 0\n", 118},
+        {"nine columns", ideal + " 1 8 0 0 0\n", 118},
+        {"columns of the second block below zero", ideal + " 1 3 1 1 -1\n", 118},
+        {"eight columns of the second block", ideal + " 1 3 1 1 8\n", 118},
+        {"a negative second count", ideal + " 1 3 1 -1 7\n", 118},
+        {"a heading without a function", "#MXM\n", 118},
+        {"more functions than there is room for", plainKW0 + furtherRules, 118},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -658,7 +670,68 @@ TEST_F(MixingFile, ReducingFunctionsOfEveryRule) {
         REDHMX(fractions({x1, x2}), Tr, Dr);
         EXPECT_NEAR(Tr, x1 * T1 + x2 * T2 + row.dT, 1e-12 * Tr);
         EXPECT_NEAR(1.0 / Dr, x1 * v1 + x2 * v2 + row.dV, 1e-13 / Dr);
+        // by the rule of the first pair for all: the same where it is that of KW or LJ, and there is none for others
+        const bool forAll = std::string_view(row.tag) == "KW0" || std::string_view(row.tag) == "LJ1";
+        double Tall = 0.0, Dall = 0.0;
+        RDXHMX(-1, 0, 0, fractions({x1, x2}), Tall, Dall, ierr, herr);
+        EXPECT_EQ(ierr, forAll ? 0 : 190);
+        if (!forAll) continue;
+        EXPECT_NEAR(Tall, Tr, 1e-12 * Tr);
+        EXPECT_NEAR(1.0 / Dall, 1.0 / Dr, 1e-13 / Dr);
+        for (const int i : {1, 2}) {
+            RDXHMX(-1, 0, 0, unitComposition(i), Tall, Dall, ierr, herr);
+            EXPECT_NEAR(Tall, fluidConstants.TZ[i], 1e-12 * Tall) << "one component alone";
+            EXPECT_NEAR(Dall, fluidConstants.RHOZ[i], 1e-12 * Dall);
+        }
+        modelTags.HEOS = "PR";
+        RDXHMX(-1, 0, 0, fractions({x1, x2}), Tall, Dall, ierr, herr);
+        EXPECT_EQ(ierr, 190) << "under the cubic equation";
+        modelTags.HEOS = "HMX";
     }
+}
+
+TEST_F(MixingFile, DerivativesOfComponentsThatAreNoneAreRefused) {
+    ASSERT_EQ(useRecords(recordKW), 0);
+    const Composition x = fractions({0.4, 0.6});
+    struct Row {
+        int ix, first, second, code;
+    };
+    for (const Row& row :
+         {Row{1, 1, 0, 0}, Row{2, 2, 0, 0}, Row{11, 1, 2, 0}, Row{3, 1, 2, 191}, Row{-2, 1, 2, 191}, Row{1, 0, 0, 191},
+          Row{1, 3, 0, 191}, Row{2, 3, 0, 191}, Row{11, 1, 0, 191}, Row{11, 1, 3, 191}, Row{11, 3, 1, 191}}) {
+        double Tr = 7.0, Dr = 7.0;
+        RDXHMX(row.ix, row.first, row.second, x, Tr, Dr, ierr, herr);
+        EXPECT_EQ(ierr, row.code) << row.ix << ' ' << row.first << ' ' << row.second;
+        if (row.code != 0) {
+            EXPECT_TRUE(Tr == 0.0 && Dr == 0.0);
+            EXPECT_EQ(message(), "[RDXHMX error 191] Derivative not available");
+        }
+    }
+}
+
+TEST_F(MixingFile, ADepartureOfNothingIsZero) {
+    ASSERT_EQ(useRecords(recordKW), 0);
+    const Composition x = fractions({0.4, 0.6});
+    EXPECT_NE(PHIMIX(1, 2, 0, 1, 1.1, 0.5, x), 0.0);
+    EXPECT_EQ(PHIMIX(1, 1, 0, 1, 1.1, 0.5, x), 0.0);
+    EXPECT_EQ(PHIMIX(1, 2, 0, 1, 0.0, 0.5, x), 0.0);
+    EXPECT_EQ(PHIMIX(1, 2, 0, 1, 1.1, 0.0, x), 0.0);
+    for (const auto& [itau, idel] : {std::pair{-1, 0}, std::pair{0, -1}, std::pair{4, 0}, std::pair{0, 4}}) {
+        EXPECT_EQ(PHIMIX(1, 2, itau, idel, 1.1, 0.5, x), 0.0);
+        EXPECT_EQ(sumOfDepartures(itau, idel, 1.1, 0.5, x, 0.0), 0.0);
+    }
+    EXPECT_EQ(sumOfDepartures(0, 1, 0.0, 0.5, x, 0.0), 0.0);
+    EXPECT_EQ(sumOfDepartures(0, 1, 1.1, 0.0, x, 0.0), 0.0);
+    EXPECT_EQ(sumOfDepartures(0, 1, 1.1, 0.5, unitComposition(2), 0.0), 0.0);
+    EXPECT_EQ(sumOfDepartures(0, 1, 1.1, 0.5, x, 0.0), PHIMIX(1, 2, 0, 1, 1.1, 0.5, x));
+    const DepartureOrder orders[] = {{0, 1}};
+    double value = 7.0;
+    EXPECT_FALSE(departuresOfPair(1, 1, orders, 1.1, 0.5, &value));
+    EXPECT_FALSE(departuresOfPair(1, 2, orders, 0.0, 0.5, &value));
+    EXPECT_FALSE(departuresOfPair(1, 2, orders, 1.1, 0.0, &value));
+    EXPECT_EQ(value, 7.0);
+    EXPECT_TRUE(departuresOfPair(1, 2, orders, 1.1, 0.5, &value));
+    EXPECT_NEAR(value * x[1] * x[2], PHIMIX(1, 2, 0, 1, 1.1, 0.5, x), 1e-15);
 }
 
 // The cubic equation leaves only the linear rules.
