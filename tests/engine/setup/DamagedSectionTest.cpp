@@ -1,5 +1,6 @@
 // Every kind of section of a fluid file, damaged line by line: whatever is wrong with a line is told with that line,
 // and a file that ends within a section is not taken for a whole one.
+#include <cctype>
 #include <filesystem>
 #include <sstream>
 #include <utility>
@@ -239,6 +240,56 @@ class DamagedSection : public EngineTest {
 TEST_F(DamagedSection, IsReadWhereItIsWhole) {
     for (const Kind& kind : kinds())
         EXPECT_LE(read(kind, kind.section, endOfFile), 0) << kind.name << ": " << message();
+}
+
+// Keys may stand in lower case, and a viscosity under two names: what is read is the same.
+TEST_F(DamagedSection, MayHaveItsKeyInLowerCase) {
+    int keys = 0;
+    for (const Kind& kind : kinds()) {
+        const std::string key = kind.section.substr(1, 3);
+        if (key == "AUX") continue;
+        ASSERT_LE(read(kind, kind.section, endOfFile), 0) << kind.name;
+        const auto tags = [] {
+            const ModelTags& m = modelTags;
+            std::string all;
+            for (const Text3& tag :
+                 {m.HMXEOS[1], m.HETA[1], m.HTCX[1], m.HSTENK[1], m.HDIELK[1], m.HMELTK[1], m.HSUBLK[1], m.HPSK[1],
+                  m.HPLK[1], m.HDLK[1], m.HDVK[1], m.HETACR[1], m.HTCXCR[1], m.HTCXCRECS[1]})
+                all += std::string(tag.view()) + ' ';
+            return all;
+        };
+        const std::string expected = tags();
+        std::string lower = key;
+        for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        for (const std::string& name :
+             key == "ETA" ? std::vector<std::string>{lower, "VIS", "vis"} : std::vector{lower}) {
+            std::string section = kind.section;
+            ASSERT_LE(read(kind, section.replace(1, 3, name), endOfFile), 0) << kind.name << ": " << message();
+            EXPECT_EQ(tags(), expected) << name;
+            ++keys;
+        }
+    }
+    EXPECT_GT(keys, 25);
+}
+
+// A model that was not asked for, and a fluid without transport, leave their sections unread.
+TEST_F(DamagedSection, IsNotReadWhereAnotherModelWasAskedFor) {
+    for (const Kind& kind : kinds()) {
+        const std::string key = kind.section.substr(1, 3), tag = kind.section.substr(5, 3);
+        if (key != "ETA" && key != "TCX") continue;
+        renew();
+        ASSERT_EQ(force(key.c_str(), "NBS", {"NUL"}), 0);
+        const std::string damaged = "#" + key + "\n" + tag + " model\n!\n  word\n";
+        const std::string front = headerText({}) + "\n" + kind.others;
+        EXPECT_LE(setUp({write("ONE.FLD", front + damaged + endOfFile)}), 0) << kind.name << ": " << message();
+        EXPECT_EQ(key == "ETA" ? modelTags.HETA[1] : modelTags.HTCX[1], "NUL") << kind.name;
+    }
+    renew();
+    ASSERT_EQ(force("ETA", "NUL", {"NUL"}), 0);
+    modelTags.HTCXTOP = "NUL";
+    EXPECT_LE(setUp({write("ONE.FLD", headerText({}) + "\n" + equation + "#TRN\nECS model\n!\n  word\n" + endOfFile)}),
+              0)
+        << message();
 }
 
 TEST_F(DamagedSection, AFileThatEndsWithinItIsRefused) {

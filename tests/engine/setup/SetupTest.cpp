@@ -165,6 +165,39 @@ TEST_F(Setup, ForcedModelsMakeTheSetUpAndTheNextRunInFull) {
     EXPECT_EQ(setUp({file}), 101);
 }
 
+// Any model that is asked for reads the file again; without one an equal set-up reads nothing.
+TEST_F(Setup, AModelOfAnyPropertyReadsTheFileAgain) {
+    const std::string file = write("ONE.FLD", plainFile());
+    ASSERT_EQ(setUp({file}), 0);
+    for (const char* property : {"EOS", "ETA", "TCX", "STN", "eos", "vis", "tcx", "stn"}) {
+        fluidFiles.HNAME[1] = "left alone";
+        ASSERT_EQ(setUp({file}), 0);
+        EXPECT_EQ(fluidFiles.HNAME[1], "left alone") << property;
+        ASSERT_EQ(force("nbs", "NBS", {"NBS"}), 0);
+        const bool equation = std::string_view(property) == "EOS" || property[0] == 'e';
+        ASSERT_EQ(force(property, "HMX", {equation ? "FEQ" : "NUL"}), 0);
+        modelTags.LFORCESETUP = false;
+        ASSERT_EQ(setUp({file}), 0) << property << ": " << message();
+        EXPECT_EQ(fluidFiles.HNAME[1], "testfluid") << property;
+        modelTags.LFORCESETUP = true;
+        ASSERT_EQ(setUp({file}), 0);
+    }
+}
+
+// The family of an equation may be asked for by its first two letters.
+TEST_F(Setup, AnEquationIsNamedByItsFamily) {
+    struct Row {
+        const char *asked, *tag;
+    };
+    for (const Row& row :
+         {Row{"FE1", "FEQ"}, Row{"QUX", "QUI"}, Row{"BWX", "BWR"}, Row{"ECX", "ECS"}, Row{"XYZ", "XYZ"}}) {
+        renew();
+        ASSERT_EQ(force("EOS", row.asked, {row.asked}), 0);
+        EXPECT_EQ(modelTags.HEOS, row.tag);
+        EXPECT_EQ(modelTags.HMXEOS[1], row.asked) << "as it was asked for";
+    }
+}
+
 TEST_F(Setup, AFailedSetUpIsNotTakenForAGoodOne) {
     const std::string file = write("ONE.FLD", plainFile());
     ASSERT_EQ(setUp({file}), 0);
