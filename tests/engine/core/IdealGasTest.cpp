@@ -113,6 +113,9 @@ TEST(IdealGas, PlanckEinsteinTermVanishesAtVeryLowTemperature) {
     EXPECT_EQ(CPICPP(1, 3.5), 0.0);
     EXPECT_EQ(CPTCPP(1, 3.5), 0.0);
     EXPECT_GT(CP0CPP(1, 3.6), 0.0);
+    // the third derivative of the energy has nothing of the term either: 2 (cp/R - 1), where cp is 0
+    EXPECT_EQ(PHI0K(1, 3, 0, 3.5, 1.0), -2.0);
+    EXPECT_NE(PHI0K(1, 3, 0, 30.0, 1.0), -2.0);
 }
 
 TEST(IdealGas, HyperbolicTermOutOfRangeReplacesTheSum) {
@@ -126,6 +129,16 @@ TEST(IdealGas, HyperbolicTermOutOfRangeReplacesTheSum) {
     EXPECT_EQ(CP0CPP(1, 10.0), 1000000.0 + 5.0) << "a later term adds to the number that replaced the sum";
     EXPECT_LT(CP0CPP(1, 10.1), 1e300);
     EXPECT_NE(CP0CPP(1, 10.1), 1000000.0 + 5.0);
+    // so it does in the integral over temperature, for either function
+    c.NSINHC = 0;
+    EXPECT_EQ(CPTCPP(1, 10.0), 1000000.0);
+    c.NCOSHC = 0;
+    c.NSINHC = 1;
+    c.CP0H[2] = 7000.0;
+    cppTerms[1].TSVCP0 = 0.0;
+    EXPECT_EQ(CPTCPP(1, 10.0), 1000000.0);
+    cppTerms[1].TSVCP0 = 0.0;
+    EXPECT_LT(std::fabs(CPTCPP(1, 10.1)), 1e5);
 }
 
 TEST(IdealGas, TemperatureOfZeroOrLessGivesZero) {
@@ -241,6 +254,7 @@ TEST(IdealGas, LargeHyperbolicArgumentsStayFinite) {
     f.TIPH[1] = f.TIPH[2] = 800.0;
     EXPECT_EQ(PH0PH0(1, 0, 0, 400.0, 5.0), 1400.0);
     EXPECT_EQ(PH0PH0(1, 2, 0, 400.0, 5.0), 0.0);
+    EXPECT_EQ(PH0PH0(1, 3, 0, 400.0, 5.0), 0.0);
 }
 
 TEST(IdealGas, TagOfTheSecondGasConstantMultipliesEveryOrder) {

@@ -2,6 +2,7 @@
 // against closed forms.
 #include <cmath>
 #include <cstdio>
+#include <tuple>
 #include <utility>
 
 #include "CORE_BWR.h"
@@ -616,6 +617,39 @@ TEST_F(Quintic, ValueInClosedForm) {
             eta * (del - std::log(1.0 - b * del) / b) - eps * std::log((1.0 + gam * del) / (1.0 - bet * del));
         ASSERT_NEAR(PHIQUI(1, 0, 0, tau, del), expected, 1e-13 * (1.0 + 10.0 * del));
     }
+}
+
+// Without a co-volume the repulsion is linear in density; where the argument of a logarithm is not positive there is no
+// value.
+TEST_F(Quintic, EdgesOfItsForm) {
+    QuiSlot& q = quiTerms[1];
+    const int eps = q.NETAQ + 1, b = q.NETAQ + q.NEPSQ + 1, gamma = b + q.NBBQ, beta = gamma + q.NGAMQ;
+    const QuiSlot kept = q;
+    const auto sum = [&](int first, int count, double tau) {
+        double total = 0.0;
+        for (int k = first; k < first + count; ++k) total += q.AQUI[k] * std::pow(tau, q.TIQUI[k]);
+        return total;
+    };
+    const auto changed = [&](int first, int count, double value) {
+        q = kept;
+        for (int k = first; k < first + count; ++k) q.AQUI[k] = 0.0;
+        q.AQUI[first] = value;
+        q.TAUSVQ = q.DELSVQ = 0.0;
+        q.HDRVQ = false;
+    };
+    const double tau = 1.1, del = 0.7;
+    changed(b, q.NBBQ, 0.0);
+    const double expected =
+        2.0 * sum(1, q.NETAQ, tau) * del - sum(eps, q.NEPSQ, tau) * std::log((1.0 + sum(gamma, q.NGAMQ, tau) * del) /
+                                                                             (1.0 - sum(beta, q.NBETQ, tau) * del));
+    EXPECT_NEAR(PHIQUI(1, 0, 0, tau, del), expected, 1e-13);
+    for (const auto& [first, count, value] :
+         {std::tuple{b, q.NBBQ, 2.0}, std::tuple{gamma, q.NGAMQ, -2.0}, std::tuple{beta, q.NBETQ, 2.0}}) {
+        changed(first, count, value);
+        EXPECT_EQ(PHIQUI(1, 0, 0, 1.0, del), 0.0) << first;
+        EXPECT_EQ(PHIQUI(1, 0, 1, 1.0, del), 0.0) << first;
+    }
+    q = kept;
 }
 
 // Co-volume and beta of the fluid made for tests are constants; here they change with temperature too.

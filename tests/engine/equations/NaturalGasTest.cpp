@@ -300,6 +300,21 @@ TEST_F(NaturalGasSwitched, ZeroCompositionLeavesTheBlock) {
     EXPECT_GT(block.K3, 0.0);
 }
 
+TEST_F(NaturalGasSwitched, OrdersAndStatesThatAreNoneAreZero) {
+    ASSERT_TRUE(test::setUp({"NITROGEN", "CO2"}));
+    SETAGA(ierr, herr);
+    ASSERT_EQ(ierr, 0);
+    x[1] = 0.4;
+    x[2] = 0.6;
+    EXPECT_NE(PHIAGA(0, 1, 1.1, 0.5, x), 0.0);
+    for (const auto& [itau, idel] : {std::pair{-1, 0}, std::pair{0, -1}, std::pair{4, 0}, std::pair{0, 4}})
+        EXPECT_EQ(PHIAGA(itau, idel, 1.1, 0.5, x), 0.0) << itau << ' ' << idel;
+    for (const auto& [tau, del] : {std::pair{0.0, 0.5}, std::pair{-1.0, 0.5}, std::pair{1.1, 1e-10}})
+        EXPECT_EQ(PHIAGA(0, 1, tau, del, x), 0.0) << tau << ' ' << del;
+    for (const auto& [t, density] : {std::pair{0.0, 1.0}, std::pair{300.0, 0.0}, std::pair{300.0, -1.0}})
+        EXPECT_EQ(aga8Phi(0, 1, t, density), 0.0) << t << ' ' << density;
+}
+
 TEST(NaturalGas, NumbersOfTheFluids) {
     EXPECT_EQ(aga8Index("74-82-8"), 1);
     EXPECT_EQ(aga8Index("1333-74-0"), 8);

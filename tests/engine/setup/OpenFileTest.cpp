@@ -1,5 +1,6 @@
 #include <filesystem>
 
+#include "FluidFilePath.h"
 #include "FluidText.h"
 #include "TextFile.h"
 
@@ -105,6 +106,30 @@ TEST_F(OpenFile, AFolderIsNotAFile) {
     std::filesystem::create_directories(folder.path("R32.FLD"));
     SETPATH(folder.path());
     EXPECT_FALSE(open("R32.FLD"));
+}
+
+// What stands beside a fluid's file bears its name; a fluid without a file, or with one of another kind, has nothing.
+TEST_F(OpenFile, AFileBesideThatOfAFluid) {
+    write("ONE.SAT", "beside\n");
+    const auto opens = [&](const std::string& path) {
+        noteFluidFile(1, path);
+        int unit = 12;
+        const bool open = openBesideFluid(1, ".SAT", unit);
+        if (open) closeUnit(unit);
+        return open;
+    };
+    EXPECT_TRUE(opens(folder.path("ONE.FLD")));
+    EXPECT_TRUE(opens(folder.path("ONE.fld")));
+    for (const std::string& none : {std::string(), folder.path("TWO.FLD"), folder.path("ONE.TXT"), std::string("ONE"),
+                                    std::string(5000, 'x') + ".FLD"})
+        EXPECT_FALSE(opens(none)) << none.substr(0, 50);
+    EXPECT_TRUE(opens(folder.path("ONE.FLD")));
+    noteFluidFile(0, folder.path("TWO.FLD"));
+    noteFluidFile(-1, folder.path("TWO.FLD"));
+    int unit = 12;
+    EXPECT_TRUE(openBesideFluid(1, ".SAT", unit)) << "slots of reference fluids are not remembered";
+    closeUnit(unit);
+    noteFluidFile(1, {});
 }
 
 TEST_F(OpenFile, AUnitInUseIsPassedOver) {

@@ -312,6 +312,26 @@ TEST_F(Curves, ConditionsHoldOnEveryCurve) {
     }
 }
 
+// Beyond the highest density of a curve there is no temperature on it.
+TEST_F(Curves, EndWhereThereIsNoTemperature) {
+    int ends = 0;
+    for (const char* fluid : {"NITROGEN", "CO2", "PROPANE"}) {
+        ASSERT_TRUE(test::setUp({fluid}));
+        for (int curve = 0; curve < 4; ++curve)
+            for (double share = 1.5; share < 4.5; share += 0.25) {
+                const double rho = share * fluidConstants.RHOZ[1];
+                double t = 0.0;
+                run(curve, rho, x, t);
+                EXPECT_EQ(ierr, 0);
+                if (t == 0.0)
+                    ++ends;
+                else
+                    EXPECT_LE(std::fabs(condition(curve, t, rho)), 1e-8) << fluid << ' ' << curve << ' ' << share;
+            }
+    }
+    EXPECT_GT(ends, 5);
+}
+
 TEST_F(Curves, NitrogenAgainstItsPublishedTemperatures) {
     // Boyle temperature 327 K (second virial coefficient zero) and highest inversion temperature 621 K: J. H. Dymond et
     // al., The Virial Coefficients of Pure Gases and Mixtures (2002); Zemansky, Heat and Thermodynamics

@@ -340,6 +340,12 @@ TEST_F(SolidLineForms, ParahydrogenHasTwoBranches) {
     EXPECT_NEAR(p, 1.0 + 2.0 * std::pow(23.0 / 13.8, 1.5), 1e-12);
     MLTPH2(1, 22.0, p);
     EXPECT_NEAR(p, 3.0 + 4.0 * std::pow(22.0 / 13.8, 2.0), 1e-12);
+    modelTags.HMELTK[1] = "MLP";
+    fluidConstants.TTPN[1] = 13.8;
+    double byTag = 0.0;
+    MELTK(1, 22.0, byTag, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(byTag, p);
 }
 
 TEST_F(SolidLineForms, WaterAt251KelvinHasNoMeltingPressure) {

@@ -119,6 +119,19 @@ TEST_F(Utility, MolarAndMassQualityAreInverse) {
     }
 }
 
+TEST_F(Utility, QualityOfFluidsWithoutMassIsTakenAsItIs) {
+    fluidConstants.WMAS.fill(0.0);
+    Composition a, b;
+    double q = 7.0, ml, mv;
+    QMASS(0.3, x, x, q, a, b, ml, mv, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(q, 0.3);
+    q = 7.0;
+    QMOLE(0.4, x, x, q, a, b, ml, mv, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(q, 0.4);
+}
+
 TEST_F(Utility, QualityOutOfRange) {
     Composition a, b;
     double q, ml, mv;
