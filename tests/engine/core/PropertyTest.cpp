@@ -18,6 +18,7 @@
 #include "PROP_SUB.h"
 #include "RIEM.h"
 #include "ReferenceState.h"
+#include "SaturationSpline.h"
 #include "TPRHO.h"
 #include "UTILITY.h"
 
@@ -613,6 +614,24 @@ TEST(Properties, SelectorsOfPureFluids) {
     double b = 1.0;
     B12(300.0, unitComposition(1), b);
     EXPECT_EQ(b, 0.0) << "a cross coefficient needs both components";
+    b = 1.0;
+    B12(300.0, unitComposition(2), b);
+    EXPECT_EQ(b, 0.0);
+    b = 1.0;
+    B12(0.0, x, b);
+    EXPECT_EQ(b, 0.0);
+    modelTags.NC = 1;
+    b = 1.0;
+    B12(300.0, x, b);
+    EXPECT_EQ(b, 0.0) << "of one fluid there is none";
+    // the exact coefficients are those of the Helmholtz form alone
+    double B = 1.0, C = 1.0, D = 1.0;
+    for (const char* tag : {"BWR", "FXX"}) {
+        modelTags.HMXEOS[1] = tag;
+        VIRBCD(300.0, unitComposition(1), B, C, D);
+        EXPECT_TRUE(B == 0.0 && C == 0.0 && D == 0.0) << tag;
+    }
+    modelTags.HMXEOS[1] = "FEQ";
 }
 
 TEST(Properties, CriticalPointAndExtremesOfAPureFluid) {
@@ -650,6 +669,31 @@ TEST(Properties, ExtremesOfAMixtureWithoutAnEnvelope) {
     MAXP(x, t, p, d, ierr, herr);
     EXPECT_EQ(ierr, 1);
     EXPECT_TRUE(herr.startsWith("[MAXP error] Maximum pressure not known"));
+}
+
+// An envelope that was traced tells the extremes of its composition, and of no other.
+TEST(Properties, ExtremesOfAMixtureAreThoseOfItsEnvelope) {
+    ASSERT_TRUE(loadFluid("R32", "", 1, 2));
+    ASSERT_TRUE(loadFluid("R125", "", 2, 2));
+    Composition x{};
+    x[1] = x[2] = 0.5;
+    saturationSpline.SPLINEREADY = true;
+    saturationSpline.XSPLN = x;
+    saturationSpline.highestTemperature = {345.0, 4300.0, 6.0, 0};
+    double t = 0, p = 0, d = 0;
+    int ierr = 7;
+    Text255 herr;
+    MAXT(x, t, p, d, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_TRUE(t == 345.0 && p == 4300.0 && d == 6.0);
+    for (const int i : {1, 2}) {
+        x[i] = 0.51;
+        MAXT(x, t, p, d, ierr, herr);
+        EXPECT_EQ(ierr, 1);
+        EXPECT_EQ(d, 0.0);
+        x[i] = 0.5;
+    }
+    saturationSpline = SaturationSpline{};
 }
 
 TEST(Properties, SupercompressibilityOfTheBaseStateIsOne) {

@@ -134,6 +134,25 @@ TEST_F(BinaryParameters, OneComponentWithItselfIsTrivial) {
     EXPECT_EQ(citation, "trivial case--identical components");
 }
 
+TEST_F(BinaryParameters, PairsThatAreNoneHaveNoParameters) {
+    for (const auto& [i, j] : {std::pair{0, 1}, std::pair{1, 0}, std::pair{4, 1}, std::pair{1, 4}, std::pair{-1, 2}}) {
+        const MixNumbers none = ask(i, j);
+        for (const double value : none) EXPECT_EQ(value, 0.0) << i << ' ' << j;
+        EXPECT_EQ(citation, "") << i << ' ' << j;
+        EXPECT_TRUE(rule.blank()) << i << ' ' << j;
+    }
+}
+
+// A pair whose rule the file does not describe still tells its numbers.
+TEST_F(BinaryParameters, ARuleWithoutADescriptionIsToldByItsNumbers) {
+    for (MixingPair* pair : {&mixingParameters.pair[1][2], &mixingParameters.pair[2][1]}) {
+        pair->HMODMX = "XYZ";
+        pair->FMIX[3] = 0.25;
+    }
+    EXPECT_EQ(ask(1, 2)[3], 0.25);
+    EXPECT_TRUE(rule.blank());
+}
+
 TEST_F(BinaryParameters, RulesAreDescribedByTheirTag) {
     MixNumbers ideal;
     GETFIJ("KW0", ideal, names, rule);

@@ -273,6 +273,10 @@ TEST(DispatchCodes, aModelWithoutDataGivesZero) {
           Dense{"ETA5RS", ETA5RS}, Dense{"TCX1BK", TCX1BK}, Dense{"TCX2BK", TCX2BK}, Dense{"TCX5BK", TCX5BK},
           Dense{"TCX3CR", TCX3CR}, Dense{"ETAR23", ETAR23}, Dense{"ETAH2O", ETAH2O}})
         for (const double D : {0.0, 5.0}) EXPECT_EQ(model.value(1, 300.0, D), 0.0) << model.name;
+    // a molecule needs its size and its energy
+    viscosityTerms[1].SIGMAV = 0.5;
+    EXPECT_EQ(ETA5DG(1, 300.0), 0.0);
+    EXPECT_EQ(ETA5RS(1, 300.0, 5.0), 0.0);
     fluidConstants.R = gas;
     modelTags.LFORCESETUP = true;
 }

@@ -235,6 +235,19 @@ TEST(ShapeFactor, aSecondBlockTakesOverBelowItsFirstRow) {
     EXPECT_DOUBLE_EQ(FINT(6, 300.0), 0.0016);
 }
 
+// The coefficient of hard spheres, 2/3 pi NA sigma^3 [cm3/mol], times a factor of the reduced temperature, and less
+// where the conductivity of the dilute gas is the smaller.
+TEST(DiluteGas, theSecondCoefficientOfTheConductivityIsThatOfHardSpheresTimesAFactor) {
+    const double sigma = 4.3, epsilon = 250.0;
+    const double spheres = 2.0 / 3.0 * std::acos(-1.0) * 0.60221367 * sigma * sigma * sigma;
+    for (const double t : {0.5, 1.0, 3.0}) {
+        const double alone = TCKVIR(t * epsilon, sigma, epsilon, 1.0);
+        EXPECT_NEAR(alone / spheres, (2.9749 + 0.114 * t) / (t - 0.04953), 1e-5 * alone / spheres) << t;
+        EXPECT_NEAR(TCKVIR(t * epsilon, sigma, epsilon, 2.0), 0.5 * (alone - 0.625 * spheres), 1e-5 * alone) << t;
+    }
+    EXPECT_NEAR(TCKVIR(300.0, 2.0 * sigma, epsilon, 1.3), 8.0 * TCKVIR(300.0, sigma, epsilon, 1.3), 1e-9);
+}
+
 TEST(DiluteGas, withoutAMoleculeIsZero) {
     EcsTransportSlot& s = ecsTransport[6];
     s = {};

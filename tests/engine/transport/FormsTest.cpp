@@ -666,6 +666,29 @@ TEST(FluidConductivities, areZeroWithoutReducingValues) {
     modelTags.LFORCESETUP = true;
 }
 
+// The tag of a fluid leads to its correlation; isotopes are those of their fluid by the root of the masses, by kinetic
+// theory.
+TEST(FluidConductivities, areThoseOfTheirTag) {
+    ASSERT_EQ(setUp("WATER"), 0);
+    int ierr = 0;
+    Text255 herr;
+    const double T = 400.0, D = 0.5;
+    const auto byTag = [&](const char* tag) {
+        conductivityTerms[1].HTCXHC = tag;
+        const double value = TCX0HC(1, T, D, ierr, herr);
+        EXPECT_EQ(ierr, 0) << tag;
+        return value;
+    };
+    EXPECT_EQ(byTag("H2O"), TCXH2O(1, T, D));
+    EXPECT_EQ(byTag("D2O"), TCXD2O(1, T, D));
+    EXPECT_EQ(byTag("HE "), TCXHE(1, T, D));
+    EXPECT_EQ(byTag("H2 "), TCXH2(1, T, D));
+    EXPECT_EQ(byTag("ETY"), TCXETY(1, T, D));
+    EXPECT_NEAR(byTag("T2 ") * std::sqrt(3.0), byTag("H2 "), 1e-12 * std::fabs(byTag("H2 ")));
+    EXPECT_NEAR(byTag("HE3") * std::sqrt(0.75), byTag("HE "), 1e-12 * std::fabs(byTag("HE ")));
+    modelTags.LFORCESETUP = true;
+}
+
 // Helium at 300 K and zero density: 155.3 mW/(m K), B. A. Hands, V. D. Arp, Cryogenics 21 (1981) 697.
 TEST_F(Forms, heliumHasTheDiluteGasOfItsCorrelation) {
     ASSERT_EQ(setUpWith("R134A", section("TCX", "TC0") + wideLimits +
@@ -1179,6 +1202,49 @@ TEST(Crossover, endsAtItsReferenceTemperatureAndWithoutDensity) {
     // both routines are one algebra
     TCXM1C(unitComposition(1), 385.0, dc, value, ierr, herr);
     EXPECT_NEAR(value / TCX3CR(1, 385.0, dc), 1.0, 1e-12);
+}
+
+// A fluid without constants of its own has the universal ones.
+TEST(Crossover, withoutConstantsIsTheUniversalOne) {
+    ASSERT_EQ(setUp("R134A"), 0);
+    int ierr = 0;
+    Text255 herr;
+    const double T = 385.0, D = 4.5;
+    const auto value = [&] {
+        double tcx = 0.0;
+        TCXM1C(unitComposition(1), T, D, tcx, ierr, herr);
+        EXPECT_EQ(ierr, 0);
+        return tcx;
+    };
+    // nu, gamma, R0, xi0, Gamma, 1/qd [m] and the reference temperature, 1.5 Tc
+    EnhancementSection& s = conductivityTerms[1].enhancement;
+    const double constants[7] = {
+        0.63, 1.239, 1.03, 1.94e-10, 0.0496, 1.0 / 1999999999.9999998, 1.5 * fluidConstants.TCRIT[1]};
+    const int rows[7] = {1, 2, 3, 6, 7, 8, 9};
+    for (int k = 0; k < 7; ++k) s.CTCK[rows[k] - 1].c = constants[k];
+    modelTags.HTCXCR[1] = "TK3";
+    const double universal = value();
+    EXPECT_GT(universal, 0.0);
+    modelTags.HTCXCR[1] = modelTags.HTCXCRECS[1] = "NUL";
+    EXPECT_NEAR(value(), universal, 1e-12 * universal);
+    modelTags.HTCXCRECS[1] = "TK6";
+    conductivityTerms[1].correspondingStates.NNUMTCK = 0;
+    EXPECT_NEAR(value(), universal, 1e-12 * universal) << "a section without rows";
+    modelTags.HTCXCR[1] = "TK3";
+    s.CTCK[7].c = 0.0;
+    EXPECT_NEAR(value(), universal, 1e-12 * universal) << "a cutoff of nothing";
+    modelTags.LFORCESETUP = true;
+}
+
+TEST(Crossover, ofAMixtureThatIsNoneIsToldByItsCriticalPoint) {
+    ASSERT_EQ(setUp({"R32", "R134A"}), 0);
+    double tcx = 7.0;
+    int ierr = 0;
+    Text255 herr;
+    TCXM1C(Composition{}, 350.0, 4.5, tcx, ierr, herr);
+    EXPECT_GT(ierr, 0);
+    EXPECT_EQ(tcx, 0.0);
+    modelTags.LFORCESETUP = true;
 }
 
 TEST(Crossover, ofAmmoniaHasItsOwnCriticalTemperature) {

@@ -343,6 +343,15 @@ TEST_F(TensionOfMixtures, theEnvelopeIsLeftAsItWas) {
     saturationSpline.SPLINEREADY = false;
 }
 
+TEST_F(TensionOfMixtures, aComponentWithoutAModelHasCode99) {
+    modelTags.HSTENK[2] = "XX1";
+    const Tension t = stn(280.0, 10.0, 0.5, of(0.5), of(0.6));
+    EXPECT_EQ(t.ierr, 99);
+    EXPECT_LT(t.sigma, 0.0) << "no tension of liquid and vapor";
+    EXPECT_NE(t.message.find("unknown surface tension model:  (XX1)"), std::string::npos) << t.message;
+    modelTags.LFORCESETUP = true;
+}
+
 TEST_F(TensionOfMixtures, anUnknownTopModelHasCode99) {
     modelTags.HSTNTOP = "STQ";
     const Tension t = stn(280.0, 10.0, 0.5, of(0.5), of(0.6));
