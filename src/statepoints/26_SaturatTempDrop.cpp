@@ -29,7 +29,7 @@ void SATTEMPDROP_DTSAT(const SUBSTANCE& substance, double P, double DT, int SIDE
         DP = 0.0;
         return;
     }
-    static STATEPT point;
+    static constinit STATEPT point{};
     double T1 = 0.0;
     SATTEMP_P(substance, P, SIDE, T1);
     PROPSIMPLETQ(substance, T1 - DT, qualityOf(SIDE), point);
@@ -37,7 +37,7 @@ void SATTEMPDROP_DTSAT(const SUBSTANCE& substance, double P, double DT, int SIDE
 }
 
 void SATTEMP_P(const SUBSTANCE& substance, double P, int SIDE, double& T) {
-    static STATEPT point;
+    static constinit STATEPT point{};
     PROPSIMPLEPQ(substance, P, qualityOf(SIDE), point);
     T = point.T;
 }

@@ -48,19 +48,19 @@ void writeHead(ResultWriter& writer, const PROPREQ& request, const Line& line) {
 }
 
 double densityAt(const SUBSTANCE& substance, double P, double T) {
-    static STATEPT point;
+    static constinit STATEPT point{};
     PROPSIMPLEPT(substance, P, T, point);
     return point.D;
 }
 
 double temperatureAt(const SUBSTANCE& substance, double P, double D) {
-    static STATEPT point;
+    static constinit STATEPT point{};
     PROPSIMPLEPD(substance, P, D, point);
     return point.T;
 }
 
 double pressureAt(const SUBSTANCE& substance, double T, double D) {
-    static STATEPT point;
+    static constinit STATEPT point{};
     PROPSIMPLETD(substance, T, D, point);
     return point.P;
 }

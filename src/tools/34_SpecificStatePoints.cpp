@@ -26,7 +26,7 @@ void check(const SUBSTANCE& substance, int property, double value, const Codes& 
 }  // namespace
 
 void SPECIFSTATEPOINT(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT) {
-    static STATEPT point;
+    static constinit STATEPT point{};
     INITSUBSTANCE(substance);
     check(substance, request.PT1VAR, request.PT1VALUE, {104201, 104203, 104205});
     check(substance, request.PT2VAR, request.PT2VALUE, {104211, 104213, 104215});

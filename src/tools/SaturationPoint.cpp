@@ -7,7 +7,7 @@ namespace frigana {
 
 void answerSaturationPoint(SUBSTANCE& substance, PROPREQ& request, const Text255& FILEOUT, SaturationPair atT,
                            SaturationPair atP) {
-    static STATEPT liquid, vapor;
+    static constinit STATEPT liquid{}, vapor{};
     INITSUBSTANCE(substance);
     const double value = request.SATPTVALUE;
     const bool temperature = request.SATPTVAR == 1 || request.SATPTVAR == 2;

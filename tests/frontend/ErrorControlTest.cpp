@@ -1,6 +1,8 @@
 // The road of a failure and the helpers of every operation.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "ErrorControlFixture.h"
 
 namespace frigana {
@@ -116,9 +118,21 @@ TEST(MyNRound, CutsTowardsZeroBehindTheFloor) {
         int N;
         double expected;
     };
-    const Row rows[] = {{273.9, 1, 270.0}, {273.9, 2, 200.0}, {9.99, 1, 0.0},   {-15.5, 1, -10.0},
-                        {-5.0, 1, 0.0},    {100.0, 2, 100.0}, {99.999, 2, 0.0}, {4059.28, 2, 4000.0},
-                        {0.0, 1, 0.0},     {273.9, 0, 273.0}, {-0.5, 0, -1.0}};
+    const Row rows[] = {{273.9, 1, 270.0},
+                        {273.9, 2, 200.0},
+                        {9.99, 1, 0.0},
+                        {-15.5, 1, -10.0},
+                        {-5.0, 1, 0.0},
+                        {100.0, 2, 100.0},
+                        {99.999, 2, 0.0},
+                        {4059.28, 2, 4000.0},
+                        {0.0, 1, 0.0},
+                        {273.9, 0, 273.0},
+                        {-0.5, 0, -1.0},
+                        // what no integer of 32 bits holds becomes the least one, as the processor converts it
+                        {3e9, 2, -2147483600.0},
+                        {-3e9, 2, -2147483600.0},
+                        {std::nan(""), 1, -2147483640.0}};
     for (const Row& row : rows) {
         double R = row.X;
         MYNROUND(R, row.N, R);

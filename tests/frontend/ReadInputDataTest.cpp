@@ -3,6 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "14_ErrorControl.h"
 #include "Requests.h"
 #include "TextFile.h"
@@ -332,6 +338,83 @@ TEST_F(Readers, EachMalformedLineIsNamedWithWhatWasExpectedAndFound) {
         EXPECT_EQ(said.find("frigana: "), 0u);
         EXPECT_EQ(said.find('\n'), said.size() - 1) << said;
     }
+}
+
+// A word in place of any number of a property request is named with its line, and so is the line that a request without
+// its end lacks.
+TEST_F(Readers, APropertyRequestIsToldByItsLineWhateverIsWrong) {
+    const char* const tools[] = {"", "1 250 300 5", "1 2 300 100 500 50", "1 300 2 101", "1 300", "2 500"};
+    int flag = 0, type = 0, sub = 0, words = 0;
+    const auto read = [&] { READINPUTPROPS(path, substance, request, flag); };
+    const auto readType = [&] { READINPUTTYPE(path, type, sub); };
+    for (int tool = 1; tool <= 6; ++tool) {
+        const Request whole = propertyRequest(tool, tools[tool - 1]);
+        contents(whole);
+        ASSERT_EQ(complaint(read), "");
+        const std::vector<std::string> lines = Request(whole).lines();
+        for (std::size_t k = 0; k < lines.size(); ++k) {
+            const std::string place = "line " + std::to_string(k + 1) + ": expected ";
+            Request cut;
+            for (std::size_t j = 0; j < k; ++j) cut.line(lines[j]);
+            contents(cut);
+            const std::string missing = complaint(read);
+            EXPECT_NE(missing.find(place), std::string::npos) << tool << ": " << missing;
+            EXPECT_NE(missing.find("found the end of the file"), std::string::npos) << missing;
+            if (k < 9) {
+                EXPECT_NE(complaint(readType).find(place), std::string::npos) << k;
+            }
+
+            std::istringstream line(lines[k]);
+            const std::vector<std::string> tokens{std::istream_iterator<std::string>(line), {}};
+            for (std::size_t t = 0; t < tokens.size(); ++t) {
+                const bool ofOtherTool = k > 8 && k + 1 < lines.size();
+                if (std::isdigit(static_cast<unsigned char>(tokens[t][0])) == 0 || (ofOtherTool && t > 0)) continue;
+                std::string changed;
+                for (std::size_t j = 0; j < tokens.size(); ++j) changed += (j == t ? "word" : tokens[j]) + " ";
+                Request damaged = whole;
+                damaged.lines()[k] = changed;
+                contents(damaged);
+                const std::string said = complaint(read);
+                EXPECT_NE(said.find(place), std::string::npos) << tool << ": " << changed << ": " << said;
+                EXPECT_NE(said.find("found \"word\""), std::string::npos) << said;
+                ++words;
+            }
+        }
+    }
+    EXPECT_GT(words, 60);
+}
+
+// The two blocks of a cycle with two circuits, and the intermediate setting behind them.
+TEST_F(Readers, ARequestOfTwoCircuitsIsToldByItsLineWhateverIsWrong) {
+    Request whole = cycleRequest(10, {{1, 268.15}, {2, 5.0}});
+    whole.line("header").line("header").append(cycleRequest(10, {{1, 308.15}}));
+    whole.line("header").line("header").line("1 1500.0");
+    const auto read = [&] { READINPUTCASCADE(path, substance, cycle, second, secondCycle); };
+    const auto readPumped = [&] { READINPUTPUMPED(path, substance, cycle, second, secondCycle); };
+    contents(whole);
+    ASSERT_EQ(complaint(read), "");
+    EXPECT_EQ(secondCycle.VDAT[16], 1500.0);
+    ASSERT_EQ(complaint(readPumped), "");
+    EXPECT_EQ(secondCycle.VDAT[11], 1500.0);
+    const std::vector<std::string> lines = whole.lines();
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        const std::string place = "line " + std::to_string(k + 1) + ": expected ";
+        Request cut;
+        for (std::size_t j = 0; j < k; ++j) cut.line(lines[j]);
+        contents(cut);
+        const std::string missing = complaint(read);
+        EXPECT_NE(missing.find(place), std::string::npos) << missing;
+        EXPECT_NE(missing.find("found the end of the file"), std::string::npos) << missing;
+        EXPECT_EQ(complaint(readPumped), missing);
+    }
+    for (const std::size_t last : {lines.size() - 1, lines.size() - 4})
+        for (const char* text : {"word 1.0", "1 word", "1 nan"}) {
+            Request damaged = whole;
+            damaged.lines()[last] = text;
+            contents(damaged);
+            EXPECT_NE(complaint(read).find("line " + std::to_string(last + 1) + ": expected "), std::string::npos)
+                << text;
+        }
 }
 
 TEST_F(Readers, OnlyFiniteNumbersAreTaken) {
