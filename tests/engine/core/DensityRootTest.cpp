@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "CORE_ANC.h"
+#include "CORE_PR.h"
 #include "FluidConstants.h"
 #include "Fluids.h"
 #include "ModelTags.h"
@@ -206,8 +208,26 @@ TEST(DensityRoot, OfTheCubicEquation) {
     const Root stretched = root(t, 0.5, 1);
     EXPECT_NEAR(stretched.rho, liquid.rho, 0.05 * liquid.rho);
     EXPECT_NEAR(pressureAt(t, stretched.rho), 0.5, 1e-3);
+    // molecules of next to no size: the root is denser than any fluid
+    const double pressure = std::exchange(prTerms[1].PCPR, 1e13);
+    prTerms[1].PRCOEF[1] = 0.0;
+    const Root dense = root(t, 1e15, 1);
+    EXPECT_EQ(dense.ierr, 202);
+    EXPECT_TRUE(dense.herr.startsWith("[TPRHO error 202] liquid iteration has not converged for T ="))
+        << dense.herr.trimmed();
+    prTerms[1].PCPR = pressure;
     PREOS(own);
     modelTags.LFORCESETUP = true;
+}
+
+TEST(DensityRoot, ACompositionOfNothingGivesCode200) {
+    ASSERT_LE(setUp({"R32", "R125"}), 0);
+    double rho = 7.0;
+    int ierr = 0;
+    Text255 herr;
+    TPRHO(300.0, 1000.0, Composition{}, 2, 0, rho, ierr, herr);
+    EXPECT_EQ(ierr, 200);
+    EXPECT_TRUE(herr.startsWith("[TPRHO error 200] [CRTHMX error] sum(x)= 0")) << herr.trimmed();
 }
 
 TEST(DensityRoot, MixtureWithoutACriticalPointGivesCode200) {

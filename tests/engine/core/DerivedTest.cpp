@@ -318,6 +318,43 @@ TEST_F(ExcessOfBlend, ActivitiesOfWhatIsThere) {
     modelTags.LFORCESETUP = true;
 }
 
+// A component of a set-up that is not in the mixture changes nothing of what the others have.
+TEST(ThirdComponent, WithoutAShareChangesNothing) {
+    struct Values {
+        Composition f, byDerivatives, phi, u, activity;
+        double hE;
+    };
+    const auto valuesOf = [](std::initializer_list<std::string_view> fluids) {
+        modelTags.LFORCESETUP = true;  // other tests leave other offsets
+        EXPECT_LE(setUp(fluids), 0);
+        Composition x{}, coefficient;
+        x[1] = 0.6;
+        x[2] = 0.4;
+        Values v{};
+        int ierr = 0;
+        Text255 herr;
+        double rho = 0.0, vE, eE, sE, aE, gE;
+        EXCESS(280.0, 3000.0, x, 1, rho, vE, eE, v.hE, sE, aE, gE, ierr, herr);
+        EXPECT_EQ(ierr, 0) << herr.trimmed();
+        FGCTY(280.0, rho, x, v.f);
+        FGCTY2(280.0, rho, x, v.byDerivatives, ierr, herr);
+        FUGCOF(280.0, rho, x, v.phi, ierr, herr);
+        CHEMPOT(280.0, rho, x, v.u, ierr, herr);
+        ACTVY(280.0, rho, x, v.activity, coefficient, ierr, herr);
+        EXPECT_EQ(ierr, 0) << herr.trimmed();
+        return v;
+    };
+    const Values two = valuesOf({"R32", "R125"}), three = valuesOf({"R32", "R125", "R134A"});
+    for (Composition Values::*quantity :
+         {&Values::f, &Values::byDerivatives, &Values::phi, &Values::u, &Values::activity}) {
+        for (const int i : {1, 2})
+            EXPECT_NEAR((three.*quantity)[i], (two.*quantity)[i], 1e-9 * std::fabs((two.*quantity)[i]));
+        EXPECT_EQ((three.*quantity)[3], 0.0);
+    }
+    EXPECT_NEAR(three.hE, two.hE, 1e-6);
+    EXPECT_NE(two.hE, 0.0);
+}
+
 // ------------------------------------------------------------------------------------------------- saturation lines
 
 class SaturationOfComponent : public testing::Test {

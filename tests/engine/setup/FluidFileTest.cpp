@@ -70,6 +70,27 @@ TEST_F(FluidFile, ADefaultPointStandsBehindItsTag) {
     EXPECT_EQ(fluidConstants.VERFL[1], 10.0);
 }
 
+TEST_F(FluidFile, ADefaultPointThatCannotBeReadIsAnError) {
+    const std::string sections = helmholtzSection("#", "FEQ", "52.024") + plainHeatCapacity;
+    for (const char* point : {"OTH\n  300.0  1.0  45957.0", "OT0\n  warm  1.0  45957.0  164.0"}) {
+        Header header;
+        header.reference = point;
+        EXPECT_EQ(read(sections, header), 102) << point;
+    }
+}
+
+// A free line has its mark and two letters of its key within the 255 columns that are read, or none.
+TEST_F(FluidFile, AMarkInTheLastColumnsHasNoKey) {
+    const std::string sections = helmholtzSection("#", "FEQ", "52.024") + plainHeatCapacity;
+    for (const int column : {200, 253, 254, 255}) {
+        Header header;
+        header.freeLines = "1234" + std::string(static_cast<std::size_t>(column - 5), ' ') + "!UN\n";
+        ASSERT_EQ(read(sections, header), 0) << message();
+        EXPECT_EQ(fluidFiles.UNNUMB[1], column <= 253 ? "1234" : "") << column;
+        modelTags.LFORCESETUP = true;
+    }
+}
+
 TEST_F(FluidFile, NumbersMayStandInEveryFormOfTheField) {
     std::string text = plainFile();
     const auto put = [&](const std::string& from, const std::string& to) {

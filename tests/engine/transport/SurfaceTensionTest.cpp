@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "CORE_PR.h"
 #include "FluidWith.h"
 #include "PROP_SUB_FUGACITY.h"
 #include "SaturationSpline.h"
@@ -350,6 +351,40 @@ TEST_F(TensionOfMixtures, aComponentWithoutAModelHasCode99) {
     EXPECT_LT(t.sigma, 0.0) << "no tension of liquid and vapor";
     EXPECT_NE(t.message.find("unknown surface tension model:  (XX1)"), std::string::npos) << t.message;
     modelTags.LFORCESETUP = true;
+}
+
+// The model of the whole takes the critical point of both phases together, those of the liquid that of its fugacities.
+TEST_F(TensionOfMixtures, withoutItsCriticalPointIsNotComputed) {
+    modelTags.HSTNTOP = "STH";
+    Tension t = stn(280.0, 0.0, 1.0, of(0.5), Composition{});
+    EXPECT_GT(t.ierr, 0);
+    EXPECT_EQ(t.sigma, notComputed);
+    for (const char* model : {"STX", "STM"}) {
+        modelTags.HSTNTOP = model;
+        modelTags.HEOS = "PR";
+        const double pressure = std::exchange(prTerms[2].PCPR, 0.0);
+        t = stn(280.0, 10.0, 0.5, of(0.5), of(0.6));
+        EXPECT_GT(t.ierr, 0) << model;
+        EXPECT_EQ(t.sigma, notComputed) << model;
+        prTerms[2].PCPR = pressure;
+        modelTags.HEOS = "HMX";
+    }
+    modelTags.LFORCESETUP = true;
+}
+
+// Each phase has limits of its own.
+TEST_F(TensionOfMixtures, aVaporBeyondItsLimitsIsToldWhereTheLiquidIsNot) {
+    const int light = fluidConstants.TMAXST[1] < fluidConstants.TMAXST[2] ? 1 : 2;
+    const double T = 1.5 * std::sqrt(fluidConstants.TMAXST[1] * fluidConstants.TMAXST[2]);
+    double sigma = 7.0, Dl = 10.0, Dv = 1.0;
+    int ierr = 0;
+    Text255 herr;
+    Composition liquid = unitComposition(3 - light), vapor = unitComposition(light);
+    SURTEN(T, Dl, Dv, liquid, vapor, sigma, ierr, herr);
+    EXPECT_EQ(ierr, 1);
+    EXPECT_EQ(sigma, notComputed);
+    EXPECT_EQ(words(herr).find("[SURTEN error  1] "), 0U) << words(herr);
+    EXPECT_NE(words(herr).find("temperature > 1.5 x upper limit"), std::string::npos) << words(herr);
 }
 
 TEST_F(TensionOfMixtures, anUnknownTopModelHasCode99) {
