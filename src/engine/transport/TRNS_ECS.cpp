@@ -834,7 +834,7 @@ void TRNECS(double T, double D, const Composition& x, double& eta, double& tcx, 
         ierr = result.status;
         herr = result.text;
         if (ierr == -58) return;
-        viscosityStatus = ierr;
+        if (eta == notComputed) viscosityStatus = ierr;
     } else {
         double tz = 0.0, rhoz = 0.0;
         REDX(x, tz, rhoz);

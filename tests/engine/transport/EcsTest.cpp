@@ -73,6 +73,23 @@ TEST(ConformalState, theSearchOverDensityFindsTheSame) {
     EXPECT_EQ(words(herr), "[CONFD error 58] ECS-transport routines did not converge");
 }
 
+// The search over temperature alone: it is done where its second point is the state, and ends without one where the
+// energy does not change.
+TEST(ConformalState, theSearchOverTemperatureEndsAtOnceWhereItCan) {
+    ASSERT_EQ(setUp("R227EA"), 0);
+    const double T = 300.0, D = 8.0, second = static_cast<double>(1.005f) * T;
+    double found = T;
+    int ierr = 7;
+    Text255 herr;
+    CONFT(0, targetOf(0, second, D).A, D, found, ierr, herr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(found, second);
+    found = T;
+    CONFT(0, -1.0, 0.0, found, ierr, herr);
+    EXPECT_EQ(ierr, 1) << "without density there is no energy";
+    EXPECT_EQ(found, T);
+}
+
 // Only below the start: above it a second state of less density has the same energy and compressibility.
 TEST(ConformalState, theSearchOverDensityLooksNoMoreThanAFifthBelowItsStart) {
     ASSERT_EQ(setUp("R227EA"), 0);
@@ -163,6 +180,31 @@ TEST(CorrespondingStates, aViscosityWithoutMeaningIsRefusedAndTheConductivitySta
     EXPECT_EQ(words(herr), "[TRNECS warning -48] invalid region for viscosity of reference fluid 1");
     EXPECT_EQ(eta, notComputed);
     EXPECT_GT(tcx, 0.05);
+}
+
+// A reference fluid without a model of one property leaves the other.
+TEST(CorrespondingStates, aReferenceWithoutOneModelLeavesTheOther) {
+    for (const bool viscosity : {true, false}) {
+        ASSERT_EQ(setUp("R12"), 0);
+        Text255 herr;
+        int ierr = 0;
+        double eta = 0.0, tcx = 0.0, eta0 = 0.0, tcx0 = 0.0;
+        const double T = 300.0, D = 10.5;
+        TRNECS(T, D, unitComposition(1), eta, tcx, ierr, herr);
+        ASSERT_EQ(ierr, 0) << words(herr);
+        (viscosity ? modelTags.HETA[0] : modelTags.HTCX[0]) = viscosity ? "VS9" : "TC9";
+        TRNECS(T, D, unitComposition(1), eta0, tcx0, ierr, herr);
+        EXPECT_NE(ierr, 0);
+        if (viscosity) {
+            EXPECT_EQ(eta0, notComputed);
+            EXPECT_NEAR(tcx0, tcx, 0.05 * tcx) << "but for the enhancement, which needs a viscosity";
+        } else {
+            EXPECT_EQ(eta0, eta);
+            EXPECT_EQ(tcx0, notComputed);
+            EXPECT_NE(words(herr).find("unknown thermal conductivity model"), std::string::npos) << words(herr);
+        }
+        modelTags.LFORCESETUP = true;
+    }
 }
 
 // A reference fluid whose equation ends far below: no state of it corresponds.
