@@ -48,11 +48,10 @@ void MELTT(double t, const Composition& x, double& p, int& ierr, Text255& herr) 
     double sum = 0.0;
     for (int i = 1; i <= modelTags.NC; ++i) {
         const double triplePoint = fluidConstants.TTPN[i];
-        const double triplePressure = fluidConstants.PTPN[i];
         double component;
         MELTK(i, std::max(t / mean * triplePoint, triplePoint), component, ierr, herr);
         if (component < 1e-15) return;
-        if (triplePressure > 0.0) sum += x[i] * std::log(component / triplePressure);
+        sum += x[i] * std::log(component / fluidConstants.PTPN[i]);
     }
     p = reference * std::exp(sum);
 }

@@ -277,10 +277,17 @@ TEST_F(SolidLinesOfMixtures, SublimationPressureAndTemperature) {
         EXPECT_EQ(ierr, 0) << words(herr);
         EXPECT_NEAR(t, reduced * meanT, 1e-7);
     }
+    // a component without a line just drops out
+    modelTags.HSUBLK[2] = "NBS";
+    SUBLT(0.9 * meanT, half, p, ierr, herr);
+    EXPECT_NEAR(p / (meanP * std::exp(0.3 * b[0] * (1.0 - 0.9) / 0.9)), 1.0, 1e-12);
     // without a triple point pressure of every component there is no line
     fluidConstants.PTPN[2] = 0.0;
-    SUBLT(0.9 * meanT, half, p, ierr, herr);
-    EXPECT_EQ(p, 0.0);
+    for (const auto line : {SUBLT, MELTT}) {
+        p = 7.0;
+        line(0.9 * meanT, half, p, ierr, herr);
+        EXPECT_EQ(p, 0.0);
+    }
 }
 
 // A line of tag on slot 1 with one term in each family.
