@@ -54,7 +54,7 @@ struct Order {
 // function is called as phi(itau, idel, tau, del) and gives the derivative times the powers of tau and del.
 template <class Phi>
 double worstDeviation(Phi phi, Order order, double tau, double del) {
-    const auto [i, j] = order;
+    const int i = order.itau, j = order.idel;
     double expected, lower;
     if (j > 0) {
         lower = phi(i, j - 1, tau, del);
