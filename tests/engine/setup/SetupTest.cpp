@@ -265,6 +265,11 @@ TEST_F(Setup, TheExtensionIsAddedToANameWithoutOne) {
     SETPATH(folder.path());
     EXPECT_EQ(setUp({"ONE"}), 0) << message();
     EXPECT_EQ(fluidFiles.HFILE[1], "ONE.fld");
+    // a name with something behind a blank, or without room behind it, stays as it is
+    for (const std::string& name : {std::string("ONE X"), std::string(253, 'x')}) {
+        EXPECT_EQ(setUp({name}), 101) << message();
+        EXPECT_EQ(fluidFiles.HFILE[1], std::string_view(name));
+    }
 }
 
 TEST_F(Setup, SlotZeroIsNotReadForOneFluidWithoutAReference) {
@@ -355,6 +360,11 @@ TEST_F(Setup, NamesInOneString) {
     EXPECT_EQ(fluidFiles.HFILE[1], "one.fld");
     SETUP0(1, "one.fld", "HMX.BNC", hrf, ierr, herr);
     EXPECT_EQ(ierr, 0) << message();
+    std::string tooMany;
+    for (int i = 0; i < 25; ++i) tooMany += "one.fld|";
+    SETUP0(25, std::string_view(tooMany), "HMX.BNC", hrf, ierr, herr);
+    EXPECT_EQ(ierr, 113);
+    EXPECT_EQ(message(), "[SETUP error 113] number of components out of bounds");
 }
 
 TEST_F(Setup, TooFewNamesInOneStringAreRefusedBeforeTheSetUp) {

@@ -1,6 +1,7 @@
 // Extended corresponding states: conformal states, shape factors, dilute mixtures, and what the model refuses.
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "DISPATCH.h"
 #include "FluidWith.h"
@@ -507,6 +508,26 @@ TEST_F(TransportOfMixtures, theLimitOfAComponentIsThePureFluid) {
                 EXPECT_NEAR(nearly.tcx / pure.tcx, 1.0, 5e-6) << i << ' ' << Tr << ' ' << Dr;
             }
         }
+    }
+}
+
+// The dilute gas of next to one component is that of its molecules by the kinetic theory where a component has no
+// correlation of its own, and there is none without molecules.
+TEST_F(TransportOfMixtures, theDiluteGasIsThatOfTheTheoryWithoutCorrelations) {
+    ASSERT_EQ(setUp({"R32", "R134A"}), 0);
+    neutralPairs();
+    const double T = 320.0;
+    modelTags.HETA[2] = "VS9";
+    for (const int i : {1, 2}) {
+        const EcsTransportSlot& s = ecsTransport[i];
+        const double theory =
+            0.026692 * std::sqrt(fluidConstants.WMAS[i] * T) / (s.SIGTRN * s.SIGTRN * OMEGAS(2, 2, T / s.EPSKTR));
+        EXPECT_NEAR(ETAMIX(T, of(i == 1 ? 1.0 - 1e-9 : 1e-9)), theory, 1e-7 * theory) << i;
+    }
+    for (double EcsTransportSlot::*constant : {&EcsTransportSlot::SIGTRN, &EcsTransportSlot::EPSKTR}) {
+        const double kept = std::exchange(ecsTransport[2].*constant, 0.0);
+        EXPECT_EQ(ETAMIX(T, of(0.5)), 0.0);
+        ecsTransport[2].*constant = kept;
     }
 }
 

@@ -183,6 +183,14 @@ TEST_F(NamedItems, EveryArray) {
     FPRKIJ[1][2].fill(0.0);
 }
 
+// An array without terms gives nothing.
+TEST_F(NamedItems, AnArrayWithoutTermsIsLeftAlone) {
+    feqTerms[1].NTERMF = feqTerms[1].NCRT = 0;
+    read("afeq");
+    EXPECT_EQ(ierr, 0);
+    for (const double value : array) EXPECT_EQ(value, -1.0);
+}
+
 TEST_F(NamedItems, NamesMatchExactlyUpToTheirNullCharacter) {
     read(std::string_view("tcrit\0garbage", 13));
     EXPECT_EQ(ierr, 0);
