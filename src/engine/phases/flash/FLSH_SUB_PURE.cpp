@@ -54,8 +54,10 @@ bool surelyVapor(const Isobar& isobar, const CaloricState& found) {
 
 // A vapor by its isobar alone, stable or not; false where it is none.
 bool vaporOnIsobar(const Isobar& isobar, CaloricState& found) {
-    double T = 0.0, Dl = 0.0, Dv = 0.0;
-    if (!temperatureByAncillary(isobar.icomp, isobar.p, T) || !densitiesByAncillaries(isobar.icomp, T, Dl, Dv))
+    double T = fluidConstants.TTPN[isobar.icomp], Dl = 0.0, Dv = isobar.p / (fluidConstants.R * T);
+    const bool condenses = isobar.p > fluidConstants.PTPN[isobar.icomp];
+    if (condenses &&
+        !(temperatureByAncillary(isobar.icomp, isobar.p, T) && densitiesByAncillaries(isobar.icomp, T, Dl, Dv)))
         return false;
     found = caloricState(isobar.letter, T, Dv, isobar.z);
     if (!(isobar.b > found.value && found.pD > 0.0 && found.alongIsobar() > 0.0)) return false;
@@ -140,9 +142,11 @@ bool flashPureOnIsobar(char letter, double p, double b, int icomp, const Composi
         return singlePhase(regionQuality(found.T, p, found.D, critical));
     }
     // below the triple point the line is that of the solid
-    if (!(p > fluidConstants.PTPN[icomp])) return false;
+    const bool liquidExists = p > fluidConstants.PTPN[icomp];
     const bool vapor = vaporOnIsobar(isobar, found);
-    if (vapor && surelyVapor(isobar, found)) return singlePhase(superheatedVapor);
+    if (vapor && surelyVapor(isobar, found) && (liquidExists || found.T >= fluidConstants.TTPN[icomp]))
+        return singlePhase(superheatedVapor);
+    if (!liquidExists) return false;
 
     SaturatedPair line;
     {

@@ -6,6 +6,7 @@
 #include "CriticalPoint.h"
 #include "FLASH2_ITERATIONS.h"
 #include "FlashBricks.h"
+#include "FluidConstants.h"
 #include "LIMITS.h"
 #include "Message.h"
 #include "ModelTags.h"
@@ -510,7 +511,9 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
     ierr = 0;
     herr.clear();
 
-    const double tmin = limitsAt(-1, D, 0, z).tmin, Tc = criticalPointOf(z).T;
+    // Water's equation holds below the temperature at which its vapor condenses no more.
+    const double coldestVapor = icomp > 0 ? fluidConstants.TTPN[icomp] : 0.0;
+    const double tmin = std::max(limitsAt(-1, D, 0, z).tmin, coldestVapor), Tc = criticalPointOf(z).T;
     PhasePair found;
     const auto take = [&] {
         T = found.T;
@@ -581,7 +584,7 @@ void DBFL2(double D, double b, const Composition& z, int kq, std::string_view ab
         secant.fBefore = secant.fNow;
         secant.now = std::clamp(next, coldest, warmest);
     }
-    if (ierr <= 0 && icomp == 0 && std::abs(F) > tolerance)
+    if (ierr <= 0 && std::abs(F) > tolerance)
         reportError(ab, 226, "2-phase iteration did not converge, X, delta =", Text255{}, ierr, herr);
     // The text of the inner iteration names a temperature where a density was given.
     if (ierr > 0) herr.assign(2, 2, "D");
