@@ -16,6 +16,7 @@
 #include "LIMITS.h"
 #include "Letters.h"
 #include "NamedRequest.h"
+#include "Reason.h"
 #include "SETUP.h"
 #include "StateQuery.h"
 #include "StoredBlends.h"
@@ -415,7 +416,7 @@ std::string PropertyFluid::answer(const Question& question) const {
         if (question.codes != nullptr) question.codes[i] = code;
         if (code != 0 && question.failed != nullptr) {
             if (text.empty())
-                question.failed(question.context, i, code, catalogue::reasonOf(flash.herr));
+                question.failed(question.context, i, code, reasonOf(flash.herr.view()));
             else
                 question.failed(question.context, i, code, text);
         }

@@ -12,6 +12,7 @@
 #include "Climate.h"
 #include "Folders.h"
 #include "OPENFL.h"
+#include "Reason.h"
 #include "SETUP.h"
 #include "StateQuery.h"
 #include "TextTable.h"
@@ -34,14 +35,6 @@ void lookUp(SUBSTANCE& substance, ListedFluid& listed) {
     listed.ownClass = plainText(substance.SAFETYCLASS.view());
 }
 
-// A message in one piece: the engine leaves the blanks of its fields in it.
-std::string reason(const Text255& herr) {
-    std::string text;
-    for (const char character : plainText(herr.view()))
-        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
-    return text;
-}
-
 ListedFluid fluidOf(const std::string& file) {
     ListedFluid listed;
     listed.file = file;
@@ -52,7 +45,7 @@ ListedFluid fluidOf(const std::string& file) {
     int ierr = 0;
     SETUP(1, names, "HMX.BNC", reference, ierr, herr);
     if (ierr > 0) {
-        listed.fault = reason(herr);
+        listed.fault = reasonOf(herr.view());
         return listed;
     }
     Text12 shortName, cas;
@@ -90,13 +83,13 @@ ListedFluid blendOf(const std::string& file) {
     int ierr = 0;
     SETMIX(Text255(file), "HMX.BNC", reference, substance.NMIX, substance.REFSNAMEMIX, substance.ZMOL, ierr, herr);
     if (ierr > 0) {
-        listed.fault = reason(herr);
+        listed.fault = reasonOf(herr.view());
         return listed;
     }
     double sum = 0.0;
     CHECKCOMPOSITION(substance.REFSNAMEMIX, substance.ZMOL, substance.NMIX, sum, ierr, herr);
     if (ierr > 0) {
-        listed.fault = reason(herr);
+        listed.fault = reasonOf(herr.view());
         return listed;
     }
     readParts(substance, listed);

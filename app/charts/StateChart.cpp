@@ -239,7 +239,7 @@ Plot plotOf(const diagrams::FluidChart& chart, const std::string& fluid, const C
     // The dome last, above everything that ends on it.
     std::stable_partition(plot.lines.begin(), plot.lines.end(),
                           [](const PlotLine& line) { return line.look != Look::dome; });
-    const std::vector<Property>& families = diagrams::familiesOf(kind);
+    const auto families = diagrams::familiesOf(kind);
     for (auto family = families.rbegin(); family != families.rend(); ++family)
         plot.legend.push_back({lookOf(*family), 0, titleOf(*family, style.units)});
     if (chart.criticalShown) {

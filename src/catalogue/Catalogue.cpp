@@ -175,7 +175,7 @@ constexpr Option fromOptions[] = {{1, "from", "first value of the property"}};
 constexpr Option toOptions[] = {{1, "to", "last value of the property"}};
 constexpr Option stepOptions[] = {
     {1, "step", "step of the property"},
-    {2, "count", "number of rows in place of a step", Q::count},
+    {2, "count", "number of rows in place of a step, 3 to 2000", Q::count},
     {3, "suggested_limits", "the limits that suit the fluid, in place of a table", Q::none, Form::yes}};
 constexpr Option stateOptions[] = {
     {1, "temperature", "temperature", Q::temperature},

@@ -6,6 +6,7 @@
 #include "FLASH2.h"
 #include "Letters.h"
 #include "OPENFL.h"
+#include "Reason.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "UTILITY.h"
@@ -107,13 +108,6 @@ bool flashPair(const SUBSTANCE& substance, const GivenProperty& first, const Giv
 
 }  // namespace
 
-std::string reasonOf(const Text255& herr) {
-    std::string text;
-    for (const char character : herr.view().substr(0, herr.view().find('\0')))
-        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
-    return std::string(trimRight(text));
-}
-
 std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance) {
     SETPATH(dataFolder);
     Text3 reference{std::string_view(fluid.referenceState)};
@@ -144,9 +138,9 @@ std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTAN
         else
             substance.ZMOL = given;
     }
-    if (ierr > 0) return reasonOf(herr);
+    if (ierr > 0) return reasonOf(herr.view());
     SETREF(reference, fluid.referenceOf, substance.ZMOL, 0.0, 0.0, 0.0, 0.0, ierr, herr);
-    if (ierr > 0) return reasonOf(herr);
+    if (ierr > 0) return reasonOf(herr.view());
     adoptCriticalPoint(substance.ZMOL);
     substance.WM = WMOL(substance.ZMOL);
     substance.NMIX = count;
@@ -175,7 +169,8 @@ StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProp
     answer.problem = loadFluid(fluid, dataFolder, substance);
     if (!answer.problem.empty()) return answer;
     const auto failure = [&](const std::string& text) {
-        answer.problem = text.empty() ? "there is no such state" : text;
+        answer.problem = text;
+        if (text.empty()) answer.problem = "there is no such state";
         return answer;
     };
     for (int order = 0; order < 2; ++order, std::swap(first, second)) {
@@ -185,13 +180,13 @@ StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProp
             if (answer.point.H != missingValue && answer.point.D != missingValue) return answer;
             Flash flash;
             if (answer.point.HERR.blank() && flashPair(substance, first, second, flash)) answer.point.HERR = flash.herr;
-            return failure(reasonOf(answer.point.HERR));
+            return failure(reasonOf(answer.point.HERR.view()));
         }
         Flash flash;
         if (!flashPair(substance, first, second, flash)) continue;
-        if (flash.ierr > 0) return failure(reasonOf(flash.herr));
+        if (flash.ierr > 0) return failure(reasonOf(flash.herr.view()));
         PROPSIMPLETD(substance, flash.T, flash.D * substance.WM, answer.point);
-        if (answer.point.H == missingValue) return failure(reasonOf(answer.point.HERR));
+        if (answer.point.H == missingValue) return failure(reasonOf(answer.point.HERR.view()));
         return answer;
     }
     return failure("no state can be found from " + std::string(first.property->name) + " and " +

@@ -44,9 +44,6 @@ StateAnswer stateOf(const Fluid& fluid, const std::string& dataFolder, GivenProp
 //             (value)    why there is none; empty where there is
 std::string loadFluid(const Fluid& fluid, const std::string& dataFolder, SUBSTANCE& substance);
 
-// A message of the engine in one piece, without the blanks of its fields.
-std::string reasonOf(const Text255& herr);
-
 // Reads "T=25C" or "P=10 bar".
 //   Given     units  of plain numbers
 //   Returned  given  the property; (value) what is wrong, empty where it could be read

@@ -9,6 +9,7 @@
 #include "LIMITS.h"
 #include "MELTING.h"
 #include "PROP_SUB.h"
+#include "Reason.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SETUP.h"
 #include "TPRHO.h"
@@ -17,14 +18,6 @@
 namespace frigana::diagrams {
 
 namespace {
-
-// A message of the engine in one piece, without the blanks of its fields.
-std::string reason(const Text255& herr) {
-    std::string text;
-    for (const char character : herr.view().substr(0, herr.view().find('\0')))
-        if (character != ' ' || text.empty() || text.back() != ' ') text += character;
-    return std::string(trimRight(text));
-}
 
 // The engine takes the ideal-gas part of one temperature for that of another within 1e-8 K. At 20 K this moves an
 // entropy by 6e-9 kJ/(kg K), which an isentrope near zero shows; farther up it is lost in the last digits. Asked for
@@ -80,7 +73,7 @@ bool ChartFluid::load(const FluidSelection& selection, std::string& why) {
     if (ierr <= 0) adoptCriticalPoint(z_);
     if (ierr <= 0) CRITP(z_, critical_.T, critical_.p, critical_.D, ierr, herr);
     if (ierr > 0) {
-        why = reason(herr);
+        why = reasonOf(herr.view());
         return false;
     }
     int component = 0;

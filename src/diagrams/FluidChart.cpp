@@ -121,12 +121,10 @@ double roundOnDecade(double value, bool up) {
     return best * decade;
 }
 
-const std::vector<Property>& familiesOf(ChartKind kind) {
-    static const std::vector<Property> ph{Property::quality, Property::density, Property::entropy,
-                                          Property::temperature};
-    static const std::vector<Property> ts{Property::quality, Property::density, Property::enthalpy, Property::pressure};
-    static const std::vector<Property> hs{Property::quality, Property::temperature, Property::pressure};
-    static const std::vector<Property> none;
+std::span<const Property> familiesOf(ChartKind kind) {
+    static constexpr Property ph[] = {Property::quality, Property::density, Property::entropy, Property::temperature};
+    static constexpr Property ts[] = {Property::quality, Property::density, Property::enthalpy, Property::pressure};
+    static constexpr Property hs[] = {Property::quality, Property::temperature, Property::pressure};
     switch (kind) {
         case ChartKind::ph:
             return ph;
@@ -135,7 +133,7 @@ const std::vector<Property>& familiesOf(ChartKind kind) {
         case ChartKind::hs:
             return hs;
         default:
-            return none;
+            return {};
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,7 @@ struct FluidChart {
 };
 
 // The kinds of chart, the properties of their axes, and the isolines they have.
-const std::vector<Property>& familiesOf(ChartKind kind);
+std::span<const Property> familiesOf(ChartKind kind);
 
 // The dome with everything around it; the fluid stays loaded, so that a caller can ask for more of its states.
 //   Returned  (value)  false with the reason in `why`

@@ -9,6 +9,7 @@
 #include "ModelTags.h"
 #include "PROP_SUB_FUGACITY.h"
 #include "PhaseCheck.h"
+#include "Reason.h"
 #include "Refrigerants.h"
 #include "SAT_SUB.h"
 #include "SilentMessages.h"
@@ -97,7 +98,7 @@ TransportAnswer transportOf(const Place& place) {
     answer.conductivityBeyond = beyond("TCX", modelTags.HTCX[pure]);
     double eta = 0.0, tcx = 0.0;
     TRNPRP(place.T, D, z, eta, tcx, ierr, herr);
-    if (ierr != 0) answer.why = catalogue::reasonOf(herr);
+    if (ierr != 0) answer.why = reasonOf(herr.view());
     return answer;
 }
 

@@ -53,7 +53,8 @@ std::string nameOf(const State& state) {
 }
 
 std::string placeOf(const State& state) {
-    return state.prefix.empty() ? "state" : state.prefix.substr(0, state.prefix.size() - 1);
+    if (state.prefix.empty()) return "state";
+    return state.prefix.substr(0, state.prefix.size() - 1);
 }
 
 std::string asSentence(std::string text) {
@@ -63,7 +64,14 @@ std::string asSentence(std::string text) {
 
 // ", and 11 more" behind the first of several.
 std::string andMore(std::size_t count) {
-    return count > 1 ? ", and of " + std::to_string(count - 1) + " more" : "";
+    if (count < 2) return {};
+    return ", and of " + std::to_string(count - 1) + " more";
+}
+
+// A reason of the engine as a sentence; where it tells none, another one.
+std::string engineSays(const std::string& reason, const char* otherwise) {
+    if (reason.empty()) return otherwise;
+    return " The engine says: " + reason + '.';
 }
 
 char letterOf(int property) {
@@ -100,8 +108,7 @@ void judgeMissingStates(Judge& judge, const std::vector<State>& states, const Fl
     if (first == nullptr) return;
     const std::string reason = reasonFor(judge, *first, fluid);
     judge.say("state_missing", placeOf(*first),
-              "There are no values of " + nameOf(*first) + andMore(count) + '.' +
-                  (reason.empty() ? "" : " The engine says: " + reason + '.'),
+              "There are no values of " + nameOf(*first) + andMore(count) + '.' + engineSays(reason, ""),
               "Ask for states inside the range of the fluid; frigana list NAME and the request fluid-information tell "
               "it.");
 }
@@ -152,7 +159,7 @@ void judgeTransport(Judge& judge, const std::vector<State>& states, const Fluid&
         judge.say("transport_missing", placeOf(state),
                   "There is no " + missingWords(state) + " of " + nameOf(state) + " at " +
                       judge.shown(state.T, Quantity::temperature) + andMore(missing) + '.' +
-                      (why.empty() ? " No correlation of the fluid reaches there." : " The engine says: " + why + '.'),
+                      engineSays(why, " No correlation of the fluid reaches there."),
                   "The other properties are not touched by it.");
     }
 }
