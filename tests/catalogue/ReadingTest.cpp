@@ -146,7 +146,8 @@ TEST(Reading, WallsAreWholeNumbersHoweverTheyAreWritten) {
         const auto value = text.find("= ", text.find("copper", pipe)) + 2;
         text.replace(value, text.find_first_of(" \n}", value) - value, wall);
         bool found = false;
-        for (const Setting& setting : read(text).runs.front().blocks.front().settings) found |= setting.value == 2.0;
+        const FilledRequest filled = read(text).runs.front();
+        for (const Setting& setting : filled.blocks.front().settings) found |= setting.value == 2.0;
         EXPECT_TRUE(found) << text;
     }
 }
@@ -274,7 +275,7 @@ TEST(Writing, ATableOfSuggestedLimitsComesBack) {
         filled.question.step = 0.0;
         const std::string text = namedText(filled, names(), {UnitSystem::metric, true, true});
         EXPECT_NE(text.find("\nsuggested_limits = true\n"), std::string::npos) << text;
-        const PropertyQuestion& ask = read(text).runs.front().question;
+        const PropertyQuestion ask = read(text).runs.front().question;
         EXPECT_EQ(ask.step, 0.0);
         EXPECT_EQ(ask.running, filled.question.running);
         EXPECT_EQ(ask.constant, filled.question.constant);
