@@ -6,12 +6,14 @@
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "CriticalPoint.h"
 #include "Equilibrium.h"
 #include "FluidConstants.h"
 #include "Larger.h"
 #include "PhaseCheck.h"
+#include "ProcessorTime.h"
 
 namespace frigana::equilibria {
 namespace {
@@ -111,6 +113,31 @@ TEST(GasOverLiquid, SharesOfTheVaporFarBeyondTheCriticalPoint) {
     const double T = 1.6 * criticalPointOf(z).T, p = 1.6 * criticalPointOf(z).p;
     EXPECT_EQ(flash("TQ", T, 0.5, z).ierr, 271);
     EXPECT_EQ(flash("PQ", p, 0.5, z).ierr, 291);
+}
+
+// Water under oxygen: at low pressures the isentrope of such a state runs below the temperatures at which the equation
+// of water still has a liquid, and every flash there takes long to find nothing. The state itself is found at once.
+TEST(GasOverLiquid, EntropyOfAMoistGasLeadsBackWithoutASearchWhereTheLiquidEnds) {
+    constexpr double longest = 0.5;  // [s] of the processor, a hundred times what it takes
+    for (const auto& [T, p] : {std::pair{245.54181, 7715.7946}, std::pair{260.0, 9000.0}, std::pair{300.0, 3000.0}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{"WATER", 0.05}, {"OXYGEN", 0.95}}, z));
+        FlashState wet = flash("TP", T, p, z);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase()) << wet.q;
+        EXPECT_LT(disequilibrium(wet, z), 1e-6);
+        for (const std::string letters : {"HS", "ES"}) {
+            SCOPED_TRACE(testing::Message() << letters << ' ' << T);
+            const double start = frigana::test::processorTime();
+            const FlashState found = flash(letters, wet[letters[0]], wet.s, z);
+            EXPECT_LT(frigana::test::processorTime() - start, longest);
+            ASSERT_LE(found.ierr, 0) << words(found.herr);
+            EXPECT_NEAR(found.T / T, 1, 1e-6);
+            EXPECT_NEAR(found.p / p, 1, 1e-6);
+            EXPECT_NEAR(found.q, wet.q, 1e-6);
+            EXPECT_LT(disequilibrium(found, z), 1e-6);
+        }
+    }
 }
 
 // Above its hottest state the gas over a liquid is one phase, at any pressure that the flash at both finds stable.

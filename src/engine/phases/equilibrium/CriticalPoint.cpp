@@ -56,34 +56,6 @@ void CRTDEN(const Composition& x, double T, double& rho) {
     }
 }
 
-namespace {
-
-// Density of the flattest place of an isotherm about the critical density, and its slope.
-double flattestSlope(const Composition& x, double T, double Dc, double& rho) {
-    constexpr int places = 60, halvings = 60;
-    constexpr double from = 0.4, to = 1.6;  // of the critical density
-    double least = 0.0;
-    int at = 0;
-    for (int k = 0; k <= places; ++k) {
-        double slope;
-        DPDD(T, Dc * (from + (to - from) * k / places), x, slope);
-        if (k > 0 && slope >= least) continue;
-        least = slope;
-        at = k;
-    }
-    double low = Dc * (from + (to - from) * (at - 1) / places), high = Dc * (from + (to - from) * (at + 1) / places);
-    for (int step = 1; step <= halvings; ++step) {
-        rho = 0.5 * (low + high);
-        double curvature;
-        DPDD2(T, rho, x, curvature);
-        (curvature < 0.0 ? low : high) = rho;
-    }
-    DPDD(T, rho, x, least);
-    return least;
-}
-
-}  // namespace
-
 void FNCRPT(const Composition& x, double& tc, double& rhoc, double& pc, int& ierr, Text255& herr) {
     double Tc, Dc;
     CRITP(x, Tc, pc, Dc, ierr, herr);
@@ -112,18 +84,6 @@ void FNCRPT(const Composition& x, double& tc, double& rhoc, double& pc, int& ier
         t1 = tc;
         f1 = f2;
         tc = next;
-    }
-    // The secant of an equation whose inflection leaves the neighbourhood of the stated point: the temperature below
-    // which the isotherm falls somewhere.
-    constexpr double nearby = 0.03;
-    double low = Tc * (1.0 - nearby), high = Tc * (1.0 + nearby);
-    if (flattestSlope(x, low, Dc, rhoc) < 0.0 && flattestSlope(x, high, Dc, rhoc) > 0.0) {
-        for (int step = 1; step <= 60; ++step) {
-            tc = 0.5 * (low + high);
-            (flattestSlope(x, tc, Dc, rhoc) < 0.0 ? low : high) = tc;
-        }
-        PRESS(tc, rhoc, x, pc);
-        return;
     }
     ierr = 1;
     message(herr, "[FNCRPT error 1] no convergence", nullCharacter);

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include "CORE_PR.h"
 #include "FLSH_SUB.h"
@@ -631,13 +630,17 @@ bool solveMixtureByEntropy(double given, double s, const Composition& z, const C
                            const EosLimits& limits, bool energy, FlashResult& r) {
     if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
     constexpr int mostSteps = 8;
-    constexpr double start = 0.25, longestStep = 2.5, sameState = 1e-9;  // of the critical pressure; in ln p
-    constexpr double cold = 0.9;                                         // [Tc]
+    constexpr double start = 0.25, startOfGas = 1;         // of the critical pressure
+    constexpr double longestStep = 2.5, sameState = 1e-9;  // in ln p
+    constexpr double cold = 0.9;                           // [Tc]
     const char letter = energy ? 'E' : 'H';
     const double scale = std::max(1.0, std::abs(given));
     const SilentMessages quiet;
     double lower = 0, upper = 1e300;  // pressures on either side
-    double p = start * critical.p;
+    // the entropy of a gas over a liquid may belong to no state of a low pressure
+    const bool gas = gasOverLiquid(std::nextafter(hottestComponent(z), 0.0), z) &&
+                     stateOnIsentrope(startOfGas * critical.p, s, z, r);
+    double p = (gas ? startOfGas : start) * critical.p;
     for (int step = 1; step <= mostSteps; ++step) {
         if (!stateOnIsentrope(p, s, z, r)) return false;
         const bool two = r.q > 0 && r.q < 1;
@@ -737,12 +740,12 @@ void solveByEntropy(double given, double s, const Composition& z, bool energy, F
     // A trace of the other phase is what the rounding leaves of a cold liquid on its line.
     constexpr double trace = 1e-6;
     if (icomp > 0 && solved && byPressure && std::min(r.q, 1 - r.q) < trace) {
-        const double kept[] = {r.T, r.p, r.D, r.Dl, r.Dv, r.q, r.e, r.h, r.s};
+        const double T = r.T, D = r.D;
         r.D = r.q < 0.5 ? r.Dl : r.Dv;
         byPressure = !accepted();
         if (byPressure) {
-            double* const restored[] = {&r.T, &r.p, &r.D, &r.Dl, &r.Dv, &r.q, &r.e, &r.h, &r.s};
-            for (std::size_t i = 0; i < std::size(kept); ++i) *restored[i] = kept[i];
+            r.T = T;
+            r.D = D;
         }
     }
     if (icomp == 0 && solveMixtureByEntropy(given, s, z, {Tc, Pc, Dc}, limits, energy, r)) {

@@ -626,7 +626,12 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
                     PDFL2(p, D, z, 1, bubble.T, dew.T, pbub, pdew, bubble.Dl, dew.Dv, bubble.y, dew.x, T, Dl, Dv, x, y,
                           q, ierr, herr);
                     if (ierr > 0) {
-                        q = supercriticalOrNone;
+                        const int code = ierr;
+                        const Text255 text = herr;
+                        if (solveOnIsobar(p, D, 'D', z, limits.tmin, dew.T * (1 + 1e-9), T, r)) return;
+                        noState(r);
+                        ierr = code;
+                        herr = text;
                         return;
                     }
                 }
@@ -938,7 +943,15 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         ABFL2(p, b, z, 1, 1, ab, bubble.T, dew.T, pbub, pdew, bubble.Dl, dew.Dv, bubble.y, dew.x, T, pSolved, Dl, Dv, x,
               y, q, ierr, herr);
         if (ierr > 0) {
-            q = supercriticalOrNone;
+            const int code = ierr;
+            const Text255 text = herr;
+            if (onIsobar(dew.T * (1 + 1e-9))) {
+                checkLimits();
+                return;
+            }
+            noState(r);
+            ierr = code;
+            herr = text;
             return;
         }
     }

@@ -95,9 +95,12 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
                    FlashResult& r) {
     const double wanted = letter == 'D' ? 1 / b : b;
     const SilentMessages quiet;
+    bool metTwo = false;
     const auto value = [&](double at, double& F) {
         T = at;
-        if (!flashAt(T, p, z, r)) return false;
+        // a vapor colder than two phases is one whose liquid was not found
+        if (!flashAt(T, p, z, r) || (metTwo && r.q == superheatedVapor)) return false;
+        metTwo = metTwo || (r.q > 0 && r.q < 1);
         F = nearTwoPhases({'P', p}, {letter, b}, z, r) ? 0 : rising(letter, r) - wanted;
         return true;
     };

@@ -32,6 +32,16 @@ struct SaturationMemo {
         Composition x{};
     };
     Missing missing[2];  // bubble, dew point
+
+    // Where the walk along the envelope of a mixture starts, which is the same for every root; written by
+    // rootOnEnvelope.
+    struct EnvelopeStart {
+        bool known = false, found = false;
+        Composition x{};
+        PhasePair at;
+        double residual = 0.0;  // that Newton's method has left in the place of the largest energy
+    };
+    EnvelopeStart envelopeStart[2];  // bubble, dew line
 };
 
 extern SaturationMemo saturationMemo;

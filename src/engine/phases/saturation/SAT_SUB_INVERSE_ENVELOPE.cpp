@@ -11,6 +11,7 @@
 #include "SAT_SUB_LINES.h"
 #include "SAT_SUB_NEWTON.h"
 #include "SAT_SUB_SPLINE.h"
+#include "SaturationExtrema.h"
 #include "SaturationSpline.h"
 #include "SilentMessages.h"
 #include "UTILITY.h"
@@ -87,6 +88,24 @@ bool placeOfLine(int line, double T, const Composition& z, Place& place) {
         std::swap(place.x, place.y);
     }
     return twoPhases(place);
+}
+
+// The place of a line from which the walk starts, a little colder where it is not found there. A mixture may have none
+// on a line, and the flashes ask at each of their temperatures.
+bool startOfLine(int line, const CriticalPoint& critical, const Composition& z, Place& place) {
+    SaturationMemo::EnvelopeStart& start = saturationMemo.envelopeStart[line - liquidLine];
+    double& residual = saturationExtrema.highestEnergy.value;
+    bool known = start.known;
+    for (int i = 1; i <= modelTags.NC; ++i) known = known && std::fabs(z[i] - start.x[i]) <= 1e-9;
+    if (!known) {
+        bool found = false;
+        for (double T = 0.99 * critical.T; !found && T > 0.9 * critical.T; T *= 0.99)
+            found = placeOfLine(line, T, z, place);
+        start = {.known = true, .found = found, .x = z, .at = place, .residual = residual};
+    }
+    place = start.at;
+    residual = start.residual;
+    return start.found;
 }
 
 // The road along the envelope toward the critical point: the last two places, and the last two a whole step apart.
@@ -223,10 +242,8 @@ bool rootOnEnvelope(char letter, double target, int line, const Composition& z, 
     for (int k = 0; k < 2; ++k) {
         const int side = k == 0 ? line : liquidLine + vaporLine - line;
         Trail& trail = trails[k];
-        bool started = false;
-        for (double T = 0.99 * critical.T; !started && T > 0.9 * critical.T; T *= 0.99)
-            started = placeOfLine(side, T, z, trail.here);
-        if (started && walk(z, (side == vaporLine ? 0.02 : -0.02) * Dc, Dc, residual, trail) &&
+        if (startOfLine(side, critical, z, trail.here) &&
+            walk(z, (side == vaporLine ? 0.02 : -0.02) * Dc, Dc, residual, trail) &&
             refine(trail.last, trail.here, tolerance, residual, settled, root))
             return take(root);
     }
