@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #include "FlashState.h"
 #include "PROP_SUB.h"
@@ -159,6 +160,66 @@ TEST(FlashInputs, EnthalpyBelowAndAboveALineIsTold) {
         EXPECT_EQ(ierr, kph == 2 ? 2 : 4) << herr.trimmed();
         EXPECT_TRUE(herr.trimmed().starts_with("[SATH error"));
     }
+}
+
+// What a caller has forgotten to fill in has no critical point, which is what most routines ask for first.
+TEST(FlashInputs, ACompositionOfNothingIsRefusedWithTheReason) {
+    ASSERT_LE(test::setUp({"R32", "R134A"}), 0);
+    const Composition nothing{};
+    struct Row {
+        const char* letters;
+        int code;
+        const char* text;
+    };
+    const Row refused[] = {
+        {"PH", 240, "[PHFLSH error 240] [CRTHMX error] sum(x)= 0"},
+        {"PS", 240, "[PSFLSH error 240] [CRTHMX error] sum(x)= 0"},
+        {"PE", 240, "[PEFLSH error 240] [CRTHMX error] sum(x)= 0"},
+        {"TH", 230, "[THFLSH error 230] [CRTHMX error] sum(x)= 0"},
+        {"TS", 230, "[TSFLSH error 230] [CRTHMX error] sum(x)= 0"},
+        {"TE", 230, "[TEFLSH error 230] [CRTHMX error] sum(x)= 0"},
+        {"PD", 210, "[PDFLSH error 210] [CRTHMX error] sum(x)= 0"},
+        {"DH", 210, "[DHFLSH error 210] [CRTHMX error] sum(x)= 0"},
+        {"DS", 210, "[DSFLSH error 210] [CRTHMX error] sum(x)= 0"},
+        {"DE", 210, "[DEFLSH error 210] [CRTHMX error] sum(x)= 0"},
+        {"PQ", 290, "[PQFLSH error 290] [CRTHMX error] sum(x)= 0"},
+    };
+    const auto textOf = [](const Text255& herr) {
+        const std::string_view view = herr.view();
+        return std::string(view.substr(0, view.find('\0')));
+    };
+    for (const Row& row : refused) {
+        SCOPED_TRACE(row.letters);
+        const FlashState state = flash(row.letters, ordinary(row.letters[0]), ordinary(row.letters[1]), nothing);
+        EXPECT_EQ(state.ierr, row.code);
+        EXPECT_TRUE(textOf(state.herr).starts_with(row.text)) << textOf(state.herr);
+        EXPECT_TRUE(row.letters[1] == 'Q' || !state.twoPhase());
+    }
+    for (const char* letters : {"TP", "TD", "TQ", "HS", "ES"}) {
+        SCOPED_TRACE(letters);
+        const FlashState state = flash(letters, ordinary(letters[0]), ordinary(letters[1]), nothing);
+        EXPECT_GT(state.ierr, 0);
+        EXPECT_FALSE(textOf(state.herr).empty());
+        EXPECT_TRUE(letters[1] == 'Q' || !state.twoPhase());
+    }
+
+    int ierr = 0, roots = 0, k1 = 0, k2 = 0, k3 = 0;
+    Text255 herr;
+    double T = 0, Dl = 0, Dv = 0, t1 = 0, p1 = 0, d1 = 0, t2 = 0, p2 = 0, d2 = 0, t3 = 0, p3 = 0, d3 = 0;
+    Composition x{}, y{};
+    SATP(500, nothing, 1, T, Dl, Dv, x, y, ierr, herr);
+    EXPECT_EQ(ierr, 140);
+    EXPECT_TRUE(textOf(herr).starts_with("[SATP error 140] [CRTHMX error] sum(x)= 0")) << textOf(herr);
+    SATH(30000, nothing, 0, roots, k1, t1, p1, d1, k2, t2, p2, d2, ierr, herr);
+    EXPECT_EQ(ierr, 160);
+    EXPECT_EQ(roots, 0);
+    EXPECT_TRUE(textOf(herr).starts_with("[SATH error 160] [CRTHMX error] sum(x)= 0")) << textOf(herr);
+    SATE(30000, nothing, 0, roots, k1, t1, p1, d1, k2, t2, p2, d2, ierr, herr);
+    EXPECT_EQ(ierr, 160);
+    EXPECT_TRUE(textOf(herr).starts_with("[SATE error 160] [CRTHMX error] sum(x)= 0")) << textOf(herr);
+    SATS(150, nothing, 0, roots, k1, t1, p1, d1, k2, t2, p2, d2, k3, t3, p3, d3, ierr, herr);
+    EXPECT_EQ(ierr, 160);
+    EXPECT_TRUE(textOf(herr).starts_with("[SATS error 160] [CRTHMX error] sum(x)= 0")) << textOf(herr);
 }
 
 }  // namespace

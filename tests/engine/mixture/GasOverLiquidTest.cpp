@@ -140,6 +140,21 @@ TEST(GasOverLiquid, EntropyOfAMoistGasLeadsBackWithoutASearchWhereTheLiquidEnds)
     }
 }
 
+// Two phases close to the bubble line of a wide pair that no secant between its lines meets: the isobar leads to them.
+TEST(GasOverLiquid, DensityBetweenTheLinesOfAWidePairIsFoundOnItsIsobar) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"C12", 0.95}, {"R12", 0.05}}, z));
+    const double T = 629.44188, p = 1958.5903;
+    const FlashState wet = flash("TP", T, p, z);
+    ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+    ASSERT_TRUE(wet.twoPhase()) << wet.q;
+    const FlashState found = flash("PD", p, wet.D, z);
+    ASSERT_LE(found.ierr, 0) << words(found.herr);
+    EXPECT_NEAR(found.T / T, 1, 1e-6);
+    EXPECT_NEAR(found.q, wet.q, 1e-6);
+    EXPECT_LT(disequilibrium(found, z), 1e-6);
+}
+
 // Above its hottest state the gas over a liquid is one phase, at any pressure that the flash at both finds stable.
 TEST(GasOverLiquid, OnePhaseStaysOne) {
     for (const WideState& state : wideStates) {
