@@ -565,6 +565,30 @@ TEST(FalseRoot, FlashesBetweenTheTrueAndTheEstimatedCriticalPressure) {
     }
 }
 
+// At the critical point itself the two phases are one: no exchange of compositions tells them apart.
+TEST(FalseRoot, StatesAtTheCriticalPointAreFound) {
+    for (const char* blend : {"R415B", "R428A", "R433C", "R439A", "R448A", "R454C", "R469A"}) {
+        Composition z{};
+        ASSERT_TRUE(setUpBlend(blend, z));
+        double Tc, pc, Dc;
+        int ierr = 0;
+        Text255 herr;
+        CRITP(z, Tc, pc, Dc, ierr, herr);
+        CRTPNT(z, Tc, pc, Dc, ierr, herr);
+        ASSERT_EQ(ierr, 0) << words(herr);
+        for (const double share : {1 - 1e-7, 1.0, 1 + 1e-8}) {
+            SCOPED_TRACE(testing::Message() << blend << ", " << share << " pc");
+            const test::FlashState f = test::flash("TP", Tc, share * pc, z);
+            ASSERT_LE(f.ierr, 0) << words(f.herr);
+            EXPECT_LT(relative(f.D, Dc), 0.02);
+            if (f.twoPhase()) continue;
+            double p = 0;
+            PRESS(Tc, f.D, z, p);
+            EXPECT_LT(relative(p, share * pc), 1e-8);
+        }
+    }
+}
+
 // The isochore of a cold liquid passes the pressure again between the spinodals, 48 K below.
 TEST(FalseRoot, ALiquidAtPressureAndDensityIsNoneBetweenTheSpinodals) {
     Composition z{};

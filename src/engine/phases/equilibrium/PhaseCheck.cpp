@@ -46,18 +46,23 @@ bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, doubl
     return false;
 }
 
-bool fallsApart(double T, double rho, const Composition& x) {
+namespace {
+
+// The least pivot of the matrix of the second derivatives of the Gibbs energy, relative to that of an ideal mixture, or
+// the first one that is not positive or no number; 1 where there is none.
+double leastPivot(double T, double rho, const Composition& x) {
     Composition dalpha{}, dnalpha{};
     int ierr = 0;
     Text255 herr;
     PHIDERV(2, T, rho, x, dalpha, dnalpha, ierr, herr);
-    if (ierr > 0) return false;
+    double least = 1.0;
+    if (ierr > 0) return least;
     const CompositionDerivatives& c = compositionDerivatives;
     // the last fraction that is not zero makes up for the others
     int count = 0, present[ncmax];
     for (int i = 1; i <= modelTags.NC; ++i)
         if (x[i] > trace) present[count++] = i;
-    if (count < 2) return false;
+    if (count < 2) return least;
     const int last = present[--count];
     const auto derivative = [&](int of, int by) {
         // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): c is the record that PHIDERV has filled
@@ -67,15 +72,28 @@ bool fallsApart(double T, double rho, const Composition& x) {
     for (int i = 0; i < count; ++i)
         for (int j = 0; j < count; ++j)
             second[i][j] = derivative(present[j], present[i]) - derivative(last, present[i]);
-    // the pivots of a positive definite matrix are positive
     for (int k = 0; k < count; ++k) {
-        if (!(second[k][k] > 0.0)) return true;
+        const double pivot = second[k][k] / (1.0 / x[present[k]] + 1.0 / x[last]);
+        if (!(pivot > 0.0)) return pivot;
+        least = std::min(least, pivot);
         for (int i = k + 1; i < count; ++i) {
             const double factor = second[i][k] / second[k][k];
             for (int j = k; j < count; ++j) second[i][j] -= factor * second[k][j];
         }
     }
-    return false;
+    return least;
+}
+
+}  // namespace
+
+// The pivots of a positive definite matrix are positive.
+bool fallsApart(double T, double rho, const Composition& x) {
+    return !(leastPivot(T, rho, x) > 0.0);
+}
+
+bool hardlyFallsApart(double T, double rho, const Composition& x) {
+    constexpr double hardly = 1e-4;
+    return std::abs(leastPivot(T, rho, x)) < hardly;
 }
 
 bool nearbyPhasesFallApart(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap) {

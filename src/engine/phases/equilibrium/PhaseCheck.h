@@ -27,12 +27,16 @@ bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, doubl
 // of which one is such a phase. False where the model has no composition derivatives.
 bool fallsApart(double T, double rho, const Composition& x);
 
+// True if that matrix is singular but for 1e-4 of an ideal mixture's, as it is at a critical point and on the spinodals
+// that meet there.
+bool hardlyFallsApart(double T, double rho, const Composition& x);
+
 // The same of one of two phases that are nearly one; of others it is not asked: where the critical region of the
 // equations has further folds, a line runs a little beyond its spinodal, and ends there.
 bool nearbyPhasesFallApart(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 
-// True if more pressure leads from a dew point into two phases, and false at the upper one of a temperature, between the
-// highest temperature and the critical point.
+// True if more pressure leads from a dew point into two phases, and false at the upper one of a temperature, between
+// the highest temperature and the critical point.
 //   Source  differential of equal fugacities, the composition of the liquid removed by the Gibbs-Duhem equation
 bool isLowerDewPoint(double T, double rhol, const Composition& xliq, double rhov, const Composition& xvap);
 

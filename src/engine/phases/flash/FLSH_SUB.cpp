@@ -191,6 +191,22 @@ bool solveByStability(double T, double p, const Composition& z, const CriticalPo
     return false;
 }
 
+// One phase at the critical point of a mixture, where the two are so much alike that neither of them is found, nor told
+// from the feed.
+bool onePhaseAtCriticalPoint(double T, double p, const Composition& z, FlashResult& r) {
+    constexpr double besideT = 1e-4, besideP = 1e-3;  // relative
+    const SilentMessages quiet;
+    int code = 0;
+    Text255 text;
+    const CriticalPoint critical = criticalPointOf(z, code, text);
+    if (code > 0 || std::abs(T / critical.T - 1) > besideT || std::abs(p / critical.p - 1) > besideP) return false;
+    double D = 0;
+    TPRHO(T, p, z, 1, 0, D, code, text);
+    if (code > 0 || !hardlyFallsApart(T, D, z) || !singlePhaseAtTP(T, p, z, 1, D, 213, "", r)) return false;
+    r.q = regionQuality(T, p, r.D, critical);
+    return true;
+}
+
 // True if a pressure of a pure fluid lies between the end of its equation's saturation line and its critical pressure,
 // which is a measured one: there is one phase, as above.
 bool aboveEquationsLine(double p, int icomp, const SaturatedPair& line, const CriticalPoint& critical) {
@@ -388,7 +404,15 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
     }
 
     const double given = T;
-    if (solveAtTP(T, p, z, icomp, r) == Road::failed) return;
+    if (solveAtTP(T, p, z, icomp, r) == Road::failed) {
+        const int code = r.ierr;
+        const Text255 text = r.herr;
+        if (icomp > 0 || !onePhaseAtCriticalPoint(T, p, z, r)) {
+            r.ierr = code;
+            r.herr = text;
+            return;
+        }
+    }
 
     r.ierr = 0;
     r.herr.clear();
