@@ -1,6 +1,6 @@
 // The page in a real browser, as its reader uses it.
 import assert from "node:assert/strict";
-import { readFileSync, readdirSync, writeFileSync, existsSync, mkdirSync } from "node:fs";
+import { readFileSync, readdirSync, writeFileSync, mkdirSync } from "node:fs";
 import { createRequire } from "node:module";
 import { join } from "node:path";
 import { after, before, beforeEach, afterEach, describe, test as anyTest } from "node:test";
@@ -269,14 +269,18 @@ describe("files and links", () => {
     const client = await page.createCDPSession();
     const place = join(folder, `downloads-${ending}-${Date.now()}`);
     mkdirSync(place);
-    await client.send("Browser.setDownloadBehavior", { behavior: "allow", downloadPath: place, browserContextId: context.id });
+    await client.send("Browser.setDownloadBehavior",
+      { behavior: "allow", downloadPath: place, browserContextId: context.id, eventsEnabled: true });
+    // The browser makes the file empty before it writes it: it is there when it says so.
+    const ended = new Promise((done, fail) => {
+      client.on("Browser.downloadProgress", ({ state }) => { if (state !== "inProgress") done(state); });
+      setTimeout(() => fail(new Error(`no .${ending} came`)), 20_000).unref();
+    });
     await act();
-    for (let i = 0; i < 100; ++i) {
-      const found = existsSync(place) ? readdirSync(place).filter((one) => one.endsWith(`.${ending}`)) : [];
-      if (found.length > 0) return join(place, found[0]);
-      await new Promise((done) => setTimeout(done, 50));
-    }
-    throw new Error(`no .${ending} came`);
+    assert.equal(await ended, "completed");
+    const found = readdirSync(place).filter((one) => one.endsWith(`.${ending}`));
+    assert.equal(found.length, 1, `one .${ending}`);
+    return join(place, found[0]);
   }
 
   for (const ending of ["toml", "fi1"])
