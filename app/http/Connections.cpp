@@ -7,19 +7,20 @@ namespace frigana::http {
 
 thread_local bool Connections::turnedAway = false;
 
-void Connections::enqueue(std::function<void()> work) {
+Connections::Taken Connections::enqueue(std::function<void()> work) {
     {
         const std::lock_guard lock(mutex_);
         if (waiting_.size() < idle_ || threads_.size() < most_) {
             waiting_.push_back(std::move(work));
             if (waiting_.size() > idle_ && threads_.size() < most_) addThread();
             more_.notify_one();
-            return;
+            return static_cast<Taken>(true);
         }
     }
     turnedAway = true;
     work();
     turnedAway = false;
+    return static_cast<Taken>(true);
 }
 
 void Connections::addThread() {

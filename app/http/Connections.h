@@ -9,17 +9,21 @@
 #include <mutex>
 #include <set>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace frigana::http {
 
 class Connections final : public httplib::TaskQueue {
   public:
+    // Whether work was taken, or nothing where the library is older and does not ask.
+    using Taken = decltype(std::declval<httplib::TaskQueue&>().enqueue(nullptr));
+
     explicit Connections(std::size_t most) : most_(most) {}
 
     // Runs the work of a connection in a thread of its own; where there are as many as there may be, at once and with
     // `turnedAway` set, which says so and ends.
-    void enqueue(std::function<void()> work) override;
+    Taken enqueue(std::function<void()> work) override;
     void shutdown() override;
 
     static thread_local bool turnedAway;

@@ -64,6 +64,8 @@ class HttpServer final : public http::Server, httplib::Server {
   private:
     bool process_and_close_socket(socket_t socket) override;
     void converse(ConnectionStream& stream);
+    template <class Prepare>
+    bool answerNext(ConnectionStream& stream, bool& closed, const Prepare& prepare);
     void turnAway(int socket);
     void judge(const httplib::Request& from, httplib::Response& to, bool& refused);
     void finish(const httplib::Request& from, httplib::Response& to);
@@ -194,6 +196,20 @@ void HttpServer::turnAway(int socket) {
     shutdown(socket, SHUT_WR);
 }
 
+template <class Prepare>
+bool HttpServer::answerNext(ConnectionStream& stream, bool& closed, const Prepare& prepare) {
+    if constexpr (requires { this->process_request(stream, false, closed, prepare); }) {
+        return process_request(stream, false, closed, prepare);
+    } else {
+        // Later versions of the library want to be told the addresses of both ends.
+        std::string remote, local;
+        int remotePort = 0, localPort = 0;
+        stream.get_remote_ip_and_port(remote, remotePort);
+        stream.get_local_ip_and_port(local, localPort);
+        return process_request(stream, remote, remotePort, local, localPort, false, closed, prepare);
+    }
+}
+
 void HttpServer::converse(ConnectionStream& stream) {
     for (std::size_t count = 1; !stopping_ && stream.awaitRequest() && !stopping_; ++count) {
         inWork = {&stream, false, count >= settings_.requestsPerConnection};
@@ -205,7 +221,7 @@ void HttpServer::converse(ConnectionStream& stream) {
             request.headers.erase("Range");
             request.ranges.clear();
         };
-        const bool answered = process_request(stream, false, closed, prepare);
+        const bool answered = answerNext(stream, closed, prepare);
         if (answered && inWork.last) stream.linger();
         if (!answered || closed || inWork.last) return;
     }

@@ -66,7 +66,7 @@ def chart(kind: str, *fluids: str, units: str = "metric", **options: Any) -> Cha
 def table(rows: List[Dict[str, Any]], index: Optional[List[str]] = None) -> Any:
     """A pandas data frame of rows where pandas is there, else the rows."""
     try:
-        import pandas  # type: ignore[import]
+        import pandas  # type: ignore  # its code is another one in later versions of mypy
     except ImportError:
         return rows
     frame = pandas.DataFrame(rows)

@@ -172,7 +172,11 @@ TEST_F(Served, BrokenHeadsAreRefusedAndEndTheirConnection) {
 TEST_F(Served, ALineWithoutColonIsNoHeader) {
     Client client(port());
     client.send("GET / HTTP/1.1\r\nHost 127.0.0.1\r\n\r\n");
-    EXPECT_EQ(codeOf(client.receive()), "no_host");
+    // Later versions of the library refuse such a request before it is looked at.
+    const Reply reply = client.receive();
+    EXPECT_EQ(reply.status, 400) << reply.head;
+    const std::string code = codeOf(reply);
+    EXPECT_TRUE(code == "no_host" || code == "refused") << code;
 }
 
 TEST_F(Served, TenMebibytesAreToldThatTheyAreTooMany) {
