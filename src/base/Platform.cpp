@@ -73,6 +73,18 @@ bool besideName(const char* native, char digit, char* beside) {
     return true;
 }
 
+// The file that is locked where a folder itself cannot be; it stays, as another process may be waiting for it.
+constexpr std::string_view lockFile = ".frigana-lock";
+
+// Puts a name behind a folder, which ends with a separator; false where there is no room.
+bool inFolder(char* native, std::string_view name) {
+    const std::size_t length = std::strlen(native);
+    if (length + name.size() > static_cast<std::size_t>(longestPath)) return false;
+    std::memcpy(native + length, name.data(), name.size());
+    native[length + name.size()] = '\0';
+    return true;
+}
+
 // File systems give times in steps of up to two seconds.
 constexpr long long settlingTime = 3;  // [s]
 
@@ -211,15 +223,11 @@ bool findInAnyCase(std::string_view folder, std::string_view name, char* found) 
 }
 
 int lockFolder(std::string_view folder) {
-    constexpr std::string_view name = "frigana.lock";
     char native[longestPath + 1];
-    if (folder.size() + name.size() > static_cast<std::size_t>(longestPath)) return -1;
-    if (!folder.empty() && !nativePath(folder, native)) return -1;
-    std::memcpy(native + folder.size(), name.data(), name.size());
-    native[folder.size() + name.size()] = '\0';
+    if (!nativePath(folder.empty() ? "./" : folder, native) || !inFolder(native, lockFile)) return -1;
     const HANDLE file =
         CreateFileA(native, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
     if (file == INVALID_HANDLE_VALUE) return -1;
     OVERLAPPED whole{};
     if (LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &whole) == 0) {
@@ -476,7 +484,6 @@ bool findInAnyCase(std::string_view folder, std::string_view name, char* found) 
 }
 
 int lockFolder(std::string_view folder) {
-    constexpr std::string_view lockFile = ".frigana-lock";
     char native[longestPath + 1];
     if (!nativePath(folder.empty() ? "./" : folder, native)) return -1;
     const int handle = open(native, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -485,10 +492,7 @@ int lockFolder(std::string_view folder) {
         close(handle);
     }
     // Folders of another machine lock only files that are open for writing, and some folders cannot be read.
-    const std::size_t length = std::strlen(native);
-    if (length + lockFile.size() > static_cast<std::size_t>(longestPath)) return -1;
-    std::memcpy(native + length, lockFile.data(), lockFile.size());
-    native[length + lockFile.size()] = '\0';
+    if (!inFolder(native, lockFile)) return -1;
     const int file = openRegular(native, O_RDWR | O_CREAT | O_NOFOLLOW);
     if (file < 0) return -1;
     if (lockHandle(file, LOCK_EX)) return file;

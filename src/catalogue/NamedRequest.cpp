@@ -755,8 +755,8 @@ std::span<const GeneralKey> generalKeys() {
 }
 
 std::string limitsText(const Limits& limits, Quantity quantity, const Unit& unit) {
-    const std::string lower = quantityText(limits.lower, quantity, unit),
-                      upper = quantityText(limits.upper, quantity, unit);
+    std::string lower = quantityText(limits.lower, quantity, unit);
+    const std::string upper = quantityText(limits.upper, quantity, unit);
     if (limits.open) return "above " + lower + " and below " + upper;
     if (lower == upper) return lower;
     return lower + " to " + upper;

@@ -1,6 +1,7 @@
 #include "Names.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <iterator>
 #include <map>
@@ -43,7 +44,7 @@ struct FluidNames::Tables {
     // Files by their folded stems, pure fluids before blends.
     std::multimap<std::string, File> files;
     fs::file_time_type read[2] = {};
-    bool everRead = false;
+    bool settled = false;
 
     // Names of refrigerants.json: folded name to the stem of a file.
     std::unordered_map<std::string, std::string> aliases;
@@ -56,8 +57,10 @@ struct FluidNames::Tables {
         fs::file_time_type now[2];
         std::error_code error;
         for (int i = 0; i < 2; ++i) now[i] = fs::last_write_time(fs::path(folder) / folders[i], error);
-        if (everRead && now[0] == read[0] && now[1] == read[1]) return;
-        everRead = true;
+        if (settled && now[0] == read[0] && now[1] == read[1]) return;
+        // File systems give times in steps of up to two seconds.
+        constexpr std::chrono::seconds settlingTime(3);
+        settled = std::max(now[0], now[1]) < fs::file_time_type::clock::now() - settlingTime;
         std::copy(now, now + 2, read);
         files.clear();
         std::vector<File> found;
@@ -171,8 +174,8 @@ std::string FluidNames::shownName(std::string_view file) const {
 }
 
 std::string FluidNames::nameFor(std::string_view file) const {
-    if (const std::string shown = shownName(file); find(shown).file == file) return shown;
-    if (const std::string stem = stemOf(file); find(stem).file == file) return stem;
+    if (std::string shown = shownName(file); find(shown).file == file) return shown;
+    if (std::string stem = stemOf(file); find(stem).file == file) return stem;
     return std::string(file);
 }
 
