@@ -271,9 +271,10 @@ TEST(Names, AreThoseOfTheInstallation) {
     const test::TemporaryFolder folder;
     std::filesystem::create_directory(folder.path("fluids"));
     std::filesystem::create_directory(folder.path("mixtures"));
-    for (const char* file :
-         {"fluids/R134A.FLD", "fluids/r134a.fld", "fluids/WATER.FLD", "fluids/notes.txt", "mixtures/MINE.MIX"})
+    for (const char* file : {"fluids/R134A.FLD", "fluids/WATER.FLD", "fluids/notes.txt", "mixtures/MINE.MIX"})
         test::writeFile(folder.path(file), "");
+    const bool oneInAnyCase = std::filesystem::exists(folder.path("fluids/r134a.fld"));
+    test::writeFile(folder.path("fluids/r134a.fld"), "");
     test::writeFile(folder.path("refrigerants.json"),
                     R"({"fluids": [{"name": "R134A", "designation": "R-134a", "aliases": ["tetrafluoroethane"]},
                                    {"name": "CO2", "designation": "R-744", "aliases": ["carbon dioxide"]}]})");
@@ -287,7 +288,7 @@ TEST(Names, AreThoseOfTheInstallation) {
     EXPECT_EQ(names.near("carbon dioxid"), std::vector<std::string>{});
     EXPECT_EQ(names.find("watr").problem, "is no fluid or blend of the installation; near is WATER");
     EXPECT_EQ(names.fileAs("water.FLD"), "WATER.FLD");
-    EXPECT_EQ(names.fileAs("r134a.fld"), "r134a.fld");
+    EXPECT_EQ(names.fileAs("r134a.fld"), oneInAnyCase ? "R134A.FLD" : "r134a.fld");
     EXPECT_EQ(names.fileAs("R134a.Fld"), "R134A.FLD");
     EXPECT_EQ(names.fileAs("R22.FLD"), "");
     EXPECT_EQ(names.nameFor("r134a.fld"), "r134a.fld");
@@ -296,8 +297,6 @@ TEST(Names, AreThoseOfTheInstallation) {
     // A file that comes later is found as well.
     EXPECT_EQ(names.find("CO2").file, "");
     test::writeFile(folder.path("fluids/CO2.FLD"), "");
-    std::filesystem::last_write_time(folder.path("fluids"),
-                                     std::filesystem::last_write_time(folder.path("fluids")) + std::chrono::seconds(2));
     EXPECT_EQ(names.find("R-744").file, "CO2.FLD");
 }
 

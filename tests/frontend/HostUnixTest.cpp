@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <csetjmp>
 #include <csignal>
@@ -228,13 +229,14 @@ void hostHandler(int) {
 #if defined(__SANITIZE_ADDRESS__)
 __attribute__((no_sanitize_undefined))
 #endif
-void trapOnce(bool byDivision) {
-    volatile int numerator = 1, denominator = 0;
+void trapOnce([[maybe_unused]] bool byDivision) {
     if (sigsetjmp(afterTrap, 1) != 0) return;
-    if (byDivision)
-        numerator = numerator / denominator;
-    else
-        std::raise(SIGFPE);
+#if defined(__x86_64__) || defined(__i386__)
+    // Elsewhere the quotient may be 0.
+    volatile int numerator = 1, denominator = 0;
+    if (byDivision) numerator = numerator / denominator;
+#endif
+    std::raise(SIGFPE);
 }
 
 TEST(SharedLibrary, ATrapOfAnotherThreadGoesToTheHostsHandlerWhateverTheMoment) {
@@ -329,6 +331,7 @@ TEST(SharedLibrary, RunsNeedLessMemoryThanHostsAreTold) {
         EXPECT_EQ(requestsWithoutResult(), 0);
         return;
     }
+    constexpr int emulated = 3;
     const pid_t child = fork();
     if (child == 0) {
         constexpr rlim_t told = 64'000'000;
@@ -337,10 +340,11 @@ TEST(SharedLibrary, RunsNeedLessMemoryThanHostsAreTold) {
         if (setrlimit(RLIMIT_AS, &limit) == 0)
             execl("/proc/self/exe", "test_frontend", "--gtest_filter=SharedLibrary.RunsNeedLessMemoryThanHostsAreTold",
                   "--gtest_brief=1", nullptr);
-        _exit(2);
+        _exit(errno == ENOEXEC ? emulated : 2);
     }
     int status = -1;
     waitpid(child, &status, 0);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == emulated) GTEST_SKIP() << "an emulated processor starts no program";
     EXPECT_EQ(status, 0);
 }
 

@@ -27,7 +27,9 @@ const int installed = __sanitizer_install_malloc_and_free_hooks(
     [](const volatile void*, std::size_t) { frigana::test::countAllocation(); }, [](const volatile void*) {});
 }  // namespace
 #else
-// Allocation of the C library under the names that a program may replace; operator new ends here too.
+// Allocation of the C library under the names that a program may replace; operator new, in a library of its own, ends
+// here too where they can be seen from there.
+#pragma GCC visibility push(default)
 extern "C" {
 void* __libc_malloc(std::size_t);
 void* __libc_calloc(std::size_t, std::size_t);
@@ -45,4 +47,5 @@ void* realloc(void* block, std::size_t size) {
     return __libc_realloc(block, size);
 }
 }
+#pragma GCC visibility pop
 #endif

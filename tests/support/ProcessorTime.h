@@ -20,6 +20,13 @@ constexpr double processorTimeStep = 1.0 / 64.0;  // [s]
 constexpr double processorTimeStep = 1.0 / CLOCKS_PER_SEC;  // [s]
 #endif
 
+// How many times longer an emulated processor takes; its time is told as that of a real one.
+#ifdef FRIGANA_EMULATED
+constexpr double emulation = 40.0;
+#else
+constexpr double emulation = 1.0;
+#endif
+
 inline double processorTime() {  // [s]
 #ifdef _WIN32
     // Its clock() is that of the wall.
@@ -30,7 +37,7 @@ inline double processorTime() {  // [s]
     };
     return seconds(inSystem) + seconds(inUser);
 #else
-    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC / emulation;
 #endif
 }
 

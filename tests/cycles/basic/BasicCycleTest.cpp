@@ -13,7 +13,7 @@ namespace {
 // ---- where everything stands ----------------------------------------------------------------------------------------
 
 constexpr int evaporator = 5, suctionLine = 26, compressor = 46, dischargeLine = 67, condenser = 87, liquidLine = 109,
-              expansion = 129, performance = 147;
+              expansion = 129;
 
 StateRow inletOf(const ResultFile& file, int heading) {
     return stateRow(file, heading + 1);

@@ -24,14 +24,14 @@ STATEPT saturated(const SUBSTANCE& s, double P, double Q) {
     return point;
 }
 
-// ---- checks
-// -----------------------------------------------------------------------------------------------------------
+// ---- checks ---------------------------------------------------------------------------------------------------------
 
 TEST(Checks, BoundsBelongToTheRange) {
     constexpr Check check{4711, "text"};
-    for (const auto& [limits, low, high] :
-         {std::tuple{temperatureLimits, 100.0, 600.0}, std::tuple{changeLimits, 0.0, 200.0},
-          std::tuple{pressureDropLimits, 0.0, 1000.0}, std::tuple{fractionLimits, 0.0, 1.0}}) {
+    for (const auto& range : {std::tuple{temperatureLimits, 100.0, 600.0}, std::tuple{changeLimits, 0.0, 200.0},
+                              std::tuple{pressureDropLimits, 0.0, 1000.0}, std::tuple{fractionLimits, 0.0, 1.0}}) {
+        const auto& limits = std::get<0>(range);
+        const double low = std::get<1>(range), high = std::get<2>(range);
         EXPECT_EQ(refusalOf([&] { refuseOutside(low, limits, check); }), 0);
         EXPECT_EQ(refusalOf([&] { refuseOutside(high, limits, check); }), 0);
         EXPECT_EQ(refusalOf([&] { refuseOutside(std::nextafter(low, -1e9), limits, check); }), 4711);

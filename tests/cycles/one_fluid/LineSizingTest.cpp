@@ -5,6 +5,7 @@
 #include <set>
 
 #include "14_ErrorControl.h"
+#include "FilesInFolder.h"
 #include "Larger.h"
 #include "OneFluidCycles.h"
 #include "RandomParameters.h"
@@ -50,12 +51,7 @@ struct Dialogue {
         plant(cycleRequest(5, parameters, fluid));
     }
     bool hasFirst() const { return std::filesystem::exists(firstResult); }
-    std::set<std::string> files() const {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(plant.folder.path()))
-            names.insert(entry.path().filename().string());
-        return names;
-    }
+    std::set<std::string> files() const { return filesInFolder(plant.folder.path()); }
 };
 
 // One option of a result.

@@ -27,7 +27,7 @@ int injectionLine(int stage) {
 int compressorRows(int stage) {
     return ofStage(213, stage);
 }
-constexpr int evaporatorFlow = 23, lastCompressor = 47, condenserFlow = 106, liquidLine = 110;
+constexpr int evaporatorFlow = 23, condenserFlow = 106, liquidLine = 110;
 
 // The same with another number of compressors; the tanks are all alike.
 std::vector<Parameter> withStages(int compressors) {

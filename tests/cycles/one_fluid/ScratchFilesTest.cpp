@@ -5,6 +5,7 @@
 #include <set>
 
 #include "14_ErrorControl.h"
+#include "FilesInFolder.h"
 #include "OneFluidCycles.h"
 #include "SecantDriver.h"
 
@@ -14,10 +15,7 @@ namespace {
 using Names = std::set<std::string>;
 
 Names filesIn(const Plant& plant) {
-    Names names;
-    for (const auto& entry : std::filesystem::directory_iterator(plant.folder.path()))
-        names.insert(entry.path().filename().string());
-    return names;
+    return filesInFolder(plant.folder.path());
 }
 
 void run(Plant& plant, const CycleKind& kind, Changes changes) {
@@ -82,7 +80,8 @@ TEST(Results, ThatCannotBeWrittenEndTheRun) {
         std::filesystem::create_directory(plant.result);
         testing::internal::CaptureStderr();
         run(plant, *kind, {});
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "frigana: " + plant.result + ": the old result cannot be removed\n");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "frigana: " + plant.result + ": the old result cannot be removed\n");
         EXPECT_EQ(runReport.end, RunEnd::runtimeError);
         EXPECT_TRUE(std::filesystem::is_empty(plant.result)) << kind->sub;
     }
@@ -124,7 +123,8 @@ TEST(SecantSearch, MakesSevenSolutionsWithAStepInSinglePrecision) {
     Parabola parabola;
     secantDriver({12.0, 2, 2.0}, Text255(folder.path("result")), std::ref(parabola));
 
-    const std::string a = folder.path("temporalA.txt"), b = folder.path("temporalB.txt"), c = folder.path("result");
+    const std::string a = folder.path() + "/temporalA.txt", b = folder.path() + "/temporalB.txt",
+                      c = folder.path("result");
     EXPECT_EQ(parabola.paths, (std::vector<std::string>{a, b, a, b, a, b, c}));
     double x = 2.0;
     for (std::size_t pass = 0; pass < 3; ++pass) {

@@ -9,7 +9,7 @@ namespace {
 // First lines of rows, and single lines.
 constexpr int lowOutlet = 54, highInlet = 68, highOutlet = 75, condenserOutlet = 116, liquidOutlet = 194,
               injectionInlet = 204, injectionOutlet = 211;
-constexpr int total = 225, lowStage = 226, injectedFraction = 229, fraction = 229;
+constexpr int total = 225, lowStage = 226, fraction = 229;
 
 TEST(TwoStageLayout, EverySectionStandsOnItsLine) {
     const ResultFile file = solve(twoStage, {});

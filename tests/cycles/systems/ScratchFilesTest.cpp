@@ -5,6 +5,7 @@
 #include <set>
 
 #include "14_ErrorControl.h"
+#include "FilesInFolder.h"
 #include "ResultWriter.h"
 #include "Systems.h"
 
@@ -14,10 +15,7 @@ namespace {
 using Names = std::set<std::string>;
 
 Names filesIn(const Plant& plant) {
-    Names names;
-    for (const auto& entry : std::filesystem::directory_iterator(plant.folder.path()))
-        names.insert(entry.path().filename().string());
-    return names;
+    return filesInFolder(plant.folder.path());
 }
 
 int linesOf(const Plant& plant, const char* name) {

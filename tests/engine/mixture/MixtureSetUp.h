@@ -50,7 +50,8 @@ class MixtureSetUp : public testing::Test {
         FileNames files{};
         int count = 0;
         for (const std::string& name : names)
-            files[++count] = std::string_view(name.find('/') == std::string::npos ? dataFile(name + ".FLD") : name);
+            files[++count] =
+                std::string_view(name.find_first_of("/\\") == std::string::npos ? dataFile(name + ".FLD") : name);
         Text3 hrf = reference;
         SETUP(count, files, std::string_view(mixtureFile), hrf, ierr, herr);
         return ierr;

@@ -323,7 +323,8 @@ class ExpansionFile : public ::testing::Test {
     void SetUp() override {
         fs::create_directories(folder_.path("fluids"));
         for (const char* name : {"R134A.FLD", "HMX.BNC"})
-            fs::copy(std::string(dataFolder) + "/fluids/" + name, folder_.path("fluids"));
+            fs::copy(std::string(dataFolder) + "/fluids/" + name, folder_.path("fluids/") + name,
+                     fs::copy_options::overwrite_existing);
         whole_ = readFile(expansionsOf("R134A"));
         ASSERT_FALSE(whole_.empty());
     }

@@ -345,9 +345,10 @@ TEST_F(FluidFile, QuantitiesByWhichAnEquationDividesArePositive) {
 
 TEST_F(FluidFile, AFileThatCannotBeReadIsAnError) {
     constexpr const char* unreadable = "/proc/self/mem";  // opens, but reading it fails
-    if (!std::filesystem::exists(unreadable)) GTEST_SKIP() << "no file here that cannot be read";
     const std::string file = folder.path("ONE.FLD");
-    std::filesystem::create_symlink(unreadable, file);
+    std::error_code code;
+    if (std::filesystem::exists(unreadable)) std::filesystem::create_symlink(unreadable, file, code);
+    if (!std::filesystem::is_symlink(file)) GTEST_SKIP() << "no file here that cannot be read";
     EXPECT_EQ(setUp({file}), 102) << message();
 }
 

@@ -28,7 +28,6 @@ struct Exception {
     const char* reason;
     double to = HUGE_VAL;  // and below this one
 };
-constexpr const char* propane = "another reducing density in the background of propane";
 constexpr const char* viscosityInside = "the enhancement contains another viscosity";
 constexpr Exception exceptions[] = {
     {"IPENTANE", "lambda", 0.03, 0.0, viscosityInside},
