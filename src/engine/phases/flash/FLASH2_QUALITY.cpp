@@ -85,12 +85,7 @@ void saturatedEnd(const GivenQuality& given, int kph, FlashResult& r) {
         if (!found(given, where, other, r)) return;
         (liquid ? line.Dv : line.Dl) = liquid ? other.Dv : other.Dl;
     }
-    r.T = line.T;
-    r.p = line.p;
-    r.Dl = line.Dl;
-    r.Dv = line.Dv;
-    r.x = line.x;
-    r.y = line.y;
+    takePair(line, r);
     r.D = liquid ? r.Dl : r.Dv;
     fillProperties(propertiesOf(r.T, r.D, liquid ? r.x : r.y), r);
 }
@@ -109,12 +104,7 @@ bool fromOneLine(const GivenQuality& given, const SaturatedPair& line, double sh
     const auto seen = [](const PhasePair&, const PhasePair&) { return false; };
     if (walkLine({shareOfLine, given.q, step, smallestStep, mostSteps}, here, solve, seen) != WalkEnd::arrived)
         return false;
-    r.T = here.T;
-    r.p = here.p;
-    r.Dl = here.Dl;
-    r.Dv = here.Dv;
-    r.x = here.x;
-    r.y = here.y;
+    takePair(here, r);
     r.ierr = 0;
     return true;
 }

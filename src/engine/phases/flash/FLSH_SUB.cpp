@@ -214,7 +214,7 @@ bool aboveEquationsLine(double p, int icomp, const SaturatedPair& line, const Cr
 }
 
 // Without a line; none is looked for beyond 1.5 times the critical point.
-const SaturatedPair noLine{.ierr = 1, .herr = {}};
+const SaturatedPair noLine{{}, 1, {}};
 
 // Steps of TPFLSH after the limits; finished leaves the last checks to it.
 Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {

@@ -80,13 +80,8 @@ double aboveTwoPhases(const Composition& z, const CriticalPoint& critical) {
 bool twoPhasesNear(const Condition& a, const Condition& b, const Composition& z, FlashResult& r) {
     PhasePair both{r.T, r.p, r.Dl, r.Dv, r.q, r.x, r.y};
     if (!newtonAtConditions(a, b, z, both) || !(both.q > 0 && both.q < 1)) return false;
-    r.T = both.T;
-    r.p = both.p;
-    r.Dl = both.Dl;
-    r.Dv = both.Dv;
+    takePair(both, r);
     r.q = both.q;
-    r.x = both.x;
-    r.y = both.y;
     fillTwoPhase(r.T, r);
     return true;
 }

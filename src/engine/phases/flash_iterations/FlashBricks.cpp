@@ -163,7 +163,18 @@ double regionQuality(double T, double p, double D, const CriticalPoint& critical
 }
 
 PhasePair pairOf(const SaturatedPair& line, double q) {
-    return {line.T, line.p, line.Dl, line.Dv, q, line.x, line.y};
+    PhasePair pair = line;
+    pair.q = q;
+    return pair;
+}
+
+void takePair(const PhasePair& pair, FlashResult& r) {
+    r.T = pair.T;
+    r.p = pair.p;
+    r.Dl = pair.Dl;
+    r.Dv = pair.Dv;
+    r.x = pair.x;
+    r.y = pair.y;
 }
 
 }  // namespace frigana

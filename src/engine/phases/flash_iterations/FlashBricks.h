@@ -103,15 +103,16 @@ EosLimits limitsAt(double T, double D, double p, const Composition& z);
 void reportLimits(std::string_view ab, const EosLimits& limits, FlashResult& r, int columns = 3);
 
 // A point of the saturation lines with both phases; ierr and herr as SATT and SATP give them.
-struct SaturatedPair {
-    double T = 0, p = 0, Dl = 0, Dv = 0;
-    Composition x{}, y{};
+struct SaturatedPair : PhasePair {
     int ierr = 0;
     Text255 herr;
 };
 void saturationAtT(double T, const Composition& z, int kph, SaturatedPair& pair);
 void saturationAtP(double p, const Composition& z, int kph, SaturatedPair& pair);
 PhasePair pairOf(const SaturatedPair& line, double q);
+
+// Temperature, pressure and both phases of a pair.
+void takePair(const PhasePair& pair, FlashResult& r);
 
 // Code of q for a single phase by its place about the critical point.
 double regionQuality(double T, double p, double D, const CriticalPoint& critical);
