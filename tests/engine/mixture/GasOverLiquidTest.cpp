@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "CriticalPoint.h"
 #include "Equilibrium.h"
@@ -303,6 +304,77 @@ TEST(Stability, OnePhaseBelowAFalseBubblePoint) {
         ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
         EXPECT_FALSE(found.twoPhase());
         EXPECT_NEAR(found.p / p, 1, 1e-6) << letters;
+    }
+}
+
+// Components whose critical temperatures are far apart: their lines have several branches, or end where two phases go
+// on, so that a single phase on its side of a line may be none.
+TEST(Stability, OfOnePhaseBesideTheLinesOfComponentsFarApart) {
+    struct Case {
+        WideState state;
+        std::vector<std::string> letters;
+    };
+    const Case cases[] = {
+        {{"C12", "PROPYLEN", 0.95, 445.086, 2104.2554}, {"PD", "PH", "PS", "PE"}},
+        {{"PROPANE", "HYDROGEN", 0.65, 137.82951, 772.97176}, {"PH", "PS", "PE"}},
+        {{"NITROGEN", "PENTANE", 0.65, 287.32313, 37304.982}, {"PH", "PS", "PE"}},
+        {{"NITROGEN", "HEXANE", 0.65, 260.62659, 37605.015}, {"PH", "PS", "PE"}},
+        {{"OCTANE", "OXYGEN", 0.95, 578.24827, 3778.7119}, {"TD", "TS", "TE"}},
+        {{"AMMONIA", "OCTANE", 0.05, 582.21885, 4138.4178}, {"TD", "TS", "TE", "PD"}},
+        {{"METHANE", "SO2", 0.05, 200.74057, 9510.1356}, {"TS"}},
+    };
+    int flashes = 0;
+    for (const auto& [state, pairs] : cases) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        SCOPED_TRACE(testing::Message() << state.heavy << '/' << state.light << ' ' << state.x1 << ' ' << state.T);
+        FlashState wet = flash("TP", state.T, state.p, z);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase()) << wet.q;
+        EXPECT_LT(disequilibrium(wet, z), 1e-6);
+        for (const std::string& letters : pairs) {
+            SCOPED_TRACE(letters);
+            const FlashState found = flash(letters, wet[letters[0]], wet[letters[1]], z);
+            ++flashes;
+            ASSERT_LE(found.ierr, 0) << words(found.herr);
+            ASSERT_TRUE(found.twoPhase()) << found.q;
+            EXPECT_LT(disequilibrium(found, z), 1e-6);
+            EXPECT_NEAR(found.T / state.T, 1, 1e-6);
+            EXPECT_NEAR(found.p / state.p, 1, 1e-6);
+            EXPECT_NEAR(found.q, wet.q, 1e-5);
+        }
+    }
+    EXPECT_EQ(flashes, 21);
+    // by temperature and pressure, where no line is looked for
+    for (const WideState& state : {WideState{"ETHANOL", "ETHYLENE", 0.05, 316.49399, 7258.5289},
+                                   WideState{"BUTANE", "OXYGEN", 0.05, 142.92172, 0.14111145}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        SCOPED_TRACE(state.heavy);
+        const FlashState wet = flash("TP", state.T, state.p, z);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase()) << wet.q;
+        EXPECT_LT(disequilibrium(wet, z), 1e-6);
+        OtherPhase none[2];
+        EXPECT_FALSE(unstableState(state.T, state.p, wet.Dl, wet.x, 200, none));
+        EXPECT_FALSE(unstableState(state.T, state.p, wet.Dv, wet.y, 200, none));
+    }
+}
+
+// A thin gas has less than the density by which the iteration along an isochore judges its end.
+TEST(ThinGas, IsFoundByItsOwnDensity) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"R123", 0.05}, {"R124", 0.95}}, z));
+    constexpr double T = 126.30978, p = 3.1734429e-05;
+    FlashState wet = flash("TP", T, p, z);
+    ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+    ASSERT_TRUE(wet.twoPhase());
+    for (const std::string letters : {"DH", "DS", "DE"}) {
+        const FlashState found = flash(letters, wet.D, wet[letters[1]], z);
+        ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
+        EXPECT_NEAR(found.T / T, 1, 1e-8) << letters;
+        EXPECT_NEAR(found.p / p, 1, 1e-6) << letters;
+        EXPECT_NEAR(found.q, wet.q, 1e-6) << letters;
     }
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "FluidConstants.h"
+#include "MIX_HMX.h"
 #include "Message.h"
 #include "ModelTags.h"
 #include "PROP_SUB.h"
@@ -31,12 +32,21 @@ double hottestComponent(const Composition& z) {
     return hottest;
 }
 
-bool gasOverLiquid(double T, const Composition& z) {
-    constexpr double farAbove = 1.2;
-    double coldest = T;
+double coldestComponent(const Composition& z) {
+    double coldest = hottestComponent(z);
     for (int i = 1; i <= modelTags.NC; ++i)
         if (z[i] > 0.0) coldest = std::min(coldest, fluidConstants.TCRIT[i]);
-    return T >= farAbove * coldest && T < hottestComponent(z);
+    return coldest;
+}
+
+bool gasOverLiquid(double T, const Composition& z) {
+    constexpr double farAbove = 1.2, littleAbove = 1.05;
+    return T >= farAbove * coldestComponent(z) && T < littleAbove * hottestComponent(z);
+}
+
+bool farApart(const Composition& z) {
+    constexpr double far = 1.3;
+    return mixingParameters.AMMONIAWATER == 0 && hottestComponent(z) > far * coldestComponent(z);
 }
 
 void CRTDEN(const Composition& x, double T, double& rho) {

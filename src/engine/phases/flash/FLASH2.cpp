@@ -149,6 +149,14 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
         aboveTheLines();
         return;
     }
+    // A single phase on its side of the lines.
+    const auto besideTheLines = [&](double lower, double upper, double side) {
+        if (!singlePhase(lower, upper)) return;
+        q = side;
+        if (settleBesideLines(r, z, critical, onIsotherm)) return;
+        noState(r);
+        reportError(ab, 224, noDewPoint, Text255{}, ierr, herr);
+    };
 
     // Vapor.
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
@@ -173,7 +181,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     // a vapor's value.
     const bool denseOnly = b > thinValue + rounding;
     if (b >= dewValue && !denseOnly && kr != 2) {
-        if (singlePhase(thinDensity, dew.Dv)) q = superheatedVapor;
+        besideTheLines(thinDensity, dew.Dv, superheatedVapor);
         return;
     }
 
@@ -197,7 +205,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     }
     const double topValue = value(Dtop);
     if (b >= dewValue && !denseOnly && !(b < topValue + rounding)) {
-        if (singlePhase(thinDensity, dew.Dv)) q = superheatedVapor;
+        besideTheLines(thinDensity, dew.Dv, superheatedVapor);
         return;
     }
     if (b < std::min(leastValue, topValue) - rounding) {
@@ -211,7 +219,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     if (two) warnOfTwoRoots();
     if (b < bubbleValue || denseOnly || (two && kr == 2)) {
         const bool dense = denseOnly || (two && kr == 2);
-        if (singlePhase(dense ? De : bubble.Dl, dense || !extremum ? Dtop : De)) q = subcooledLiquid;
+        besideTheLines(dense ? De : bubble.Dl, dense || !extremum ? Dtop : De, subcooledLiquid);
         return;
     }
 
@@ -268,7 +276,8 @@ bool solveMixtureAtDensity(double D, double b, std::string_view ab, const Compos
                            double tmin, FlashResult& r) {
     if (!(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
     constexpr double tolerance = 1e-9, usual = 0.8;  // [Tc]
-    const int mostSteps = D < thinnest ? 20 : 6;     // a thin gas condenses at the cold end alone
+    constexpr double thin = 1e-4;                    // [mol/L] a gas that condenses at the cold end alone
+    const int mostSteps = D < thin ? 20 : 6;
     const char letter = ab[1];
     const SilentMessages quiet;
     const auto flashAt = [&](double T) {
@@ -363,8 +372,10 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
     }
     if (mayBeTwo && (b < saturatedValue || isMetastable(T, p, D, z, critical))) {
         DBFL2(D, b, z, 1, ab, T, p, Dl, Dv, x, y, q, ierr, inner);
-        // a mixture's lines may end before its two phases do
-        if (ierr > 0 && icomp == 0 &&
+        // a mixture's lines may end before its two phases do, and the end of that iteration is none of a thin gas
+        constexpr double sameDensity = 1e-6, thin = 0.01;  // relative; [mol/L]
+        const bool found = ierr <= 0 && (icomp > 0 || std::abs(bulkDensity(q, Dl, Dv) / D - 1) < sameDensity);
+        if (icomp == 0 && (ierr > 0 || (!found && D < thin)) &&
             solveOnIsochoreByFlash(D, b, letter, z, limits.tmin, aboveTwoPhases(z, critical), T, r)) {
             p = r.p;
             ierr = 0;
@@ -373,7 +384,7 @@ void DBFLSH(double D, double b, const Composition& z, std::string_view ab, doubl
             return;
         }
         // at the lines themselves the share is that of one phase
-        if (ierr <= 0 && !(q >= 0 && q <= 1)) {
+        if (ierr <= 0 && !(found && q >= 0 && q <= 1)) {
             ierr = 248;
             inner.clear();
         }

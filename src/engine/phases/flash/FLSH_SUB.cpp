@@ -133,6 +133,9 @@ bool twoPhasesAtTP(double T, double p, const Composition& z, const CriticalPoint
     return true;
 }
 
+// Without a line; none is looked for beyond 1.5 times the critical point.
+const SaturatedPair noLine{{}, 1, {}};
+
 constexpr int longStabilityTest = 60;      // exchanges
 constexpr double besideBubbleLine = 1.01;  // times its pressure
 constexpr double sameRoot = 1e-6;          // relative
@@ -207,14 +210,22 @@ bool onePhaseAtCriticalPoint(double T, double p, const Composition& z, FlashResu
     return true;
 }
 
+// Whether a single phase is one; else both of which it is made take its place. False after the error.
+bool isOnePhaseAtTP(double T, double p, const Composition& z, FlashResult& r) {
+    if (r.Dl != r.Dv || !farApart(z)) return true;
+    const CriticalPoint critical = criticalPointOf(z);
+    const auto byStability = [&] { return solveByStability(T, p, z, critical, noLine, noLine, r); };
+    if (settleBesideLines(r, z, critical, byStability)) return true;
+    clear(r, 0, z);
+    reportError("TP", 219, "the state falls apart into two phases that were not found", Text255{}, r.ierr, r.herr);
+    return false;
+}
+
 // True if a pressure of a pure fluid lies between the end of its equation's saturation line and its critical pressure,
 // which is a measured one: there is one phase, as above.
 bool aboveEquationsLine(double p, int icomp, const SaturatedPair& line, const CriticalPoint& critical) {
     return icomp > 0 && line.ierr > 0 && p > 0.99 * critical.p;
 }
-
-// Without a line; none is looked for beyond 1.5 times the critical point.
-const SaturatedPair noLine{{}, 1, {}};
 
 // Steps of TPFLSH after the limits; finished leaves the last checks to it.
 Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult& r) {
@@ -312,7 +323,7 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     }
     const bool bubbleFound = bubble.ierr <= 0;
     if (bubble.ierr > 0) {
-        if (tellsStability && dewFound) {
+        if (tellsStability && (dewFound || farApart(z))) {
             if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
             clear(r, icomp, z);
         }
@@ -412,6 +423,8 @@ void TPFLSH(double& T, double p, const Composition& z, double& D, double& Dl, do
             r.herr = text;
             return;
         }
+    } else if (icomp == 0 && !isOnePhaseAtTP(T, p, z, r)) {
+        return;
     }
 
     r.ierr = 0;
@@ -497,6 +510,12 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
             p = fillSinglePhase(T, D, z, r);
             q = std::abs(bubble.Dl - dew.Dv) > 1e-12 ? volumeQuality(D, bubble.Dl, dew.Dv)
                                                      : (D >= bubble.Dl ? subcooledLiquid : superheatedVapor);
+            const auto onIsotherm = [&] { return solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r); };
+            if (!settleBesideLines(r, z, critical, onIsotherm)) {
+                noState(r);
+                reportError("TD", 222, noDewPoint, Text255{}, ierr, herr);
+                return;
+            }
         } else {
             if (icomp > 0) {
                 q = volumeQuality(D, bubble.Dl, dew.Dv);
@@ -588,6 +607,18 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
         return solveOnIsobar(p, D, 'D', z, limits.tmin, aboveTwoPhases(z, critical), T, r);
     };
 
+    // Whether a single phase outside of the lines is one; else the state of the isobar takes its place, from a
+    // temperature downward. False after the error.
+    const auto isOnePhase = [&](double hot) {
+        const auto onIsobar = [&] { return solveOnIsobar(p, D, 'D', z, limits.tmin, hot, T, r); };
+        if (icomp > 0) return true;
+        if (insideSpinodal(T, D, z) ? onIsobar() : settleBesideLines(r, z, critical, onIsobar)) return true;
+        noState(r);
+        T = 0;
+        reportError("PD", 213, "liquid density iteration did not converge:  ", Text255{}, ierr, herr);
+        return false;
+    };
+
     const bool plainPure = icomp > 0 && !isPseudoPure(icomp);
     SaturatedPair dew;
     const bool noLiquid = plainPure && p <= fluidConstants.PTPN[icomp];
@@ -614,6 +645,7 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
             if (!singlePhase(214, "vapor density iteration did not converge:  ")) return;
             q = superheatedVapor;
             if (!isPseudoPure(icomp) && dew.T > 0) q = enthalpyQuality(h, dew.T, dew);
+            if (!isOnePhase(aboveTwoPhases(z, critical))) return;
         } else {
             SaturatedPair bubble;
             if (plainPure) {
@@ -628,14 +660,9 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
             }
             if (D > bubble.Dl) {
                 if (!singlePhase(213, "liquid density iteration did not converge:  ")) return;
-                if (icomp == 0 && insideSpinodal(T, D, z) &&
-                    !solveOnIsobar(p, D, 'D', z, limits.tmin, bubble.T * (1 + 1e-9), T, r)) {
-                    noState(r);
-                    T = 0;
-                    reportError("PD", 213, "liquid density iteration did not converge:  ", Text255{}, ierr, herr);
-                    return;
-                }
                 q = volumeQuality(D, bubble.Dl, dew.Dv);
+                const bool onLine = insideSpinodal(T, D, z);
+                if (!isOnePhase(onLine ? bubble.T * (1 + 1e-9) : aboveTwoPhases(z, critical))) return;
             } else {
                 double pSolved = p;
                 if (icomp > 0) {
@@ -844,12 +871,13 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
                singlePhase(2, critical.T, startD);
     };
     const auto onIsobar = [&](double hot) { return solveOnIsobar(p, b, letter, z, limits.tmin, hot, T, r); };
+    const auto hotterThanAny = [&] { return std::max({1.3 * critical.T, 1.05 * T, hottestComponent(z)}); };
     // One phase by inspection; two of a mixture where that one falls apart.
     const auto withoutLines = [&] {
         const bool one = byInspection();
         if (one && !isMetastable(T, p, D, z, critical)) {
             q = regionQuality(T, p, D, critical);
-        } else if (!(icomp == 0 && onIsobar(std::max({1.3 * critical.T, 1.05 * T, hottestComponent(z)})))) {
+        } else if (!(icomp == 0 && onIsobar(hotterThanAny()))) {
             if (one) reportError(ab, 242, noDewPoint, Text255{}, ierr, herr);
             return false;
         }
@@ -875,13 +903,24 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
             saturationAtT(std::max(limits.tmin, icomp > 0 ? fluidConstants.TTPN[icomp] : 0.0), z, 2, dew);
         }
     }
+    // A single phase on its side of the lines.
+    const auto besideTheLines = [&](int kph, const SaturatedPair& line, double side) {
+        if (!singlePhase(kph, line.T, kph == 1 ? line.Dl : line.Dv)) return false;
+        q = side;
+        if (!settleBesideLines(r, z, critical, [&] { return onIsobar(hotterThanAny()); })) {
+            noState(r);
+            reportError(ab, 242, noDewPoint, Text255{}, ierr, herr);
+            return false;
+        }
+        return true;
+    };
     if (dew.ierr > 0) {
         {
             const SilentMessages quiet;
             saturationAtP(p, z, 1, bubble);
         }
         if (bubble.ierr <= 0 && b < propertyByLetter(letter, bubble.T, bubble.Dl, z)) {
-            if (singlePhase(1, bubble.T, bubble.Dl)) q = subcooledLiquid;
+            besideTheLines(1, bubble, subcooledLiquid);
             return;
         }
         // Of a mixture the critical pressure is an estimate: above the true one there are no lines. The equation of a
@@ -901,9 +940,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     const double valueAtDew = propertyByLetter(letter, dew.T, dew.Dv, z);
 
     if (b >= valueAtDew) {
-        if (!singlePhase(2, dew.T, dew.Dv)) return;
-        q = superheatedVapor;
-        checkLimits();
+        if (besideTheLines(2, dew, superheatedVapor)) checkLimits();
         return;
     }
 
@@ -940,10 +977,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     q = valueAtDew - valueAtBubble > 1e-20 ? (b - valueAtBubble) / (valueAtDew - valueAtBubble) : superheatedVapor;
 
     if (b <= valueAtBubble) {
-        const double qLiquid = q;
-        if (!singlePhase(1, bubble.T, bubble.Dl)) return;
-        q = qLiquid;
-        checkLimits();
+        if (besideTheLines(1, bubble, q)) checkLimits();
         return;
     }
 

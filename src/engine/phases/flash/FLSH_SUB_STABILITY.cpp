@@ -30,16 +30,23 @@ bool nearTwoPhases(const Condition& a, const Condition& b, const Composition& z,
 
 // The root of a residual that rises with the variable, downward from where it is positive by steps, then by false
 // position.
+//   Given  mostUnknown  places without a state that are passed by
 template <class Residual>
-bool searchDownward(double from, double lowest, double tolerance, const Residual& residual) {
-    constexpr int mostSteps = 80, mostStepsDown = 100;
+bool searchDownward(double from, double lowest, double tolerance, int mostUnknown, const Residual& residual) {
+    constexpr int mostSteps = 40, mostStepsDown = 100;
     constexpr double stepDown = 0.97;
     FalsePosition ends{from, 0, from, 0};
     if (!residual(from, ends.fUpper) || ends.fUpper < 0) return false;
     if (ends.fUpper == 0) return true;
+    ends.lower = ends.upper;
+    int unknown = 0;
     for (int step = 1;; ++step) {
-        ends.lower = stepDown * ends.upper;
-        if (step > mostStepsDown || ends.lower < lowest || !residual(ends.lower, ends.fLower)) return false;
+        ends.lower *= stepDown;
+        if (step > mostStepsDown || ends.lower < lowest) return false;
+        if (!residual(ends.lower, ends.fLower)) {
+            if (++unknown > mostUnknown) return false;
+            continue;
+        }
         if (ends.fLower == 0) return true;
         if (ends.fLower < 0) break;
         ends.upper = ends.lower;
@@ -63,7 +70,8 @@ bool mayBeTwoPhase(double T, double p, const Composition& z, const CriticalPoint
     ISPURE(z, icomp);
     if (icomp > 0 || !(modelTags.HEOS == "HMX") || pengRobinsonSelected()) return false;
     const bool beside = p < 1.5 * critical.p && T < 1.5 * critical.T;
-    return (beside || gasOverLiquid(T, z)) && !beyondSaturation(T, z, critical);
+    const bool broken = farApart(z) && T < aboveTwoPhases(z, critical);
+    return (beside || broken || gasOverLiquid(T, z)) && !beyondSaturation(T, z, critical);
 }
 
 bool isMetastable(double T, double p, double D, const Composition& z, const CriticalPoint& critical) {
@@ -71,6 +79,18 @@ bool isMetastable(double T, double p, double D, const Composition& z, const Crit
     const SilentMessages quiet;
     OtherPhase other[2];
     return unstableState(T, p, D, z, exchanges, other);
+}
+
+BesideLines stabilityBesideLines(const FlashResult& r, const Composition& z, const CriticalPoint& critical) {
+    if (!farApart(z) || !mayBeTwoPhase(r.T, r.p, z, critical)) return BesideLines::onePhase;
+    const SilentMessages quiet;
+    OtherPhase other[2];
+    if (!unstableState(r.T, r.p, r.D, z, exchanges, other)) return BesideLines::onePhase;
+    constexpr double closest = 1.5;  // of vapors
+    const OtherPhase& found = other[0];
+    const bool liquids = r.T < coldestComponent(z) && packing(r.D, z) > closest &&
+                         !(found.rho > 0 && packing(found.rho, found.x) <= closest);
+    return liquids ? BesideLines::twoLiquids : BesideLines::twoPhases;
 }
 
 double aboveTwoPhases(const Composition& z, const CriticalPoint& critical) {
@@ -99,7 +119,8 @@ bool solveOnIsobar(double p, double b, char letter, const Composition& z, double
         F = nearTwoPhases({'P', p}, {letter, b}, z, r) ? 0 : rising(letter, r) - wanted;
         return true;
     };
-    return searchDownward(hot, tmin, 1e-9 * (letter == 'D' ? wanted : std::max(1.0, std::abs(wanted))), value);
+    const double scale = letter == 'D' ? wanted : std::max(1.0, std::abs(wanted));
+    return searchDownward(hot, tmin, 1e-9 * scale, farApart(z) ? 2 : 0, value);
 }
 
 bool solveOnIsotherm(double T, double b, char letter, const Composition& z, double highest, double& p, FlashResult& r) {
@@ -160,7 +181,7 @@ bool solveOnIsochoreByFlash(double D, double b, char letter, const Composition& 
         F = nearTwoPhases({'D', D}, {letter, b}, z, r) ? 0 : rising(letter, r) - b;
         return true;
     };
-    return searchDownward(hot, tmin, 1e-9 * std::max(1.0, std::abs(b)), value);
+    return searchDownward(hot, tmin, 1e-9 * std::max(1.0, std::abs(b)), 0, value);
 }
 
 }  // namespace frigana

@@ -182,14 +182,16 @@ Line newtonAtT(double T, const Composition& z, int kph, const CriticalPoint& cri
     return Line::found;
 }
 
+constexpr int aboveCritical = 121, notConverged = 128;
+
 // The answer where a mixture is hotter than its two-phase region.
-void nothingToFind(double T, const Composition& z, const CriticalPoint& critical, PhasePair& pair, int& ierr,
+void nothingToFind(int code, double T, const Composition& z, const CriticalPoint& critical, PhasePair& pair, int& ierr,
                    Text255& herr) {
     pair = {T, critical.p, critical.D, critical.D, 0, z, z};
-    if (T > critical.T)
+    if (code == aboveCritical)
         temperatureAboveCritical(T, critical.T, ierr, herr);
     else
-        notConvergedAtTemperature(128, T, ierr, herr);
+        notConvergedAtTemperature(code, T, ierr, herr);
 }
 
 // A code with its text.
@@ -360,17 +362,20 @@ void solveSATT(Method method, double T, const Composition& x, int kph, double& p
         PhasePair pair{T, p, rhol, rhov, 0.0, xliq, xvap};
         const PhasePair given = pair;
         Line line = Line::unknown;
+        int none = T > critical.T ? aboveCritical : notConverged;
         const bool byAllMeans = method == Method::newton && !started;
         SaturationMemo::Missing& missing = memo.missing[kph - bubblePoint];
-        if (byAllMeans && knownToBeMissing(missing, T, z))
+        if (byAllMeans && knownToBeMissing(missing, T, z)) {
             line = Line::none;
-        else if (method == Method::newton)
+            none = missing.code;
+        } else if (method == Method::newton) {
             line = newtonAtT(T, z, kph, critical, started, pair, ierr, herr);
-        if (line == Line::none) nothingToFind(T, z, critical, pair, ierr, herr);
+        }
+        if (line == Line::none) nothingToFind(none, T, z, critical, pair, ierr, herr);
         if (line == Line::unknown) {
             if (started) pair = given;
             lineBySubstitution(method, pair, z, kph, started, critical, Dmax, 0.0, ierr, herr);
-            if (byAllMeans && ierr == (T > critical.T ? 121 : 128)) missing = {true, T, z};
+            if (byAllMeans && (ierr == aboveCritical || ierr == notConverged)) missing = {true, T, z, ierr};
         }
         const bool stable = ierr != 0 || kph != dewPoint || settleDewPoint(z, critical, pair);
         p = pair.p;

@@ -30,6 +30,7 @@ struct SaturationMemo {
         bool valid = false;
         double T = 0.0;  // [K]
         Composition x{};
+        int code = 0;
     };
     Missing missing[2];  // bubble, dew point
 
