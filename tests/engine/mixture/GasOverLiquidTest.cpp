@@ -361,6 +361,29 @@ TEST(Stability, OfOnePhaseBesideTheLinesOfComponentsFarApart) {
     }
 }
 
+// The range of a property in which a state is looked for is that of the gas and of the coldest liquid; a component
+// whose heat capacity turns negative far above its limit, or two phases, reach beyond it.
+TEST(Stability, EnthalpyAndEnergyBeyondThoseOfTheGasAndTheColdestLiquid) {
+    for (const WideState& state : {WideState{"CO2", "R114", 0.95, 246.17038, 1366.55},
+                                   WideState{"HYDROGEN", "WATER", 0.35, 290.59428, 36576.697},
+                                   WideState{"HYDROGEN", "ARGON", 0.35, 64.911955, 2148.9944}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        FlashState wet = flash("TP", state.T, state.p, z);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase()) << wet.q;
+        EXPECT_LT(disequilibrium(wet, z), 1e-6);
+        for (const std::string letters : {"PH", "PE"}) {
+            SCOPED_TRACE(testing::Message() << state.heavy << '/' << state.light << ' ' << letters);
+            const FlashState found = flash(letters, state.p, wet[letters[1]], z);
+            ASSERT_LE(found.ierr, 0) << words(found.herr);
+            EXPECT_LT(disequilibrium(found, z), 1e-6);
+            EXPECT_NEAR(found.T / state.T, 1, 1e-6);
+            EXPECT_NEAR(found.q, wet.q, 1e-5);
+        }
+    }
+}
+
 // A thin gas has less than the density by which the iteration along an isochore judges its end.
 TEST(ThinGas, IsFoundByItsOwnDensity) {
     Composition z;

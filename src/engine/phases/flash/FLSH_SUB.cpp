@@ -815,10 +815,21 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         TPRHO(1.5 * limits.tmax, p, z, 2, 0, Ddense, code, text);
         if (code <= 0) highest = std::max(highest, propertyByLetter(letter, 1.5 * limits.tmax, Ddense, z));
     }
+    if (b > highest && icomp == 0) {
+        // The heat capacity of a component far above its own limit may be negative, and cooler gases have more.
+        for (const double share : {1.0, 0.7, 0.5})
+            highest = std::max(highest, propertyByLetter(letter, share * limits.tmax, 1e-6, z));
+    }
+    const auto onIsobar = [&](double hot) { return solveOnIsobar(p, b, letter, z, limits.tmin, hot, T, r); };
     const double lowest = lowestValue(letter, b, p, icomp, z, limits.tmin, limits.tmax, highest);
     if (std::abs(limits.code) > 1) reportLimits(ab, limits, r, 4);
     if (limits.code > 1) {
         returnCritical(critical, z, r);
+        return;
+    }
+    // two phases may have less than the coldest liquid
+    if (b < lowest && icomp == 0 && farApart(z) && onIsobar(aboveTwoPhases(z, critical))) {
+        checkLimits();
         return;
     }
     if (!(b >= lowest && b <= highest)) {
@@ -870,7 +881,6 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
         return singlePhase(2, startT, startD) || singlePhase(2, 1.2 * critical.T, startD) ||
                singlePhase(2, critical.T, startD);
     };
-    const auto onIsobar = [&](double hot) { return solveOnIsobar(p, b, letter, z, limits.tmin, hot, T, r); };
     const auto hotterThanAny = [&] { return std::max({1.3 * critical.T, 1.05 * T, hottestComponent(z)}); };
     // One phase by inspection; two of a mixture where that one falls apart.
     const auto withoutLines = [&] {
