@@ -45,8 +45,11 @@ bool gasOverLiquid(double T, const Composition& z) {
 }
 
 bool farApart(const Composition& z) {
-    constexpr double far = 1.3;
-    return mixingParameters.AMMONIAWATER == 0 && hottestComponent(z) > far * coldestComponent(z);
+    constexpr double far = 1.3, little = 0.01;
+    Composition most = z;
+    for (int i = 1; i <= modelTags.NC; ++i)
+        if (z[i] < little) most[i] = 0.0;
+    return mixingParameters.AMMONIAWATER == 0 && hottestComponent(most) > far * coldestComponent(most);
 }
 
 void CRTDEN(const Composition& x, double T, double& rho) {

@@ -22,9 +22,9 @@ double coldestComponent(const Composition& z);
 // the pressure of its two phases, which under high pressures may be hotter than either component's.
 bool gasOverLiquid(double T, const Composition& z);
 
-// True if the critical temperatures of the components are so far apart that neither the critical point nor the lines of
-// the mixture tell where it has two phases: its critical line may be broken, and a line may have other branches.
-// Ammonia and water, which mix in all proportions, are not.
+// True if the critical temperatures of the components, but of those below a hundredth of the whole, are so far apart
+// that neither the critical point nor the lines of the mixture tell where it has two phases: its critical line may be
+// broken, and a line may have other branches. Ammonia and water, which mix in all proportions, are not.
 bool farApart(const Composition& z);
 
 // Critical point of the equation of state itself, where dp/drho and d2p/drho2 vanish.
