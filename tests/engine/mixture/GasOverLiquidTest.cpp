@@ -384,6 +384,62 @@ TEST(Stability, EnthalpyAndEnergyBeyondThoseOfTheGasAndTheColdestLiquid) {
     }
 }
 
+// Where neither line of a temperature or pressure is found, or none leads to the share, two phases are found from
+// others of that temperature or pressure. A share may belong to several.
+TEST(GasOverLiquid, SharesOfTheVaporWithoutALine) {
+    struct Case {
+        WideState state;
+        const char* letters;
+    };
+    for (const auto& [state, letters] : {Case{{"NITROGEN", "OCTANE", 0.95, 277.02989, 14132.513}, "TQ"},
+                                         Case{{"C12", "R1234YF", 0.65, 597.20136, 3094.2245}, "TQ"},
+                                         Case{{"HYDROGEN", "WATER", 0.35, 290.59428, 36576.697}, "TQ"},
+                                         Case{{"ISOBUTAN", "HYDROGEN", 0.95, 284.55088, 34962.819}, "PQ"},
+                                         Case{{"NITROGEN", "PENTANE", 0.65, 287.32313, 37304.982}, "PQ"},
+                                         Case{{"BUTANE", "WATER", 0.65, 471.42273, 9366.736}, "PQ"}}) {
+        Composition z;
+        ASSERT_TRUE(setUpMixture({{state.heavy, state.x1}, {state.light, 1 - state.x1}}, z));
+        SCOPED_TRACE(testing::Message() << state.heavy << '/' << state.light << ' ' << letters);
+        FlashState wet = flash("TP", state.T, state.p, z);
+        ASSERT_LE(wet.ierr, 0) << words(wet.herr);
+        ASSERT_TRUE(wet.twoPhase()) << wet.q;
+        const FlashState found = flash(letters, wet[letters[0]], wet.q, z);
+        ASSERT_LE(found.ierr, 0) << words(found.herr);
+        EXPECT_LT(disequilibrium(found, z), 1e-6);
+        EXPECT_NEAR(found.q, wet.q, 1e-9);
+        EXPECT_NEAR(letters[0] == 'T' ? found.T / state.T : found.p / state.p, 1, 1e-12);
+        EXPECT_EQ(flash(letters, wet[letters[0]], 1.5, z).ierr, letters[0] == 'T' ? 275 : 295);
+    }
+}
+
+// Parameters by which two refrigerants repel each other so much that the two phases end 30 K below the estimated
+// critical point: no line is found between, and none is needed.
+TEST(Stability, OnePhaseBetweenTheLastTwoPhasesAndTheEstimatedCriticalPoint) {
+    Composition z;
+    ASSERT_TRUE(setUpMixture({{"N2O", 0.65}, {"R125", 0.35}}, z));
+    constexpr double T = 303.07335;
+    ASSERT_GT(criticalPointOf(z).T, T + 10);
+    double before = 0;
+    for (const double p : {3000.0, 4000.0, 5500.0, 6050.0, 9000.0}) {
+        SCOPED_TRACE(p);
+        FlashState one = flash("TP", T, p, z);
+        ASSERT_LE(one.ierr, 0) << words(one.herr);
+        ASSERT_FALSE(one.twoPhase());
+        OtherPhase none[2];
+        EXPECT_FALSE(unstableState(T, p, one.D, z, 200, none));
+        double back = 0;
+        PRESS(T, one.D, z, back);
+        EXPECT_NEAR(back / p, 1, 1e-9);
+        EXPECT_GT(one.D, before);
+        before = one.D;
+        for (const std::string letters : {"TD", "PH", "DS", "HS"}) {
+            const FlashState found = flash(letters, one[letters[0]], one[letters[1]], z);
+            ASSERT_LE(found.ierr, 0) << letters << ' ' << words(found.herr);
+            EXPECT_NEAR(found.T / T, 1, 1e-6) << letters;
+        }
+    }
+}
+
 // A thin gas has less than the density by which the iteration along an isochore judges its end.
 TEST(ThinGas, IsFoundByItsOwnDensity) {
     Composition z;

@@ -3,6 +3,8 @@
 
 #include "CriticalPoint.h"
 #include "FLASH2.h"
+#include "FLSH_SUB.h"
+#include "FLSH_SUB_STABILITY.h"
 #include "FlashBricks.h"
 #include "FluidConstants.h"
 #include "Message.h"
@@ -109,6 +111,23 @@ bool fromOneLine(const GivenQuality& given, const SaturatedPair& line, double sh
     return true;
 }
 
+// The same without a line, of components far apart: from two phases at temperature and pressure.
+bool fromTwoPhases(const GivenQuality& given, const CriticalPoint& critical, FlashResult& r) {
+    constexpr int mostSteps = 40;
+    constexpr double highest = 20, lessPressure = 0.6, lessTemperature = 0.95;
+    const SilentMessages quiet;
+    const bool atT = given.atT();
+    double other = atT ? highest * critical.p : aboveTwoPhases(given.z, critical);
+    for (int step = 1; step <= mostSteps; ++step, other *= atT ? lessPressure : lessTemperature) {
+        r.T = atT ? given.value : other;
+        r.p = atT ? other : given.value;
+        TPFLSH(r.T, r.p, given.z, r.D, r.Dl, r.Dv, r.x, r.y, r.q, r.e, r.h, r.s, r.cv, r.cp, r.w, r.ierr, r.herr);
+        if (r.ierr > 0 || !(r.q > 0 && r.q < 1)) continue;
+        if (twoPhasesNear({given.ab[0], given.value}, {'Q', given.q}, given.z, r)) return true;
+    }
+    return false;
+}
+
 void betweenLines(const GivenQuality& given, FlashResult& r) {
     constexpr std::string_view where = "2-phase";
     const double q = given.q;
@@ -177,6 +196,25 @@ void betweenLines(const GivenQuality& given, FlashResult& r) {
     fillBetweenLines(molarShare(q, given.kq, r.x, r.y), r);
 }
 
+// Two phases between the lines, or of components far apart wherever they are.
+void twoPhases(const GivenQuality& given, const CriticalPoint& critical, FlashResult& r) {
+    betweenLines(given, r);
+    if (r.ierr <= 0 || given.icomp > 0 || given.kq == 2 || !farApart(given.z)) return;
+    const PhasePair estimate{r.T, r.p, r.Dl, r.Dv, given.q, r.x, r.y};
+    const int code = r.ierr;
+    const Text255 text = r.herr;
+    if (fromTwoPhases(given, critical, r)) {
+        r.ierr = 0;
+        r.herr.clear();
+        fillBetweenLines(given.q, r);
+        return;
+    }
+    clear(r, given.icomp, given.z);
+    takePair(estimate, r);
+    r.ierr = code;
+    r.herr = text;
+}
+
 void qualityOutOfRange(const GivenQuality& given, int code, FlashResult& r) {
     r.ierr = code;
     message(r.herr, "[", given.ab, "FLSH error ", Integer{3, code},
@@ -224,7 +262,7 @@ void TQFLSH(double T, double q, const Composition& z, int kq, double& p, double&
     } else if (q < 0 || q > 1) {
         qualityOutOfRange(given, 275, r);
     } else {
-        betweenLines(given, r);
+        twoPhases(given, critical, r);
     }
     if (ierr <= 0) reportLimits("TQ", limits, r);
 }
@@ -268,7 +306,7 @@ void PQFLSH(double p, double q, const Composition& z, int kq, double& T, double&
     } else if (q < -onTheLine || q > 1 + onTheLine) {
         qualityOutOfRange(given, 295, r);
     } else {
-        betweenLines(given, r);
+        twoPhases(given, critical, r);
     }
     if (ierr <= 0) reportLimits("PQ", limits, r);
 }

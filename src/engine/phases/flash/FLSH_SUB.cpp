@@ -323,11 +323,12 @@ Road solveAtTP(double& T, double p, const Composition& z, int icomp, FlashResult
     }
     const bool bubbleFound = bubble.ierr <= 0;
     if (bubble.ierr > 0) {
-        if (tellsStability && (dewFound || farApart(z))) {
+        const bool beside = T > critical.T - 5;
+        if (tellsStability && (dewFound || !beside || farApart(z))) {
             if (solveByStability(T, p, z, critical, bubble, dew, r)) return Road::finished;
             clear(r, icomp, z);
         }
-        if (T > critical.T - 5 && !gasDissolves) {
+        if (beside && !gasDissolves) {
             replaceByCritical(bubble, critical, r.x);
         } else {
             reportError("TP", 211, noBubblePoint, bubble.herr, r.ierr, r.herr);
