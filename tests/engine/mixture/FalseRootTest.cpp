@@ -5,8 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 #include <string_view>
+#include <vector>
 
+#include "CriticalPoint.h"
 #include "Equilibrium.h"
 #include "FLASH2.h"
 #include "FlashState.h"
@@ -586,6 +589,28 @@ TEST(FalseRoot, StatesAtTheCriticalPointAreFound) {
             PRESS(Tc, f.D, z, p);
             EXPECT_LT(relative(p, share * pc), 1e-8);
         }
+    }
+}
+
+TEST(FalseRoot, EveryBlendHasAStateAtTheCriticalPointThatIsToldOfIt) {
+    const std::vector<std::string> blends = allBlends();
+    EXPECT_EQ(blends.size(), 123u);
+    for (const std::string& blend : blends) {
+        Composition z{};
+        ASSERT_TRUE(setUpBlend(blend, z));
+        const CriticalPoint critical = criticalPointOf(z);
+        for (const double besideT : {0.0, 1e-9, -1e-9})
+            for (const double besideP : {0.0, 1e-9, -1e-9}) {
+                SCOPED_TRACE(testing::Message() << blend << ' ' << besideT << ' ' << besideP);
+                const double T = critical.T * (1 + besideT), p = critical.p * (1 + besideP);
+                const test::FlashState f = test::flash("TP", T, p, z);
+                ASSERT_LE(f.ierr, 0) << words(f.herr);
+                EXPECT_GT(f.D, 0);
+                if (f.twoPhase()) continue;
+                double back = 0;
+                PRESS(T, f.D, z, back);
+                EXPECT_LT(relative(back, p), 1e-8);
+            }
     }
 }
 

@@ -92,7 +92,7 @@ bool fallsApart(double T, double rho, const Composition& x) {
 }
 
 bool hardlyFallsApart(double T, double rho, const Composition& x) {
-    constexpr double hardly = 1e-4;
+    constexpr double hardly = 1e-2;
     return std::abs(leastPivot(T, rho, x)) < hardly;
 }
 

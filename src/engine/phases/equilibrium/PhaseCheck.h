@@ -27,8 +27,8 @@ bool vaporIsNone(double T, double p, double rhov, const Composition& xvap, doubl
 // of which one is such a phase. False where the model has no composition derivatives.
 bool fallsApart(double T, double rho, const Composition& x);
 
-// True if that matrix is singular but for 1e-4 of an ideal mixture's, as it is at a critical point and on the spinodals
-// that meet there.
+// True if that matrix is singular but for a hundredth of an ideal mixture's, as it is at a critical point and on the
+// spinodals that meet there.
 bool hardlyFallsApart(double T, double rho, const Composition& x);
 
 // The same of one of two phases that are nearly one; of others it is not asked: where the critical region of the

@@ -197,17 +197,20 @@ bool solveByStability(double T, double p, const Composition& z, const CriticalPo
 // One phase at the critical point of a mixture, where the two are so much alike that neither of them is found, nor told
 // from the feed.
 bool onePhaseAtCriticalPoint(double T, double p, const Composition& z, FlashResult& r) {
-    constexpr double besideT = 1e-4, besideP = 1e-3;  // relative
+    constexpr double besideT = 1e-5, besideP = 1e-4;  // relative
     const SilentMessages quiet;
     int code = 0;
     Text255 text;
     const CriticalPoint critical = criticalPointOf(z, code, text);
     if (code > 0 || std::abs(T / critical.T - 1) > besideT || std::abs(p / critical.p - 1) > besideP) return false;
-    double D = 0;
-    TPRHO(T, p, z, 1, 0, D, code, text);
-    if (code > 0 || !hardlyFallsApart(T, D, z) || !singlePhaseAtTP(T, p, z, 1, D, 213, "", r)) return false;
-    r.q = regionQuality(T, p, r.D, critical);
-    return true;
+    for (const int kph : {1, 2}) {
+        double D = critical.D;
+        TPRHO(T, p, z, kph, 1, D, code, text);
+        if (code > 0 || !hardlyFallsApart(T, D, z) || !singlePhaseAtTP(T, p, z, kph, D, 213, "", r)) continue;
+        r.q = regionQuality(T, p, r.D, critical);
+        return true;
+    }
+    return false;
 }
 
 // Whether a single phase is one; else both of which it is made take its place. False after the error.
