@@ -153,7 +153,7 @@ void TBFLSH(double T, double b, const Composition& z, int kr, std::string_view a
     const auto besideTheLines = [&](double lower, double upper, double side) {
         if (!singlePhase(lower, upper)) return;
         q = side;
-        if (settleBesideLines(r, z, critical, onIsotherm)) return;
+        if (!isMetastableBesideLines(r, z, critical) || onIsotherm()) return;
         noState(r);
         reportError(ab, 224, noDewPoint, Text255{}, ierr, herr);
     };

@@ -217,8 +217,7 @@ bool onePhaseAtCriticalPoint(double T, double p, const Composition& z, FlashResu
 bool isOnePhaseAtTP(double T, double p, const Composition& z, FlashResult& r) {
     if (r.Dl != r.Dv || !farApart(z)) return true;
     const CriticalPoint critical = criticalPointOf(z);
-    const auto byStability = [&] { return solveByStability(T, p, z, critical, noLine, noLine, r); };
-    if (settleBesideLines(r, z, critical, byStability)) return true;
+    if (!isMetastableBesideLines(r, z, critical) || solveByStability(T, p, z, critical, noLine, noLine, r)) return true;
     clear(r, 0, z);
     reportError("TP", 219, "the state falls apart into two phases that were not found", Text255{}, r.ierr, r.herr);
     return false;
@@ -514,8 +513,7 @@ void TDFLSH(double T, double D, const Composition& z, double& p, double& Dl, dou
             p = fillSinglePhase(T, D, z, r);
             q = std::abs(bubble.Dl - dew.Dv) > 1e-12 ? volumeQuality(D, bubble.Dl, dew.Dv)
                                                      : (D >= bubble.Dl ? subcooledLiquid : superheatedVapor);
-            const auto onIsotherm = [&] { return solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r); };
-            if (!settleBesideLines(r, z, critical, onIsotherm)) {
+            if (isMetastableBesideLines(r, z, critical) && !solveOnIsotherm(T, D, 'D', z, 1.5 * critical.p, p, r)) {
                 noState(r);
                 reportError("TD", 222, noDewPoint, Text255{}, ierr, herr);
                 return;
@@ -614,9 +612,8 @@ void PDFLSH(double p, double D, const Composition& z, double& T, double& Dl, dou
     // Whether a single phase outside of the lines is one; else the state of the isobar takes its place, from a
     // temperature downward. False after the error.
     const auto isOnePhase = [&](double hot) {
-        const auto onIsobar = [&] { return solveOnIsobar(p, D, 'D', z, limits.tmin, hot, T, r); };
-        if (icomp > 0) return true;
-        if (insideSpinodal(T, D, z) ? onIsobar() : settleBesideLines(r, z, critical, onIsobar)) return true;
+        if (icomp > 0 || !(insideSpinodal(T, D, z) || isMetastableBesideLines(r, z, critical))) return true;
+        if (solveOnIsobar(p, D, 'D', z, limits.tmin, hot, T, r)) return true;
         noState(r);
         T = 0;
         reportError("PD", 213, "liquid density iteration did not converge:  ", Text255{}, ierr, herr);
@@ -921,7 +918,7 @@ void PBFLSH(double p, double b, const Composition& z, std::string_view ab, doubl
     const auto besideTheLines = [&](int kph, const SaturatedPair& line, double side) {
         if (!singlePhase(kph, line.T, kph == 1 ? line.Dl : line.Dv)) return false;
         q = side;
-        if (!settleBesideLines(r, z, critical, [&] { return onIsobar(hotterThanAny()); })) {
+        if (isMetastableBesideLines(r, z, critical) && !onIsobar(hotterThanAny())) {
             noState(r);
             reportError(ab, 242, noDewPoint, Text255{}, ierr, herr);
             return false;

@@ -81,16 +81,16 @@ bool isMetastable(double T, double p, double D, const Composition& z, const Crit
     return unstableState(T, p, D, z, exchanges, other);
 }
 
-BesideLines stabilityBesideLines(const FlashResult& r, const Composition& z, const CriticalPoint& critical) {
-    if (!farApart(z) || !mayBeTwoPhase(r.T, r.p, z, critical)) return BesideLines::onePhase;
+bool isMetastableBesideLines(const FlashResult& r, const Composition& z, const CriticalPoint& critical) {
+    if (!farApart(z) || !mayBeTwoPhase(r.T, r.p, z, critical)) return false;
     const SilentMessages quiet;
     OtherPhase other[2];
-    if (!unstableState(r.T, r.p, r.D, z, exchanges, other)) return BesideLines::onePhase;
+    if (!unstableState(r.T, r.p, r.D, z, exchanges, other)) return false;
     constexpr double closest = 1.5;  // of vapors
     const OtherPhase& found = other[0];
     const bool liquids = r.T < coldestComponent(z) && packing(r.D, z) > closest &&
                          !(found.rho > 0 && packing(found.rho, found.x) <= closest);
-    return liquids ? BesideLines::twoLiquids : BesideLines::twoPhases;
+    return !liquids;
 }
 
 double aboveTwoPhases(const Composition& z, const CriticalPoint& critical) {

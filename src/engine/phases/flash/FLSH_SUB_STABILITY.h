@@ -15,32 +15,9 @@ bool mayBeTwoPhase(double T, double p, const Composition& z, const CriticalPoint
 // True if a single phase of density r.D may be one of two, and falls apart.
 bool isMetastable(double T, double p, double D, const Composition& z, const CriticalPoint& critical);
 
-// What a single phase that stands outside of the lines of a mixture is; one phase where the components are not far
-// apart, of which the lines tell all.
-enum class BesideLines { onePhase, twoLiquids, twoPhases };
-BesideLines stabilityBesideLines(const FlashResult& r, const Composition& z, const CriticalPoint& critical);
-
-// Puts the two phases that `solve` finds in the place of a single one outside of the lines that is not stable. Where a
-// liquid falls apart into two liquids and no vapor is found, it stays one: the flashes look for a liquid and a vapor.
-//   Returned  (value) false if the phase falls apart and no two phases were found
-template <class Solve>
-bool settleBesideLines(FlashResult& r, const Composition& z, const CriticalPoint& critical, const Solve& solve) {
-    const BesideLines is = stabilityBesideLines(r, z, critical);
-    if (is == BesideLines::onePhase) return true;
-    const double T = r.T, p = r.p, D = r.D, q = r.q;
-    const int code = r.ierr;
-    const Text255 text = r.herr;
-    if (solve()) return true;
-    if (is == BesideLines::twoPhases) return false;
-    r.x = r.y = z;
-    fillSinglePhase(T, D, z, r);
-    r.T = T;
-    r.p = p;
-    r.q = q;
-    r.ierr = code;
-    r.herr = text;
-    return true;
-}
+// The same of a single phase outside of the lines of a mixture whose components are far apart; of others the lines tell
+// all. Where a liquid falls apart into two liquids it stays one: the flashes look for a liquid and a vapor.
+bool isMetastableBesideLines(const FlashResult& r, const Composition& z, const CriticalPoint& critical);
 
 // A temperature above that of any two phases [K].
 double aboveTwoPhases(const Composition& z, const CriticalPoint& critical);
