@@ -219,7 +219,8 @@ bool isOnePhaseAtTP(double T, double p, const Composition& z, FlashResult& r) {
     const CriticalPoint critical = criticalPointOf(z);
     if (!isMetastableBesideLines(r, z, critical) || solveByStability(T, p, z, critical, noLine, noLine, r)) return true;
     clear(r, 0, z);
-    reportError("TP", 219, "the state falls apart into two phases that were not found", Text255{}, r.ierr, r.herr);
+    reportError("TP", 219, "outer iteration loop for composition in 2-phase state did not converge:  ",
+                Text255("one phase is not stable"), r.ierr, r.herr);
     return false;
 }
 
